@@ -1,0 +1,24 @@
+# What every target of this project is compiled with.
+function(moxwriter_target_defaults target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(
+        ${target}
+        PROPERTIES CXX_EXTENSIONS OFF
+                   CXX_VISIBILITY_PRESET hidden
+                   VISIBILITY_INLINES_HIDDEN ON
+                   POSITION_INDEPENDENT_CODE ON)
+    moxwriter_target_checks(${target})
+endfunction()
+
+# Warnings and sanitizers alone, for targets that choose their own language standard.
+function(moxwriter_target_checks target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    if(MOXWRITER_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(MOXWRITER_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE}
+                                                 -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE})
+    endif()
+endfunction()

@@ -1,0 +1,78 @@
+#ifndef ZYL2_WVF_BLOCK_H
+#define ZYL2_WVF_BLOCK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace Zyl2Wvf {
+
+/// Growable byte buffer that collects one block of the container file until it is saved.
+///
+/// Bytes are written at a cursor; the length is the high-water mark of what was written, and is
+/// what is saved. The buffer belongs to the `malloc` family so that it can grow in place.
+class Block
+{
+public:
+    using PositionType = std::uint32_t;
+
+    /// A block's length is stored in 32 bits.
+    static constexpr std::uint64_t MaximumLength = 4294967295U;
+
+    Block() noexcept = default;
+    Block(Block&& other) noexcept;
+    Block& operator=(Block&& other) noexcept;
+    Block(Block const&) = delete;
+    Block& operator=(Block const&) = delete;
+    ~Block();
+
+    /// Copies `count` bytes to offset `at`, growing first if needed, and advances `at`.
+    /// \throws MemoryAllocationException the buffer can't grow, or would pass `MaximumLength`; the
+    ///         block is unchanged
+    void FillAt(void const* const& source, unsigned int const& count, unsigned int& at);
+
+    /// Copies `count` bytes to the cursor, advances it, and raises the length to it.
+    /// \throws MemoryAllocationException as `FillAt`
+    void Append(void const* source, std::size_t count);
+
+    /// Makes room for `count` bytes at the cursor, advances it, raises the length to it, and gives
+    /// the place that the caller has to fill. Valid until the block is written to again.
+    /// \throws MemoryAllocationException as `FillAt`
+    unsigned char* Extend(std::size_t count);
+
+    /// Moves the cursor.
+    /// \throws OutOfBounds "Invalid block position": past the length; the cursor is unchanged
+    void SetPosition(PositionType const& position);
+
+    /// Grows the buffer by `count` bytes.
+    /// \throws MemoryAllocationException the buffer is unchanged
+    void AllocateAdditionalMemory(std::size_t const& count);
+
+    /// Writes the block to the stream, after its length as 4 bytes if asked for.
+    /// \throws FileWriteException "Unable to write to file"
+    void Write(std::FILE* stream, bool withLength) const;
+
+    /// Releases the buffer; the block is empty again.
+    void Reset() noexcept;
+
+    /// Takes a buffer of the `malloc` family over, in place of its own. The cursor goes to the end.
+    void Adopt(void* buffer, std::size_t capacity, std::uint32_t length) noexcept;
+
+    unsigned char const* GetData() const noexcept { return data_; }
+    std::uint64_t GetCapacity() const noexcept { return capacity_; }
+    std::uint32_t GetLength() const noexcept { return length_; }
+    PositionType GetPosition() const noexcept { return position_; }
+
+private:
+    void CheckFreeSpaceAndAllocateMemory(std::uint64_t count, std::uint64_t at);
+    void RaiseLength() noexcept;
+
+    unsigned char* data_ = nullptr;
+    std::uint64_t capacity_ = 0;
+    std::uint32_t length_ = 0;
+    PositionType position_ = 0;
+};
+
+} // namespace Zyl2Wvf
+
+#endif

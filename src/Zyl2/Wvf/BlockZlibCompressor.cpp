@@ -1,0 +1,63 @@
+// A compressed block:
+//
+//     +---------------------------+----------------------+
+//     | uncompressed length, 4 LE | one zlib stream      |
+//     +---------------------------+----------------------+
+//
+// An empty block is compressed too: four zero bytes, then the stream of nothing.
+
+#include "Zyl2/Wvf/BlockZlibCompressor.h"
+
+#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Wvf/Block.h"
+
+#include <zlib.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace Zyl2Wvf {
+
+namespace {
+
+struct Free
+{
+    void operator()(void* buffer) const noexcept { std::free(buffer); }
+};
+
+constexpr std::size_t PrefixLength = sizeof(std::uint32_t);
+
+/// Room for what zlib makes of `length` bytes, incompressible ones too.
+std::size_t CompressionBound(std::uint32_t length)
+{
+    return static_cast<std::size_t>(static_cast<float>(length) * 1.2F) + 12;
+}
+
+} // namespace
+
+void BlockZlibCompressor::operator()(Block& block)
+{
+    std::uint32_t const length = block.GetLength();
+    std::size_t const capacity = PrefixLength + CompressionBound(length);
+    std::unique_ptr<unsigned char, Free> buffer(static_cast<unsigned char*>(std::malloc(capacity)));
+    if (buffer == nullptr)
+        Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
+                               "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
+
+    uLongf compressed = capacity - PrefixLength;
+    unsigned char const nothing = 0;
+    unsigned char const* const source = length == 0 ? &nothing : block.GetData();
+    if (compress2(buffer.get() + PrefixLength, &compressed, source, length, level_) != Z_OK) {
+        block.Reset();
+        return;
+    }
+    if (PrefixLength + compressed > Block::MaximumLength)
+        Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
+                               "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
+    std::memcpy(buffer.get(), &length, PrefixLength);
+    block.Adopt(buffer.release(), capacity, static_cast<std::uint32_t>(PrefixLength + compressed));
+}
+
+} // namespace Zyl2Wvf

@@ -1,0 +1,27 @@
+#ifndef ZYL2_WVF_BLOCKZLIBCOMPRESSOR_H
+#define ZYL2_WVF_BLOCKZLIBCOMPRESSOR_H
+
+#include "Zyl2/Wvf/BlockTransformation.h"
+
+namespace Zyl2Wvf {
+
+/// Compresses a block into its length and one zlib stream.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never deleted through its base
+class BlockZlibCompressor final : public BlockTransformation
+{
+public:
+    /// \param level zlib's compression level; blocks are saved with 6
+    explicit BlockZlibCompressor(int level) : level_(level) {}
+
+    /// Compresses the block; a block that zlib can't compress is left empty.
+    /// \throws MemoryAllocationException no buffer, or the compressed block would be too long; the
+    ///         block is unchanged
+    void operator()(Block& block) override;
+
+private:
+    int level_;
+};
+
+} // namespace Zyl2Wvf
+
+#endif

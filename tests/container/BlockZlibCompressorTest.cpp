@@ -1,0 +1,132 @@
+#include "Zyl2/Wvf/BlockZlibCompressor.h"
+#include "Bytes.h"
+#include "FailingAllocation.h"
+#include "Zyl2/Wvf/Block.h"
+#include "support/ThrowSite.h"
+
+#include <zlib.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace Zyl2Wvf;
+using Support::Content;
+using Support::Hex;
+
+std::string Compressed(std::string const& content, int level = 6)
+{
+    Block block;
+    block.Append(content.data(), content.size());
+    BlockZlibCompressor compress(level);
+    compress(block);
+    return Content(block);
+}
+
+std::string Inflated(std::string const& stream, std::size_t length)
+{
+    std::string content(length + 1, '\0');
+    uLongf inflated = content.size();
+    auto* const target = reinterpret_cast<Bytef*>(content.data());
+    if (uncompress(target, &inflated, reinterpret_cast<Bytef const*>(stream.data()),
+                   stream.size()) != Z_OK)
+        return "not a zlib stream";
+    return content.substr(0, inflated);
+}
+
+TEST(BlockZlibCompressor, GivesTheLengthAndOneZlibStream)
+{
+    // Header 78 9C, one fixed block of eight times 'a', checksum.
+    EXPECT_EQ(Compressed("aaaaaaaa"), Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"));
+}
+
+TEST(BlockZlibCompressor, AnEmptyBlockBecomesALengthOfZeroAndAStream)
+{
+    Block block;
+    BlockZlibCompressor compress(6);
+    compress(block);
+    EXPECT_EQ(Content(block), Hex("00 00 00 00 78 9C 03 00 00 00 00 01"));
+    EXPECT_EQ(block.GetPosition(), 12U);
+}
+
+TEST(BlockZlibCompressor, WhatCannotBeMadeSmallerStillFits)
+{
+    std::string content;
+    unsigned int state = 1;
+    for (int byte = 0; byte < 100000; ++byte) {
+        state = state * 1103515245U + 12345U;
+        content.push_back(static_cast<char>(state >> 16U & 0xFFU));
+    }
+    std::string const compressed = Compressed(content);
+    ASSERT_GT(compressed.size(), content.size());
+    EXPECT_EQ(compressed.substr(0, 4), Hex("A0 86 01 00"));
+    EXPECT_EQ(Inflated(compressed.substr(4), content.size()), content);
+}
+
+TEST(BlockZlibCompressor, OnlyTheLengthCountsNotTheCursor)
+{
+    Block block;
+    block.Append("aaaaaaaa", 8);
+    block.SetPosition(3);
+    BlockZlibCompressor compress(6);
+    compress(block);
+    EXPECT_EQ(Content(block), Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"));
+    EXPECT_EQ(block.GetPosition(), 15U);
+}
+
+TEST(BlockZlibCompressor, TheLevelIsTheOneAskedFor)
+{
+    std::string const stored = Compressed("aaaaaaaa", 0);
+    EXPECT_EQ(stored, Hex("08 00 00 00 78 01 01 08 00 F7 FF 61 61 61 61 61 61 61 61 0D AC 03 09"));
+}
+
+TEST(BlockZlibCompressor, ACompressionThatFailsLeavesTheBlockEmptyAndSaysNothing)
+{
+    Block block;
+    block.Append("abc", 3);
+    BlockZlibCompressor compress(99);
+    EXPECT_NO_THROW(compress(block));
+    EXPECT_EQ(block.GetLength(), 0U);
+    EXPECT_EQ(block.GetPosition(), 0U);
+    EXPECT_EQ(block.GetCapacity(), 0U);
+    EXPECT_EQ(block.GetData(), nullptr);
+}
+
+TEST(BlockZlibCompressor, WithoutABufferTheBlockStaysAsItWas)
+{
+    Block block;
+    block.Append("aaaaaaaa", 8);
+    Support::expectThrown<Zyl2::Exception::MemoryAllocationException>(
+        [&block] {
+            BlockZlibCompressor compress(6);
+            Support::FailingAllocation const failing(0);
+            compress(block);
+        },
+        {16, "Memory allocation error", "Zyl2Wvf::BlockZlibCompressor::operator()",
+         "Zyl2/Wvf/BlockZlibCompressor"});
+    EXPECT_EQ(Content(block), "aaaaaaaa");
+}
+
+TEST(BlockZlibCompressor, WorksAsATransformationOfAnyKind)
+{
+    BlockZlibCompressor compressor(6);
+    BlockTransformation& transform = compressor;
+    Block block;
+    block.Append("aaaaaaaa", 8);
+    transform(block);
+    EXPECT_EQ(block.GetLength(), 15U);
+}
+
+TEST(BlockTransformationType, TheBitsAreThoseOfTheFile)
+{
+    EXPECT_EQ(static_cast<int>(BlockTransformationType::Compress), 1);
+    EXPECT_EQ(static_cast<int>(BlockTransformationType::Freeze), 32);
+    EXPECT_TRUE(Has(33, BlockTransformationType::Compress));
+    EXPECT_TRUE(Has(33, BlockTransformationType::Freeze));
+    EXPECT_FALSE(Has(32, BlockTransformationType::Compress));
+    EXPECT_FALSE(Has(31, BlockTransformationType::Freeze));
+}
+
+} // namespace

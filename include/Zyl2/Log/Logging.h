@@ -1,0 +1,92 @@
+#ifndef ZYL2_LOG_LOGGING_H
+#define ZYL2_LOG_LOGGING_H
+
+#include <Zyl2/Export.h>
+
+#include <ctime>
+#include <ostream>
+#include <sstream>
+
+namespace Zyl2 {
+
+/// The library narrates its saving work here. Nothing is printed unless a host installs a log
+/// system of its own:
+///
+/// \code
+/// struct Printer : Zyl2::Log::LogSystem
+/// {
+///     void operator+=(std::ostream const& text) override
+///     {
+///         auto const* record = dynamic_cast<Zyl2::Log::Record<char> const*>(&text);
+///         if (record != nullptr)
+///             std::cerr << record->file << ':' << record->line << ' ' << record->str() << '\n';
+///     }
+///     using LogSystem::operator+=;
+/// };
+/// Printer printer;
+/// Zyl2::Log::LogSystem* previous = Zyl2::Log::setActiveLogSystem(&printer);
+/// // ... write models ...
+/// Zyl2::Log::setActiveLogSystem(previous);
+/// \endcode
+namespace Log {
+
+namespace Severity {
+/// How much a record matters. All records of the library itself carry `Info`.
+enum Severity : int
+{
+    Debug = 0,
+    Info = 1,
+    Warning = 2,
+    Error = 3
+};
+} // namespace Severity
+
+/// A text that knows where and when it was made; the text is streamed into it.
+template <typename CharT>
+class Record;
+
+template <>
+class ZYL2_EXPORT Record<char> : public std::ostringstream
+{
+public:
+    /// \param source    path of the source that speaks, such as "Zyl2/Wvf/Index"; not copied
+    /// \param signature full signature of the function that speaks; not copied
+    /// \param lineNumber line of the statement
+    /// \param weight    how much the record matters
+    Record(char const* source, char const* signature, unsigned long lineNumber,
+           Severity::Severity weight);
+    ~Record() override;
+
+    Severity::Severity severity;
+    char const* file;
+    char const* function;
+    unsigned long line;
+    /// Second of the record's making, whenever it is handed over.
+    std::time_t time;
+};
+
+/// Takes the records. This one discards them; a host derives one that keeps them.
+class ZYL2_EXPORT LogSystem
+{
+public:
+    virtual ~LogSystem();
+
+    /// Takes one finished record. The library always calls this form; the receiver recovers the
+    /// `Record<char>` with `dynamic_cast`.
+    virtual void operator+=(std::ostream const& text);
+
+    virtual void operator+=(Record<char> const& record);
+};
+
+/// The log system that records go to: the silent one until a host sets another.
+ZYL2_EXPORT LogSystem& activeLogSystem();
+
+/// Sends all further records of this process to `logSystem`.
+/// \param logSystem not owned, must live until another one is set; null restores the silent one
+/// \return the one that was active before; never null
+ZYL2_EXPORT LogSystem* setActiveLogSystem(LogSystem* logSystem);
+
+} // namespace Log
+} // namespace Zyl2
+
+#endif

@@ -1,0 +1,26 @@
+#ifndef ZYL2_LOG_STATEMENT_H
+#define ZYL2_LOG_STATEMENT_H
+
+#include <Zyl2/Log/Logging.h>
+
+#include <boost/current_function.hpp>
+
+namespace Zyl2 {
+namespace Log {
+
+/// One log statement: joins `pieces` and hands the record to the active log system.
+///
+/// A piece of type `unsigned char` must be cast by the caller, or it is printed as a character.
+template <typename... Pieces>
+void write(char const* source, char const* signature, unsigned long line, Pieces const&... pieces)
+{
+    Record<char> record(source, signature, line, Severity::Info);
+    (record << ... << pieces);
+    // As a plain stream: receivers recover the record from it.
+    activeLogSystem() += static_cast<std::ostream const&>(record);
+}
+
+} // namespace Log
+} // namespace Zyl2
+
+#endif

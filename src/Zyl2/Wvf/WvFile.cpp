@@ -1,0 +1,103 @@
+// The file header, 12 bytes:
+//
+//     0   signature, 8: 0x89 "WVF" 0x0D 0x0A 0x1A 0x0A
+//     8   version, 4:   "1.3" 0x00
+//
+// The root index follows; see Index.cpp.
+
+#include "Zyl2/Wvf/WvFile.h"
+
+#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Log/Statement.h"
+#include "Zyl2/Util/Files.h"
+#include "Zyl2/Wvf/Globals.h"
+
+#include <array>
+
+namespace Zyl2Wvf {
+
+namespace {
+
+constexpr char const* Source = "Zyl2/Wvf/WvFile";
+constexpr std::array<unsigned char, 8> Signature{0x89, 'W', 'V', 'F', 0x0D, 0x0A, 0x1A, 0x0A};
+constexpr std::size_t VersionLength = 4;
+constexpr std::uint64_t HeaderLength = Signature.size() + VersionLength;
+
+/// A name with a zero byte would reach another file than the one that was asked for.
+bool CanBeAName(std::string const& path)
+{
+    return path.find('\0') == std::string::npos;
+}
+
+[[noreturn]] void RaiseFileExists(unsigned int line, char const* function)
+{
+    Zyl2::Exception::raise(Zyl2::Exception::FileOpenException("File exists."), Source, line,
+                           function);
+}
+
+} // namespace
+
+WvFile::WvFile() : index_(HeaderLength) {}
+
+WvFile::~WvFile() noexcept
+{
+    WvFile::CloseFile();
+}
+
+void WvFile::OpenFile(std::string const& path, char const* mode)
+{
+    if (stream_ != nullptr)
+        Zyl2::Exception::raise(
+            Zyl2::Exception::MiscelleneousException("File stream is already in use"), Source,
+            __LINE__, BOOST_CURRENT_FUNCTION);
+    stream_ = CanBeAName(path) ? std::fopen(path.c_str(), mode) : nullptr;
+    if (stream_ == nullptr) {
+        // The text ends at a zero byte, and is to have its closing quote all the same.
+        std::string const message =
+            "Unable to open file \"" + path.substr(0, path.find('\0')) + '"';
+        Zyl2::Exception::raise(Zyl2::Exception::MiscelleneousException(message.c_str()), Source,
+                               __LINE__, BOOST_CURRENT_FUNCTION);
+    }
+}
+
+void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
+{
+    OpenFile(Zyl2Util::Narrowed(path), Zyl2Util::Narrowed(mode).c_str());
+}
+
+void WvFile::OpenFileForWriting(std::string const& path, bool overwrite)
+{
+    if (!overwrite && CanBeAName(path) && Zyl2Util::FileExists(path.c_str()))
+        RaiseFileExists(113, "void Zyl2Wvf::WvFile::OpenFileForWriting(const string&, bool)");
+    OpenFile(path, "wb");
+}
+
+void WvFile::OpenFileForWriting(std::wstring const& path, bool overwrite)
+{
+    if (!overwrite && CanBeAName(Zyl2Util::Narrowed(path)) && Zyl2Util::FileExists(path.c_str()))
+        RaiseFileExists(124, "void Zyl2Wvf::WvFile::OpenFileForWriting(const wstring&, bool)");
+    OpenFile(path, L"wb");
+}
+
+void WvFile::WriteHeader()
+{
+    std::fwrite(Signature.data(), 1, Signature.size(), stream_);
+    std::fwrite(mox_file_version.c_str(), 1, VersionLength, stream_);
+}
+
+void WvFile::AddBlockTransformation(std::string const& name, BlockTransformationType type)
+{
+    index_.AddTransformation(name, type);
+}
+
+void WvFile::CloseFile()
+{
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
+    if (stream_ == nullptr)
+        return;
+    std::fclose(stream_);
+    stream_ = nullptr;
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
+}
+
+} // namespace Zyl2Wvf

@@ -19,11 +19,16 @@ public:
     virtual ~LoggerBase();
 
     /// Starts a record made at the given place.
+    /// \param file     path of the source that speaks
+    /// \param function full signature of the function that speaks
+    /// \param line     line of the statement
+    /// \param severity how much the record matters
     /// \return the logger itself
     virtual LoggerBase& logRecord(char const* file, char const* function, unsigned long line,
                                   Severity::Severity severity);
 
     /// Takes a piece of text.
+    /// \param text gone after the call
     virtual void operator+=(std::ostream const& text);
 };
 

@@ -45,6 +45,7 @@ enum Severity : int
 template <typename CharT>
 class Record;
 
+/// The records that the library makes.
 template <>
 class ZYL2_EXPORT Record<char> : public std::ostringstream
 {
@@ -57,9 +58,13 @@ public:
            Severity::Severity weight);
     ~Record() override;
 
+    /// How much the record matters.
     Severity::Severity severity;
+    /// Path of the source that speaks, such as "Zyl2/Wvf/Index".
     char const* file;
+    /// Full signature of the function that speaks.
     char const* function;
+    /// Line of the statement.
     unsigned long line;
     /// Second of the record's making, whenever it is handed over.
     std::time_t time;
@@ -73,12 +78,16 @@ public:
 
     /// Takes one finished record. The library always calls this form; the receiver recovers the
     /// `Record<char>` with `dynamic_cast`.
+    /// \param text the record; gone after the call
     virtual void operator+=(std::ostream const& text);
 
+    /// The form for callers that have the record at hand.
+    /// \param record gone after the call
     virtual void operator+=(Record<char> const& record);
 };
 
 /// The log system that records go to: the silent one until a host sets another.
+/// \return the active one
 ZYL2_EXPORT LogSystem& activeLogSystem();
 
 /// Sends all further records of this process to `logSystem`.

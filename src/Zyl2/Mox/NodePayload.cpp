@@ -1,0 +1,79 @@
+// What the kinds of nodes add:
+//
+//     Group      light data:  translation, 12 | rotation, 16 | scale, 12 | flag, 1
+//                attributes:  its list
+//     Shape      resources:   its material
+//     Geometry   see Geometry.cpp
+//     NodeSets   heavy data:  its entries, 32 each
+//                light data:  16, 4 | number of entries, 4 | value, 8 | value, 4
+
+#include "Zyl2/Mox/NodePayload.h"
+
+#include "Zyl2/Mox/BlockNames.h"
+#include "Zyl2/Mox/Geometry.h"
+#include "Zyl2/Mox/Group.h"
+#include "Zyl2/Mox/NodeSets.h"
+#include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox/WriteAttributesToWvf.h"
+#include "Zyl2/Util/Assert.h"
+
+namespace Zyl2Mox {
+
+namespace {
+
+constexpr char const* SaveTreeSignature = "void Zyl2Mox::Tree::SaveTree(Zyl2Wvf::WvFile&)";
+
+template <typename Kind>
+Kind const& Expect(Node const& node, char const* expression, unsigned int line)
+{
+    auto const* const kind = dynamic_cast<Kind const*>(&node);
+    if (kind == nullptr)
+        Zyl2Util::AssertionFailed(expression, "Zyl2/Mox/Tree", line, SaveTreeSignature);
+    return *kind;
+}
+
+template <typename Values>
+void PutBytes(Zyl2Wvf::Index& index, Values const& values)
+{
+    index.Put(BlockNames::LightData, values.data(), sizeof values);
+}
+
+void Save(Zyl2Wvf::WvFile& file, Group const& group)
+{
+    Zyl2Wvf::Index& index = file.GetIndex();
+    PutBytes(index, group.GetTranslation());
+    PutBytes(index, group.GetRotation());
+    PutBytes(index, group.GetScale());
+    Zyl2Util::WriteAttributesToWvf(file, BlockNames::Attributes, group.GetAttributes());
+    index.Put<unsigned char>(BlockNames::LightData, group.GetFlag());
+}
+
+void Save(Zyl2Wvf::WvFile& file, NodeSets const& nodeSets)
+{
+    Zyl2Wvf::Index& index = file.GetIndex();
+    nodeSets.SaveDataBlocks(file, BlockNames::HeavyData, false);
+    index.Put<unsigned int>(BlockNames::LightData, 16U);
+    index.Put<unsigned int>(BlockNames::LightData,
+                            Zyl2Wvf::EncodedCount(nodeSets.GetEntries().size()));
+    index.Put<unsigned long>(BlockNames::LightData, nodeSets.GetWideValue());
+    index.Put<unsigned int>(BlockNames::LightData, nodeSets.GetNarrowValue());
+}
+
+} // namespace
+
+void SaveNodePayload(Zyl2Wvf::WvFile& file, Node const& node)
+{
+    std::string const type = node.GetType();
+    if (type == "Group")
+        Save(file, Expect<Group>(node, "0 != grp_ptr", 2261));
+    else if (type == "Shape")
+        file.GetIndex().Put(BlockNames::Resources,
+                            Expect<Shape>(node, "0 != shape_ptr", 2267).GetMaterial());
+    else if (type == "Geometry")
+        Expect<Geometry>(node, "0 != geom_ptr", 2274)
+            .WriteWv(file, BlockNames::LightData, BlockNames::HeavyData, BlockNames::Attributes);
+    else if (type == "NodeSets")
+        Save(file, Expect<NodeSets>(node, "0 != node_sets_ptr", 2281));
+}
+
+} // namespace Zyl2Mox

@@ -1,0 +1,31 @@
+#ifndef ZYL2_MOX_SHAPE_H
+#define ZYL2_MOX_SHAPE_H
+
+#include "Zyl2/Mox/Material.h"
+#include "Zyl2/Mox/Node.h"
+
+#include <string>
+
+namespace Zyl2Mox {
+
+/// Visible part: carries its material; its data are those of its geometry child.
+class Shape : public Node
+{
+public:
+    explicit Shape(std::string const& name);
+
+    std::string GetType() const override;
+    std::string GetVersion() const override;
+    void Load(std::string const& path) override;
+    void Save() override;
+
+    Material& GetMaterial() { return material_; }
+    Material const& GetMaterial() const { return material_; }
+
+private:
+    Material material_;
+};
+
+} // namespace Zyl2Mox
+
+#endif

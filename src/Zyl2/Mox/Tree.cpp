@@ -1,0 +1,267 @@
+// The tree's own block, "Mox Tree":
+//
+//     number of records, 4
+//     for each record, in ascending id order:
+//         id, parent, previous sibling, next sibling, first child, last child, 4 each; 0 for none
+//         name, type, version, strings; empty for a record without a node
+//         light position, 8: where the node's payload begins in "Light Data"
+//
+// "Global Information":
+//
+//     writing records, count and records
+//     result attributes, count and 96 bytes each
+//
+// NodePayload.cpp draws what each kind of node adds to the other blocks.
+
+#include "Zyl2/Mox/Tree.h"
+
+#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Log/Statement.h"
+#include "Zyl2/Mox/BlockNames.h"
+#include "Zyl2/Mox/Group.h"
+#include "Zyl2/Mox/NodePayload.h"
+#include "Zyl2/Mox/NodesWithSameName.h"
+#include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox/TargetVersion.h"
+#include "Zyl2/Mox/VirtualNodesWithSameName.h"
+#include "Zyl2/Util/Assert.h"
+#include "Zyl2/Util/Shuffle.h"
+
+#include <cstdlib>
+
+namespace Zyl2Mox {
+
+namespace {
+
+constexpr char const* Source = "Zyl2/Mox/Tree";
+constexpr std::size_t ValueSize = 4;
+
+[[noreturn]] void RaiseRootIsSet(unsigned int line, char const* function)
+{
+    Zyl2::Exception::raise(
+        Zyl2::Exception::InvalidObjectState("Root node properties are already set"), Source, line,
+        function);
+}
+
+} // namespace
+
+Tree::Tree()
+{
+    // Every run of a host is repeatable once it writes a model.
+    std::srand(0);
+}
+
+Tree::~Tree() = default;
+
+void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& attributes)
+{
+    SetCurrentId(RootId);
+    if (RootHasNode())
+        RaiseRootIsSet(212, BOOST_CURRENT_FUNCTION);
+    SetRootNode(std::make_unique<Group>(name, attributes));
+}
+
+void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& attributes,
+                        std::uint8_t flag)
+{
+    SetCurrentId(RootId);
+    if (RootHasNode())
+        RaiseRootIsSet(222, BOOST_CURRENT_FUNCTION);
+    auto group = std::make_unique<Group>(name, attributes);
+    group->SetFlag(flag);
+    SetRootNode(std::move(group));
+}
+
+void Tree::SetRootShape(std::string const& name)
+{
+    SetCurrentId(RootId);
+    if (RootHasNode())
+        RaiseRootIsSet(232, BOOST_CURRENT_FUNCTION);
+    SetRootNode(std::make_unique<Shape>(name));
+}
+
+void Tree::AddNode(std::unique_ptr<Node> node)
+{
+    nodes_.push_back(std::move(node));
+    AddChild();
+    SetCurrentValue(nodes_.back().get());
+}
+
+void Tree::MoveToOrAddGroup(std::string const& name)
+{
+    Group probe(name, Zyl2Util::AttributeList());
+    if (!FindAndMoveToChild(&probe, NodesWithSameName()))
+        AddNode(std::make_unique<Group>(name, Zyl2Util::AttributeList()));
+}
+
+void Tree::MoveToOrAddShape(std::string const& name)
+{
+    Shape shapeProbe(name);
+    if (!FindAndMoveToChild(&shapeProbe, NodesWithSameName()))
+        AddNode(std::make_unique<Shape>(name));
+    Geometry geometryProbe(name);
+    if (!FindAndMoveToChild(&geometryProbe, NodesWithSameName()))
+        AddNode(std::make_unique<Geometry>(name));
+}
+
+unsigned int Tree::getNodeId(std::string const& path, std::string const& separator)
+{
+    SetCurrentId(RootId);
+    if (!RootHasNode())
+        return 0;
+    std::string const prefix = separator + GetReqNode(RootId).value->GetName();
+    if (path.compare(0, prefix.size(), prefix) != 0)
+        return 0;
+    std::size_t position = prefix.size();
+    do {
+        std::size_t const start = position + separator.size();
+        position = path.find(separator, start);
+        // The root's name alone leaves nothing to look up: substr refuses that.
+        Node probe(path.substr(start, position - start));
+        if (!FindAndMoveToChild(&probe, VirtualNodesWithSameName())) {
+            SetCurrentId(RootId);
+            return 0;
+        }
+    } while (position != std::string::npos);
+    unsigned int const id = GetCurrentId();
+    SetCurrentId(RootId);
+    return id;
+}
+
+void Tree::SetLink(VariableId const& target, VariableId const& source)
+{
+    SetCurrentId(target.first);
+    auto* const geometry = dynamic_cast<Geometry*>(GetCurrentNode().value);
+    if (geometry == nullptr)
+        Zyl2Util::AssertionFailed("0 != geom_ptr", Source, 480, BOOST_CURRENT_FUNCTION);
+    Geometry::VarStruct& variable = geometry->GetVariable(target.second);
+    variable.linkedNode = source.first;
+    variable.linkedVariable = source.second;
+    variable.linked = true;
+    variable.attributes.clear();
+}
+
+std::uint64_t Tree::SetAndGetIndex(unsigned int const& nodeId, std::string const& name,
+                                   Geometry::VariableType const& type, BlockPositionType position,
+                                   NumericArray const& array,
+                                   Zyl2Util::AttributeList const& attributes)
+{
+    SetCurrentIdUnchecked(nodeId);
+    auto* const geometry = dynamic_cast<Geometry*>(GetCurrentNode().value);
+    if (geometry == nullptr)
+        return 0;
+    std::uint32_t const index = geometry->FindOrAddVariable(name);
+    Geometry::VarStruct& variable = geometry->GetVariable(index);
+    variable.type = type;
+    Geometry::ProcessAttributes(variable, attributes);
+    variable.array = Describe(array);
+    // Data of its own replaces a link: the newest registration holds.
+    variable.linked = false;
+    variable.linkedNode = 0;
+    variable.linkedVariable = 0;
+    geometry->GetDatasets()[name] = position;
+    return std::uint64_t(index) << 32U | nodeId;
+}
+
+template <typename T>
+BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, unsigned char width)
+{
+    static_assert(sizeof(T) == ValueSize, "datasets hold 4-byte values");
+    std::size_t const values = std::size_t(count) * width;
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 964, "Writing Dataset of size ", values,
+                     " width ", static_cast<unsigned int>(width), " datatype size ", sizeof(T));
+    Zyl2Wvf::Index& index = file_.GetIndex();
+    BlockPositionType const position = index.GetBlockPosition(BlockNames::HeavyData);
+    if (values == 0)
+        return position;
+    // Marked before the values are put: only blocks that earlier calls filled are marked here, so
+    // that the last one stays open for more.
+    file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Freeze);
+    file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Compress);
+    unsigned char* const place = index.PutInPlace(BlockNames::HeavyData, values * ValueSize);
+    Zyl2Util::ShuffleColumns(data, count, width, place);
+    index.FlushFrozen(file_.GetStream());
+    return position;
+}
+
+template BlockPositionType Tree::WriteStreamDataset(float const*, unsigned int, unsigned char);
+template BlockPositionType Tree::WriteStreamDataset(unsigned int const*, unsigned int,
+                                                    unsigned char);
+
+void Tree::SaveTree(Zyl2Wvf::WvFile& file)
+{
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2214, "Saving mox tree ... ");
+    file.GetIndex().Put<int>(BlockNames::MoxTree, static_cast<int>(GetNodeCount()));
+    for (auto const& [id, record] : GetRecords()) {
+        SaveRecord(file.GetIndex(), record);
+        if (record.value != nullptr)
+            SaveNodePayload(file, *record.value);
+    }
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2289, "Mox tree saved. ");
+}
+
+void Tree::SaveGlobalInfo(Zyl2Wvf::WvFile& file, std::string const& text)
+{
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2642, "Saving global information ...");
+    scratchModifierInfo_.Update(formatVersion_, text);
+    modifierInfos_.push_back(scratchModifierInfo_);
+    file.GetIndex().Put(BlockNames::GlobalInformation, modifierInfos_);
+    file.GetIndex().Put(BlockNames::GlobalInformation, resultAttributes_);
+    file.AddBlockTransformation(BlockNames::GlobalInformation,
+                                Zyl2Wvf::BlockTransformationType::Compress);
+    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2652, "Global information saved.");
+}
+
+void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
+{
+    if (file.GetStream() == nullptr)
+        return;
+    try {
+        SaveAll(file, text);
+    } catch (...) {
+        // Nothing that follows could make the file whole again.
+        file.CloseFile();
+        throw;
+    }
+    file.CloseFile();
+}
+
+void Tree::SetRootNode(std::unique_ptr<Node> node)
+{
+    nodes_.push_back(std::move(node));
+    SetCurrentValue(nodes_.back().get());
+}
+
+bool Tree::RootHasNode() const
+{
+    return GetReqNode(RootId).value != nullptr;
+}
+
+void Tree::SaveRecord(Zyl2Wvf::Index& index, NodeType const& record)
+{
+    for (std::uint32_t const id : {record.id, record.parent, record.previousSibling,
+                                   record.nextSibling, record.firstChild, record.lastChild})
+        index.Put<unsigned int>(BlockNames::MoxTree, id);
+    Node const* const node = record.value;
+    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetName());
+    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetType());
+    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetVersion());
+    std::size_t const position = index.GetBlockPosition(BlockNames::LightData);
+    if (IsOlderLayout())
+        index.Put<unsigned int>(BlockNames::MoxTree, static_cast<std::uint32_t>(position));
+    else
+        index.Put<unsigned long>(BlockNames::MoxTree, position);
+}
+
+void Tree::SaveAll(Zyl2Wvf::WvFile& file, std::string const& text)
+{
+    SaveTree(file);
+    SaveGlobalInfo(file, text);
+    for (char const* name :
+         {BlockNames::HeavyData, BlockNames::MoxTree, BlockNames::LightData, BlockNames::Attributes,
+          BlockNames::Resources, BlockNames::GlobalInformation, BlockNames::ViewPoints})
+        file.AddBlockTransformation(name, Zyl2Wvf::BlockTransformationType::Compress);
+    file.GetIndex().WriteAllBuffersToFileStream(file.GetStream());
+}
+
+} // namespace Zyl2Mox

@@ -1,0 +1,27 @@
+#ifndef ZYL2_MOX2_SAVEROPTIONS_H
+#define ZYL2_MOX2_SAVEROPTIONS_H
+
+#include <string>
+
+namespace Zyl2 {
+namespace Mox2 {
+
+/// How `Model::saveTo` opens a file and signs it.
+struct SaverOptions
+{
+    SaverOptions() : overwrite(false) {}
+
+    /// When false, an existing file at the path is an error.
+    bool overwrite;
+    /// First text of the file's writing record, for instance the host's name and version.
+    std::string text1;
+    /// Second text of the writing record; used only when `text1` is not empty.
+    std::string text2;
+    /// Carried along; this writer puts it nowhere.
+    std::string text3;
+};
+
+} // namespace Mox2
+} // namespace Zyl2
+
+#endif

@@ -1,0 +1,94 @@
+#include "Zyl2/Mox2/Array1dImpl.h"
+#include "Zyl2/Mox2/ArraySize.h"
+
+#include <algorithm>
+
+namespace Zyl2 {
+namespace Mox2 {
+
+template <typename T>
+Array1d<T>::Array1d(unsigned long size) : impl_(new Impl(arraySize(size)))
+{}
+
+template <typename T>
+Array1d<T>::Array1d(unsigned long size, T const& value) : Array1d(size)
+{
+    impl_->array.setConstant(value);
+}
+
+template <typename T>
+Array1d<T>::Array1d(std::initializer_list<T> const& values)
+    : Array1d(Range(), values.begin(), values.end())
+{}
+
+template <typename T>
+Array1d<T>::Array1d(std::vector<T> const& values)
+    : Array1d(Range(), values.data(), values.data() + values.size())
+{}
+
+template <typename T>
+Array1d<T>::Array1d(Range /*tag*/, T const* first, T const* last)
+    : Array1d(static_cast<unsigned long>(last - first))
+{
+    std::copy(first, last, impl_->array.data());
+}
+
+template <typename T>
+Array1d<T>::Array1d(Array1d const& other) : impl_(new Impl(*other.impl_))
+{}
+
+template <typename T>
+Array1d<T>& Array1d<T>::operator=(Array1d const& other)
+{
+    if (this != &other)
+        impl_->array = other.impl_->array;
+    return *this;
+}
+
+template <typename T>
+Array1d<T>::~Array1d()
+{
+    delete impl_;
+}
+
+template <typename T>
+unsigned long Array1d<T>::size() const
+{
+    return static_cast<unsigned long>(impl_->array.size());
+}
+
+template <typename T>
+T const& Array1d<T>::operator()(unsigned long index) const
+{
+    return impl_->array(static_cast<Eigen::Index>(index));
+}
+
+template <typename T>
+T& Array1d<T>::operator()(unsigned long index)
+{
+    return impl_->array(static_cast<Eigen::Index>(index));
+}
+
+template <typename T>
+T const& Array1d<T>::operator[](unsigned long index) const
+{
+    return (*this)(index);
+}
+
+template <typename T>
+T& Array1d<T>::operator[](unsigned long index)
+{
+    return (*this)(index);
+}
+
+template <typename T>
+void Array1d<T>::copy_from(T const* source)
+{
+    std::copy_n(source, size(), impl_->array.data());
+}
+
+template class Array1d<float>;
+template class Array1d<unsigned int>;
+
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,160 @@
+#include <Zyl2/Mox2/Array1d.h>
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+using Zyl2::Mox2::Array1d;
+
+template <typename T>
+std::vector<T> valuesOf(Array1d<T> const& array)
+{
+    std::vector<T> values;
+    for (unsigned long index = 0; index < array.size(); ++index)
+        values.push_back(array(index));
+    return values;
+}
+
+template <typename T>
+class Array1dTest : public testing::Test
+{};
+
+using Elements = testing::Types<float, unsigned int>;
+TYPED_TEST_SUITE(Array1dTest, Elements, );
+
+TYPED_TEST(Array1dTest, OfASizeHoldsThatManyElements)
+{
+    EXPECT_EQ(Array1d<TypeParam>(3).size(), 3U);
+    EXPECT_EQ(Array1d<TypeParam>(0).size(), 0U);
+}
+
+TYPED_TEST(Array1dTest, OfASizeAndAValueHoldsTheValueThatOften)
+{
+    Array1d<TypeParam> const array(3, TypeParam(7));
+    EXPECT_EQ(valuesOf(array), std::vector<TypeParam>(3, TypeParam(7)));
+}
+
+TYPED_TEST(Array1dTest, OfZeroAndZeroIsASizeAndAValue)
+{
+    EXPECT_EQ(Array1d<TypeParam>(0, 0).size(), 0U);
+    EXPECT_EQ(Array1d<TypeParam>(2, 0).size(), 2U);
+}
+
+TYPED_TEST(Array1dTest, OfAListHoldsItsElementsInOrder)
+{
+    Array1d<TypeParam> const array{TypeParam(3), TypeParam(1), TypeParam(2)};
+    EXPECT_EQ(valuesOf(array), (std::vector<TypeParam>{3, 1, 2}));
+}
+
+TYPED_TEST(Array1dTest, OfAVectorHoldsItsElementsInOrder)
+{
+    std::vector<TypeParam> const source{3, 1, 2};
+    EXPECT_EQ(valuesOf(Array1d<TypeParam>(source)), source);
+    EXPECT_EQ(Array1d<TypeParam>(std::vector<TypeParam>()).size(), 0U);
+}
+
+TYPED_TEST(Array1dTest, OfARangeHoldsItsElementsInOrder)
+{
+    TypeParam source[] = {3, 1, 2, 9};
+    EXPECT_EQ(valuesOf(Array1d<TypeParam>(source, source + 3)), (std::vector<TypeParam>{3, 1, 2}));
+    TypeParam const* const constant = source;
+    EXPECT_EQ(valuesOf(Array1d<TypeParam>(constant + 1, constant + 4)),
+              (std::vector<TypeParam>{1, 2, 9}));
+    EXPECT_EQ(Array1d<TypeParam>(source, source).size(), 0U);
+}
+
+TYPED_TEST(Array1dTest, IsCopiedDeeply)
+{
+    Array1d<TypeParam> source{1, 2};
+    Array1d<TypeParam> copy(source);
+    copy(0) = TypeParam(9);
+    source(1) = TypeParam(8);
+    EXPECT_EQ(valuesOf(source), (std::vector<TypeParam>{1, 8}));
+    EXPECT_EQ(valuesOf(copy), (std::vector<TypeParam>{9, 2}));
+}
+
+TYPED_TEST(Array1dTest, TakesTheSizeOfWhatIsAssigned)
+{
+    Array1d<TypeParam> source{1, 2, 3};
+    Array1d<TypeParam> target(1, TypeParam(9));
+    target = source;
+    source(0) = TypeParam(7);
+    EXPECT_EQ(valuesOf(target), (std::vector<TypeParam>{1, 2, 3}));
+    target = Array1d<TypeParam>(0);
+    EXPECT_EQ(target.size(), 0U);
+    Array1d<TypeParam> const& same = source;
+    source = same;
+    EXPECT_EQ(valuesOf(source), (std::vector<TypeParam>{7, 2, 3}));
+}
+
+TYPED_TEST(Array1dTest, HasTwoIndexOperatorsThatDoTheSame)
+{
+    Array1d<TypeParam> array{1, 2};
+    array[0] = TypeParam(5);
+    array(1) = TypeParam(6);
+    Array1d<TypeParam> const& constant = array;
+    EXPECT_EQ(&array[0], &array(0));
+    EXPECT_EQ(&constant[1], &constant(1));
+    EXPECT_EQ(&constant[1], &array[1]);
+    EXPECT_EQ(valuesOf(array), (std::vector<TypeParam>{5, 6}));
+}
+
+TYPED_TEST(Array1dTest, CopiesAsManyElementsFromASourceAsItHolds)
+{
+    TypeParam const source[] = {1, 2, 3, 4};
+    Array1d<TypeParam> array(3);
+    array.copy_from(source);
+    EXPECT_EQ(valuesOf(array), (std::vector<TypeParam>{1, 2, 3}));
+    Array1d<TypeParam> empty(0);
+    empty.copy_from(source);
+    EXPECT_EQ(empty.size(), 0U);
+}
+
+TYPED_TEST(Array1dTest, OfTwoToThePowerOf31OrMoreCanNotBeHad)
+{
+    EXPECT_THROW(Array1d<TypeParam>(1UL << 31U), std::bad_alloc);
+    // Would be 1 if it were narrowed.
+    EXPECT_THROW(Array1d<TypeParam>((1UL << 32U) + 1), std::bad_alloc);
+    EXPECT_THROW(Array1d<TypeParam>(1UL << 31U, TypeParam(1)), std::bad_alloc);
+    EXPECT_THROW(Array1d<TypeParam>(~0UL), std::bad_alloc);
+}
+
+TEST(Array1dTest, OfThreeFloatsOfOneAndAHalfHoldsThatValueThreeTimes)
+{
+    EXPECT_EQ(Array1d<float>(3).size(), 3U);
+    EXPECT_EQ(valuesOf(Array1d<float>(3, 1.5F)), (std::vector<float>{1.5F, 1.5F, 1.5F}));
+}
+
+TEST(Array1dTest, ExistsForFloatAndUnsignedIntWithStorageOfItsOwn)
+{
+    EXPECT_FALSE((std::is_convertible<Array1d<float>, Array1d<unsigned int>>::value));
+    EXPECT_EQ(sizeof(Array1d<float>), sizeof(void*));
+    EXPECT_EQ(sizeof(Array1d<unsigned int>), sizeof(void*));
+}
+
+// The same in builds with NDEBUG.
+
+template <typename T>
+class Array1dDeathTest : public testing::Test
+{};
+TYPED_TEST_SUITE(Array1dDeathTest, Elements, );
+
+constexpr char const* IndexContract = "index >= 0 && index < size\\(\\)";
+
+TYPED_TEST(Array1dDeathTest, AnIndexOutsideTheArrayEndsTheProcess)
+{
+    Array1d<TypeParam> array(3, TypeParam(1));
+    Array1d<TypeParam> const& constant = array;
+    EXPECT_DEATH(array(3), IndexContract);
+    EXPECT_DEATH(array[3], IndexContract);
+    EXPECT_DEATH(constant(3), IndexContract);
+    EXPECT_DEATH(constant[3], IndexContract);
+    EXPECT_DEATH(array(~0UL), IndexContract);
+    EXPECT_DEATH(Array1d<TypeParam>(0)(0), IndexContract);
+}
+
+} // namespace

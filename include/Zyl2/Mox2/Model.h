@@ -1,0 +1,329 @@
+#ifndef ZYL2_MOX2_MODEL_H
+#define ZYL2_MOX2_MODEL_H
+
+#include <Zyl2/Export.h>
+#include <Zyl2/Mox2/Array1d.h>
+#include <Zyl2/Mox2/Array2d.h>
+#include <Zyl2/Mox2/Attributes.h>
+#include <Zyl2/Mox2/DatasetType.h>
+#include <Zyl2/Mox2/NodeProperties.h>
+#include <Zyl2/Mox2/NodeType.h>
+#include <Zyl2/Mox2/PropertyType.h>
+#include <Zyl2/Mox2/SaverOptions.h>
+#include <Zyl2/Mox2/Step.h>
+#include <Zyl2/Mox2/StepList.h>
+
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace Zyl2 {
+namespace Mox2 {
+
+class Database;
+
+/// Name of the format that every model is saved in: "zyli_mox".
+extern ZYL2_EXPORT char const* const MOX_FILE_FORMAT_NAME;
+
+/// Whether `Model::addArrayProperty` takes values of type `T`.
+template <typename T>
+struct IsArrayPropertyValues : std::false_type
+{};
+template <typename T>
+struct IsArrayPropertyValues<Array1d<T>> : std::true_type
+{};
+template <typename T>
+struct IsArrayPropertyValues<Array2d<T>> : std::true_type
+{};
+
+/// `void` when `Model::addArrayProperty` takes these argument types, no type otherwise.
+template <typename ArrayT, typename ComponentT, typename StepT>
+struct IfArrayProperty
+    : std::enable_if<IsArrayPropertyValues<ArrayT>::value &&
+                     (std::is_same<ComponentT, Array1d<unsigned int>>::value ||
+                      std::is_same<ComponentT, unsigned int>::value) &&
+                     (std::is_same<StepT, StepList>::value || std::is_same<StepT, Step>::value)>
+{};
+
+/// Writes one result model into one file.
+///
+/// The life of a model, in order:
+///
+/// 1. Construct it. It is *empty*: adding raises "File not open.", asking raises "Not initialized".
+/// 2. `saveTo` comes first. It creates the file and writes its header at once; from here on the
+///    model is *open for writing*.
+/// 3. Build the tree with `addNode` and `addAssemblyComponents`. The first node becomes the root
+///    and has the id 1; every further node goes below the *current* node, which is then the new
+///    one. `setCurrentNodeId`, `moveToParentNode` and `getNodeId` move the cursor.
+/// 4. Describe nodes with `setNodeData`: transforms and attributes of groups, materials of shapes.
+/// 5. Add arrays with `addArrayProperty`, on the ids that `addNode` and `addAssemblyComponents`
+///    returned for shapes. Values are copied at once, once; full blocks of values go to the file
+///    as soon as possible, so that a large result need not fit into memory.
+/// 6. `close` writes everything that is pending and finishes the file. The model is *empty* again
+///    and may be saved anew, to another file.
+///
+/// The destructor closes too, but an exception there ends the process: a host that must survive a
+/// full disk calls `close` itself and catches what it throws.
+///
+/// \code
+/// using namespace Zyl2::Mox2;
+/// Model model;
+/// model.saveTo("beam.mox");
+/// model.addNode(NodeType::RootGroup, "Beam");
+/// unsigned int const beam = model.addNode(NodeType::Shape, "Steel");
+/// model.addArrayProperty(DatasetType::Coordinates,
+///                        Array2d<float>(2, 3, {0, 0, 0, 1, 0, 0}), beam, Step());
+/// model.addArrayProperty(DatasetType::Connectivity1, Array1d<unsigned int>{0, 1}, beam, Step());
+/// model.addArrayProperty(DatasetType::Polylength1, Array1d<unsigned int>{2}, beam, Step());
+/// model.addArrayProperty(DatasetType::Displacement,
+///                        Array2d<float>(2, 3, {0, 0, 0, 0, 0, -0.1f}), beam, Step("Load 1"));
+/// model.close();
+/// \endcode
+///
+/// All failures are exceptions of `Zyl2::Exception`; work already done when a later step of a call
+/// fails is not undone. A model is used from one thread at a time, and two models must not be
+/// driven from two threads at once.
+class ZYL2_EXPORT Model
+{
+public:
+    /// No node has this id, and no call returns it: the id for "none" is 0.
+    static constexpr unsigned int INVALID_ID = 4294967295U;
+
+    /// "/", what separates the names of a path when a host has nothing better.
+    static std::string const& defaultPathSeparator();
+
+    /// No attributes: the default of every attributes argument.
+    static Attributes const& emptyAttributes();
+
+    /// An empty model, without a file.
+    Model();
+
+    /// Closes the model. An exception here ends the process: see `close`.
+    ~Model() noexcept;
+
+    Model(Model const&) = delete;
+    Model& operator=(Model const&) = delete;
+
+    /// Creates the file and makes the model ready for adding.
+    ///
+    /// With an empty path no file is created: the model can be filled, and nothing is written.
+    ///
+    /// \param path    path of the file; a wide path is narrowed to the low 8 bits of each character
+    /// \param options whether an existing file is overwritten; texts of the writing record
+    /// \pre the model is empty
+    /// \throws Exception::InvalidObjectState "Not Empty": the model was saved and not closed since
+    /// \throws Exception::FileOpenException "File exists.": and `options.overwrite` is false
+    /// \throws Exception::MiscelleneousException "Unable to open file ...": the system refuses
+    /// \post after a failure other than "Not Empty" the model must be closed before it can be saved
+    ///       again
+    void saveTo(std::string const& path, SaverOptions const& options = SaverOptions());
+    /// \copydoc saveTo(std::string const&, SaverOptions const&)
+    void saveTo(char const* path, SaverOptions const& options = SaverOptions());
+    /// \copydoc saveTo(std::string const&, SaverOptions const&)
+    void saveTo(std::wstring const& path, SaverOptions const& options = SaverOptions());
+    /// \copydoc saveTo(std::string const&, SaverOptions const&)
+    void saveTo(wchar_t const* path, SaverOptions const& options = SaverOptions());
+
+    /// Adds a node below the current node and makes it current; the first node becomes the root.
+    ///
+    /// \param type       a group or a shape; `RootGroup` and `FlaggedRootGroup` for the root only
+    /// \param name       any bytes
+    /// \param attributes stored on a group; shapes have none, theirs are dropped
+    /// \return id of the node; for a shape below the root, id of its geometry, which is what
+    ///         `setNodeData` and `addArrayProperty` want
+    /// \pre open for writing
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::InvalidArguments "Invalid node type for root node", "Invalid node type";
+    ///         default text for an attribute of a type that can't be stored
+    /// \throws Exception::KeyNotFound the current node is none, after data was given for an
+    ///         unknown id
+    unsigned int addNode(NodeType type, std::string const& name,
+                         Attributes const& attributes = emptyAttributes());
+
+    /// Sets properties of a node and merges attributes into it. The node becomes current.
+    ///
+    /// \param id         a group, a shape, or the id that `addNode` returned for a shape
+    /// \param properties applied in ascending order of `PropertyType`
+    /// \param attributes merged into a group's own; for shapes they are dropped
+    /// \pre open for writing
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::OutOfBounds `id` is 0 or past the last node
+    /// \throws Exception::InvalidArguments "empty node": the node is not of the kind that the
+    ///         property applies to; "invalid array size"; "Invalid properties"; default text for
+    ///         an attribute of a type that can't be stored
+    /// \throws Exception::TemplateSpecializationNotDefined a value of another type than the
+    ///         property expects
+    void setNodeData(unsigned int id, NodeProperties const& properties,
+                     Attributes const& attributes = emptyAttributes());
+
+    /// Finds a node by the names from the root down to it. The root becomes current.
+    ///
+    /// \param path      separator, name of the root, separator, name below it, and so on. The
+    ///                  root's name alone is not resolved.
+    /// \param separator what stands between the names
+    /// \return the first such node's id in the order of adding; 0 when there is none or `path` is
+    ///         empty
+    /// \pre saved, and not closed since
+    /// \throws Exception::InvalidObjectState "Not initialized"
+    /// \throws std::out_of_range the path names the root only
+    unsigned int getNodeId(std::string const& path,
+                           std::string const& separator = defaultPathSeparator());
+
+    /// Finds a node by the names from the root down to it. The root becomes current.
+    ///
+    /// \param names name of the root, name below it, and so on; names may contain "/", but not the
+    ///              byte 0x1E
+    /// \return as above; 0 for no names
+    /// \pre saved, and not closed since
+    /// \throws Exception::InvalidObjectState "Not initialized"
+    /// \throws std::out_of_range `names` holds the root's name only
+    unsigned int getNodeId(std::vector<std::string> const& names);
+
+    /// The same for names in braces, which would fit a path too.
+    unsigned int getNodeId(std::initializer_list<std::string> names)
+    {
+        return getNodeId(std::vector<std::string>(names));
+    }
+
+    /// Makes a node current.
+    ///
+    /// \param id as returned by `addNode`, `getNodeId`, `addAssemblyComponents`
+    /// \pre saved, and not closed since
+    /// \throws Exception::InvalidObjectState "Not initialized"
+    /// \throws Exception::OutOfBounds `id` is 0 or past the last node
+    void setCurrentNodeId(unsigned int id);
+
+    /// Makes the current node's parent current; at the root the root stays current.
+    ///
+    /// After a shape was added, the first call leads from its geometry to the shape, the second to
+    /// the group that holds it.
+    ///
+    /// \return the parent's id; 0 at the root
+    /// \pre saved, and not closed since
+    /// \throws Exception::InvalidObjectState "Not initialized"
+    /// \throws Exception::KeyNotFound the current node is none
+    unsigned int moveToParentNode();
+
+    /// Adds the nodes that absolute paths such as /car/body/door name, reusing what exists.
+    ///
+    /// All names of a path are groups, but for the last: it is a shape, or a group when the path
+    /// ends with `separator`. The first name is the root's. Empty paths are skipped.
+    ///
+    /// \param names     the paths
+    /// \param separator each of its characters separates names
+    /// \return one id for each path, in their order: of a group, or of a shape's geometry; 1 for
+    ///         the root, 0 for a skipped path
+    /// \pre open for writing, unless `names` is empty
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::InvalidArguments "Relative paths not supported"; earlier paths stay added
+    /// \throws Exception::NotYetImplemented a first name that is not the root's
+    Array1d<unsigned int>
+    addAssemblyComponents(std::vector<std::string> const& names,
+                          std::string const& separator = defaultPathSeparator());
+
+    /// The same for paths in braces, which would fit both containers.
+    /// \param names     as above
+    /// \param separator as above
+    /// \return as above
+    Array1d<unsigned int>
+    addAssemblyComponents(std::initializer_list<std::string> names,
+                          std::string const& separator = defaultPathSeparator())
+    {
+        return addAssemblyComponents(std::vector<std::string>(names), separator);
+    }
+
+    /// Adds the nodes that absolute paths name.
+    ///
+    /// \param components the paths; their attributes are checked where the path names a group, and
+    ///                   stored nowhere
+    /// \param separator  each of its characters separates names
+    /// \return one id for each path, in ascending order of the paths
+    /// \pre open for writing, unless `components` is empty
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::InvalidArguments "Relative paths not supported"; default text for an
+    ///         attribute of a type that can't be stored
+    /// \throws Exception::NotYetImplemented a first name that is not the root's
+    Array1d<unsigned int>
+    addAssemblyComponents(std::map<std::string, Attributes> const& components,
+                          std::string const& separator = defaultPathSeparator());
+
+    /// Adds an array under the default name of its type.
+    ///
+    /// The values are written once; every pair of a component and a step refers to them. An array
+    /// without rows, or no components, adds nothing.
+    ///
+    /// \param type       what the array holds; fixes the number of values per row
+    /// \param values     `Array1d` for one value per row, `Array2d` of rows x width otherwise, of
+    ///                   `float` or `unsigned int`
+    /// \param components id, or ids, of the shapes that get the array; an id that is not a shape's
+    ///                   is passed over
+    /// \param steps      `Step` or `StepList`: the steps that the values belong to
+    /// \param attributes of the dataset; where a step has one of the same name, the dataset's holds
+    /// \pre open for writing
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::InvalidArguments "Can't guess result name for specified type": give a
+    ///         name; "Can't guess result width for specified type"; default text when the width
+    ///         does not match the type, or for an attribute of a type that can't be stored
+    /// \throws Exception::OverflowError more than 2147483647 rows or components, or more than
+    ///         4294967295 bytes
+    /// \throws Exception::KeyNotFound an id that no node has; the current node is then none
+    /// \throws Exception::FileWriteException "Unable to write to file", "Saving the buffer failed"
+    /// \throws Exception::MemoryAllocationException a block can't grow
+    template <typename ArrayT, typename ComponentT, typename StepT>
+    typename IfArrayProperty<ArrayT, ComponentT, StepT>::type
+    addArrayProperty(DatasetType type, ArrayT const& values, ComponentT const& components,
+                     StepT const& steps, Attributes const& attributes = emptyAttributes());
+
+    /// Adds an array under a name of its own.
+    ///
+    /// \param name       with a step's name it must be unique on a node: a later array of the same
+    ///                   name takes the earlier one's place
+    /// \param type       as in the form without name
+    /// \param values     as in the form without name
+    /// \param components as in the form without name
+    /// \param steps      as in the form without name
+    /// \param attributes as in the form without name
+    template <typename ArrayT, typename ComponentT, typename StepT>
+    typename IfArrayProperty<ArrayT, ComponentT, StepT>::type
+    addArrayProperty(std::string const& name, DatasetType type, ArrayT const& values,
+                     ComponentT const& components, StepT const& steps,
+                     Attributes const& attributes = emptyAttributes());
+
+    /// An id given as `int` works as `unsigned int`.
+    template <typename ArrayT, typename StepT>
+    typename IfArrayProperty<ArrayT, unsigned int, StepT>::type
+    addArrayProperty(DatasetType type, ArrayT const& values, int component, StepT const& steps,
+                     Attributes const& attributes = emptyAttributes())
+    {
+        addArrayProperty(type, values, static_cast<unsigned int>(component), steps, attributes);
+    }
+
+    /// An id given as `int` works as `unsigned int`.
+    template <typename ArrayT, typename StepT>
+    typename IfArrayProperty<ArrayT, unsigned int, StepT>::type
+    addArrayProperty(std::string const& name, DatasetType type, ArrayT const& values, int component,
+                     StepT const& steps, Attributes const& attributes = emptyAttributes())
+    {
+        addArrayProperty(name, type, values, static_cast<unsigned int>(component), steps,
+                         attributes);
+    }
+
+    /// Writes what is pending and finishes the file. The model is empty afterwards; closing an
+    /// empty model does nothing.
+    ///
+    /// \throws Exception::FileWriteException "Unable to write to file", "Saving the buffer failed":
+    ///         the file is incomplete, for instance because the disk is full
+    /// \throws Exception::MemoryAllocationException a block can't be compressed
+    /// \post after a failure the file is closed; a second call, the destructor's too, ends quietly
+    void close();
+
+private:
+    Database* database_;
+};
+
+} // namespace Mox2
+} // namespace Zyl2
+
+#endif

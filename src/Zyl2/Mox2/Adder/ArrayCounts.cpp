@@ -1,0 +1,33 @@
+#include "Zyl2/Mox2/Adder/ArrayCounts.h"
+
+#include "Zyl2/Exception/Raise.h"
+
+namespace Zyl2 {
+namespace Mox2 {
+namespace Adder {
+
+namespace {
+
+constexpr char const* Source = "Zyl2/Mox2/Adder/ArrayProperty";
+constexpr std::int64_t LargestCount = 0x7FFFFFFF;
+constexpr std::int64_t LargestByteCount = 0xFFFFFFFF;
+constexpr std::int64_t ValueSize = 4;
+
+} // namespace
+
+void checkArrayCounts(std::int64_t rows, std::int64_t cols, std::int64_t components)
+{
+    if (rows < 0 || components < 0)
+        Exception::raise(Exception::UnderflowError(), Source, 68, BOOST_CURRENT_FUNCTION);
+    if (components > LargestCount)
+        Exception::raise(Exception::OverflowError(), Source, 70, BOOST_CURRENT_FUNCTION);
+    if (rows > LargestCount)
+        Exception::raise(Exception::OverflowError(), Source, 72, BOOST_CURRENT_FUNCTION);
+    // A dataset lies in one block, whose length has 32 bits.
+    if (rows != 0 && cols > LargestByteCount / ValueSize / rows)
+        Exception::raise(Exception::OverflowError(), Source, __LINE__, BOOST_CURRENT_FUNCTION);
+}
+
+} // namespace Adder
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,90 @@
+#include "Zyl2/Mox2/Adder/Node.h"
+
+#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mox/Geometry.h"
+#include "Zyl2/Mox/Group.h"
+#include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox2/Helper/Attributes.h"
+
+#include <memory>
+
+namespace Zyl2 {
+namespace Mox2 {
+namespace Adder {
+
+namespace {
+
+constexpr char const* Source = "Zyl2/Mox2/Adder/Node";
+constexpr unsigned int RootId = 1;
+
+/// After data was given for an unknown id the cursor stands on no record; adding there would make
+/// one up.
+void assertCurrentNodeExists(Zyl2Mox::Tree& tree)
+{
+    static_cast<void>(tree.GetCurrentNode());
+}
+
+} // namespace
+
+Node::Node(NodeType type, std::string const& name, Attributes const& attributes)
+    : type_(type), name_(name), attributes_(attributes)
+{}
+
+void Node::update(Database& database)
+{
+    database.assertOpenedForWriting();
+    database.assertNotEmpty();
+    Zyl2Mox::Tree& tree = *database.tree;
+    if (tree.GetReqNode(RootId).value == nullptr)
+        addRootNode(tree);
+    else
+        addNonRootNode(tree);
+    id_ = tree.GetCurrentId();
+}
+
+void Node::addRootNode(Zyl2Mox::Tree& tree)
+{
+    switch (type_) {
+    case NodeType::FlaggedRootGroup:
+        tree.SetRootGroup(name_, Helper::Attributes::moxAttributeList(attributes_), 1);
+        break;
+    case NodeType::RootGroup:
+    case NodeType::Group:
+        tree.SetRootGroup(name_, Helper::Attributes::moxAttributeList(attributes_));
+        break;
+    case NodeType::Shape:
+        tree.SetRootShape(name_);
+        break;
+    default:
+        Exception::raise(Exception::InvalidArguments("Invalid node type for root node"), Source, 72,
+                         BOOST_CURRENT_FUNCTION);
+    }
+}
+
+void Node::addNonRootNode(Zyl2Mox::Tree& tree)
+{
+    switch (type_) {
+    case NodeType::Group: {
+        auto group = std::make_unique<Zyl2Mox::Group>(
+            name_, Helper::Attributes::moxAttributeList(attributes_));
+        assertCurrentNodeExists(tree);
+        tree.AddNode(std::move(group));
+        break;
+    }
+    case NodeType::Shape: {
+        auto shape = std::make_unique<Zyl2Mox::Shape>(name_);
+        auto geometry = std::make_unique<Zyl2Mox::Geometry>(name_);
+        assertCurrentNodeExists(tree);
+        tree.AddNode(std::move(shape));
+        tree.AddNode(std::move(geometry));
+        break;
+    }
+    default:
+        Exception::raise(Exception::InvalidArguments("Invalid node type"), Source, 86,
+                         BOOST_CURRENT_FUNCTION);
+    }
+}
+
+} // namespace Adder
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,67 @@
+#include "Zyl2/Mox2/Database.h"
+
+#include "Zyl2/Exception/Raise.h"
+
+namespace Zyl2 {
+namespace Mox2 {
+
+namespace {
+
+[[noreturn]] void raiseState(char const* text, unsigned int line, char const* function)
+{
+    Exception::raise(Exception::InvalidObjectState(text), "Zyl2/Mox2/Database", line, function);
+}
+
+} // namespace
+
+Database::Database() = default;
+
+Database::~Database() noexcept
+{
+    Database::close();
+}
+
+void Database::assertEmpty() const
+{
+    if (tree != nullptr)
+        raiseState("Not Empty", 90, BOOST_CURRENT_FUNCTION);
+}
+
+void Database::assertNotEmpty() const
+{
+    if (tree == nullptr)
+        raiseState("Not initialized", 97, BOOST_CURRENT_FUNCTION);
+}
+
+void Database::assertOpenedForWriting() const
+{
+    if (tree == nullptr)
+        raiseState("File not open.", 114, BOOST_CURRENT_FUNCTION);
+    if (!openedForWriting)
+        raiseState("File not opened in write mode", 117, BOOST_CURRENT_FUNCTION);
+}
+
+void Database::close()
+{
+    if (tree == nullptr)
+        return;
+    if (openedForWriting)
+        tree->FlushAndClose(tree->GetFile(), "");
+    tree->GetFile().CloseFile();
+    forgetDatasetPositions();
+    tree.reset();
+    accessMode = 1;
+    openedForWriting = false;
+    openedForReading = false;
+}
+
+/// The positions say nothing once the file is closed, also to others that share the tree.
+void Database::forgetDatasetPositions()
+{
+    for (auto const& [id, record] : tree->GetRecords())
+        if (auto* const geometry = dynamic_cast<Zyl2Mox::Geometry*>(record.value))
+            geometry->GetDatasets().clear();
+}
+
+} // namespace Mox2
+} // namespace Zyl2

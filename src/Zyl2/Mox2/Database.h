@@ -1,0 +1,46 @@
+#ifndef ZYL2_MOX2_DATABASE_H
+#define ZYL2_MOX2_DATABASE_H
+
+#include "Zyl2/Base/Database.h"
+#include "Zyl2/Mox/Tree.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace Zyl2 {
+namespace Mox2 {
+
+/// Holds the tree of the model that is being written; empty before a saver has run and after
+/// `close`.
+class Database : public Base::Database
+{
+public:
+    Database();
+    /// Closes; a failure there ends the process.
+    ~Database() noexcept override;
+
+    /// \throws InvalidObjectState "Not Empty"
+    void assertEmpty() const;
+    /// \throws InvalidObjectState "Not initialized"
+    void assertNotEmpty() const;
+    /// \throws InvalidObjectState "File not open."; "File not opened in write mode"
+    void assertOpenedForWriting() const;
+
+    /// Saves what is pending, closes the file and drops the tree. Does nothing when empty. When
+    /// saving fails the tree stays, and the next `close` drops it.
+    void close() override;
+
+    std::shared_ptr<Zyl2Mox::Tree> tree;
+    bool openedForReading = false;
+    /// From the moment a saver has made the tree until `close`.
+    bool openedForWriting = false;
+    std::int32_t accessMode = 1;
+
+private:
+    void forgetDatasetPositions();
+};
+
+} // namespace Mox2
+} // namespace Zyl2
+
+#endif

@@ -1,0 +1,205 @@
+#include <Zyl2/Mox2/Model.h>
+
+#include "Zyl2/Base/File.h"
+#include "Zyl2/Mox2/Adder/ArrayProperty.h"
+#include "Zyl2/Mox2/Adder/Components.h"
+#include "Zyl2/Mox2/Adder/Node.h"
+#include "Zyl2/Mox2/Database.h"
+#include "Zyl2/Mox2/Extractor/NodeId.h"
+#include "Zyl2/Mox2/GetComponentArray.h"
+#include "Zyl2/Mox2/GetStepList.h"
+#include "Zyl2/Mox2/Modifier/CurrentNodeId.h"
+#include "Zyl2/Mox2/Modifier/NodeData.h"
+#include "Zyl2/Mox2/Saver.h"
+
+#include <utility>
+
+namespace Zyl2 {
+namespace Mox2 {
+
+namespace {
+
+/// Joins names that may hold any other character.
+char const* const nameSeparator = "\x1E";
+
+void save(Database& database, Base::File file, SaverOptions const& options)
+{
+    file.formatName = MOX_FILE_FORMAT_NAME;
+    Saver(file, options).extractFrom(database);
+}
+
+template <typename ContainerT>
+Array1d<unsigned int> addComponents(Database& database, ContainerT const& paths,
+                                    std::string const& separator)
+{
+    Adder::Components<ContainerT, ComponentArray> components(paths, nameSeparator);
+    components.separator = separator;
+    components.update(database);
+    ComponentArray const& ids = components.ids;
+    return Array1d<unsigned int>(ids.data(), ids.data() + ids.size());
+}
+
+template <typename ArrayT, typename ComponentT, typename StepT>
+void addDataset(Database& database, DatasetOf<ArrayT> const& dataset, ComponentT const& components,
+                StepT const& steps)
+{
+    Adder::ArrayPropertyOf<ArrayT> adder;
+    adder.dataset = dataset;
+    // Single ids and steps come through storage that the next conversion overwrites.
+    adder.components = getComponentArray(components);
+    adder.steps = getStepList(steps);
+    adder.update(database);
+}
+
+} // namespace
+
+char const* const MOX_FILE_FORMAT_NAME = "zyli_mox";
+
+constexpr unsigned int Model::INVALID_ID;
+
+std::string const& Model::defaultPathSeparator()
+{
+    static std::string const separator("/");
+    return separator;
+}
+
+Attributes const& Model::emptyAttributes()
+{
+    static Attributes const empty;
+    return empty;
+}
+
+Model::Model() : database_(new Database) {}
+
+Model::~Model() noexcept
+{
+    close();
+    delete database_;
+}
+
+void Model::saveTo(std::string const& path, SaverOptions const& options)
+{
+    Base::File file;
+    file.path = path;
+    save(*database_, std::move(file), options);
+}
+
+void Model::saveTo(char const* path, SaverOptions const& options)
+{
+    saveTo(std::string(path), options);
+}
+
+void Model::saveTo(std::wstring const& path, SaverOptions const& options)
+{
+    Base::File file;
+    file.widePath = path;
+    save(*database_, std::move(file), options);
+}
+
+void Model::saveTo(wchar_t const* path, SaverOptions const& options)
+{
+    saveTo(std::wstring(path), options);
+}
+
+unsigned int Model::addNode(NodeType type, std::string const& name, Attributes const& attributes)
+{
+    Adder::Node adder(type, name, attributes);
+    adder.update(*database_);
+    return adder.getId();
+}
+
+void Model::setNodeData(unsigned int id, NodeProperties const& properties,
+                        Attributes const& attributes)
+{
+    Modifier::NodeData(id, properties, attributes).update(*database_);
+}
+
+unsigned int Model::getNodeId(std::string const& path, std::string const& separator)
+{
+    return Extractor::NodeId(path, separator).extractFrom(*database_);
+}
+
+unsigned int Model::getNodeId(std::vector<std::string> const& names)
+{
+    std::string path;
+    for (std::string const& name : names)
+        path += nameSeparator + name;
+    return getNodeId(path, nameSeparator);
+}
+
+void Model::setCurrentNodeId(unsigned int id)
+{
+    Modifier::CurrentNodeId(id).update(*database_);
+}
+
+unsigned int Model::moveToParentNode()
+{
+    database_->assertNotEmpty();
+    Zyl2Mox::Tree& tree = *database_->tree;
+    unsigned int const parent = tree.GetCurrentNode().parent;
+    if (parent != 0)
+        tree.SetCurrentId(parent);
+    return parent;
+}
+
+Array1d<unsigned int> Model::addAssemblyComponents(std::vector<std::string> const& names,
+                                                   std::string const& separator)
+{
+    return addComponents(*database_, names, separator);
+}
+
+Array1d<unsigned int>
+Model::addAssemblyComponents(std::map<std::string, Attributes> const& components,
+                             std::string const& separator)
+{
+    return addComponents(*database_, components, separator);
+}
+
+template <typename ArrayT, typename ComponentT, typename StepT>
+typename IfArrayProperty<ArrayT, ComponentT, StepT>::type
+Model::addArrayProperty(DatasetType type, ArrayT const& values, ComponentT const& components,
+                        StepT const& steps, Attributes const& attributes)
+{
+    addDataset<ArrayT>(*database_, DatasetOf<ArrayT>(type, values.impl().array, attributes),
+                       components, steps);
+}
+
+template <typename ArrayT, typename ComponentT, typename StepT>
+typename IfArrayProperty<ArrayT, ComponentT, StepT>::type
+Model::addArrayProperty(std::string const& name, DatasetType type, ArrayT const& values,
+                        ComponentT const& components, StepT const& steps,
+                        Attributes const& attributes)
+{
+    addDataset<ArrayT>(*database_, DatasetOf<ArrayT>(name, type, values.impl().array, attributes),
+                       components, steps);
+}
+
+void Model::close()
+{
+    database_->close();
+}
+
+// One macro for what the language has no other way to repeat: 16 combinations of types, each with
+// and without a name.
+#define ZYL2_INSTANTIATE(ArrayT, ComponentT, StepT)                                                \
+    template ZYL2_EXPORT void Model::addArrayProperty(                                             \
+        DatasetType, ArrayT const&, ComponentT const&, StepT const&, Attributes const&);           \
+    template ZYL2_EXPORT void Model::addArrayProperty(std::string const&, DatasetType,             \
+                                                      ArrayT const&, ComponentT const&,            \
+                                                      StepT const&, Attributes const&);
+#define ZYL2_INSTANTIATE_FOR(ArrayT)                                                               \
+    ZYL2_INSTANTIATE(ArrayT, Array1d<unsigned int>, StepList)                                      \
+    ZYL2_INSTANTIATE(ArrayT, Array1d<unsigned int>, Step)                                          \
+    ZYL2_INSTANTIATE(ArrayT, unsigned int, StepList)                                               \
+    ZYL2_INSTANTIATE(ArrayT, unsigned int, Step)
+
+ZYL2_INSTANTIATE_FOR(Array1d<float>)
+ZYL2_INSTANTIATE_FOR(Array1d<unsigned int>)
+ZYL2_INSTANTIATE_FOR(Array2d<float>)
+ZYL2_INSTANTIATE_FOR(Array2d<unsigned int>)
+
+#undef ZYL2_INSTANTIATE_FOR
+#undef ZYL2_INSTANTIATE
+
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,23 @@
+#include "Zyl2/Mox2/Modifier/CurrentNodeId.h"
+
+#include "Zyl2/Exception/Raise.h"
+
+namespace Zyl2 {
+namespace Mox2 {
+namespace Modifier {
+
+CurrentNodeId::CurrentNodeId(unsigned int id) : id_(id) {}
+
+void CurrentNodeId::update(Database& database)
+{
+    database.assertNotEmpty();
+    Zyl2Mox::Tree& tree = *database.tree;
+    if (id_ == 0 || id_ > tree.GetNodeCount())
+        Exception::raise(Exception::OutOfBounds(), "Zyl2/Mox2/Modifier/CurrentNodeId", 46,
+                         BOOST_CURRENT_FUNCTION);
+    tree.SetCurrentId(id_);
+}
+
+} // namespace Modifier
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,120 @@
+#include "Zyl2/Mox2/Modifier/NodeData.h"
+
+#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mox/Geometry.h"
+#include "Zyl2/Mox2/Helper/Attributes.h"
+
+#include <vector>
+
+namespace Zyl2 {
+namespace Mox2 {
+namespace Modifier {
+
+namespace {
+
+constexpr char const* Source = "Zyl2/Mox2/Modifier/NodeData";
+
+} // namespace
+
+NodeData::NodeData(unsigned int id, NodeProperties const& properties, Attributes const& attributes)
+    : id_(id), properties_(properties), attributes_(attributes)
+{}
+
+void NodeData::update(Database& database)
+{
+    database.assertOpenedForWriting();
+    database.assertNotEmpty();
+    Zyl2Mox::Tree& tree = *database.tree;
+    if (id_ == 0 || id_ > tree.GetNodeCount())
+        Exception::raise(Exception::OutOfBounds(), Source, 67, BOOST_CURRENT_FUNCTION);
+    Target const target = moveToTarget(tree);
+    for (auto const& [type, value] : properties_.map()) {
+        if (type > PropertyType::Unsupported)
+            Exception::raise(Exception::InvalidArguments("Invalid properties"), Source, 117,
+                             BOOST_CURRENT_FUNCTION);
+        apply(type, value, target);
+    }
+    if (!attributes_.map().empty() && target.group != nullptr)
+        mergeAttributes(attributes_, *target.group);
+}
+
+void NodeData::raiseEmptyNode(char const* function)
+{
+    Exception::raise(Exception::InvalidArguments("empty node"), Source, 133, function);
+}
+
+/// A geometry's id stands for its shape: it is the id that a host has of a shape.
+NodeData::Target NodeData::moveToTarget(Zyl2Mox::Tree& tree) const
+{
+    tree.SetCurrentId(id_);
+    auto const& record = tree.GetCurrentNode();
+    Target target{dynamic_cast<Zyl2Mox::Group*>(record.value),
+                  dynamic_cast<Zyl2Mox::Shape*>(record.value)};
+    bool const isGeometry = dynamic_cast<Zyl2Mox::Geometry*>(record.value) != nullptr;
+    if (target.shape == nullptr && isGeometry && record.parent != 0) {
+        tree.SetCurrentId(record.parent);
+        target.shape = dynamic_cast<Zyl2Mox::Shape*>(tree.GetCurrentNode().value);
+    }
+    return target;
+}
+
+void NodeData::apply(PropertyType type, PropertyValue const& value, Target const& target)
+{
+    using Zyl2Mox::Group;
+    using Zyl2Mox::Material;
+    switch (type) {
+    case PropertyType::Translation:
+        return setOnGroup(&Group::SetTranslation, value, target);
+    case PropertyType::Rotation:
+        return setOnGroup(&Group::SetRotation, value, target);
+    case PropertyType::Scale:
+        return setOnGroup(&Group::SetScale, value, target);
+    case PropertyType::DiffuseColor:
+        return setOnMaterial(&Material::SetDiffuseColor, value, target);
+    case PropertyType::SpecularColor:
+        return setOnMaterial(&Material::SetSpecularColor, value, target);
+    case PropertyType::EmissiveColor:
+        return setOnMaterial(&Material::SetEmissiveColor, value, target);
+    case PropertyType::AmbientColor:
+        return setOnMaterial(&Material::SetAmbientColor, value, target);
+    case PropertyType::Transparency:
+        return setOnMaterial(&Material::SetTransparency, value, target);
+    case PropertyType::AmbientIntensity:
+        return setOnMaterial(&Material::SetAmbientIntensity, value, target);
+    case PropertyType::Shininess:
+        return setOnMaterial(&Material::SetShininess, value, target);
+    case PropertyType::Unsupported:
+        // No property value is a bool, so that this fails, which is all it does.
+        static_cast<void>(valueFrom<bool>(value));
+    }
+}
+
+// The value is extracted before the target is looked at, which decides what fails first.
+
+void NodeData::setOnGroup(GroupSetter setter, PropertyValue const& value, Target const& target)
+{
+    auto const values = valueFrom<std::vector<float>>(value);
+    (notNull(target.group)->*setter)(values);
+}
+
+void NodeData::setOnMaterial(ColorSetter setter, PropertyValue const& value, Target const& target)
+{
+    auto const values = valueFrom<std::vector<float>>(value);
+    (notNull(target.shape)->GetMaterial().*setter)(values);
+}
+
+void NodeData::setOnMaterial(NumberSetter setter, PropertyValue const& value, Target const& target)
+{
+    auto const number = valueFrom<float>(value);
+    (notNull(target.shape)->GetMaterial().*setter)(number);
+}
+
+void NodeData::mergeAttributes(Attributes const& attributes, Zyl2Mox::Group& group)
+{
+    for (auto const& [name, value] : Helper::Attributes::moxAttributeList(attributes))
+        group.GetAttributes()[name] = value;
+}
+
+} // namespace Modifier
+} // namespace Mox2
+} // namespace Zyl2

@@ -1,0 +1,41 @@
+#include "Zyl2/Mox2/Saver.h"
+
+#include "Zyl2/Wvf/Globals.h"
+
+namespace Zyl2 {
+namespace Mox2 {
+
+void Saver::extractFrom(Database& database)
+{
+    database.assertEmpty();
+    // Before anything can fail: a host that could not open its file has to close the model first.
+    database.openedForReading = false;
+    database.openedForWriting = true;
+    database.tree = std::make_shared<Zyl2Mox::Tree>();
+
+    Zyl2Mox::Tree& tree = *database.tree;
+    if (openFile(tree)) {
+        tree.SetFormatVersion(Zyl2Wvf::mox_file_version);
+        tree.GetFile().WriteHeader();
+    }
+    SaverOptions const& options = getOptions();
+    if (!options.text1.empty())
+        tree.GetScratchModifierInfo().SetTexts(options.text1, options.text2);
+}
+
+/// \return whether there is a file; without a path there is none
+bool Saver::openFile(Zyl2Mox::Tree& tree) const
+{
+    Base::File const& file = getFile();
+    bool const overwrite = getOptions().overwrite;
+    if (!file.path.empty())
+        tree.GetFile().OpenFileForWriting(file.path, overwrite);
+    else if (!file.widePath.empty())
+        tree.GetFile().OpenFileForWriting(file.widePath, overwrite);
+    else
+        return false;
+    return true;
+}
+
+} // namespace Mox2
+} // namespace Zyl2

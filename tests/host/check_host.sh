@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs the library into a clean prefix and builds and runs the hosts in project/ against it.
+#
+#   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR
+set -euo pipefail
+
+source=$1 work=$2 kind=$3 config=$4 compiler=$5 generator=$6
+case $kind in
+    shared) shared=ON ;;
+    static) shared=OFF ;;
+esac
+library=$work/library-$kind-$config
+prefix=$work/prefix-$kind-$config
+host=$work/host-$kind-$config-$compiler
+
+cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
+    -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
+    -DMOXWRITER_BUILD_EXAMPLES=OFF
+cmake --build "$library"
+rm -rf "$prefix" "$host"
+cmake --install "$library" --prefix "$prefix"
+
+cmake -S "$source/tests/host/project" -B "$host" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix"
+cmake --build "$host"
+ctest --test-dir "$host" --output-on-failure --no-tests=error

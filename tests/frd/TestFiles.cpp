@@ -1,0 +1,166 @@
+#include "TestFiles.h"
+
+#include <frd/Error.h>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include <stdlib.h>
+
+namespace TestFiles {
+
+namespace {
+
+template <typename T>
+std::string image(T value)
+{
+    std::string result(sizeof(T), '\0');
+    std::memcpy(&result[0], &value, sizeof(T));
+    return result;
+}
+
+} // namespace
+
+Folder::Folder()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "frd-test-XXXXXX").string();
+    if (::mkdtemp(&name[0]) == nullptr)
+        throw std::runtime_error("no folder for the test");
+    path_ = name;
+}
+
+Folder::~Folder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::filesystem::path Folder::write(std::string const& name, std::string const& content) const
+{
+    std::ofstream file(path(name), std::ios::binary);
+    file << content;
+    if (!file.flush())
+        throw std::runtime_error("the test's file can't be written");
+    return path(name);
+}
+
+std::vector<std::string> Folder::names() const
+{
+    std::vector<std::string> names;
+    for (auto const& entry : std::filesystem::directory_iterator(path_))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string contentOf(std::filesystem::path const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw std::runtime_error("no file " + path.string());
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::filesystem::path solverFile(std::string const& name)
+{
+    return std::filesystem::path(FRD_TEST_DATA) / (name + ".frd");
+}
+
+std::filesystem::path exampleFile(std::string const& name)
+{
+    return std::filesystem::path(EXAMPLE_DATA) / name;
+}
+
+std::string bytes(std::int32_t value)
+{
+    return image(value);
+}
+
+std::string bytes(float value)
+{
+    return image(value);
+}
+
+std::string bytes(double value)
+{
+    return image(value);
+}
+
+std::string replaced(std::string text, std::string const& from, std::string const& to)
+{
+    auto at = text.find(from);
+    if (at == std::string::npos)
+        throw std::runtime_error("the test's text does not hold " + from);
+    for (; at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+std::string triangleMesh()
+{
+    return "    2C                             4                                     1\n"
+           " -1         3 0.00000E+00 1.00000E+00 0.00000E+00\n"
+           " -1         1 0.00000E+00 0.00000E+00 0.00000E+00\n"
+           " -1         2 1.00000E+00 0.00000E+00-2.50000E-01\n"
+           " -1         9 7.00000E+00 8.00000E+00 9.00000E+00\n"
+           " -3\n"
+           "    3C                             1                                     1\n"
+           " -1         5    7    7    2\n"
+           " -2         1         2         3\n"
+           " -3\n";
+}
+
+std::string displacementBlock()
+{
+    return "  100CL  101 5.00000E-01           2                     0    1           1\n"
+           " -4  DISP        4    1\n"
+           " -5  D1          1    2    1    0\n"
+           " -5  D2          1    2    2    0\n"
+           " -5  D3          1    2    3    0\n"
+           " -5  ALL         1    2    0    0    1ALL\n"
+           " -1         2 1.00000E+00 2.00000E+00 3.00000E+00\n"
+           " -1         1-1.00000E+00-2.00000E+00-3.00000E+00\n"
+           " -3\n";
+}
+
+std::string triangleFile()
+{
+    return "    1C\n" + triangleMesh() + displacementBlock() + " 9999\n";
+}
+
+std::vector<Frd::ResultBlock> blocksOf(std::string const& content)
+{
+    Folder const folder;
+    return blocksOfFile(folder.write("in.frd", content));
+}
+
+std::vector<Frd::ResultBlock> blocksOfFile(std::filesystem::path const& path)
+{
+    Frd::Reader reader(path);
+    std::vector<Frd::ResultBlock> blocks;
+    Frd::ResultBlock block;
+    while (reader.next(block))
+        blocks.push_back(block);
+    return blocks;
+}
+
+std::string complaintAbout(std::string const& content)
+{
+    Folder const folder;
+    return complaintAboutFile(folder.write("in.frd", content));
+}
+
+std::string complaintAboutFile(std::filesystem::path const& path)
+{
+    try {
+        blocksOfFile(path);
+        return "";
+    } catch (Frd::Error const& error) {
+        return error.what();
+    }
+}
+
+} // namespace TestFiles

@@ -1,0 +1,63 @@
+#ifndef TESTS_FRD_TESTFILES_H
+#define TESTS_FRD_TESTFILES_H
+
+#include <frd/Reader.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace TestFiles {
+
+/// A folder of its own for each test, gone when the test is over.
+class Folder
+{
+public:
+    Folder();
+    ~Folder();
+    Folder(Folder const&) = delete;
+    Folder& operator=(Folder const&) = delete;
+
+    std::filesystem::path path(std::string const& name) const { return path_ / name; }
+    /// Makes a file of that content.
+    std::filesystem::path write(std::string const& name, std::string const& content) const;
+    /// Names of the files in the folder, sorted.
+    std::vector<std::string> names() const;
+
+private:
+    std::filesystem::path path_;
+};
+
+std::string contentOf(std::filesystem::path const& path);
+
+/// Small results of the solver, one element each, by name without ending.
+std::filesystem::path solverFile(std::string const& name);
+std::filesystem::path exampleFile(std::string const& name);
+
+/// The four-byte and eight-byte images of numbers in a binary file.
+std::string bytes(std::int32_t value);
+std::string bytes(float value);
+std::string bytes(double value);
+
+/// Text with every occurrence of `from` replaced.
+std::string replaced(std::string text, std::string const& from, std::string const& to);
+
+/// The nodes 3, 1, 2, 9 and the triangle 5 of group 7 and material 2 over 1, 2 and 3, long lines.
+std::string triangleMesh();
+/// A displacement of the nodes 1 and 2, long lines, without parameter records.
+std::string displacementBlock();
+/// Header, mesh, one displacement and the end record.
+std::string triangleFile();
+
+/// All result blocks of a file of that content.
+std::vector<Frd::ResultBlock> blocksOf(std::string const& content);
+std::vector<Frd::ResultBlock> blocksOfFile(std::filesystem::path const& path);
+
+/// What the reader says of a file of that content: the message of the error that reading it whole
+/// raises, or nothing.
+std::string complaintAbout(std::string const& content);
+std::string complaintAboutFile(std::filesystem::path const& path);
+
+} // namespace TestFiles
+
+#endif

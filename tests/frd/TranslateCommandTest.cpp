@@ -1,0 +1,99 @@
+#include "TestFiles.h"
+
+#include <mox/TranslateCommand.h>
+#include <moxread/Verify.h>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+using namespace TestFiles;
+using Names = std::vector<std::string>;
+
+int runWith(std::vector<std::string> arguments)
+{
+    CLI::App app("test");
+    int exitStatus = -1;
+    addTranslateCommand(app, exitStatus);
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+    return exitStatus;
+}
+
+/// What the command says on the error stream while this lives.
+class ErrorStream
+{
+public:
+    ErrorStream() : previous_(std::cerr.rdbuf(text_.rdbuf())) {}
+    ~ErrorStream() { std::cerr.rdbuf(previous_); }
+    ErrorStream(ErrorStream const&) = delete;
+    ErrorStream& operator=(ErrorStream const&) = delete;
+
+    std::string text() const { return text_.str(); }
+
+private:
+    std::ostringstream text_;
+    std::streambuf* previous_;
+};
+
+TEST(TranslateCommand, ASoundFileBecomesAModelWithoutAWord)
+{
+    Folder const folder;
+    std::ostringstream err;
+    std::string const output = folder.path("out.mox").string();
+    EXPECT_EQ(translateFile(exampleFile("cantilever.frd").string(), output, false, err), 0);
+    EXPECT_EQ(err.str(), "");
+    EXPECT_NO_THROW(MoxRead::verify(output));
+}
+
+TEST(TranslateCommand, ABadFileGetsOneSentenceWithItsLine)
+{
+    Folder const folder;
+    std::ostringstream err;
+    std::string const input =
+        folder.write("in.frd", replaced(triangleFile(), "   7    7    2", "  13    7    2"))
+            .string();
+    EXPECT_EQ(translateFile(input, folder.path("out.mox").string(), false, err), 1);
+    EXPECT_EQ(err.str(),
+              "mox translate: " + input + ": line 9: Element 5 has the unknown type 13.\n");
+    EXPECT_EQ(folder.names(), (Names{"in.frd"}));
+}
+
+TEST(TranslateCommand, AnExistingOutputIsRefused)
+{
+    Folder const folder;
+    std::ostringstream err;
+    std::string const input = folder.write("in.frd", triangleFile()).string();
+    std::string const output = folder.write("out.mox", "old").string();
+    EXPECT_EQ(translateFile(input, output, false, err), 1);
+    EXPECT_EQ(err.str(), "mox translate: " + output + ": File exists.\n");
+    EXPECT_EQ(contentOf(output), "old");
+}
+
+TEST(TranslateCommand, TheCommandTakesInputOutputAndTheOverwriteFlag)
+{
+    Folder const folder;
+    std::string const input = folder.write("in.frd", triangleFile()).string();
+    std::string const output = folder.write("out.mox", "old").string();
+    ErrorStream const errors;
+    EXPECT_EQ(runWith({"translate", input, output}), 1);
+    EXPECT_EQ(errors.text(), "mox translate: " + output + ": File exists.\n");
+    EXPECT_EQ(contentOf(output), "old");
+    EXPECT_EQ(runWith({"translate", "--overwrite", input, output}), 0);
+    EXPECT_NO_THROW(MoxRead::verify(output));
+}
+
+TEST(TranslateCommand, MissingArgumentsAreWrongUsage)
+{
+    EXPECT_THROW(runWith({"translate", "in.frd"}), CLI::ParseError);
+    EXPECT_THROW(runWith({"translate", "a", "b", "c"}), CLI::ParseError);
+}
+
+} // namespace

@@ -1,0 +1,176 @@
+#include "LsCommand.h"
+#include "VerifyCommand.h"
+
+#include "Sample.h"
+#include "TestFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <sstream>
+
+using namespace MoxReadTest;
+
+namespace {
+
+struct Outcome
+{
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+Outcome outcomeOfVerify(const TemporaryFile& file)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = verifyFile(file.path(), out, err);
+    return {status, out.str(), err.str()};
+}
+
+Outcome outcomeOfLs(const TemporaryFile& file)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = listFile(file.path(), out, err);
+    return {status, out.str(), err.str()};
+}
+
+// A refusal is one line, on one stream only.
+void expectRefusal(const Outcome& outcome)
+{
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+// The offset of the byte with the transformations in the entry of a slot of the root index.
+std::size_t transformationsOffset(std::size_t slot)
+{
+    return 20 + slot * 139 + 137;
+}
+
+// Whether a block was written early says nothing about its bytes. And values without compression
+// are as good as any: that "Heavy Data" are compressed is known from nothing but the flag.
+bool leavesASoundFile(std::size_t offset, unsigned flip)
+{
+    for (std::size_t slot = 0; slot < 6; ++slot) {
+        if (offset == transformationsOffset(slot) && flip == 32) {
+            return true;
+        }
+    }
+    return offset == transformationsOffset(0) && flip == 1;
+}
+
+using Visit = std::function<void(std::size_t offset, unsigned flip)>;
+
+// Visits the file with each bit of each byte from `first` to before `last` flipped by itself, then
+// with all bits of the byte flipped.
+void forEachFlip(const TemporaryFile& file, const std::string& whole, std::size_t first,
+                 std::size_t last, const Visit& visit)
+{
+    for (std::size_t offset = first; offset < last; ++offset) {
+        for (const unsigned flip : {1U, 2U, 4U, 8U, 16U, 32U, 64U, 128U, 255U}) {
+            const unsigned byte = static_cast<unsigned char>(whole[offset]) ^ flip;
+            file.overwrite(offset, static_cast<char>(static_cast<unsigned char>(byte)));
+            visit(offset, flip);
+        }
+        file.overwrite(offset, whole[offset]);
+    }
+}
+
+} // namespace
+
+TEST(HostileFile, CutAnywhereItIsIncomplete)
+{
+    const std::string whole = Sample().file();
+    const TemporaryFile file(whole);
+    for (std::size_t length = whole.size(); length-- > 0;) {
+        file.cutTo(length);
+        const Outcome outcome = outcomeOfVerify(file);
+        expectRefusal(outcome);
+        ASSERT_EQ(outcome.err.find(file.path() + ": incomplete: "), 0U)
+            << length << ": " << outcome.err;
+        expectRefusal(outcomeOfLs(file));
+    }
+}
+
+TEST(HostileFile, AnyByteOfTheIndexFlippedIsRefused)
+{
+    const std::string whole = Sample().file();
+    const TemporaryFile file(whole);
+    forEachFlip(file, whole, 0, 2800, [&](std::size_t offset, unsigned flip) {
+        const Outcome outcome = outcomeOfVerify(file);
+        if (leavesASoundFile(offset, flip)) {
+            EXPECT_EQ(outcome.status, 0) << "byte " << offset << " flip " << flip;
+        } else {
+            SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
+            expectRefusal(outcome);
+        }
+    });
+}
+
+TEST(HostileFile, AFlipInACompressedBlockIsRefusedOrChangesNothing)
+{
+    const std::string whole = Sample().file();
+    const TemporaryFile file(whole);
+    const std::string listing = outcomeOfLs(file).out;
+    ASSERT_NE(listing, "");
+    forEachFlip(file, whole, 2800, whole.size(), [&](std::size_t offset, unsigned flip) {
+        SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
+        if (outcomeOfVerify(file).status == 0) {
+            EXPECT_EQ(outcomeOfLs(file).out, listing);
+        } else {
+            expectRefusal(outcomeOfLs(file));
+        }
+    });
+}
+
+// Without compression every flip reaches the records themselves. Many are other sound values; what
+// counts is that the verdict is a clear one.
+TEST(HostileFile, AFlipInAPlainBlockGetsAVerdict)
+{
+    const std::string whole = assemble(slotsFor(Sample().plainBlocks()));
+    const TemporaryFile file(whole);
+    forEachFlip(file, whole, 2800, whole.size(), [&](std::size_t offset, unsigned flip) {
+        SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
+        const Outcome outcome = outcomeOfVerify(file);
+        EXPECT_EQ(outcomeOfLs(file).status, outcome.status);
+        if (outcome.status != 0) {
+            expectRefusal(outcome);
+        }
+    });
+}
+
+TEST(HostileFile, AByteCutOutOfAnyPlainBlockIsRefused)
+{
+    for (std::size_t block = 1; block < 6; ++block) {
+        std::vector<TestBlock> blocks = Sample().plainBlocks();
+        const std::size_t size = blocks[block].block.size();
+        for (std::size_t length = 0; length < size; ++length) {
+            blocks[block].block.resize(size - 1 - length);
+            const TemporaryFile file(assemble(slotsFor(blocks)));
+            ASSERT_EQ(outcomeOfVerify(file).status, 1) << blocks[block].name << " " << length;
+        }
+    }
+}
+
+TEST(HostileFile, ATreeThatIsOneDeepBranchIsListed)
+{
+    constexpr std::uint32_t depth = 20000;
+    Sample sample;
+    sample.nodes.assign(depth, {});
+    for (std::uint32_t id = 1; id <= depth; ++id) {
+        TestNode& node = sample.nodes[id - 1];
+        node.id = id;
+        node.parent = id - 1;
+        node.first = node.last = id < depth ? id + 1 : 0;
+    }
+    const TemporaryFile file(
+        assemble(slotsFor({{"Mox Tree", 1, deflated(sample.tree())},
+                           {"Global Information", 1, deflated(sample.global())}})));
+    const Outcome outcome = outcomeOfLs(file);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), depth + 3);
+}

@@ -1,0 +1,188 @@
+#include "moxread/Model.h"
+
+#include "Sample.h"
+#include "TestFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <stdexcept>
+
+using namespace MoxReadTest;
+using MoxRead::AttributeValue;
+using MoxRead::Model;
+using MoxRead::Node;
+using MoxRead::Variable;
+
+namespace {
+
+Model modelOf(const Sample& sample)
+{
+    const TemporaryFile temporary(sample.file());
+    return Model(temporary.path());
+}
+
+} // namespace
+
+TEST(Model, NodesKnowTheirFamilies)
+{
+    const Model model = modelOf(Sample());
+    ASSERT_EQ(model.nodes().size(), 4U);
+    const Node& root = model.node(1);
+    EXPECT_EQ(root.id, 1U);
+    EXPECT_EQ(root.name, "root");
+    EXPECT_EQ(root.type, "Group");
+    EXPECT_EQ(root.version, "0.4");
+    EXPECT_EQ(root.parent, 0U);
+    EXPECT_EQ(root.firstChild, 2U);
+    EXPECT_EQ(root.lastChild, 4U);
+    EXPECT_EQ(model.node(4).previousSibling, 2U);
+    EXPECT_EQ(model.node(2).nextSibling, 4U);
+    EXPECT_EQ(model.node(4).lightPosition, 159U);
+    EXPECT_THROW(model.node(0), std::out_of_range);
+    EXPECT_THROW(model.node(5), std::out_of_range);
+}
+
+TEST(Model, AGroupHasATransformAFlagAndAttributes)
+{
+    const Model model = modelOf(Sample());
+    const MoxRead::Group* const group = model.node(1).group();
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->translation, (std::array<float, 3>{1, 2, 3}));
+    EXPECT_EQ(group->rotation, (std::array<float, 4>{0, 1, 0, 0.5F}));
+    EXPECT_EQ(group->scale, (std::array<float, 3>{2, 2, 2}));
+    EXPECT_TRUE(group->flag);
+    const MoxRead::Attributes expected = {
+        {"a", AttributeValue(7U)}, {"b", 1.5F}, {"c", std::string("text")}, {"d", 2.5}};
+    EXPECT_EQ(group->attributes, expected);
+    EXPECT_EQ(model.node(1).shape(), nullptr);
+    EXPECT_EQ(model.node(1).geometry(), nullptr);
+}
+
+TEST(Model, AShapeHasAMaterial)
+{
+    const Model model = modelOf(Sample());
+    const MoxRead::Shape* const shape = model.node(2).shape();
+    ASSERT_NE(shape, nullptr);
+    EXPECT_EQ(shape->material.diffuse, (MoxRead::Color{0.8F, 0.8F, 0.8F, 1}));
+    EXPECT_EQ(shape->material.specular, (MoxRead::Color{0, 0, 0, 1}));
+    EXPECT_EQ(shape->material.emissive, (MoxRead::Color{0, 0, 0, 1}));
+    EXPECT_EQ(shape->material.ambient, (MoxRead::Color{0.16F, 0.16F, 0.16F, 0.2F}));
+    EXPECT_EQ(shape->material.transparency, 0.F);
+    EXPECT_EQ(shape->material.shininess, 0.2F);
+    EXPECT_TRUE(shape->material.flag);
+}
+
+TEST(Model, AVariableIsDescribedByItsHeader)
+{
+    const Model model = modelOf(Sample());
+    const Variable* const ids = model.variable(3, "Ids");
+    ASSERT_NE(ids, nullptr);
+    EXPECT_EQ(ids->variableType(), 12U);
+    EXPECT_EQ(ids->elementCode(), 5U);
+    EXPECT_FALSE(ids->linked);
+    EXPECT_EQ(ids->valueCount, 2U);
+    EXPECT_EQ(ids->width, 1U);
+    EXPECT_EQ(ids->rows(), 2U);
+    EXPECT_EQ(ids->dataPosition, 24U);
+    EXPECT_FALSE(ids->vibration);
+    EXPECT_TRUE(model.variable(3, "Coordinates")->vibration);
+    EXPECT_EQ(model.variable(3, "Coordinates")->attributes, (MoxRead::Attributes{{"t", 0.5F}}));
+    EXPECT_EQ(model.variable(3, "absent"), nullptr);
+    EXPECT_EQ(model.variable(2, "Ids"), nullptr);
+}
+
+TEST(Model, AVariableNameIsADatasetNameAndAStepName)
+{
+    const Model model = modelOf(Sample());
+    const Variable& linked = model.variable({3, 2});
+    EXPECT_EQ(linked.datasetName(), "Coordinates");
+    EXPECT_EQ(linked.stepName(), "t2");
+    EXPECT_TRUE(linked.hasStep());
+    EXPECT_EQ(model.variable({3, 1}).datasetName(), "Ids");
+    EXPECT_EQ(model.variable({3, 1}).stepName(), "");
+    EXPECT_FALSE(model.variable({3, 1}).hasStep());
+}
+
+TEST(Model, ALinkedVariableHasTheValuesOfItsTarget)
+{
+    Model model = modelOf(Sample());
+    const Variable& linked = model.variable({3, 2});
+    EXPECT_TRUE(linked.linked);
+    EXPECT_EQ(linked.link.nodeId, 3U);
+    EXPECT_EQ(linked.link.index, 0U);
+    EXPECT_EQ(&model.resolve(linked), &model.variable({3, 0}));
+    const std::vector<float> values = model.read(linked).floats();
+    ASSERT_EQ(values.size(), 6U);
+    EXPECT_EQ(std::vector<float>(values.begin(), values.begin() + 5),
+              (std::vector<float>{1, 2, 3, -1, 0.5F}));
+    EXPECT_TRUE(std::isnan(values[5]));
+}
+
+TEST(Model, ValuesInDifferentBlocksAreReadInAnyOrder)
+{
+    const Sample sample;
+    std::vector<TestBlock> blocks = sample.blocks();
+    blocks[0].block = deflated(sample.heavy().substr(0, 24));
+    blocks.push_back({"Heavy Data", 1, deflated("")});
+    blocks.push_back({"Heavy Data", 0, sample.heavy().substr(24)});
+    const TemporaryFile temporary(assemble(slotsFor(blocks)));
+    Model model(temporary.path());
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(model.read(model.variable({3, 1})).words,
+                  (std::vector<std::uint32_t>{0x04030201, 0x14131211}));
+        EXPECT_EQ(model.read(model.variable({3, 0})).words[4], 0x3F000000U);
+    }
+    EXPECT_EQ(model.heavyLength(), 32U);
+    EXPECT_EQ(model.unusedHeavyLength(), 0U);
+}
+
+TEST(Model, AllStoredVariablesAreVisitedInTheOrderOfTheFile)
+{
+    Sample sample;
+    std::swap(sample.variables[0], sample.variables[1]);
+    std::swap(sample.attributes[1], sample.attributes[2]);
+    sample.variables[2].linkIndex = 1;
+    Model model = modelOf(sample);
+    std::vector<std::string> names;
+    model.readAll([&](const Variable& variable, const MoxRead::Dataset& dataset) {
+        names.push_back(variable.name + " " + std::to_string(dataset.rows()));
+    });
+    EXPECT_EQ(names, (std::vector<std::string>{"Coordinates 2", "Ids 2"}));
+}
+
+TEST(Model, HeavyBytesInNoDatasetAreCounted)
+{
+    const Sample sample;
+    std::vector<TestBlock> blocks = sample.blocks();
+    blocks[0].block = deflated(sample.heavy() + "unused");
+    const TemporaryFile temporary(assemble(slotsFor(blocks)));
+    EXPECT_EQ(Model(temporary.path()).unusedHeavyLength(), 6U);
+}
+
+TEST(Model, ANodeIsFoundByThePathOfItsNames)
+{
+    const Model model = modelOf(Sample());
+    ASSERT_NE(model.find({"root", "rest"}), nullptr);
+    EXPECT_EQ(model.find({"root", "rest"})->id, 4U);
+    EXPECT_EQ(model.find({"root", "part", "part"})->id, 3U);
+    EXPECT_EQ(model.find({"root"})->id, 1U);
+    EXPECT_EQ(model.find({"rest"}), nullptr);
+    EXPECT_EQ(model.find({"root", "absent"}), nullptr);
+    EXPECT_EQ(model.find({}), nullptr);
+}
+
+TEST(Model, TheWritingRecordHasSevenTexts)
+{
+    const Model model = modelOf(Sample());
+    ASSERT_EQ(model.globalInformation().writings.size(), 1U);
+    const MoxRead::WritingRecord& writing = model.globalInformation().writings[0];
+    EXPECT_EQ(writing.text1, "one");
+    EXPECT_EQ(writing.text2, "two");
+    EXPECT_EQ(writing.formatVersion, "1.3");
+    EXPECT_EQ(writing.time, "Thu Nov 20 15:30:00 2025 UTC");
+    EXPECT_EQ(writing.host, "host");
+    EXPECT_EQ(writing.user, "me");
+    EXPECT_EQ(writing.text, "");
+    EXPECT_TRUE(model.globalInformation().resultAttributes.empty());
+}

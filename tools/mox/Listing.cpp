@@ -1,0 +1,186 @@
+#include "Listing.h"
+
+#include "ValueText.h"
+
+#include "moxread/Text.h"
+
+#include <algorithm>
+#include <variant>
+
+using MoxRead::Attributes;
+using MoxRead::Group;
+using MoxRead::Material;
+using MoxRead::Node;
+using MoxRead::quoted;
+using MoxRead::Variable;
+using MoxRead::WritingRecord;
+
+namespace {
+
+// A tree may be as deep as it has nodes; lines that grow with the depth would make the listing of
+// such a tree endless.
+constexpr std::size_t greatestIndentedDepth = 64;
+
+std::string indentFor(std::size_t depth)
+{
+    return std::string(2 * std::min(depth, greatestIndentedDepth), ' ');
+}
+
+struct AttributeText
+{
+    std::string operator()(std::uint32_t value) const { return std::to_string(value); }
+    std::string operator()(float value) const { return textOf(value) + " (float)"; }
+    std::string operator()(double value) const { return textOf(value) + " (double)"; }
+    std::string operator()(const std::string& value) const { return quoted(value); }
+};
+
+void printAttributes(std::ostream& out, const Attributes& attributes, const std::string& indent)
+{
+    for (const auto& [name, value] : attributes) {
+        out << indent << "attribute " << quoted(name) << " = " << std::visit(AttributeText(), value)
+            << '\n';
+    }
+}
+
+template <typename Numbers>
+void printUnlessDefault(std::ostream& out, const std::string& what, const Numbers& numbers,
+                        const Numbers& usual, const std::string& indent)
+{
+    if (numbers != usual) {
+        out << indent << what << ' ' << textOf(numbers.begin(), numbers.end()) << '\n';
+    }
+}
+
+void printGroup(std::ostream& out, const Group& group, const std::string& indent)
+{
+    printUnlessDefault(out, "translation", group.translation, {0, 0, 0}, indent);
+    printUnlessDefault(out, "rotation", group.rotation, {0, 0, 1, 0}, indent);
+    printUnlessDefault(out, "scale", group.scale, {1, 1, 1}, indent);
+    if (group.flag) {
+        out << indent << "flag 1\n";
+    }
+    printAttributes(out, group.attributes, indent);
+}
+
+void printMaterial(std::ostream& out, const Material& material, const std::string& indent)
+{
+    const auto color = [](const MoxRead::Color& value) {
+        return textOf(value.begin(), value.end());
+    };
+    out << indent << "material: diffuse " << color(material.diffuse) << ", specular "
+        << color(material.specular) << ", emissive " << color(material.emissive) << ", ambient "
+        << color(material.ambient) << ", transparency " << textOf(material.transparency)
+        << ", shininess " << textOf(material.shininess) << ", flag " << (material.flag ? 1 : 0)
+        << '\n';
+}
+
+std::string nameOf(const Variable& variable)
+{
+    const std::string name = quoted(variable.datasetName());
+    return variable.hasStep() ? name + " step " + quoted(variable.stepName()) : name;
+}
+
+// The next node in depth-first order, with its depth. Goes by the links, without a stack, whatever
+// the depth of the tree is.
+const Node* nextInTree(const MoxRead::Model& model, const Node* node, std::size_t& depth)
+{
+    if (node->firstChild != 0) {
+        ++depth;
+        return &model.node(node->firstChild);
+    }
+    while (node->nextSibling == 0 && node->parent != 0) {
+        --depth;
+        node = &model.node(node->parent);
+    }
+    return node->nextSibling == 0 ? nullptr : &model.node(node->nextSibling);
+}
+
+} // namespace
+
+Listing::Listing(MoxRead::Model& model) : model_(model)
+{
+    model.readAll([&](const Variable& variable, const MoxRead::Dataset& dataset) {
+        ranges_.emplace(&variable, rangeText(dataset));
+    });
+}
+
+void Listing::print(std::ostream& out) const
+{
+    printSummary(out);
+    printWritings(out);
+    printTree(out);
+    printHeavyData(out);
+}
+
+void Listing::printSummary(std::ostream& out) const
+{
+    out << "mox 1.3: " << model_.container().blockCount() << " blocks, " << model_.nodes().size()
+        << " nodes, " << model_.variableCount() << " datasets, " << model_.container().file().size()
+        << " bytes\n";
+}
+
+void Listing::printWritings(std::ostream& out) const
+{
+    for (const WritingRecord& writing : model_.globalInformation().writings) {
+        out << "written " << quoted(writing.time) << " on host " << quoted(writing.host)
+            << " by user " << quoted(writing.user) << ", format " << quoted(writing.formatVersion)
+            << ", texts " << quoted(writing.text1) << ' ' << quoted(writing.text2) << ' '
+            << quoted(writing.text) << '\n';
+    }
+    const std::size_t results = model_.globalInformation().resultAttributes.size();
+    if (results > 0) {
+        out << "result attributes: " << results << " of 96 bytes\n";
+    }
+}
+
+void Listing::printTree(std::ostream& out) const
+{
+    std::size_t depth = 0;
+    for (const Node* node = &model_.node(1); node != nullptr;
+         node = nextInTree(model_, node, depth)) {
+        printNode(out, *node, indentFor(depth));
+    }
+}
+
+void Listing::printNode(std::ostream& out, const Node& node, const std::string& indent) const
+{
+    const std::string inner = indent + "  ";
+    out << indent << node.id << ' ' << (node.type.empty() ? "(no content)" : node.type) << ' '
+        << quoted(node.name) << '\n';
+    if (node.group() != nullptr) {
+        printGroup(out, *node.group(), inner);
+    }
+    if (node.shape() != nullptr) {
+        printMaterial(out, node.shape()->material, inner);
+    }
+    if (node.geometry() != nullptr) {
+        for (const Variable& variable : node.geometry()->variables) {
+            printVariable(out, variable, inner);
+        }
+    }
+}
+
+void Listing::printVariable(std::ostream& out, const Variable& variable,
+                            const std::string& indent) const
+{
+    const Variable& stored = model_.resolve(variable);
+    const bool isFloat = stored.elementType() == MoxRead::ElementType::Float;
+    out << indent << "dataset " << nameOf(variable) << ": type " << variable.variableType() << ", "
+        << (isFloat ? "float" : "uint32") << ", width " << unsigned{stored.width} << ", "
+        << stored.rows() << " rows, " << ranges_.at(&stored);
+    if (variable.vibration) {
+        out << ", vibration";
+    }
+    if (variable.linked) {
+        out << ", link to node " << variable.link.nodeId << ' '
+            << nameOf(model_.variable(variable.link));
+    }
+    out << '\n';
+    printAttributes(out, variable.attributes, indent + "  ");
+}
+
+void Listing::printHeavyData(std::ostream& out) const
+{
+    out << "heavy data: " << model_.heavyLength() << " bytes, " << model_.unusedHeavyLength()
+        << " of them in no dataset\n";
+}

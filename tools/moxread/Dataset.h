@@ -1,0 +1,26 @@
+#pragma once
+
+#include "moxread/Variable.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace MoxRead {
+
+/// The values of a dataset, in rows.
+struct Dataset
+{
+    ElementType elementType = ElementType::Float;
+    std::uint8_t width = 0;
+    /// The values as 32-bit words, row after row.
+    std::vector<std::uint32_t> words;
+
+    /// Undoes the shuffling that the values are stored with.
+    static Dataset decode(const Variable& variable, const std::uint8_t* bytes);
+
+    std::size_t rows() const;
+    /// The words taken as floats. Meant for datasets of that element type.
+    std::vector<float> floats() const;
+};
+
+} // namespace MoxRead

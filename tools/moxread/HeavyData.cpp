@@ -1,0 +1,84 @@
+// Stream "Heavy Data": the values of one dataset after the other, each wholly within one block.
+//
+//   | content of block 1               | content of block 2     |
+//   | dataset | dataset | dataset      | dataset      | dataset |
+//   0         ^ a position counts the bytes of all blocks before
+
+#include "moxread/HeavyData.h"
+
+#include "moxread/BlockReader.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace MoxRead {
+
+namespace {
+
+constexpr std::size_t pieceSize = std::size_t{1} << 18U;
+
+} // namespace
+
+HeavyData::HeavyData(const Container& container) : file_(&container.file())
+{
+    std::uint64_t start = 0;
+    for (const Slot& slot : container.slotsOf("Heavy Data")) {
+        const std::uint64_t length = BlockReader(*file_, slot).length();
+        blocks_.push_back({slot, start, length});
+        start += length;
+    }
+}
+
+std::uint64_t HeavyData::length() const
+{
+    return blocks_.empty() ? 0 : blocks_.back().start + blocks_.back().length;
+}
+
+bool HeavyData::contains(std::uint64_t position, std::uint64_t count) const
+{
+    if (count == 0) {
+        return position <= length();
+    }
+    const Block* const block = find(position);
+    return block != nullptr && count <= block->start + block->length - position;
+}
+
+const std::uint8_t* HeavyData::bytesAt(std::uint64_t position)
+{
+    const Block* const block = find(position);
+    if (block == nullptr) {
+        return nullptr;
+    }
+    if (block != loaded_) {
+        loaded_ = nullptr;
+        std::vector<std::uint8_t>().swap(bytes_);
+        bytes_ = BlockReader(*file_, block->slot).readAll();
+        loaded_ = block;
+    }
+    return bytes_.data() + (position - block->start);
+}
+
+void HeavyData::check() const
+{
+    std::vector<std::uint8_t> piece(pieceSize);
+    for (const Block& block : blocks_) {
+        BlockReader reader(*file_, block.slot);
+        while (reader.read(piece.data(), piece.size()) > 0) {
+        }
+    }
+}
+
+const HeavyData::Block* HeavyData::find(std::uint64_t position) const
+{
+    if (position >= length()) {
+        return nullptr;
+    }
+    // The last of the blocks that start at or before the position: empty blocks share their start
+    // with the one that follows.
+    const auto after = std::upper_bound(
+        blocks_.begin(), blocks_.end(), position,
+        [](std::uint64_t value, const Block& block) { return value < block.start; });
+    return &*std::prev(after);
+}
+
+} // namespace MoxRead

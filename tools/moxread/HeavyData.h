@@ -1,0 +1,50 @@
+#pragma once
+
+#include "moxread/Container.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace MoxRead {
+
+/// The stream of the datasets' values, of which one block at a time is in memory.
+class HeavyData
+{
+public:
+    explicit HeavyData(const Container& container);
+    ~HeavyData() = default;
+    HeavyData(HeavyData&&) = default;
+    HeavyData& operator=(HeavyData&&) = default;
+    HeavyData(const HeavyData&) = delete;
+    HeavyData& operator=(const HeavyData&) = delete;
+
+    /// The number of bytes in all blocks.
+    std::uint64_t length() const;
+
+    /// Whether these bytes exist and lie in one block.
+    bool contains(std::uint64_t position, std::uint64_t count) const;
+
+    /// The bytes from a position on, at least as many as `contains` agrees to. Valid until the next
+    /// call. Calls in ascending order of the positions load each block once.
+    const std::uint8_t* bytesAt(std::uint64_t position);
+
+    /// Reads all blocks in small pieces, to see whether they are sound.
+    void check() const;
+
+private:
+    struct Block
+    {
+        Slot slot;
+        std::uint64_t start = 0;
+        std::uint64_t length = 0;
+    };
+
+    const Block* find(std::uint64_t position) const;
+
+    const InputFile* file_;
+    std::vector<Block> blocks_;
+    const Block* loaded_ = nullptr;
+    std::vector<std::uint8_t> bytes_;
+};
+
+} // namespace MoxRead

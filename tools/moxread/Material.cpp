@@ -1,0 +1,47 @@
+// Material record, 84 bytes:
+//
+//    0   4  size: 84
+//    4   7  version: string "0.3"
+//   11  16  diffuse colour: red, green, blue, alpha, four floats
+//   27  16  specular colour
+//   43  16  emissive colour
+//   59  16  ambient colour
+//   75   4  transparency, float
+//   79   4  shininess, float
+//   83   1  flag
+
+#include "moxread/Material.h"
+
+#include "moxread/Record.h"
+
+namespace MoxRead {
+
+namespace {
+
+Color readColor(KeyStream& stream)
+{
+    Color color = {};
+    for (float& component : color) {
+        component = stream.readFloat();
+    }
+    return color;
+}
+
+} // namespace
+
+Material Material::read(KeyStream& stream)
+{
+    const Record record(stream, "0.3");
+    Material material;
+    material.diffuse = readColor(stream);
+    material.specular = readColor(stream);
+    material.emissive = readColor(stream);
+    material.ambient = readColor(stream);
+    material.transparency = stream.readFloat();
+    material.shininess = stream.readFloat();
+    material.flag = stream.readFlag();
+    record.finish();
+    return material;
+}
+
+} // namespace MoxRead

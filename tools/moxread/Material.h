@@ -1,0 +1,25 @@
+#pragma once
+
+#include "moxread/KeyStream.h"
+
+#include <array>
+
+namespace MoxRead {
+
+using Color = std::array<float, 4>;
+
+/// How a shape looks.
+struct Material
+{
+    Color diffuse = {};
+    Color specular = {};
+    Color emissive = {};
+    Color ambient = {};
+    float transparency = 0;
+    float shininess = 0;
+    bool flag = false;
+
+    static Material read(KeyStream& stream);
+};
+
+} // namespace MoxRead

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "moxread/Container.h"
+#include "moxread/Dataset.h"
+#include "moxread/GlobalInformation.h"
+#include "moxread/HeavyData.h"
+#include "moxread/Node.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace MoxRead {
+
+/// A model in a file. Opening it reads all but the values of the datasets into memory and checks
+/// every rule of the layout, other than whether the blocks with the values inflate: that shows when
+/// they are read. Raises FormatError.
+class Model
+{
+public:
+    explicit Model(const std::string& path);
+
+    const Container& container() const noexcept;
+    const GlobalInformation& globalInformation() const noexcept;
+
+    /// The nodes in the order of their ids; the root, id 1, comes first.
+    const std::vector<Node>& nodes() const noexcept;
+    /// Raises std::out_of_range for an id that no node has.
+    const Node& node(std::uint32_t id) const;
+    /// The node that the names lead to, the root's name first; of equally named siblings the first
+    /// one. Null if there is none.
+    const Node* find(const std::vector<std::string>& names) const;
+
+    /// The variable of that name, as stored, of a geometry; null if there is none.
+    const Variable* variable(std::uint32_t nodeId, const std::string& name) const;
+    const Variable& variable(const VariableReference& reference) const;
+    /// The variable at the end of the links: the given one if it has values of its own.
+    const Variable& resolve(const Variable& variable) const;
+    /// The values of a variable, of its target if it is linked.
+    Dataset read(const Variable& variable);
+
+    using DatasetVisitor = std::function<void(const Variable&, const Dataset&)>;
+    /// Reads the values of all variables that are not linked, in the order in which they lie in the
+    /// file, so that every block is loaded only once.
+    void readAll(const DatasetVisitor& visit);
+
+    /// Inflates every block with values to see whether it is sound, and keeps none.
+    void checkValues() const;
+
+    std::size_t variableCount() const;
+    std::uint64_t heavyLength() const;
+    /// The bytes of the heavy data that belong to no dataset.
+    std::uint64_t unusedHeavyLength() const;
+
+private:
+    std::vector<const Variable*> storedVariables() const;
+    void checkViewPoints() const;
+
+    std::unique_ptr<Container> container_;
+    std::vector<Node> nodes_;
+    GlobalInformation globalInformation_;
+    HeavyData heavy_;
+};
+
+} // namespace MoxRead

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace MoxRead {
+
+/// One entry of the index: a place for a block.
+struct Slot
+{
+    static constexpr std::size_t encodedSize = 139;
+
+    std::uint32_t number = 0;
+    std::uint8_t id = 0;
+    std::string name;
+    std::uint64_t position = 0;
+    std::uint32_t size = 0;
+    std::uint8_t transformations = 0;
+    std::uint8_t reserved = 0;
+
+    /// Decodes and checks the entry whose 139 bytes stand at the given offset of the file. The
+    /// position is not part of it: it follows from the sizes of the slots before.
+    static Slot decode(std::uint32_t number, const std::uint8_t* bytes, std::uint64_t offset);
+
+    bool isIndexBlock() const;
+    bool isSpare() const;
+    bool isCompressed() const;
+    std::uint64_t end() const;
+
+    /// Such as: slot 3 "Mox Tree" at byte 2800
+    std::string describe() const;
+};
+
+} // namespace MoxRead

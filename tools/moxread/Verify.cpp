@@ -1,0 +1,19 @@
+#include "moxread/Verify.h"
+
+#include "moxread/Model.h"
+
+namespace MoxRead {
+
+Summary verify(const std::string& path)
+{
+    const Model model(path);
+    model.checkValues();
+    Summary summary;
+    summary.blocks = model.container().blockCount();
+    summary.nodes = model.nodes().size();
+    summary.datasets = model.variableCount();
+    summary.bytes = model.container().file().size();
+    return summary;
+}
+
+} // namespace MoxRead

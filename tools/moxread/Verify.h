@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace MoxRead {
+
+/// How much there is in a file that was found sound.
+struct Summary
+{
+    std::size_t blocks = 0;
+    std::size_t nodes = 0;
+    std::size_t datasets = 0;
+    std::uint64_t bytes = 0;
+};
+
+/// Checks every rule of the layout down to the last byte. Raises FormatError at the first that a
+/// file breaks.
+Summary verify(const std::string& path);
+
+} // namespace MoxRead

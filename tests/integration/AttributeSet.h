@@ -1,0 +1,34 @@
+#ifndef TESTS_INTEGRATION_ATTRIBUTESET_H
+#define TESTS_INTEGRATION_ATTRIBUTESET_H
+
+#include <Zyl2/Mox2/Attributes.h>
+
+#include "moxread/Attributes.h"
+
+#include <string>
+
+namespace Integration {
+
+/// Attributes as a host gives them, together with what a file has to say of them.
+class AttributeSet
+{
+public:
+    void set(std::string const& name, float value);
+    void set(std::string const& name, double value);
+    void set(std::string const& name, int value);
+    void set(std::string const& name, unsigned int value);
+    void set(std::string const& name, long value);
+    void set(std::string const& name, std::string const& value);
+    void set(std::string const& name, char const* value);
+
+    Zyl2::Mox2::Attributes const& host() const { return host_; }
+    MoxRead::Attributes const& stored() const { return stored_; }
+
+private:
+    Zyl2::Mox2::Attributes host_;
+    MoxRead::Attributes stored_;
+};
+
+} // namespace Integration
+
+#endif

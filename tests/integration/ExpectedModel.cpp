@@ -1,0 +1,285 @@
+#include "integration/ExpectedModel.h"
+
+#include "integration/DatasetTypes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Integration {
+
+namespace {
+
+using Zyl2::Mox2::NodeType;
+using Zyl2::Mox2::PropertyType;
+
+MoxRead::Group plainGroup(MoxRead::Attributes const& attributes, bool flag)
+{
+    return {{0, 0, 0}, {0, 0, 1, 0}, {1, 1, 1}, flag, attributes};
+}
+
+MoxRead::Color scaled(MoxRead::Color const& color, float factor)
+{
+    return {color[0] * factor, color[1] * factor, color[2] * factor, color[3] * factor};
+}
+
+MoxRead::Material plainMaterial()
+{
+    MoxRead::Material material;
+    material.diffuse = {0.8F, 0.8F, 0.8F, 1.0F};
+    material.specular = {0.0F, 0.0F, 0.0F, 1.0F};
+    material.emissive = {0.0F, 0.0F, 0.0F, 1.0F};
+    material.ambient = scaled(material.diffuse, 0.2F);
+    material.shininess = 0.2F;
+    material.flag = true;
+    return material;
+}
+
+template <std::size_t count>
+void assignAll(std::array<float, count>& to, std::vector<float> const& from)
+{
+    std::copy_n(from.begin(), count, to.begin());
+}
+
+void assignRedGreenBlue(MoxRead::Color& to, std::vector<float> const& from)
+{
+    std::copy_n(from.begin(), 3, to.begin());
+}
+
+void apply(PropertyType type, std::vector<float> const& values, ExpectedNode& node)
+{
+    switch (type) {
+    case PropertyType::Translation:
+        return assignAll(node.group.translation, values);
+    case PropertyType::Rotation:
+        return assignAll(node.group.rotation, values);
+    case PropertyType::Scale:
+        return assignAll(node.group.scale, values);
+    case PropertyType::DiffuseColor:
+        return assignRedGreenBlue(node.material.diffuse, values);
+    case PropertyType::SpecularColor:
+        return assignRedGreenBlue(node.material.specular, values);
+    case PropertyType::EmissiveColor:
+        return assignRedGreenBlue(node.material.emissive, values);
+    case PropertyType::AmbientColor:
+        return assignRedGreenBlue(node.material.ambient, values);
+    case PropertyType::Transparency:
+        node.material.transparency = values.at(0);
+        return;
+    case PropertyType::AmbientIntensity:
+        node.material.ambient = scaled(node.material.diffuse, values.at(0));
+        return;
+    case PropertyType::Shininess:
+        node.material.shininess = values.at(0);
+        return;
+    case PropertyType::Unsupported:
+        return;
+    }
+}
+
+bool isKept(std::string const& attribute)
+{
+    static std::array<std::string, 5> const dropped{"Complex", "Contents", "DataSource", "DataType",
+                                                    "Structure"};
+    return attribute.substr(0, 5) != "Link." &&
+           std::find(dropped.begin(), dropped.end(), attribute) == dropped.end();
+}
+
+bool isVibration(MoxRead::Attributes const& attributes)
+{
+    auto const category = attributes.find("Category");
+    return category != attributes.end() &&
+           category->second == MoxRead::AttributeValue(std::string("Vibration"));
+}
+
+/// Of equally named attributes of a dataset and a step, the dataset's holds.
+MoxRead::Attributes merged(ArrayCall const& call, NamedStep const& step)
+{
+    MoxRead::Attributes result = call.attributes.stored();
+    for (auto const& entry : step.attributes.stored())
+        result.insert(entry);
+    return result;
+}
+
+std::string registeredName(ArrayCall const& call, NamedStep const& step)
+{
+    std::string const name = call.name ? *call.name : factsOf(call.type).defaultName;
+    return step.name.empty() ? name : name + '\x1E' + step.name;
+}
+
+} // namespace
+
+std::string ComponentPath::text(std::string const& separator) const
+{
+    std::string result;
+    for (std::string const& name : names)
+        result += separator + name;
+    return endsInGroup ? result + separator : result;
+}
+
+ExpectedModel::ExpectedModel() : nodes_(1) {}
+
+unsigned int ExpectedModel::addNode(NodeType type, std::string const& name,
+                                    AttributeSet const& attributes)
+{
+    if (node(1).kind == Kind::None) {
+        fillRoot(type, name, attributes);
+    } else if (type == NodeType::Shape) {
+        addChild(Kind::Shape, name);
+        addChild(Kind::Geometry, name);
+    } else {
+        addChild(Kind::Group, name);
+        at(current_).group.attributes = attributes.stored();
+    }
+    return current_;
+}
+
+void ExpectedModel::fillRoot(NodeType type, std::string const& name, AttributeSet const& attributes)
+{
+    current_ = 1;
+    ExpectedNode& root = at(1);
+    root.name = name;
+    root.kind = type == NodeType::Shape ? Kind::Shape : Kind::Group;
+    root.group = plainGroup(attributes.stored(), type == NodeType::FlaggedRootGroup);
+    root.material = plainMaterial();
+}
+
+void ExpectedModel::addChild(Kind kind, std::string const& name)
+{
+    ExpectedNode child;
+    child.kind = kind;
+    child.name = name;
+    child.parent = current_;
+    child.group = plainGroup({}, false);
+    child.material = plainMaterial();
+    nodes_.push_back(child);
+    auto const id = static_cast<std::uint32_t>(nodes_.size());
+    at(current_).children.push_back(id);
+    current_ = id;
+}
+
+void ExpectedModel::setNodeData(unsigned int id, PropertySet const& properties,
+                                AttributeSet const& attributes)
+{
+    current_ = at(id).kind == Kind::Geometry ? at(id).parent : id;
+    ExpectedNode& target = at(current_);
+    for (auto const& [type, values] : properties.values())
+        apply(type, values, target);
+    if (target.kind == Kind::Group)
+        for (auto const& [name, value] : attributes.stored())
+            target.group.attributes[name] = value;
+}
+
+unsigned int ExpectedModel::addComponent(ComponentPath const& path)
+{
+    if (path.names.empty())
+        return 0;
+    if (node(1).kind == Kind::None)
+        fillRoot(NodeType::RootGroup, path.names.front(), AttributeSet());
+    current_ = 1;
+    for (std::size_t index = 1; index < path.names.size(); ++index) {
+        bool const isShape = index + 1 == path.names.size() && !path.endsInGroup;
+        moveToOrAdd(isShape ? Kind::Shape : Kind::Group, path.names[index]);
+        if (isShape)
+            moveToOrAdd(Kind::Geometry, path.names[index]);
+    }
+    return current_;
+}
+
+void ExpectedModel::moveToOrAdd(Kind kind, std::string const& name)
+{
+    for (std::uint32_t const child : node(current_).children) {
+        if (node(child).kind == kind && node(child).name == name) {
+            current_ = child;
+            return;
+        }
+    }
+    addChild(kind, name);
+}
+
+void ExpectedModel::addArray(ArrayCall const& call)
+{
+    if (call.values.words.empty() || call.ids.empty())
+        return;
+    auto const values = std::make_shared<Values const>(call.values);
+    std::uint64_t const position = heavyLength_;
+    heavyLength_ += values->byteCount();
+    MoxRead::VariableReference first;
+    for (unsigned int const id : call.ids) {
+        for (NamedStep const& step : call.steps) {
+            current_ = id;
+            if (node(id).kind != Kind::Geometry)
+                continue;
+            auto const added = registerVariable(id, call, step, values, position);
+            if (first.nodeId == 0)
+                first = added;
+            else if (first.nodeId != added.nodeId || first.index != added.index)
+                link(added, first);
+        }
+    }
+}
+
+MoxRead::VariableReference
+ExpectedModel::registerVariable(unsigned int id, ArrayCall const& call, NamedStep const& step,
+                                std::shared_ptr<Values const> const& values, std::uint64_t position)
+{
+    std::string const name = registeredName(call, step);
+    std::vector<ExpectedVariable>& variables = at(id).variables;
+    auto found = std::find_if(variables.begin(), variables.end(),
+                              [&](ExpectedVariable const& other) { return other.name == name; });
+    if (found == variables.end())
+        found = variables.insert(variables.end(), ExpectedVariable());
+    MoxRead::Attributes const attributes = merged(call, step);
+    found->name = name;
+    found->variableType = factsOf(call.type).variableType;
+    found->values = values;
+    found->position = position;
+    found->linked = false;
+    found->vibration = isVibration(attributes);
+    for (auto const& [key, value] : attributes)
+        if (isKept(key))
+            found->attributes[key] = value;
+    return {id, static_cast<std::uint32_t>(found - variables.begin())};
+}
+
+void ExpectedModel::link(MoxRead::VariableReference const& target,
+                         MoxRead::VariableReference const& source)
+{
+    ExpectedVariable& variable = at(target.nodeId).variables.at(target.index);
+    variable.linked = true;
+    variable.link = source;
+    variable.attributes.clear();
+}
+
+unsigned int ExpectedModel::getNodeId(std::vector<std::string> const& names)
+{
+    current_ = 1;
+    std::uint32_t found = 1;
+    for (std::size_t index = 1; index < names.size(); ++index) {
+        std::vector<std::uint32_t> const& children = node(found).children;
+        auto const child = std::find_if(children.begin(), children.end(), [&](std::uint32_t id) {
+            return node(id).name == names[index];
+        });
+        if (child == children.end())
+            return 0;
+        found = *child;
+    }
+    return found;
+}
+
+unsigned int ExpectedModel::moveToParentNode()
+{
+    unsigned int const parent = node(current_).parent;
+    if (parent != 0)
+        current_ = parent;
+    return parent;
+}
+
+ExpectedVariable const& ExpectedModel::resolved(ExpectedVariable const& variable) const
+{
+    ExpectedVariable const* result = &variable;
+    while (result->linked)
+        result = &node(result->link.nodeId).variables.at(result->link.index);
+    return *result;
+}
+
+} // namespace Integration

@@ -1,0 +1,141 @@
+#include "integration/BlockSizeSetting.h"
+#include "integration/Values.h"
+
+#include "container/TemporaryFile.h"
+
+#include <Zyl2/Exception/Exception.h>
+#include <Zyl2/Mox2/Model.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <csignal>
+#include <string>
+
+namespace Integration {
+
+namespace {
+
+using namespace Zyl2::Mox2;
+using Zyl2::Exception::FileWriteException;
+
+SaverOptions overwriting()
+{
+    SaverOptions options;
+    options.overwrite = true;
+    return options;
+}
+
+/// Adds datasets that hardly compress until one is refused.
+/// \return whether one was
+bool addUntilRefused(Model& model, unsigned int datasets)
+{
+    model.addNode(NodeType::RootGroup, "root");
+    unsigned int const shape = model.addNode(NodeType::Shape, "shape");
+    Random random(1);
+    Values const values = Values::anyBits(random, Element::Uint32, 1, 25000);
+    Array1d<unsigned int> const array(values.as<unsigned int>());
+    for (unsigned int count = 0; count < datasets; ++count) {
+        try {
+            model.addArrayProperty("dataset " + std::to_string(count), DatasetType::Result10, array,
+                                   shape, Step());
+        } catch (FileWriteException const&) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// No file of this process may grow past a size, as on a disk that is nearly full.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t size) : previousHandler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &previous_);
+        rlimit limited = previous_;
+        limited.rlim_cur = size;
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &previous_);
+        std::signal(SIGXFSZ, previousHandler_);
+    }
+    FileSizeLimit(FileSizeLimit const&) = delete;
+    FileSizeLimit& operator=(FileSizeLimit const&) = delete;
+
+private:
+    rlimit previous_{};
+    void (*previousHandler_)(int);
+};
+
+} // namespace
+
+TEST(FailingDeviceTest, AFullDeviceIsReportedByClose)
+{
+    Model model;
+    model.saveTo("/dev/full", overwriting());
+    model.addNode(NodeType::RootGroup, "root");
+    EXPECT_THROW(model.close(), FileWriteException);
+}
+
+TEST(FailingDeviceTest, AModelWhoseCloseFailedEndsQuietlyAndCloses)
+{
+    Model model;
+    model.saveTo("/dev/full", overwriting());
+    model.addNode(NodeType::RootGroup, "root");
+    EXPECT_THROW(model.close(), FileWriteException);
+    EXPECT_NO_THROW(model.close());
+    Support::TemporaryFolder const folder;
+    EXPECT_NO_THROW(model.saveTo(folder.File("model.mox")));
+}
+
+TEST(FailingDeviceTest, DatasetsThatFitIntoMemoryFailAtClose)
+{
+    BlockSizeSetting const setting(std::nullopt);
+    Model model;
+    model.saveTo("/dev/full", overwriting());
+    EXPECT_FALSE(addUntilRefused(model, 5));
+    EXPECT_THROW(model.close(), FileWriteException);
+}
+
+TEST(FailingDeviceTest, DatasetsThatAreSavedAtOnceFailWhenTheyAreAdded)
+{
+    BlockSizeSetting const setting("1000");
+    Model model;
+    model.saveTo("/dev/full", overwriting());
+    EXPECT_TRUE(addUntilRefused(model, 50));
+    // Who goes on all the same is not told that all went well.
+    EXPECT_THROW(model.close(), FileWriteException);
+}
+
+TEST(FailingDeviceTest, ADiskThatFillsUpOnTheWayIsReported)
+{
+    BlockSizeSetting const setting("1000");
+    Support::TemporaryFolder const folder;
+    Model model;
+    model.saveTo(folder.File("model.mox"));
+    FileSizeLimit const limit(500000);
+    EXPECT_TRUE(addUntilRefused(model, 50));
+    EXPECT_THROW(model.close(), FileWriteException);
+}
+
+TEST(FailingDeviceTest, ADiskWithoutRoomForTheLastBytesIsReported)
+{
+    Support::TemporaryFolder const folder;
+    auto const write = [](std::string const& path) {
+        Model model;
+        model.saveTo(path);
+        addUntilRefused(model, 3);
+        model.close();
+    };
+    write(folder.File("whole.mox"));
+    std::size_t const size = Support::ReadFile(folder.File("whole.mox")).size();
+    // The writing record's size depends on the time of day.
+    FileSizeLimit const limit(size - 100);
+    EXPECT_THROW(write(folder.File("cut.mox")), FileWriteException);
+}
+
+} // namespace Integration

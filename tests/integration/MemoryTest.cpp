@@ -1,0 +1,64 @@
+#include "integration/BlockSizeSetting.h"
+
+#include "container/TemporaryFile.h"
+#include "moxread/Model.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace Integration {
+
+namespace {
+
+constexpr std::uint64_t mebibyte = 1048576;
+constexpr std::uint64_t blockSize = 8 * mebibyte;
+
+/// What was released goes back to the system at once. Else the allocator, or a sanitizer, keeps it
+/// back, and it could not be told from what the library holds.
+constexpr char const* allocatorSettings =
+    "MALLOC_MMAP_THRESHOLD_=1048576 "
+    "ASAN_OPTIONS=quarantine_size_mb=0:thread_local_quarantine_size_kb=0 ";
+
+struct ClosePipe
+{
+    void operator()(std::FILE* stream) const { pclose(stream); }
+};
+
+/// Runs a process of its own, so that its memory holds nothing else, and reads what it prints.
+std::uint64_t growthWhileWriting(std::string const& path, unsigned int datasets)
+{
+    std::string const command = std::string(allocatorSettings) + STREAM_DATASETS " " + path + ' ' +
+                                std::to_string(datasets) + ' ' + std::to_string(blockSize);
+    std::unique_ptr<std::FILE, ClosePipe> const pipe(popen(command.c_str(), "r"));
+    std::array<char, 64> line{};
+    if (pipe == nullptr || std::fgets(line.data(), line.size(), pipe.get()) == nullptr)
+        throw std::runtime_error("the process that writes datasets failed");
+    return std::stoull(line.data());
+}
+
+class MemoryTest : public testing::Test
+{
+protected:
+    BlockSizeSetting setting{std::to_string(blockSize)};
+    Support::TemporaryFolder folder;
+};
+
+} // namespace
+
+/// The host's array, the block being filled, the one being saved, what compression makes of it, and
+/// little else.
+TEST_F(MemoryTest, FortyDatasetsOfABlockEachNeedLessThanFiveBlocks)
+{
+    std::string const path = folder.File("forty.mox");
+    EXPECT_LT(growthWhileWriting(path, 40), 5 * blockSize);
+    MoxRead::Model const model(path);
+    EXPECT_EQ(model.heavyLength(), 40 * blockSize);
+    EXPECT_EQ(model.variableCount(), 40U);
+}
+
+} // namespace Integration

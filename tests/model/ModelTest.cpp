@@ -525,7 +525,7 @@ TEST(ModelDeathTest, EndsTheProcessWhenItsDestructorFailsToClose)
             Model model;
             model.saveTo("/dev/full", overwriting());
         },
-        "FileWriteException");
+        "terminate called");
 }
 
 } // namespace

@@ -277,6 +277,7 @@ TEST_F(TreeOfEveryKind, TheFileHoldsTheSameBytes)
     std::vector<std::string> const keys{"Heavy Data", "Mox Tree", "Light Data", "Attributes",
                                         "Resources"};
     std::vector<std::string> contents;
+    contents.reserve(keys.size());
     for (std::string const& key : keys)
         contents.push_back(Content(key));
 

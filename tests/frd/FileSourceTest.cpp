@@ -7,6 +7,8 @@
 
 #include <functional>
 
+#include <sys/stat.h>
+
 namespace {
 
 using Frd::FileSource;
@@ -149,6 +151,14 @@ TEST(FileSource, AMissingFileAndAFolderAreRefused)
               "The file cannot be opened: No such file or directory.");
     EXPECT_EQ(messageOf([&] { FileSource source(folder.path(".")); }),
               "The file is not a regular file.");
+}
+
+TEST(FileSource, ANamedPipeIsRefusedWithoutWaitingForItsWriter)
+{
+    Folder const folder;
+    std::string const pipe = folder.path("pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(messageOf([&] { FileSource source(pipe); }), "The file is not a regular file.");
 }
 
 } // namespace

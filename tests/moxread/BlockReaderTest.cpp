@@ -22,7 +22,7 @@ MoxRead::Slot slotOf(std::uint64_t position, std::size_t size, std::uint8_t tran
     return slot;
 }
 
-std::string textOf(const std::vector<std::uint8_t>& bytes)
+std::string textOf(std::vector<std::uint8_t> const& bytes)
 {
     return {bytes.begin(), bytes.end()};
 }
@@ -30,9 +30,8 @@ std::string textOf(const std::vector<std::uint8_t>& bytes)
 std::string longContent()
 {
     std::string content;
-    for (std::size_t i = 0; content.size() < 3000000; ++i) {
+    for (std::size_t i = 0; content.size() < 3000000; ++i)
         content += std::to_string(i * i);
-    }
     return content;
 }
 
@@ -71,9 +70,8 @@ TEST(BlockReader, ABlockIsReadInPiecesOfAnySize)
         BlockReader reader(file, slotOf(0, block.size(), 33));
         std::string read;
         std::vector<std::uint8_t> buffer(piece);
-        while (const std::size_t count = reader.read(buffer.data(), piece)) {
+        while (const std::size_t count = reader.read(buffer.data(), piece))
             read.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
-        }
         EXPECT_TRUE(read == content);
     }
 }
@@ -106,7 +104,7 @@ TEST(BlockReader, AStreamWithAPresetDictionaryIsDamaged)
     try {
         BlockReader(file, slotOf(0, block.size(), 1)).readAll();
         FAIL();
-    } catch (const MoxRead::FormatError& error) {
+    } catch (MoxRead::FormatError const& error) {
         EXPECT_STREQ(error.what(), "slot 0 \"Heavy Data\" at byte 0: the zlib stream is damaged");
     }
 }

@@ -39,27 +39,26 @@ Bytes& Bytes::f64(double value)
     return u64(bits);
 }
 
-Bytes& Bytes::text(const std::string& value)
+Bytes& Bytes::text(std::string const& value)
 {
     return u32(value.size()).raw(value);
 }
 
-Bytes& Bytes::raw(const std::string& value)
+Bytes& Bytes::raw(std::string const& value)
 {
     bytes_ += value;
     return *this;
 }
 
-const std::string& Bytes::str() const
+std::string const& Bytes::str() const
 {
     return bytes_;
 }
 
 Bytes& Bytes::littleEndian(std::uint64_t value, unsigned size)
 {
-    for (unsigned i = 0; i < size; ++i) {
+    for (unsigned i = 0; i < size; ++i)
         bytes_ += static_cast<char>(static_cast<unsigned char>(value >> (8 * i)));
-    }
     return *this;
 }
 

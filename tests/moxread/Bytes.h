@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_MOXREAD_BYTES_H
+#define TESTS_MOXREAD_BYTES_H
 
 #include <cstdint>
 #include <string>
@@ -17,10 +18,10 @@ public:
     Bytes& u64(std::uint64_t value);
     Bytes& f32(float value);
     Bytes& f64(double value);
-    Bytes& text(const std::string& value);
-    Bytes& raw(const std::string& value);
+    Bytes& text(std::string const& value);
+    Bytes& raw(std::string const& value);
 
-    const std::string& str() const;
+    std::string const& str() const;
 
 private:
     Bytes& littleEndian(std::uint64_t value, unsigned size);
@@ -29,3 +30,5 @@ private:
 };
 
 } // namespace MoxReadTest
+
+#endif

@@ -11,7 +11,7 @@ using MoxRead::Container;
 
 namespace {
 
-std::string contentOf(const Container& container, const std::string& key)
+std::string contentOf(Container const& container, std::string const& key)
 {
     const std::vector<std::uint8_t> bytes = container.streamBytes(key);
     return {bytes.begin(), bytes.end()};
@@ -25,7 +25,7 @@ TEST(Container, TwentySlotsFollowTheHeader)
     const TemporaryFile temporary(Sample().file());
     const Container container(temporary.path());
     ASSERT_EQ(container.slots().size(), 20U);
-    const MoxRead::Slot& second = container.slots()[1];
+    MoxRead::Slot const& second = container.slots()[1];
     EXPECT_EQ(second.number, 1U);
     EXPECT_EQ(second.id, 2U);
     EXPECT_EQ(second.name, "Mox Tree");

@@ -21,24 +21,24 @@ struct Outcome
     std::string err;
 };
 
-Outcome outcomeOfVerify(const TemporaryFile& file)
+Outcome outcomeOfVerify(TemporaryFile const& file)
 {
     std::ostringstream out;
     std::ostringstream err;
-    const int status = verifyFile(file.path(), out, err);
+    int const status = verifyFile(file.path(), out, err);
     return {status, out.str(), err.str()};
 }
 
-Outcome outcomeOfLs(const TemporaryFile& file)
+Outcome outcomeOfLs(TemporaryFile const& file)
 {
     std::ostringstream out;
     std::ostringstream err;
-    const int status = listFile(file.path(), out, err);
+    int const status = listFile(file.path(), out, err);
     return {status, out.str(), err.str()};
 }
 
 // A refusal is one line, on one stream only.
-void expectRefusal(const Outcome& outcome)
+void expectRefusal(Outcome const& outcome)
 {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
@@ -55,11 +55,9 @@ std::size_t transformationsOffset(std::size_t slot)
 // are as good as any: that "Heavy Data" are compressed is known from nothing but the flag.
 bool leavesASoundFile(std::size_t offset, unsigned flip)
 {
-    for (std::size_t slot = 0; slot < 6; ++slot) {
-        if (offset == transformationsOffset(slot) && flip == 32) {
+    for (std::size_t slot = 0; slot < 6; ++slot)
+        if (offset == transformationsOffset(slot) && flip == 32)
             return true;
-        }
-    }
     return offset == transformationsOffset(0) && flip == 1;
 }
 
@@ -67,12 +65,12 @@ using Visit = std::function<void(std::size_t offset, unsigned flip)>;
 
 // Visits the file with each bit of each byte from `first` to before `last` flipped by itself, then
 // with all bits of the byte flipped.
-void forEachFlip(const TemporaryFile& file, const std::string& whole, std::size_t first,
-                 std::size_t last, const Visit& visit)
+void forEachFlip(TemporaryFile const& file, std::string const& whole, std::size_t first,
+                 std::size_t last, Visit const& visit)
 {
     for (std::size_t offset = first; offset < last; ++offset) {
-        for (const unsigned flip : {1U, 2U, 4U, 8U, 16U, 32U, 64U, 128U, 255U}) {
-            const unsigned byte = static_cast<unsigned char>(whole[offset]) ^ flip;
+        for (unsigned const flip : {1U, 2U, 4U, 8U, 16U, 32U, 64U, 128U, 255U}) {
+            unsigned const byte = static_cast<unsigned char>(whole[offset]) ^ flip;
             file.overwrite(offset, static_cast<char>(static_cast<unsigned char>(byte)));
             visit(offset, flip);
         }
@@ -119,11 +117,10 @@ TEST(HostileFile, AFlipInACompressedBlockIsRefusedOrChangesNothing)
     ASSERT_NE(listing, "");
     forEachFlip(file, whole, 2800, whole.size(), [&](std::size_t offset, unsigned flip) {
         SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
-        if (outcomeOfVerify(file).status == 0) {
+        if (outcomeOfVerify(file).status == 0)
             EXPECT_EQ(outcomeOfLs(file).out, listing);
-        } else {
+        else
             expectRefusal(outcomeOfLs(file));
-        }
     });
 }
 
@@ -137,9 +134,8 @@ TEST(HostileFile, AFlipInAPlainBlockGetsAVerdict)
         SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
         const Outcome outcome = outcomeOfVerify(file);
         EXPECT_EQ(outcomeOfLs(file).status, outcome.status);
-        if (outcome.status != 0) {
+        if (outcome.status != 0)
             expectRefusal(outcome);
-        }
     });
 }
 

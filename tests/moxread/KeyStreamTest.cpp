@@ -14,7 +14,7 @@ using MoxRead::KeyStream;
 namespace {
 
 // Each byte in a block of its own, every third one compressed, empty blocks between them.
-std::string scattered(const std::string& content)
+std::string scattered(std::string const& content)
 {
     std::vector<TestBlock> blocks;
     for (std::size_t i = 0; i < content.size(); ++i) {

@@ -16,7 +16,7 @@ using MoxRead::Variable;
 
 namespace {
 
-Model modelOf(const Sample& sample)
+Model modelOf(Sample const& sample)
 {
     const TemporaryFile temporary(sample.file());
     return Model(temporary.path());
@@ -28,7 +28,7 @@ TEST(Model, NodesKnowTheirFamilies)
 {
     const Model model = modelOf(Sample());
     ASSERT_EQ(model.nodes().size(), 4U);
-    const Node& root = model.node(1);
+    Node const& root = model.node(1);
     EXPECT_EQ(root.id, 1U);
     EXPECT_EQ(root.name, "root");
     EXPECT_EQ(root.type, "Group");
@@ -46,7 +46,7 @@ TEST(Model, NodesKnowTheirFamilies)
 TEST(Model, AGroupHasATransformAFlagAndAttributes)
 {
     const Model model = modelOf(Sample());
-    const MoxRead::Group* const group = model.node(1).group();
+    MoxRead::Group const* const group = model.node(1).group();
     ASSERT_NE(group, nullptr);
     EXPECT_EQ(group->translation, (std::array<float, 3>{1, 2, 3}));
     EXPECT_EQ(group->rotation, (std::array<float, 4>{0, 1, 0, 0.5F}));
@@ -62,7 +62,7 @@ TEST(Model, AGroupHasATransformAFlagAndAttributes)
 TEST(Model, AShapeHasAMaterial)
 {
     const Model model = modelOf(Sample());
-    const MoxRead::Shape* const shape = model.node(2).shape();
+    MoxRead::Shape const* const shape = model.node(2).shape();
     ASSERT_NE(shape, nullptr);
     EXPECT_EQ(shape->material.diffuse, (MoxRead::Color{0.8F, 0.8F, 0.8F, 1}));
     EXPECT_EQ(shape->material.specular, (MoxRead::Color{0, 0, 0, 1}));
@@ -76,7 +76,7 @@ TEST(Model, AShapeHasAMaterial)
 TEST(Model, AVariableIsDescribedByItsHeader)
 {
     const Model model = modelOf(Sample());
-    const Variable* const ids = model.variable(3, "Ids");
+    Variable const* const ids = model.variable(3, "Ids");
     ASSERT_NE(ids, nullptr);
     EXPECT_EQ(ids->variableType(), 12U);
     EXPECT_EQ(ids->elementCode(), 5U);
@@ -95,7 +95,7 @@ TEST(Model, AVariableIsDescribedByItsHeader)
 TEST(Model, AVariableNameIsADatasetNameAndAStepName)
 {
     const Model model = modelOf(Sample());
-    const Variable& linked = model.variable({3, 2});
+    Variable const& linked = model.variable({3, 2});
     EXPECT_EQ(linked.datasetName(), "Coordinates");
     EXPECT_EQ(linked.stepName(), "t2");
     EXPECT_TRUE(linked.hasStep());
@@ -107,7 +107,7 @@ TEST(Model, AVariableNameIsADatasetNameAndAStepName)
 TEST(Model, ALinkedVariableHasTheValuesOfItsTarget)
 {
     Model model = modelOf(Sample());
-    const Variable& linked = model.variable({3, 2});
+    Variable const& linked = model.variable({3, 2});
     EXPECT_TRUE(linked.linked);
     EXPECT_EQ(linked.link.nodeId, 3U);
     EXPECT_EQ(linked.link.index, 0U);
@@ -145,7 +145,7 @@ TEST(Model, AllStoredVariablesAreVisitedInTheOrderOfTheFile)
     sample.variables[2].linkIndex = 1;
     Model model = modelOf(sample);
     std::vector<std::string> names;
-    model.readAll([&](const Variable& variable, const MoxRead::Dataset& dataset) {
+    model.readAll([&](Variable const& variable, MoxRead::Dataset const& dataset) {
         names.push_back(variable.name + " " + std::to_string(dataset.rows()));
     });
     EXPECT_EQ(names, (std::vector<std::string>{"Coordinates 2", "Ids 2"}));
@@ -176,7 +176,7 @@ TEST(Model, TheWritingRecordHasSevenTexts)
 {
     const Model model = modelOf(Sample());
     ASSERT_EQ(model.globalInformation().writings.size(), 1U);
-    const MoxRead::WritingRecord& writing = model.globalInformation().writings[0];
+    MoxRead::WritingRecord const& writing = model.globalInformation().writings[0];
     EXPECT_EQ(writing.text1, "one");
     EXPECT_EQ(writing.text2, "two");
     EXPECT_EQ(writing.formatVersion, "1.3");

@@ -4,20 +4,43 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <sys/wait.h>
 
 using namespace MoxReadTest;
 
 namespace {
 
-int statusOf(const std::string& arguments)
+int statusOf(std::string const& arguments)
 {
     const std::string command = std::string(MOX_COMMAND) + " " + arguments + " >/dev/null 2>&1";
-    const int status = std::system(command.c_str());
+    int const status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// What the command says on the error stream.
+std::string errorOf(std::string const& arguments)
+{
+    const TemporaryFile text("");
+    const std::string command =
+        std::string(MOX_COMMAND) + " " + arguments + " >/dev/null 2>" + text.path();
+    EXPECT_NE(std::system(command.c_str()), -1);
+    std::ifstream stream(text.path());
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 } // namespace
+
+TEST(MoxCommand, WrongUsageGetsOneLineThatNamesIt)
+{
+    EXPECT_EQ(errorOf(""), "mox: A command is required; see mox --help\n");
+    EXPECT_EQ(errorOf("paint"),
+              "mox: The following argument was not expected: paint; see mox --help\n");
+    EXPECT_EQ(errorOf("ls"), "mox: FILE is required; see mox --help\n");
+    EXPECT_EQ(errorOf("verify --fast a"),
+              "mox: The following argument was not expected: --fast; see mox --help\n");
+}
 
 TEST(MoxCommand, WrongUsageHasStatus2)
 {
@@ -55,7 +78,7 @@ TEST(MoxCommand, OutputThatCannotBeWrittenHasStatus1)
     const TemporaryFile file(Sample().file());
     const std::string command =
         std::string(MOX_COMMAND) + " ls " + file.path() + " >/dev/full 2>&1";
-    const int status = std::system(command.c_str());
+    int const status = std::system(command.c_str());
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 1);
 }

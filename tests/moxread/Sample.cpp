@@ -14,16 +14,15 @@ namespace MoxReadTest {
 
 namespace {
 
-std::string bytesOf(const TestGroup& group)
+std::string bytesOf(TestGroup const& group)
 {
     Bytes bytes;
-    for (const float value : group.transform) {
+    for (float const value : group.transform)
         bytes.f32(value);
-    }
     return bytes.u8(group.flag).str();
 }
 
-std::string bytesOf(const TestVariable& variable)
+std::string bytesOf(TestVariable const& variable)
 {
     Bytes bytes;
     bytes.text(variable.name).u32(variable.type | variable.elementCode << 24U).u8(variable.linked);
@@ -36,8 +35,8 @@ std::string bytesOf(const TestVariable& variable)
     return bytes.u8(variable.vibration).str();
 }
 
-TestNode node(std::vector<std::uint32_t> ids, const std::string& name, const std::string& type,
-              const std::string& version, std::uint64_t lightPosition)
+TestNode node(std::vector<std::uint32_t> ids, std::string const& name, std::string const& type,
+              std::string const& version, std::uint64_t lightPosition)
 {
     return {ids[0], ids[1], ids[2], ids[3], ids[4], ids[5], name, type, version, lightPosition};
 }
@@ -85,7 +84,7 @@ std::string Sample::tree() const
 {
     Bytes bytes;
     bytes.u32(nodes.size());
-    for (const TestNode& entry : nodes) {
+    for (TestNode const& entry : nodes) {
         bytes.u32(entry.id).u32(entry.parent).u32(entry.previous).u32(entry.next);
         bytes.u32(entry.first).u32(entry.last);
         bytes.text(entry.name).text(entry.type).text(entry.version).u64(entry.lightPosition);
@@ -97,18 +96,16 @@ std::string Sample::light() const
 {
     Bytes bytes;
     bytes.raw(bytesOf(root)).u32(variables.size());
-    for (const TestVariable& variable : variables) {
+    for (TestVariable const& variable : variables)
         bytes.raw(bytesOf(variable));
-    }
     return bytes.raw(bytesOf(rest)).str();
 }
 
 std::string Sample::attributeBytes() const
 {
     Bytes bytes;
-    for (const TestAttributes& list : attributes) {
+    for (TestAttributes const& list : attributes)
         bytes.raw(MoxReadTest::bytesOf(list));
-    }
     return bytes.str();
 }
 
@@ -116,10 +113,9 @@ std::string Sample::resources() const
 {
     Bytes bytes;
     bytes.u32(material.size).text(material.version);
-    for (const float value : {0.8F, 0.8F, 0.8F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.16F,
-                              0.16F, 0.16F, 0.2F, 0.F, 0.2F}) {
+    for (float const value : {0.8F, 0.8F, 0.8F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.F, 0.F, 0.F, 1.F, 0.16F,
+                              0.16F, 0.16F, 0.2F, 0.F, 0.2F})
         bytes.f32(value);
-    }
     return bytes.u8(material.flag).str();
 }
 
@@ -172,33 +168,27 @@ std::string Sample::file() const
     return assemble(slotsFor(blocks()));
 }
 
-std::string bytesOf(const TestAttributes& attributes)
+std::string bytesOf(TestAttributes const& attributes)
 {
     Bytes bytes;
     bytes.u32(attributes.names.size());
-    for (const std::string& name : attributes.names) {
+    for (std::string const& name : attributes.names)
         bytes.text(name);
-    }
     bytes.u32(attributes.tags.size());
-    for (const unsigned tag : attributes.tags) {
+    for (unsigned const tag : attributes.tags)
         bytes.u8(tag);
-    }
     bytes.u32(attributes.uint32s.size());
-    for (const std::uint32_t value : attributes.uint32s) {
+    for (const std::uint32_t value : attributes.uint32s)
         bytes.u32(value);
-    }
     bytes.u32(attributes.floats.size());
-    for (const float value : attributes.floats) {
+    for (float const value : attributes.floats)
         bytes.f32(value);
-    }
     bytes.u32(attributes.doubles.size());
-    for (const double value : attributes.doubles) {
+    for (double const value : attributes.doubles)
         bytes.f64(value);
-    }
     bytes.u32(attributes.strings.size());
-    for (const std::string& value : attributes.strings) {
+    for (std::string const& value : attributes.strings)
         bytes.text(value);
-    }
     return bytes.str();
 }
 

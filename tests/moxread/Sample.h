@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_MOXREAD_SAMPLE_H
+#define TESTS_MOXREAD_SAMPLE_H
 
 #include "TestFile.h"
 
@@ -111,9 +112,11 @@ struct Sample
 };
 
 /// The six vectors of an attribute list.
-std::string bytesOf(const TestAttributes& attributes);
+std::string bytesOf(TestAttributes const& attributes);
 
 /// A file with a root group only.
 std::string minimalFile();
 
 } // namespace MoxReadTest
+
+#endif

@@ -27,7 +27,7 @@ namespace {
 constexpr std::size_t rootCount = 20;
 constexpr std::size_t groupCount = 200;
 
-std::string entryBytes(const TestSlot& slot)
+std::string entryBytes(TestSlot const& slot)
 {
     std::string name = slot.name;
     name.resize(128, '\0');
@@ -51,37 +51,35 @@ void addSpares(std::vector<TestSlot>& slots, std::size_t count)
     }
 }
 
-std::string entriesFrom(const std::vector<TestSlot>& slots, std::size_t first, std::size_t count)
+std::string entriesFrom(std::vector<TestSlot> const& slots, std::size_t first, std::size_t count)
 {
     Bytes bytes;
     bytes.u32(count);
-    for (std::size_t i = first; i < first + count; ++i) {
+    for (std::size_t i = first; i < first + count; ++i)
         bytes.raw(entryBytes(slots.at(i)));
-    }
     return bytes.str();
 }
 
 } // namespace
 
-std::string deflated(const std::string& content)
+std::string deflated(std::string const& content)
 {
     uLongf size = compressBound(content.size());
     std::string stream(size, '\0');
-    const int result = compress2(reinterpret_cast<Bytef*>(stream.data()), &size,
-                                 reinterpret_cast<const Bytef*>(content.data()), content.size(), 6);
-    if (result != Z_OK) {
+    int const result = compress2(reinterpret_cast<Bytef*>(stream.data()), &size,
+                                 reinterpret_cast<Bytef const*>(content.data()), content.size(), 6);
+    if (result != Z_OK)
         throw std::runtime_error("compress2");
-    }
     stream.resize(size);
     return Bytes().u32(content.size()).raw(stream).str();
 }
 
-std::vector<TestSlot> slotsFor(const std::vector<TestBlock>& blocks)
+std::vector<TestSlot> slotsFor(std::vector<TestBlock> const& blocks)
 {
     std::vector<TestSlot> slots;
     addSpares(slots, rootCount);
     std::size_t next = 0;
-    for (const TestBlock& block : blocks) {
+    for (TestBlock const& block : blocks) {
         if (next + 1 == slots.size()) {
             slots[next].name = indexName;
             slots[next].transformations = 32;
@@ -100,21 +98,18 @@ std::vector<TestSlot> slotsFor(const std::vector<TestBlock>& blocks)
 
 std::string assemble(std::vector<TestSlot> slots)
 {
-    for (std::size_t i = 0; i < slots.size(); ++i) {
-        if (slots[i].name == indexName && slots[i].block.empty()) {
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        if (slots[i].name == indexName && slots[i].block.empty())
             slots[i].block = entriesFrom(slots, i + 1, groupCount);
-        }
-    }
     Bytes bytes;
     bytes.raw("\x89WVF\r\n\x1A\n").raw(std::string("1.3\0", 4));
     bytes.u32(2784).raw(entriesFrom(slots, 0, rootCount));
-    for (const TestSlot& slot : slots) {
+    for (TestSlot const& slot : slots)
         bytes.raw(slot.block);
-    }
     return bytes.str();
 }
 
-TemporaryFile::TemporaryFile(const std::string& content)
+TemporaryFile::TemporaryFile(std::string const& content)
 {
     static int number = 0;
     path_ = testing::TempDir() + "moxread_" + std::to_string(::getpid()) + "_" +
@@ -127,18 +122,17 @@ TemporaryFile::~TemporaryFile()
     std::remove(path_.c_str());
 }
 
-const std::string& TemporaryFile::path() const
+std::string const& TemporaryFile::path() const
 {
     return path_;
 }
 
-void TemporaryFile::write(const std::string& content) const
+void TemporaryFile::write(std::string const& content) const
 {
     std::ofstream out(path_, std::ios::binary | std::ios::trunc);
     out << content;
-    if (!out.flush()) {
+    if (!out.flush())
         throw std::runtime_error("cannot write " + path_);
-    }
 }
 
 void TemporaryFile::overwrite(std::size_t offset, char byte) const
@@ -146,9 +140,8 @@ void TemporaryFile::overwrite(std::size_t offset, char byte) const
     std::fstream out(path_, std::ios::binary | std::ios::in | std::ios::out);
     out.seekp(static_cast<std::streamoff>(offset));
     out.put(byte);
-    if (!out.flush()) {
+    if (!out.flush())
         throw std::runtime_error("cannot write " + path_);
-    }
 }
 
 void TemporaryFile::cutTo(std::size_t length) const

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_MOXREAD_TESTFILE_H
+#define TESTS_MOXREAD_TESTFILE_H
 
 #include <cstdint>
 #include <string>
@@ -30,10 +31,10 @@ struct TestBlock
 };
 
 /// The content of a compressed block: the length, then a zlib stream.
-std::string deflated(const std::string& content);
+std::string deflated(std::string const& content);
 
 /// A file's slots: sound in all that the blocks do not bring along themselves.
-std::vector<TestSlot> slotsFor(const std::vector<TestBlock>& blocks);
+std::vector<TestSlot> slotsFor(std::vector<TestBlock> const& blocks);
 
 /// The bytes of the file. Where a slot is an index block without bytes, it gets those of the 200
 /// slots that follow.
@@ -43,13 +44,13 @@ std::string assemble(std::vector<TestSlot> slots);
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(const std::string& content);
+    explicit TemporaryFile(std::string const& content);
     ~TemporaryFile();
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    TemporaryFile(TemporaryFile const&) = delete;
+    TemporaryFile& operator=(TemporaryFile const&) = delete;
 
-    const std::string& path() const;
-    void write(const std::string& content) const;
+    std::string const& path() const;
+    void write(std::string const& content) const;
     void overwrite(std::size_t offset, char byte) const;
     void cutTo(std::size_t length) const;
 
@@ -58,3 +59,5 @@ private:
 };
 
 } // namespace MoxReadTest
+
+#endif

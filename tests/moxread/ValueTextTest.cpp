@@ -7,11 +7,11 @@
 
 namespace {
 
-MoxRead::Dataset floatsOf(const std::vector<float>& values)
+MoxRead::Dataset floatsOf(std::vector<float> const& values)
 {
     MoxRead::Dataset dataset;
     dataset.width = 1;
-    for (const float value : values) {
+    for (float const value : values) {
         std::uint32_t bits = 0;
         std::memcpy(&bits, &value, sizeof bits);
         dataset.words.push_back(bits);

@@ -14,19 +14,19 @@ using namespace MoxReadTest;
 
 namespace {
 
-std::string verdictOn(const std::string& file)
+std::string verdictOn(std::string const& file)
 {
     const TemporaryFile temporary(file);
     try {
         MoxRead::verify(temporary.path());
         return "ok";
-    } catch (const MoxRead::FormatError& error) {
+    } catch (MoxRead::FormatError const& error) {
         return error.what();
     }
 }
 
 // The verdict on the sample after a change to it.
-std::string verdictAfter(const std::function<void(Sample&)>& change)
+std::string verdictAfter(std::function<void(Sample&)> const& change)
 {
     Sample sample;
     change(sample);
@@ -34,7 +34,7 @@ std::string verdictAfter(const std::function<void(Sample&)>& change)
 }
 
 // The verdict on the sample's file after a change to its index.
-std::string verdictAfterSlots(const std::function<void(std::vector<TestSlot>&)>& change)
+std::string verdictAfterSlots(std::function<void(std::vector<TestSlot>&)> const& change)
 {
     std::vector<TestSlot> slots = slotsFor(Sample().blocks());
     change(slots);
@@ -42,7 +42,7 @@ std::string verdictAfterSlots(const std::function<void(std::vector<TestSlot>&)>&
 }
 
 // The verdict on the sample's file with another block in the slot of "Heavy Data".
-std::string verdictWithHeavyBlock(const std::string& block)
+std::string verdictWithHeavyBlock(std::string const& block)
 {
     std::vector<TestBlock> blocks = Sample().blocks();
     blocks[0].block = block;
@@ -50,7 +50,7 @@ std::string verdictWithHeavyBlock(const std::string& block)
 }
 
 // The verdict on the sample's file with more bytes at the end of one stream.
-std::string verdictWithTail(std::size_t block, const std::string& tail)
+std::string verdictWithTail(std::size_t block, std::string const& tail)
 {
     std::vector<TestBlock> blocks = Sample().plainBlocks();
     blocks[block].block += tail;
@@ -65,7 +65,7 @@ std::string verdictWithoutLastByte(std::size_t block)
     return verdictOn(assemble(slotsFor(blocks)));
 }
 
-std::string patched(std::string file, std::size_t offset, const std::string& bytes)
+std::string patched(std::string file, std::size_t offset, std::string const& bytes)
 {
     return file.replace(offset, bytes.size(), bytes);
 }
@@ -162,9 +162,8 @@ TEST(Verify, AcceptsAStreamThatIsCutIntoBlocksWithinItsValues)
     const Sample sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks.erase(blocks.begin() + tree);
-    for (const char byte : sample.tree()) {
+    for (char const byte : sample.tree())
         blocks.push_back({"Mox Tree", 1, deflated(std::string(1, byte))});
-    }
     EXPECT_EQ(verdictOn(assemble(slotsFor(blocks))), "ok");
 }
 
@@ -201,7 +200,7 @@ TEST(Verify, AFileThatCannotBeOpenedIsNamedSo)
     try {
         MoxRead::verify(testing::TempDir() + "no such file.mox");
         FAIL();
-    } catch (const MoxRead::FormatError& error) {
+    } catch (MoxRead::FormatError const& error) {
         EXPECT_STREQ(error.what(), "cannot be opened: No such file or directory");
     }
 }
@@ -211,7 +210,7 @@ TEST(Verify, AFolderIsNoFile)
     try {
         MoxRead::verify(testing::TempDir());
         FAIL();
-    } catch (const MoxRead::FormatError& error) {
+    } catch (MoxRead::FormatError const& error) {
         EXPECT_STREQ(error.what(), "not a regular file");
     }
 }
@@ -283,9 +282,8 @@ TEST(Verify, IdsStartAgainAt0AfterSlot254)
     ASSERT_EQ(slots[255].id, 0U);
     slots[255].id = 1;
     std::uint64_t offset = 2800;
-    for (std::size_t i = 0; i < 219; ++i) {
+    for (std::size_t i = 0; i < 219; ++i)
         offset += slots[i].size;
-    }
     offset += 4 + (255 - 220) * 139;
     EXPECT_EQ(verdictOn(assemble(slots)),
               "slot 255: id at byte " + std::to_string(offset) + " is 1, not 0");
@@ -407,7 +405,7 @@ TEST(Verify, AnIndexBlockOfAnotherSizeIsRefused)
 
 TEST(Verify, AnIndexBlockWithOtherTransformationsIsRefused)
 {
-    for (const unsigned transformations : {0U, 1U, 33U}) {
+    for (unsigned const transformations : {0U, 1U, 33U}) {
         std::vector<TestSlot> slots = slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""}));
         slots[19].transformations = transformations;
         EXPECT_EQ(verdictOn(assemble(slots)), R"(slot 19 "\x0BIndex Block " at byte 2800: )"
@@ -491,7 +489,7 @@ TEST(Verify, AStreamWithAWrongCheckSumIsRefused)
 
 TEST(Verify, AnEmptyCompressedBlockStillHoldsAStream)
 {
-    const auto verdictWith = [](const std::string& block) {
+    auto const verdictWith = [](std::string const& block) {
         std::vector<TestBlock> blocks = Sample().blocks();
         blocks.push_back({"View Points", 1, block});
         return verdictOn(assemble(slotsFor(blocks)));
@@ -897,7 +895,7 @@ TEST(Verify, ContentOfTheViewPointsIsRefused)
 TEST(Verify, ALinkToAVariableThatDoesNotExistIsRefused)
 {
     const std::string place = R"(node 3: variable 2: "Coordinates\x1Et2": link to variable )";
-    const auto verdictOnLink = [](std::uint32_t node, std::uint32_t index) {
+    auto const verdictOnLink = [](std::uint32_t node, std::uint32_t index) {
         return verdictAfter([=](Sample& sample) {
             sample.variables[2].linkNode = node;
             sample.variables[2].linkIndex = index;

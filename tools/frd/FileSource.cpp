@@ -28,22 +28,24 @@ bool isControl(char c)
     return (code < 0x20 && c != '\t') || code == 0x7F;
 }
 
-bool isRegularFile(std::filesystem::path const& path)
+/// To be asked before opening: that would wait for ever for the writer of a named pipe.
+bool isOtherThanRegularFile(std::filesystem::path const& path)
 {
     std::error_code ignored;
-    return std::filesystem::is_regular_file(path, ignored);
+    auto const status = std::filesystem::status(path, ignored);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
 }
 
 } // namespace
 
 FileSource::FileSource(std::filesystem::path const& path)
 {
+    if (isOtherThanRegularFile(path))
+        throw Error("The file is not a regular file.");
     errno = 0;
     stream_.open(path, std::ios::binary);
     if (!stream_)
         throw Error(std::string("The file cannot be opened: ") + std::strerror(errno) + ".");
-    if (!isRegularFile(path))
-        throw Error("The file is not a regular file.");
     size_ = std::filesystem::file_size(path);
 }
 

@@ -26,6 +26,7 @@ namespace Frd {
 class Reader
 {
 public:
+    /// Reads up to the first result block; throws `Error`.
     explicit Reader(std::filesystem::path const& path);
 
     Reader(Reader const&) = delete;

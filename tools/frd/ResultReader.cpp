@@ -1,8 +1,8 @@
 // Parameter records and result blocks. Lines, here in the long format (the short one has node
 // numbers of 5 columns instead of 10):
 //
-//   "    1P" name, values                                        before a block, as many as there
-//   are "  100C" set (6), value (12), number of nodes (12), text (20), kind of analysis (2),
+//   "    1P" name, values                               before a block, as many as there are
+//   "  100C" set (6), value (12), number of nodes (12), text (20), kind of analysis (2),
 //            step number (5), analysis (10), format (2)
 //   " -4" 2 blanks, name (8), number of components (5), 1 (5)
 //   " -5" 2 blanks, name (8), menu (5), entity, row, column, computed? (5 each), text (8)

@@ -3,14 +3,14 @@
 #include <exception>
 #include <new>
 
-int runOnFile(const std::string& path, std::ostream& err, const std::function<void()>& action)
+int runOnFile(std::string const& path, std::ostream& err, std::function<void()> const& action)
 {
     try {
         action();
         return 0;
-    } catch (const std::bad_alloc&) {
+    } catch (std::bad_alloc const&) {
         err << path << ": there is not enough memory\n";
-    } catch (const std::exception& error) {
+    } catch (std::exception const& error) {
         err << path << ": " << error.what() << '\n';
     }
     return 1;

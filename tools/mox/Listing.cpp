@@ -31,40 +31,38 @@ struct AttributeText
     std::string operator()(std::uint32_t value) const { return std::to_string(value); }
     std::string operator()(float value) const { return textOf(value) + " (float)"; }
     std::string operator()(double value) const { return textOf(value) + " (double)"; }
-    std::string operator()(const std::string& value) const { return quoted(value); }
+    std::string operator()(std::string const& value) const { return quoted(value); }
 };
 
-void printAttributes(std::ostream& out, const Attributes& attributes, const std::string& indent)
+void printAttributes(std::ostream& out, Attributes const& attributes, std::string const& indent)
 {
-    for (const auto& [name, value] : attributes) {
+    for (auto const& [name, value] : attributes) {
         out << indent << "attribute " << quoted(name) << " = " << std::visit(AttributeText(), value)
             << '\n';
     }
 }
 
 template <typename Numbers>
-void printUnlessDefault(std::ostream& out, const std::string& what, const Numbers& numbers,
-                        const Numbers& usual, const std::string& indent)
+void printUnlessDefault(std::ostream& out, std::string const& what, Numbers const& numbers,
+                        Numbers const& usual, std::string const& indent)
 {
-    if (numbers != usual) {
+    if (numbers != usual)
         out << indent << what << ' ' << textOf(numbers.begin(), numbers.end()) << '\n';
-    }
 }
 
-void printGroup(std::ostream& out, const Group& group, const std::string& indent)
+void printGroup(std::ostream& out, Group const& group, std::string const& indent)
 {
     printUnlessDefault(out, "translation", group.translation, {0, 0, 0}, indent);
     printUnlessDefault(out, "rotation", group.rotation, {0, 0, 1, 0}, indent);
     printUnlessDefault(out, "scale", group.scale, {1, 1, 1}, indent);
-    if (group.flag) {
+    if (group.flag)
         out << indent << "flag 1\n";
-    }
     printAttributes(out, group.attributes, indent);
 }
 
-void printMaterial(std::ostream& out, const Material& material, const std::string& indent)
+void printMaterial(std::ostream& out, Material const& material, std::string const& indent)
 {
-    const auto color = [](const MoxRead::Color& value) {
+    auto const color = [](MoxRead::Color const& value) {
         return textOf(value.begin(), value.end());
     };
     out << indent << "material: diffuse " << color(material.diffuse) << ", specular "
@@ -74,7 +72,7 @@ void printMaterial(std::ostream& out, const Material& material, const std::strin
         << '\n';
 }
 
-std::string nameOf(const Variable& variable)
+std::string nameOf(Variable const& variable)
 {
     const std::string name = quoted(variable.datasetName());
     return variable.hasStep() ? name + " step " + quoted(variable.stepName()) : name;
@@ -82,7 +80,7 @@ std::string nameOf(const Variable& variable)
 
 // The next node in depth-first order, with its depth. Goes by the links, without a stack, whatever
 // the depth of the tree is.
-const Node* nextInTree(const MoxRead::Model& model, const Node* node, std::size_t& depth)
+Node const* nextInTree(MoxRead::Model const& model, Node const* node, std::size_t& depth)
 {
     if (node->firstChild != 0) {
         ++depth;
@@ -99,7 +97,7 @@ const Node* nextInTree(const MoxRead::Model& model, const Node* node, std::size_
 
 Listing::Listing(MoxRead::Model& model) : model_(model)
 {
-    model.readAll([&](const Variable& variable, const MoxRead::Dataset& dataset) {
+    model.readAll([&](Variable const& variable, MoxRead::Dataset const& dataset) {
         ranges_.emplace(&variable, rangeText(dataset));
     });
 }
@@ -121,56 +119,49 @@ void Listing::printSummary(std::ostream& out) const
 
 void Listing::printWritings(std::ostream& out) const
 {
-    for (const WritingRecord& writing : model_.globalInformation().writings) {
+    for (WritingRecord const& writing : model_.globalInformation().writings) {
         out << "written " << quoted(writing.time) << " on host " << quoted(writing.host)
             << " by user " << quoted(writing.user) << ", format " << quoted(writing.formatVersion)
             << ", texts " << quoted(writing.text1) << ' ' << quoted(writing.text2) << ' '
             << quoted(writing.text) << '\n';
     }
     const std::size_t results = model_.globalInformation().resultAttributes.size();
-    if (results > 0) {
+    if (results > 0)
         out << "result attributes: " << results << " of 96 bytes\n";
-    }
 }
 
 void Listing::printTree(std::ostream& out) const
 {
     std::size_t depth = 0;
-    for (const Node* node = &model_.node(1); node != nullptr;
-         node = nextInTree(model_, node, depth)) {
+    for (Node const* node = &model_.node(1); node != nullptr;
+         node = nextInTree(model_, node, depth))
         printNode(out, *node, indentFor(depth));
-    }
 }
 
-void Listing::printNode(std::ostream& out, const Node& node, const std::string& indent) const
+void Listing::printNode(std::ostream& out, Node const& node, std::string const& indent) const
 {
     const std::string inner = indent + "  ";
     out << indent << node.id << ' ' << (node.type.empty() ? "(no content)" : node.type) << ' '
         << quoted(node.name) << '\n';
-    if (node.group() != nullptr) {
+    if (node.group() != nullptr)
         printGroup(out, *node.group(), inner);
-    }
-    if (node.shape() != nullptr) {
+    if (node.shape() != nullptr)
         printMaterial(out, node.shape()->material, inner);
-    }
-    if (node.geometry() != nullptr) {
-        for (const Variable& variable : node.geometry()->variables) {
+    if (node.geometry() != nullptr)
+        for (Variable const& variable : node.geometry()->variables)
             printVariable(out, variable, inner);
-        }
-    }
 }
 
-void Listing::printVariable(std::ostream& out, const Variable& variable,
-                            const std::string& indent) const
+void Listing::printVariable(std::ostream& out, Variable const& variable,
+                            std::string const& indent) const
 {
-    const Variable& stored = model_.resolve(variable);
-    const bool isFloat = stored.elementType() == MoxRead::ElementType::Float;
+    Variable const& stored = model_.resolve(variable);
+    bool const isFloat = stored.elementType() == MoxRead::ElementType::Float;
     out << indent << "dataset " << nameOf(variable) << ": type " << variable.variableType() << ", "
         << (isFloat ? "float" : "uint32") << ", width " << unsigned{stored.width} << ", "
         << stored.rows() << " rows, " << ranges_.at(&stored);
-    if (variable.vibration) {
+    if (variable.vibration)
         out << ", vibration";
-    }
     if (variable.linked) {
         out << ", link to node " << variable.link.nodeId << ' '
             << nameOf(model_.variable(variable.link));

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOX_LISTING_H
+#define MOX_LISTING_H
 
 #include "moxread/Model.h"
 
@@ -21,11 +22,13 @@ private:
     void printSummary(std::ostream& out) const;
     void printWritings(std::ostream& out) const;
     void printTree(std::ostream& out) const;
-    void printNode(std::ostream& out, const MoxRead::Node& node, const std::string& indent) const;
-    void printVariable(std::ostream& out, const MoxRead::Variable& variable,
-                       const std::string& indent) const;
+    void printNode(std::ostream& out, MoxRead::Node const& node, std::string const& indent) const;
+    void printVariable(std::ostream& out, MoxRead::Variable const& variable,
+                       std::string const& indent) const;
     void printHeavyData(std::ostream& out) const;
 
-    const MoxRead::Model& model_;
-    std::unordered_map<const MoxRead::Variable*, std::string> ranges_;
+    MoxRead::Model const& model_;
+    std::unordered_map<MoxRead::Variable const*, std::string> ranges_;
 };
+
+#endif

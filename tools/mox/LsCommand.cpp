@@ -10,13 +10,13 @@
 
 void addLsCommand(CLI::App& app, int& exitStatus)
 {
-    const auto path = std::make_shared<std::string>();
+    auto const path = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("ls", "List what is in a model file");
     command->add_option("FILE", *path, "Model file")->required();
     command->callback([&exitStatus, path] { exitStatus = listFile(*path, std::cout, std::cerr); });
 }
 
-int listFile(const std::string& path, std::ostream& out, std::ostream& err)
+int listFile(std::string const& path, std::ostream& out, std::ostream& err)
 {
     return runOnFile(path, err, [&] {
         MoxRead::Model model(path);

@@ -2,6 +2,8 @@
 
 #include "frd/Translation.h"
 
+#include <CLI/CLI.hpp>
+
 #include <exception>
 #include <iostream>
 #include <memory>

@@ -1,10 +1,12 @@
 #ifndef MOX_TRANSLATECOMMAND_H
 #define MOX_TRANSLATECOMMAND_H
 
-#include <CLI/App.hpp>
-
 #include <ostream>
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 /// Adds the command `translate` and stores its exit status when it runs.
 void addTranslateCommand(CLI::App& app, int& exitStatus);

@@ -13,23 +13,23 @@ template <typename Number>
 std::string shortestText(Number value)
 {
     std::array<char, 32> text = {};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    auto const result = std::to_chars(text.data(), text.data() + text.size(), value);
     return {text.data(), result.ptr};
 }
 
-std::string uintRangeText(const std::vector<std::uint32_t>& words)
+std::string uintRangeText(std::vector<std::uint32_t> const& words)
 {
-    const auto [least, greatest] = std::minmax_element(words.begin(), words.end());
+    auto const [least, greatest] = std::minmax_element(words.begin(), words.end());
     return "range " + std::to_string(*least) + ".." + std::to_string(*greatest);
 }
 
-std::string floatRangeText(const std::vector<std::uint32_t>& words)
+std::string floatRangeText(std::vector<std::uint32_t> const& words)
 {
     float least = INFINITY;
     float greatest = -INFINITY;
     std::size_t notNumbers = 0;
     for (const std::uint32_t word : words) {
-        const float value = MoxRead::floatFromBits(word);
+        float const value = MoxRead::floatFromBits(word);
         if (std::isnan(value)) {
             ++notNumbers;
             continue;
@@ -37,9 +37,8 @@ std::string floatRangeText(const std::vector<std::uint32_t>& words)
         least = std::min(least, value);
         greatest = std::max(greatest, value);
     }
-    if (notNumbers == words.size()) {
+    if (notNumbers == words.size())
         return "all NaN";
-    }
     const std::string range = "range " + textOf(least) + ".." + textOf(greatest);
     return notNumbers == 0 ? range : range + " and " + std::to_string(notNumbers) + " NaN";
 }
@@ -56,11 +55,10 @@ std::string textOf(double value)
     return shortestText(value);
 }
 
-std::string rangeText(const MoxRead::Dataset& dataset)
+std::string rangeText(MoxRead::Dataset const& dataset)
 {
-    if (dataset.words.empty()) {
+    if (dataset.words.empty())
         return "empty";
-    }
     return dataset.elementType == MoxRead::ElementType::Float ? floatRangeText(dataset.words)
                                                               : uintRangeText(dataset.words);
 }

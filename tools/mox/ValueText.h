@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOX_VALUETEXT_H
+#define MOX_VALUETEXT_H
 
 #include "moxread/Dataset.h"
 
@@ -13,11 +14,12 @@ template <typename Iterator>
 std::string textOf(Iterator begin, Iterator end)
 {
     std::string text;
-    for (Iterator it = begin; it != end; ++it) {
+    for (Iterator it = begin; it != end; ++it)
         text += (it == begin ? "" : " ") + textOf(*it);
-    }
     return text;
 }
 
 /// Such as "range 0..2.5", "range 0..2.5 and 3 NaN", "all NaN" or "empty".
-std::string rangeText(const MoxRead::Dataset& dataset);
+std::string rangeText(MoxRead::Dataset const& dataset);
+
+#endif

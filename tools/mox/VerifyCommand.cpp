@@ -11,7 +11,7 @@
 
 void addVerifyCommand(CLI::App& app, int& exitStatus)
 {
-    const auto path = std::make_shared<std::string>();
+    auto const path = std::make_shared<std::string>();
     CLI::App* const command =
         app.add_subcommand("verify", "Check every byte of a model file's layout");
     command->add_option("FILE", *path, "Model file")->required();
@@ -19,7 +19,7 @@ void addVerifyCommand(CLI::App& app, int& exitStatus)
         [&exitStatus, path] { exitStatus = verifyFile(*path, std::cout, std::cerr); });
 }
 
-int verifyFile(const std::string& path, std::ostream& out, std::ostream& err)
+int verifyFile(std::string const& path, std::ostream& out, std::ostream& err)
 {
     return runOnFile(path, err, [&] {
         const MoxRead::Summary summary = MoxRead::verify(path);

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOX_VERIFYCOMMAND_H
+#define MOX_VERIFYCOMMAND_H
 
 #include <ostream>
 #include <string>
@@ -11,4 +12,6 @@ class App;
 void addVerifyCommand(CLI::App& app, int& exitStatus);
 
 /// Says on `out` that a file is sound, or on `err` what is wrong with it. Returns the exit status.
-int verifyFile(const std::string& path, std::ostream& out, std::ostream& err);
+int verifyFile(std::string const& path, std::ostream& out, std::ostream& err);
+
+#endif

@@ -7,23 +7,38 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <string>
 
 namespace {
 
 constexpr int failure = 1;
 constexpr int wrongUsage = 2;
 
+std::string usageMessage(CLI::App const* /*app*/, const CLI::Error& error)
+{
+    return "mox: " + std::string(error.what()) + "; see mox --help\n";
+}
+
+// CLI11's own check would call an unknown command a missing one.
+void requireCommand(CLI::App const& app)
+{
+    if (app.get_subcommands().empty())
+        throw CLI::RequiredError("A command");
+}
+
 int run(int argc, char** argv)
 {
-    CLI::App app("Looks into model files and makes them");
+    CLI::App app("Looks into model files and makes them", "mox");
+    app.failure_message(usageMessage);
     int exitStatus = 0;
     addTranslateCommand(app, exitStatus);
     addVerifyCommand(app, exitStatus);
     addLsCommand(app, exitStatus);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
+    app.callback([&app] { requireCommand(app); });
     try {
         app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
+    } catch (CLI::ParseError const& error) {
         return app.exit(error) == 0 ? 0 : wrongUsage;
     }
     if (!std::cout.flush()) {
@@ -39,7 +54,7 @@ int main(int argc, char** argv)
 {
     try {
         return run(argc, argv);
-    } catch (const std::exception& error) {
+    } catch (std::exception const& error) {
         std::fprintf(stderr, "mox: %s\n", error.what());
         return failure;
     }

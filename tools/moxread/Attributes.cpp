@@ -58,7 +58,7 @@ std::uint8_t readTag(KeyStream& stream)
     return tag;
 }
 
-void requireCount(KeyStream& stream, std::size_t expected, const std::string& what)
+void requireCount(KeyStream& stream, std::size_t expected, std::string const& what)
 {
     const std::uint64_t start = stream.position();
     const std::uint32_t count = stream.readUint32();
@@ -72,23 +72,20 @@ std::vector<std::uint8_t> readTags(KeyStream& stream, std::size_t count)
 {
     requireCount(stream, count, "attribute type tags");
     std::vector<std::uint8_t> tags;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i)
         tags.push_back(readTag(stream));
-    }
     return tags;
 }
 
 template <typename Read>
-void readValues(KeyStream& stream, const AttributeHeads& heads, std::uint8_t tag,
-                const std::string& what, Attributes& attributes, const Read& read)
+void readValues(KeyStream& stream, AttributeHeads const& heads, std::uint8_t tag,
+                std::string const& what, Attributes& attributes, Read const& read)
 {
-    const auto expected = std::count(heads.tags.begin(), heads.tags.end(), tag);
+    auto const expected = std::count(heads.tags.begin(), heads.tags.end(), tag);
     requireCount(stream, static_cast<std::size_t>(expected), what);
-    for (std::size_t i = 0; i < heads.tags.size(); ++i) {
-        if (heads.tags[i] == tag) {
+    for (std::size_t i = 0; i < heads.tags.size(); ++i)
+        if (heads.tags[i] == tag)
             attributes.emplace(heads.names[i], read());
-        }
-    }
 }
 
 } // namespace

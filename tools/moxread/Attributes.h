@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_ATTRIBUTES_H
+#define MOXREAD_ATTRIBUTES_H
 
 #include "moxread/KeyStream.h"
 
@@ -17,3 +18,5 @@ using Attributes = std::map<std::string, AttributeValue>;
 Attributes readAttributes(KeyStream& stream);
 
 } // namespace MoxRead
+
+#endif

@@ -26,7 +26,7 @@ constexpr std::size_t firstOutputChunk = std::size_t{1} << 20U;
 // No deflate stream expands further: a match of 258 bytes takes two bits at least.
 constexpr std::uint64_t greatestExpansion = 1032;
 
-std::string reasonOf(const z_stream& stream)
+std::string reasonOf(z_stream const& stream)
 {
     return stream.msg != nullptr ? std::string(" (") + stream.msg + ")" : std::string();
 }
@@ -39,7 +39,7 @@ void BlockReader::StreamDeleter::operator()(z_stream_s* stream) const
     const std::unique_ptr<z_stream_s> owner(stream);
 }
 
-BlockReader::BlockReader(const InputFile& file, const Slot& slot) : file_(file), slot_(slot)
+BlockReader::BlockReader(InputFile const& file, Slot const& slot) : file_(file), slot_(slot)
 {
     length_ = inContext([&] { return slot_.describe(); }, [&] { return readStatedLength(); });
 }
@@ -53,9 +53,8 @@ std::uint32_t BlockReader::length() const noexcept
 
 std::uint32_t BlockReader::readStatedLength() const
 {
-    if (!slot_.isCompressed()) {
+    if (!slot_.isCompressed())
         return slot_.size;
-    }
     if (slot_.size < lengthSize) {
         throw FormatError("a compressed block of " + std::to_string(slot_.size) +
                           " bytes has no room for its length");
@@ -99,9 +98,8 @@ std::vector<std::uint8_t> BlockReader::readAll()
 void BlockReader::startInflating()
 {
     auto stream = std::make_unique<z_stream_s>();
-    if (::inflateInit(stream.get()) != Z_OK) {
+    if (::inflateInit(stream.get()) != Z_OK)
         throw FormatError("zlib cannot be started");
-    }
     stream_.reset(stream.release());
     input_.resize(inputChunk);
     inputPosition_ = slot_.position + lengthSize;
@@ -109,9 +107,8 @@ void BlockReader::startInflating()
 
 void BlockReader::inflateExactly(std::uint8_t* to, std::size_t count)
 {
-    if (stream_ == nullptr) {
+    if (stream_ == nullptr)
         startInflating();
-    }
     stream_->next_out = to;
     stream_->avail_out = static_cast<uInt>(count);
     while (stream_->avail_out > 0) {
@@ -122,32 +119,28 @@ void BlockReader::inflateExactly(std::uint8_t* to, std::size_t count)
         }
     }
     done_ += static_cast<std::uint32_t>(count);
-    if (done_ == length_) {
+    if (done_ == length_)
         checkStreamEnd();
-    }
 }
 
 // Returns whether the stream has ended. Without input it may still have output to give; only when
 // that is used up, too, does zlib report that it cannot go on.
 bool BlockReader::inflateOnce()
 {
-    if (stream_->avail_in == 0) {
+    if (stream_->avail_in == 0)
         refill();
-    }
-    const int result = ::inflate(stream_.get(), Z_NO_FLUSH);
-    if (result == Z_BUF_ERROR) {
+    int const result = ::inflate(stream_.get(), Z_NO_FLUSH);
+    if (result == Z_BUF_ERROR)
         throw FormatError("the zlib stream ends early");
-    }
-    if (result != Z_OK && result != Z_STREAM_END) {
+    if (result != Z_OK && result != Z_STREAM_END)
         throw FormatError("the zlib stream is damaged" + reasonOf(*stream_));
-    }
     streamEnded_ = result == Z_STREAM_END;
     return streamEnded_;
 }
 
 void BlockReader::refill()
 {
-    const auto count =
+    auto const count =
         static_cast<std::size_t>(std::min<std::uint64_t>(inputChunk, slot_.end() - inputPosition_));
     file_.read(inputPosition_, input_.data(), count);
     inputPosition_ += count;
@@ -160,17 +153,15 @@ void BlockReader::checkStreamEnd()
     std::uint8_t excess = 0;
     stream_->next_out = &excess;
     stream_->avail_out = 1;
-    while (!streamEnded_ && stream_->avail_out > 0) {
+    while (!streamEnded_ && stream_->avail_out > 0)
         inflateOnce();
-    }
     if (stream_->avail_out == 0) {
         throw FormatError("the zlib stream inflates to more than the stated " +
                           std::to_string(length_) + " bytes");
     }
     const std::uint64_t trailing = slot_.end() - inputPosition_ + stream_->avail_in;
-    if (trailing > 0) {
+    if (trailing > 0)
         throw FormatError(std::to_string(trailing) + " bytes follow the zlib stream");
-    }
 }
 
 } // namespace MoxRead

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_BLOCKREADER_H
+#define MOXREAD_BLOCKREADER_H
 
 #include "moxread/InputFile.h"
 #include "moxread/Slot.h"
@@ -17,10 +18,10 @@ namespace MoxRead {
 class BlockReader
 {
 public:
-    BlockReader(const InputFile& file, const Slot& slot);
+    BlockReader(InputFile const& file, Slot const& slot);
     ~BlockReader();
-    BlockReader(const BlockReader&) = delete;
-    BlockReader& operator=(const BlockReader&) = delete;
+    BlockReader(BlockReader const&) = delete;
+    BlockReader& operator=(BlockReader const&) = delete;
 
     /// The number of bytes of the content. For a compressed block it is what the block states; that
     /// it holds is known when the last byte was read.
@@ -46,7 +47,7 @@ private:
     void refill();
     void checkStreamEnd();
 
-    const InputFile& file_;
+    InputFile const& file_;
     Slot slot_;
     std::uint32_t length_ = 0;
     std::uint32_t done_ = 0;
@@ -57,3 +58,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

@@ -41,14 +41,14 @@ constexpr std::uint32_t indexBlockCount = 200;
 constexpr std::uint32_t indexBlockSize = 27804;
 constexpr std::uint8_t indexBlockTransformations = 32;
 
-std::uint32_t readUint32(const InputFile& file, std::uint64_t offset)
+std::uint32_t readUint32(InputFile const& file, std::uint64_t offset)
 {
     std::array<std::uint8_t, 4> bytes = {};
     file.read(offset, bytes.data(), bytes.size());
     return decodeUint32(bytes.data());
 }
 
-void requireEqual(std::uint32_t value, std::uint32_t expected, const std::string& what)
+void requireEqual(std::uint32_t value, std::uint32_t expected, std::string const& what)
 {
     if (value != expected) {
         throw FormatError(what + " is " + std::to_string(value) + ", not " +
@@ -56,7 +56,7 @@ void requireEqual(std::uint32_t value, std::uint32_t expected, const std::string
     }
 }
 
-void checkIndexBlock(const Slot& slot)
+void checkIndexBlock(Slot const& slot)
 {
     if (slot.transformations != indexBlockTransformations) {
         throw FormatError("index block has transformations " +
@@ -67,7 +67,7 @@ void checkIndexBlock(const Slot& slot)
 
 } // namespace
 
-Container::Container(const std::string& path) : file_(path)
+Container::Container(std::string const& path) : file_(path)
 {
     readHeader();
     readRootIndex();
@@ -75,34 +75,34 @@ Container::Container(const std::string& path) : file_(path)
     checkEnd();
 }
 
-const InputFile& Container::file() const noexcept
+InputFile const& Container::file() const noexcept
 {
     return file_;
 }
 
-const std::vector<Slot>& Container::slots() const noexcept
+std::vector<Slot> const& Container::slots() const noexcept
 {
     return slots_;
 }
 
-std::vector<Slot> Container::slotsOf(const std::string& key) const
+std::vector<Slot> Container::slotsOf(std::string const& key) const
 {
     std::vector<Slot> result;
     std::copy_if(slots_.begin(), slots_.end(), std::back_inserter(result),
-                 [&](const Slot& slot) { return slot.name == key; });
+                 [&](Slot const& slot) { return slot.name == key; });
     return result;
 }
 
 std::size_t Container::blockCount() const
 {
     return static_cast<std::size_t>(std::count_if(
-        slots_.begin(), slots_.end(), [](const Slot& slot) { return !slot.isSpare(); }));
+        slots_.begin(), slots_.end(), [](Slot const& slot) { return !slot.isSpare(); }));
 }
 
-std::vector<std::uint8_t> Container::streamBytes(const std::string& key) const
+std::vector<std::uint8_t> Container::streamBytes(std::string const& key) const
 {
     std::vector<std::uint8_t> result;
-    for (const Slot& slot : slotsOf(key)) {
+    for (Slot const& slot : slotsOf(key)) {
         const std::vector<std::uint8_t> block = BlockReader(file_, slot).readAll();
         result.insert(result.end(), block.begin(), block.end());
     }
@@ -114,9 +114,8 @@ void Container::readHeader() const
     std::array<std::uint8_t, signature.size()> bytes = {};
     const std::size_t count = std::min<std::size_t>(file_.size(), bytes.size());
     file_.read(0, bytes.data(), count);
-    if (!std::equal(bytes.begin(), bytes.begin() + count, signature.begin())) {
+    if (!std::equal(bytes.begin(), bytes.begin() + count, signature.begin()))
         throw FormatError("not a mox file: it does not begin with the signature");
-    }
     if (file_.size() < rootLengthOffset) {
         throw FormatError::incomplete("the file ends at byte " + std::to_string(file_.size()) +
                                       ", within the header");
@@ -138,9 +137,8 @@ void Container::readRootIndex()
     }
     const std::uint32_t length = readUint32(file_, rootLengthOffset);
     const std::uint32_t count = readUint32(file_, rootCountOffset);
-    if (length == 0 && count == 0) {
+    if (length == 0 && count == 0)
         throw FormatError::incomplete("the root index at byte 12 was never written");
-    }
     requireEqual(length, rootLength, "root index length at byte 12");
     requireEqual(count, rootCount, "root index entry count at byte 16");
     addGroup(rootEntriesOffset, rootCount);
@@ -162,7 +160,7 @@ void Container::addGroup(std::uint64_t offset, std::uint32_t count)
     file_.read(offset, bytes.data(), bytes.size());
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::size_t entry = i * Slot::encodedSize;
-        const auto number = static_cast<std::uint32_t>(slots_.size());
+        auto const number = static_cast<std::uint32_t>(slots_.size());
         addSlot(Slot::decode(number, bytes.data() + entry, offset + entry));
         if (i + 1 < count && slots_.back().isIndexBlock()) {
             throw FormatError(slots_.back().describe() +
@@ -175,12 +173,10 @@ void Container::addGroup(std::uint64_t offset, std::uint32_t count)
 void Container::addSlot(Slot slot)
 {
     slot.position = slots_.empty() ? firstBlockOffset : slots_.back().end();
-    if (!slot.isSpare() && !slots_.empty() && slots_.back().isSpare()) {
+    if (!slot.isSpare() && !slots_.empty() && slots_.back().isSpare())
         throw FormatError(slot.describe() + ": a block follows a spare slot");
-    }
-    if (slot.isIndexBlock()) {
+    if (slot.isIndexBlock())
         inContext([&] { return slot.describe(); }, [&] { checkIndexBlock(slot); });
-    }
     if (slot.end() > file_.size()) {
         throw FormatError::incomplete(slot.describe() + " ends at byte " +
                                       std::to_string(slot.end()) + ", the file at byte " +
@@ -189,7 +185,7 @@ void Container::addSlot(Slot slot)
     slots_.push_back(std::move(slot));
 }
 
-void Container::checkGroupEnd(const Slot& last) const
+void Container::checkGroupEnd(Slot const& last) const
 {
     if (!last.isIndexBlock() && !last.isSpare()) {
         throw FormatError(last.describe() +

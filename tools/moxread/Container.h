@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_CONTAINER_H
+#define MOXREAD_CONTAINER_H
 
 #include "moxread/InputFile.h"
 #include "moxread/Slot.h"
@@ -14,19 +15,21 @@ namespace MoxRead {
 class Container
 {
 public:
-    explicit Container(const std::string& path);
+    /// Raises FormatError at the first rule that the file breaks.
+    explicit Container(std::string const& path);
 
-    const InputFile& file() const noexcept;
-    const std::vector<Slot>& slots() const noexcept;
+    InputFile const& file() const noexcept;
+    /// All slots, index blocks and spare ones included.
+    std::vector<Slot> const& slots() const noexcept;
 
     /// The slots of a key, in the order in which their blocks follow each other.
-    std::vector<Slot> slotsOf(const std::string& key) const;
+    std::vector<Slot> slotsOf(std::string const& key) const;
 
     /// The number of slots that hold a block, index blocks included.
     std::size_t blockCount() const;
 
     /// All bytes of a key: the contents of its blocks, inflated where they are compressed.
-    std::vector<std::uint8_t> streamBytes(const std::string& key) const;
+    std::vector<std::uint8_t> streamBytes(std::string const& key) const;
 
 private:
     void readHeader() const;
@@ -34,7 +37,7 @@ private:
     void readIndexChain();
     void addGroup(std::uint64_t offset, std::uint32_t count);
     void addSlot(Slot slot);
-    void checkGroupEnd(const Slot& last) const;
+    void checkGroupEnd(Slot const& last) const;
     void checkEnd() const;
 
     InputFile file_;
@@ -42,3 +45,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

@@ -15,7 +15,7 @@ namespace MoxRead {
 
 namespace {
 
-std::uint32_t wordFromPlanes(const std::uint8_t* lowest, std::size_t planeSize)
+std::uint32_t wordFromPlanes(std::uint8_t const* lowest, std::size_t planeSize)
 {
     return std::uint32_t{lowest[0]} | std::uint32_t{lowest[planeSize]} << 8U |
            std::uint32_t{lowest[2 * planeSize]} << 16U |
@@ -24,7 +24,7 @@ std::uint32_t wordFromPlanes(const std::uint8_t* lowest, std::size_t planeSize)
 
 } // namespace
 
-Dataset Dataset::decode(const Variable& variable, const std::uint8_t* bytes)
+Dataset Dataset::decode(Variable const& variable, std::uint8_t const* bytes)
 {
     Dataset dataset;
     dataset.elementType = variable.elementType();
@@ -32,10 +32,9 @@ Dataset Dataset::decode(const Variable& variable, const std::uint8_t* bytes)
     dataset.words.resize(variable.valueCount);
     const std::size_t rows = variable.rows();
     for (std::size_t column = 0; column < variable.width; ++column) {
-        const std::uint8_t* const planes = bytes + column * 4 * rows;
-        for (std::size_t row = 0; row < rows; ++row) {
+        std::uint8_t const* const planes = bytes + column * 4 * rows;
+        for (std::size_t row = 0; row < rows; ++row)
             dataset.words[row * variable.width + column] = wordFromPlanes(planes + row, rows);
-        }
     }
     return dataset;
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_DATASET_H
+#define MOXREAD_DATASET_H
 
 #include "moxread/Variable.h"
 
@@ -16,7 +17,7 @@ struct Dataset
     std::vector<std::uint32_t> words;
 
     /// Undoes the shuffling that the values are stored with.
-    static Dataset decode(const Variable& variable, const std::uint8_t* bytes);
+    static Dataset decode(Variable const& variable, std::uint8_t const* bytes);
 
     std::size_t rows() const;
     /// The words taken as floats. Meant for datasets of that element type.
@@ -24,3 +25,5 @@ struct Dataset
 };
 
 } // namespace MoxRead
+
+#endif

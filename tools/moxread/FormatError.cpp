@@ -2,23 +2,18 @@
 
 namespace MoxRead {
 
-FormatError::FormatError(const std::string& message) : std::runtime_error(message) {}
+FormatError::FormatError(std::string const& message) : std::runtime_error(message) {}
 
-FormatError::FormatError(const std::string& message, bool incomplete)
+FormatError::FormatError(std::string const& message, bool incomplete)
     : std::runtime_error(message), incomplete_(incomplete)
 {}
 
-FormatError FormatError::incomplete(const std::string& message)
+FormatError FormatError::incomplete(std::string const& message)
 {
     return {"incomplete: " + message, true};
 }
 
-bool FormatError::isIncomplete() const noexcept
-{
-    return incomplete_;
-}
-
-FormatError FormatError::within(const std::string& place) const
+FormatError FormatError::within(std::string const& place) const
 {
     return incomplete_ ? *this : FormatError(place + ": " + what());
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_FORMATERROR_H
+#define MOXREAD_FORMATERROR_H
 
 #include <stdexcept>
 #include <string>
@@ -9,32 +10,32 @@ namespace MoxRead {
 class FormatError : public std::runtime_error
 {
 public:
-    explicit FormatError(const std::string& message);
+    explicit FormatError(std::string const& message);
 
     /// The error of a file that ends early; its text begins with "incomplete: ".
-    static FormatError incomplete(const std::string& message);
-
-    bool isIncomplete() const noexcept;
+    static FormatError incomplete(std::string const& message);
 
     /// The same error with its place put in front. An incomplete file stays what it is: its first
     /// word has to be that one.
-    FormatError within(const std::string& place) const;
+    FormatError within(std::string const& place) const;
 
 private:
-    FormatError(const std::string& message, bool incomplete);
+    FormatError(std::string const& message, bool incomplete);
 
     bool incomplete_ = false;
 };
 
 /// Runs an action; an error that it raises is told together with the place that `describe` names.
 template <typename Describe, typename Action>
-auto inContext(const Describe& describe, const Action& action)
+auto inContext(Describe const& describe, Action const& action)
 {
     try {
         return action();
-    } catch (const FormatError& error) {
+    } catch (FormatError const& error) {
         throw error.within(describe());
     }
 }
 
 } // namespace MoxRead
+
+#endif

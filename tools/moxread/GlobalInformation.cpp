@@ -52,9 +52,8 @@ WritingRecord readWritingRecord(KeyStream& stream)
 std::vector<WritingRecord> readWritingRecords(KeyStream& stream)
 {
     const std::uint32_t count = stream.readCount(leastWritingRecordSize, "writing record count");
-    if (count == 0) {
+    if (count == 0)
         throw FormatError(stream.placeOf(0) + ": there is no writing record");
-    }
     std::vector<WritingRecord> records;
     for (std::uint32_t i = 0; i < count; ++i) {
         records.push_back(inContext([&] { return "writing record " + std::to_string(i + 1); },

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_GLOBALINFORMATION_H
+#define MOXREAD_GLOBALINFORMATION_H
 
 #include "moxread/KeyStream.h"
 
@@ -34,3 +35,5 @@ struct GlobalInformation
 };
 
 } // namespace MoxRead
+
+#endif

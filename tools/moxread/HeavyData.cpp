@@ -19,10 +19,10 @@ constexpr std::size_t pieceSize = std::size_t{1} << 18U;
 
 } // namespace
 
-HeavyData::HeavyData(const Container& container) : file_(&container.file())
+HeavyData::HeavyData(Container const& container) : file_(&container.file())
 {
     std::uint64_t start = 0;
-    for (const Slot& slot : container.slotsOf("Heavy Data")) {
+    for (Slot const& slot : container.slotsOf("Heavy Data")) {
         const std::uint64_t length = BlockReader(*file_, slot).length();
         blocks_.push_back({slot, start, length});
         start += length;
@@ -36,19 +36,17 @@ std::uint64_t HeavyData::length() const
 
 bool HeavyData::contains(std::uint64_t position, std::uint64_t count) const
 {
-    if (count == 0) {
+    if (count == 0)
         return position <= length();
-    }
-    const Block* const block = find(position);
+    Block const* const block = find(position);
     return block != nullptr && count <= block->start + block->length - position;
 }
 
-const std::uint8_t* HeavyData::bytesAt(std::uint64_t position)
+std::uint8_t const* HeavyData::bytesAt(std::uint64_t position)
 {
-    const Block* const block = find(position);
-    if (block == nullptr) {
+    Block const* const block = find(position);
+    if (block == nullptr)
         return nullptr;
-    }
     if (block != loaded_) {
         loaded_ = nullptr;
         std::vector<std::uint8_t>().swap(bytes_);
@@ -61,23 +59,22 @@ const std::uint8_t* HeavyData::bytesAt(std::uint64_t position)
 void HeavyData::check() const
 {
     std::vector<std::uint8_t> piece(pieceSize);
-    for (const Block& block : blocks_) {
+    for (Block const& block : blocks_) {
         BlockReader reader(*file_, block.slot);
         while (reader.read(piece.data(), piece.size()) > 0) {
         }
     }
 }
 
-const HeavyData::Block* HeavyData::find(std::uint64_t position) const
+HeavyData::Block const* HeavyData::find(std::uint64_t position) const
 {
-    if (position >= length()) {
+    if (position >= length())
         return nullptr;
-    }
     // The last of the blocks that start at or before the position: empty blocks share their start
     // with the one that follows.
-    const auto after = std::upper_bound(
+    auto const after = std::upper_bound(
         blocks_.begin(), blocks_.end(), position,
-        [](std::uint64_t value, const Block& block) { return value < block.start; });
+        [](std::uint64_t value, Block const& block) { return value < block.start; });
     return &*std::prev(after);
 }
 

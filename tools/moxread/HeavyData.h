@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_HEAVYDATA_H
+#define MOXREAD_HEAVYDATA_H
 
 #include "moxread/Container.h"
 
@@ -11,12 +12,12 @@ namespace MoxRead {
 class HeavyData
 {
 public:
-    explicit HeavyData(const Container& container);
+    explicit HeavyData(Container const& container);
     ~HeavyData() = default;
     HeavyData(HeavyData&&) = default;
     HeavyData& operator=(HeavyData&&) = default;
-    HeavyData(const HeavyData&) = delete;
-    HeavyData& operator=(const HeavyData&) = delete;
+    HeavyData(HeavyData const&) = delete;
+    HeavyData& operator=(HeavyData const&) = delete;
 
     /// The number of bytes in all blocks.
     std::uint64_t length() const;
@@ -26,7 +27,7 @@ public:
 
     /// The bytes from a position on, at least as many as `contains` agrees to. Valid until the next
     /// call. Calls in ascending order of the positions load each block once.
-    const std::uint8_t* bytesAt(std::uint64_t position);
+    std::uint8_t const* bytesAt(std::uint64_t position);
 
     /// Reads all blocks in small pieces, to see whether they are sound.
     void check() const;
@@ -39,12 +40,14 @@ private:
         std::uint64_t length = 0;
     };
 
-    const Block* find(std::uint64_t position) const;
+    Block const* find(std::uint64_t position) const;
 
-    const InputFile* file_;
+    InputFile const* file_;
     std::vector<Block> blocks_;
-    const Block* loaded_ = nullptr;
+    Block const* loaded_ = nullptr;
     std::vector<std::uint8_t> bytes_;
 };
 
 } // namespace MoxRead
+
+#endif

@@ -17,7 +17,7 @@ namespace MoxRead {
 
 namespace {
 
-FormatError systemError(const std::string& what)
+FormatError systemError(std::string const& what)
 {
     return FormatError(what + ": " + std::generic_category().message(errno));
 }
@@ -25,15 +25,14 @@ FormatError systemError(const std::string& what)
 } // namespace
 
 // A named pipe without a writer would block an ordinary open for ever.
-InputFile::InputFile(const std::string& path)
+InputFile::InputFile(std::string const& path)
     : descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
 {
-    if (descriptor_ < 0) {
+    if (descriptor_ < 0)
         throw systemError("cannot be opened");
-    }
     try {
         requireRegular();
-    } catch (const FormatError&) {
+    } catch (FormatError const&) {
         ::close(descriptor_);
         throw;
     }
@@ -47,12 +46,10 @@ InputFile::~InputFile()
 void InputFile::requireRegular()
 {
     struct stat status = {};
-    if (::fstat(descriptor_, &status) != 0) {
+    if (::fstat(descriptor_, &status) != 0)
         throw systemError("cannot be examined");
-    }
-    if (!S_ISREG(status.st_mode)) {
+    if (!S_ISREG(status.st_mode))
         throw FormatError("not a regular file");
-    }
     size_ = static_cast<std::uint64_t>(status.st_size);
 }
 
@@ -67,15 +64,12 @@ void InputFile::read(std::uint64_t offset, std::uint8_t* to, std::size_t count) 
     while (done < count) {
         const ssize_t got =
             ::pread(descriptor_, to + done, count - done, static_cast<off_t>(offset + done));
-        if (got < 0 && errno == EINTR) {
+        if (got < 0 && errno == EINTR)
             continue;
-        }
-        if (got < 0) {
+        if (got < 0)
             throw systemError("cannot be read at byte " + std::to_string(offset + done));
-        }
-        if (got == 0) {
+        if (got == 0)
             throw FormatError::incomplete("the file ends at byte " + std::to_string(offset + done));
-        }
         done += static_cast<std::size_t>(got);
     }
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_INPUTFILE_H
+#define MOXREAD_INPUTFILE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -10,12 +11,15 @@ namespace MoxRead {
 class InputFile
 {
 public:
-    explicit InputFile(const std::string& path);
+    /// Raises FormatError when the system refuses or when it is no regular file.
+    explicit InputFile(std::string const& path);
     ~InputFile();
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
+    InputFile(InputFile const&) = delete;
+    InputFile& operator=(InputFile const&) = delete;
 
     std::uint64_t size() const noexcept;
+    /// Reads exactly `count` bytes from `offset` on. Raises FormatError when the file ends before
+    /// or when the system refuses.
     void read(std::uint64_t offset, std::uint8_t* to, std::size_t count) const;
 
 private:
@@ -26,3 +30,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

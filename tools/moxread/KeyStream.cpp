@@ -31,13 +31,12 @@ constexpr std::size_t bufferSize = std::size_t{1} << 16U;
 
 } // namespace
 
-KeyStream::KeyStream(const Container& container, std::string key)
+KeyStream::KeyStream(Container const& container, std::string key)
     : file_(container.file()), key_(std::move(key)), slots_(container.slotsOf(key_)),
       buffer_(bufferSize)
 {
-    for (const Slot& slot : slots_) {
+    for (Slot const& slot : slots_)
         length_ += BlockReader(file_, slot).length();
-    }
 }
 
 std::uint64_t KeyStream::position() const noexcept
@@ -55,9 +54,8 @@ void KeyStream::readBytes(std::uint8_t* to, std::size_t count)
     require(count);
     std::size_t done = 0;
     while (done < count) {
-        if (bufferPosition_ == bufferEnd_ && !fill()) {
+        if (bufferPosition_ == bufferEnd_ && !fill())
             throw FormatError(placeOf(position_) + ": the blocks changed while they were read");
-        }
         const std::size_t part = std::min(count - done, bufferEnd_ - bufferPosition_);
         std::copy_n(buffer_.data() + bufferPosition_, part, to + done);
         bufferPosition_ += part;
@@ -101,9 +99,8 @@ bool KeyStream::readFlag()
 {
     const std::uint64_t start = position_;
     const std::uint8_t byte = readByte();
-    if (byte > 1) {
+    if (byte > 1)
         throw FormatError(placeOf(start) + " is " + std::to_string(byte) + ", not a flag (0 or 1)");
-    }
     return byte == 1;
 }
 
@@ -122,7 +119,7 @@ std::string KeyStream::readString()
     return result;
 }
 
-std::uint32_t KeyStream::readCount(std::size_t leastSize, const std::string& what)
+std::uint32_t KeyStream::readCount(std::size_t leastSize, std::string const& what)
 {
     const std::uint64_t start = position_;
     const std::uint32_t count = readUint32();
@@ -165,15 +162,13 @@ bool KeyStream::fill()
     bufferEnd_ = 0;
     while (bufferEnd_ == 0) {
         if (block_ == nullptr) {
-            if (nextSlot_ == slots_.size()) {
+            if (nextSlot_ == slots_.size())
                 return false;
-            }
             block_ = std::make_unique<BlockReader>(file_, slots_[nextSlot_++]);
         }
         bufferEnd_ = block_->read(buffer_.data(), buffer_.size());
-        if (bufferEnd_ == 0) {
+        if (bufferEnd_ == 0)
             block_.reset();
-        }
     }
     return true;
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_KEYSTREAM_H
+#define MOXREAD_KEYSTREAM_H
 
 #include "moxread/BlockReader.h"
 #include "moxread/Container.h"
@@ -16,10 +17,12 @@ namespace MoxRead {
 class KeyStream
 {
 public:
-    KeyStream(const Container& container, std::string key);
+    KeyStream(Container const& container, std::string key);
 
     std::uint64_t position() const noexcept;
     std::uint64_t remaining() const noexcept;
+
+    // Each of these raises FormatError when the stream ends within the value.
 
     void readBytes(std::uint8_t* to, std::size_t count);
     std::uint8_t readByte();
@@ -27,23 +30,26 @@ public:
     std::uint64_t readUint64();
     float readFloat();
     double readDouble();
+    /// Refuses a byte other than 0 and 1.
     bool readFlag();
     std::string readString();
 
     /// Reads a count of things that take at least `leastSize` bytes each, and refuses one that the
     /// rest of the stream cannot hold.
-    std::uint32_t readCount(std::size_t leastSize, const std::string& what);
+    std::uint32_t readCount(std::size_t leastSize, std::string const& what);
 
     /// Such as: byte 12 of "Mox Tree"
     std::string placeOf(std::uint64_t position) const;
 
+    /// Refuses bytes that no record took, and reads what is left of the blocks to see that they are
+    /// sound to their ends.
     void expectEnd();
 
 private:
     void require(std::uint64_t count) const;
     bool fill();
 
-    const InputFile& file_;
+    InputFile const& file_;
     std::string key_;
     std::vector<Slot> slots_;
     std::size_t nextSlot_ = 0;
@@ -56,3 +62,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

@@ -8,16 +8,15 @@
 
 namespace MoxRead {
 
-std::uint32_t decodeUint32(const std::uint8_t* bytes)
+std::uint32_t decodeUint32(std::uint8_t const* bytes)
 {
     std::uint32_t value = 0;
-    for (unsigned i = 0; i < 4; ++i) {
+    for (unsigned i = 0; i < 4; ++i)
         value |= std::uint32_t{bytes[i]} << (8U * i);
-    }
     return value;
 }
 
-std::uint64_t decodeUint64(const std::uint8_t* bytes)
+std::uint64_t decodeUint64(std::uint8_t const* bytes)
 {
     return decodeUint32(bytes) | std::uint64_t{decodeUint32(bytes + 4)} << 32U;
 }

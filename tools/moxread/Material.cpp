@@ -21,9 +21,8 @@ namespace {
 Color readColor(KeyStream& stream)
 {
     Color color = {};
-    for (float& component : color) {
+    for (float& component : color)
         component = stream.readFloat();
-    }
     return color;
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_MATERIAL_H
+#define MOXREAD_MATERIAL_H
 
 #include "moxread/KeyStream.h"
 
@@ -23,3 +24,5 @@ struct Material
 };
 
 } // namespace MoxRead
+
+#endif

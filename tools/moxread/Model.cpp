@@ -11,20 +11,20 @@ namespace MoxRead {
 
 namespace {
 
-GlobalInformation readGlobalInformation(const Container& container)
+GlobalInformation readGlobalInformation(Container const& container)
 {
     KeyStream stream(container, "Global Information");
     return GlobalInformation::read(stream);
 }
 
-bool liesBefore(const Variable* left, const Variable* right)
+bool liesBefore(Variable const* left, Variable const* right)
 {
     return left->dataPosition < right->dataPosition;
 }
 
 } // namespace
 
-Model::Model(const std::string& path)
+Model::Model(std::string const& path)
     : container_(std::make_unique<Container>(path)), nodes_(TreeLoader(*container_).load()),
       globalInformation_(readGlobalInformation(*container_)), heavy_(*container_)
 {
@@ -32,80 +32,75 @@ Model::Model(const std::string& path)
     VariableCheck(nodes_, heavy_).run();
 }
 
-const Container& Model::container() const noexcept
+Container const& Model::container() const noexcept
 {
     return *container_;
 }
 
-const GlobalInformation& Model::globalInformation() const noexcept
+GlobalInformation const& Model::globalInformation() const noexcept
 {
     return globalInformation_;
 }
 
-const std::vector<Node>& Model::nodes() const noexcept
+std::vector<Node> const& Model::nodes() const noexcept
 {
     return nodes_;
 }
 
-const Node& Model::node(std::uint32_t id) const
+Node const& Model::node(std::uint32_t id) const
 {
     return nodes_.at(std::size_t{id} - 1);
 }
 
-const Node* Model::find(const std::vector<std::string>& names) const
+Node const* Model::find(std::vector<std::string> const& names) const
 {
-    const Node* found = nullptr;
+    Node const* found = nullptr;
     std::uint32_t candidate = 1;
-    for (const std::string& name : names) {
-        while (candidate != 0 && node(candidate).name != name) {
+    for (std::string const& name : names) {
+        while (candidate != 0 && node(candidate).name != name)
             candidate = node(candidate).nextSibling;
-        }
-        if (candidate == 0) {
+        if (candidate == 0)
             return nullptr;
-        }
         found = &node(candidate);
         candidate = found->firstChild;
     }
     return found;
 }
 
-const Variable* Model::variable(std::uint32_t nodeId, const std::string& name) const
+Variable const* Model::variable(std::uint32_t nodeId, std::string const& name) const
 {
-    const Geometry* const geometry = node(nodeId).geometry();
-    if (geometry == nullptr) {
+    Geometry const* const geometry = node(nodeId).geometry();
+    if (geometry == nullptr)
         return nullptr;
-    }
-    const auto found =
+    auto const found =
         std::find_if(geometry->variables.begin(), geometry->variables.end(),
-                     [&](const Variable& candidate) { return candidate.name == name; });
+                     [&](Variable const& candidate) { return candidate.name == name; });
     return found == geometry->variables.end() ? nullptr : &*found;
 }
 
-const Variable& Model::variable(const VariableReference& reference) const
+Variable const& Model::variable(VariableReference const& reference) const
 {
     return std::get<Geometry>(node(reference.nodeId).content).variables.at(reference.index);
 }
 
-const Variable& Model::resolve(const Variable& variable) const
+Variable const& Model::resolve(Variable const& variable) const
 {
-    const Variable* current = &variable;
-    while (current->linked) {
+    Variable const* current = &variable;
+    while (current->linked)
         current = &this->variable(current->link);
-    }
     return *current;
 }
 
-Dataset Model::read(const Variable& variable)
+Dataset Model::read(Variable const& variable)
 {
-    const Variable& stored = resolve(variable);
+    Variable const& stored = resolve(variable);
     return Dataset::decode(stored, heavy_.bytesAt(stored.dataPosition));
 }
 
-void Model::readAll(const DatasetVisitor& visit)
+void Model::readAll(DatasetVisitor const& visit)
 {
-    for (const Variable* stored : storedVariables()) {
+    for (Variable const* stored : storedVariables())
         visit(*stored, read(*stored));
-    }
 }
 
 void Model::checkValues() const
@@ -116,9 +111,8 @@ void Model::checkValues() const
 std::size_t Model::variableCount() const
 {
     std::size_t count = 0;
-    for (const Node& node : nodes_) {
+    for (Node const& node : nodes_)
         count += node.geometry() == nullptr ? 0 : node.geometry()->variables.size();
-    }
     return count;
 }
 
@@ -131,28 +125,24 @@ std::uint64_t Model::unusedHeavyLength() const
 {
     std::uint64_t unused = 0;
     std::uint64_t end = 0;
-    for (const Variable* stored : storedVariables()) {
-        if (stored->dataPosition > end) {
+    for (Variable const* stored : storedVariables()) {
+        if (stored->dataPosition > end)
             unused += stored->dataPosition - end;
-        }
         end = std::max(end, stored->dataPosition + stored->byteCount());
     }
     return unused + (heavy_.length() - end);
 }
 
 // In the order of their positions.
-std::vector<const Variable*> Model::storedVariables() const
+std::vector<Variable const*> Model::storedVariables() const
 {
-    std::vector<const Variable*> result;
-    for (const Node& node : nodes_) {
-        if (node.geometry() == nullptr) {
+    std::vector<Variable const*> result;
+    for (Node const& node : nodes_) {
+        if (node.geometry() == nullptr)
             continue;
-        }
-        for (const Variable& variable : node.geometry()->variables) {
-            if (!variable.linked) {
+        for (Variable const& variable : node.geometry()->variables)
+            if (!variable.linked)
                 result.push_back(&variable);
-            }
-        }
     }
     std::stable_sort(result.begin(), result.end(), liesBefore);
     return result;

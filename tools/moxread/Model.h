@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_MODEL_H
+#define MOXREAD_MODEL_H
 
 #include "moxread/Container.h"
 #include "moxread/Dataset.h"
@@ -20,31 +21,31 @@ namespace MoxRead {
 class Model
 {
 public:
-    explicit Model(const std::string& path);
+    explicit Model(std::string const& path);
 
-    const Container& container() const noexcept;
-    const GlobalInformation& globalInformation() const noexcept;
+    Container const& container() const noexcept;
+    GlobalInformation const& globalInformation() const noexcept;
 
     /// The nodes in the order of their ids; the root, id 1, comes first.
-    const std::vector<Node>& nodes() const noexcept;
+    std::vector<Node> const& nodes() const noexcept;
     /// Raises std::out_of_range for an id that no node has.
-    const Node& node(std::uint32_t id) const;
+    Node const& node(std::uint32_t id) const;
     /// The node that the names lead to, the root's name first; of equally named siblings the first
     /// one. Null if there is none.
-    const Node* find(const std::vector<std::string>& names) const;
+    Node const* find(std::vector<std::string> const& names) const;
 
     /// The variable of that name, as stored, of a geometry; null if there is none.
-    const Variable* variable(std::uint32_t nodeId, const std::string& name) const;
-    const Variable& variable(const VariableReference& reference) const;
+    Variable const* variable(std::uint32_t nodeId, std::string const& name) const;
+    Variable const& variable(VariableReference const& reference) const;
     /// The variable at the end of the links: the given one if it has values of its own.
-    const Variable& resolve(const Variable& variable) const;
+    Variable const& resolve(Variable const& variable) const;
     /// The values of a variable, of its target if it is linked.
-    Dataset read(const Variable& variable);
+    Dataset read(Variable const& variable);
 
-    using DatasetVisitor = std::function<void(const Variable&, const Dataset&)>;
+    using DatasetVisitor = std::function<void(Variable const&, Dataset const&)>;
     /// Reads the values of all variables that are not linked, in the order in which they lie in the
     /// file, so that every block is loaded only once.
-    void readAll(const DatasetVisitor& visit);
+    void readAll(DatasetVisitor const& visit);
 
     /// Inflates every block with values to see whether it is sound, and keeps none.
     void checkValues() const;
@@ -55,7 +56,7 @@ public:
     std::uint64_t unusedHeavyLength() const;
 
 private:
-    std::vector<const Variable*> storedVariables() const;
+    std::vector<Variable const*> storedVariables() const;
     void checkViewPoints() const;
 
     std::unique_ptr<Container> container_;
@@ -65,3 +66,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

@@ -2,17 +2,17 @@
 
 namespace MoxRead {
 
-const Group* Node::group() const
+Group const* Node::group() const
 {
     return std::get_if<Group>(&content);
 }
 
-const Shape* Node::shape() const
+Shape const* Node::shape() const
 {
     return std::get_if<Shape>(&content);
 }
 
-const Geometry* Node::geometry() const
+Geometry const* Node::geometry() const
 {
     return std::get_if<Geometry>(&content);
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_NODE_H
+#define MOXREAD_NODE_H
 
 #include "moxread/Attributes.h"
 #include "moxread/Material.h"
@@ -49,9 +50,11 @@ struct Node
     std::variant<std::monostate, Group, Shape, Geometry> content;
 
     /// Null when the node is of another kind.
-    const Group* group() const;
-    const Shape* shape() const;
-    const Geometry* geometry() const;
+    Group const* group() const;
+    Shape const* shape() const;
+    Geometry const* geometry() const;
 };
 
 } // namespace MoxRead
+
+#endif

@@ -10,7 +10,7 @@
 
 namespace MoxRead {
 
-Record::Record(KeyStream& stream, const std::string& expectedVersion)
+Record::Record(KeyStream& stream, std::string const& expectedVersion)
     : stream_(stream), start_(stream.position()), size_(stream.readUint32())
 {
     const std::uint64_t versionStart = stream.position();

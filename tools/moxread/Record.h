@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_RECORD_H
+#define MOXREAD_RECORD_H
 
 #include "moxread/FormatError.h"
 #include "moxread/KeyStream.h"
@@ -13,7 +14,7 @@ namespace MoxRead {
 class Record
 {
 public:
-    Record(KeyStream& stream, const std::string& expectedVersion);
+    Record(KeyStream& stream, std::string const& expectedVersion);
 
     void finish() const;
 
@@ -24,3 +25,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

@@ -35,23 +35,23 @@ constexpr std::size_t reservedOffset = 138;
 constexpr std::uint8_t compressedFlag = 1;
 constexpr std::uint8_t frozenFlag = 32;
 
-const char* const indexBlockName = "\x0B"
+char const* const indexBlockName = "\x0B"
                                    "Index Block ";
-const char* const spareName = "\x0B"
+char const* const spareName = "\x0B"
                               "Empty Block ";
-const std::array<const char*, 7> modelBlockNames = {
+const std::array<char const*, 7> modelBlockNames = {
     "Mox Tree",  "Light Data",         "Heavy Data", "Attributes",
     "Resources", "Global Information", "View Points"};
 
-bool isKnown(const std::string& name)
+bool isKnown(std::string const& name)
 {
     return name == indexBlockName || name == spareName ||
            std::find(modelBlockNames.begin(), modelBlockNames.end(), name) != modelBlockNames.end();
 }
 
-void checkId(const Slot& slot, std::uint64_t offset)
+void checkId(Slot const& slot, std::uint64_t offset)
 {
-    const auto expected = static_cast<std::uint8_t>(slot.number + 1);
+    auto const expected = static_cast<std::uint8_t>(slot.number + 1);
     if (slot.id != expected) {
         throw FormatError("id at byte " + std::to_string(offset) + " is " +
                           std::to_string(slot.id) + ", not " + std::to_string(expected));
@@ -66,21 +66,21 @@ void checkNameWidth(std::uint32_t width, std::uint64_t offset)
     }
 }
 
-std::string decodeName(const std::uint8_t* bytes, std::uint64_t offset)
+std::string decodeName(std::uint8_t const* bytes, std::uint64_t offset)
 {
-    const std::uint8_t* const end = bytes + nameWidth;
-    const std::uint8_t* const nameEnd = std::find(bytes, end, 0);
-    const std::uint8_t* const stray =
+    std::uint8_t const* const end = bytes + nameWidth;
+    std::uint8_t const* const nameEnd = std::find(bytes, end, 0);
+    std::uint8_t const* const stray =
         std::find_if(nameEnd, end, [](std::uint8_t byte) { return byte != 0; });
     if (stray != end) {
-        const auto strayOffset = offset + static_cast<std::uint64_t>(stray - bytes);
+        auto const strayOffset = offset + static_cast<std::uint64_t>(stray - bytes);
         throw FormatError("byte " + std::to_string(strayOffset) +
                           " of the name field is not zero although the name ended before");
     }
     return {bytes, nameEnd};
 }
 
-void checkFlags(const Slot& slot, std::uint64_t entryOffset)
+void checkFlags(Slot const& slot, std::uint64_t entryOffset)
 {
     if ((slot.transformations & ~(compressedFlag | frozenFlag)) != 0) {
         throw FormatError("transformations at byte " +
@@ -93,18 +93,17 @@ void checkFlags(const Slot& slot, std::uint64_t entryOffset)
     }
 }
 
-void checkSpare(const Slot& slot)
+void checkSpare(Slot const& slot)
 {
-    if (slot.size != 0) {
+    if (slot.size != 0)
         throw FormatError("a spare slot has size " + std::to_string(slot.size));
-    }
     if (slot.transformations != 0) {
         throw FormatError("a spare slot has transformations " +
                           std::to_string(slot.transformations));
     }
 }
 
-Slot decodeChecked(Slot slot, const std::uint8_t* bytes, std::uint64_t offset)
+Slot decodeChecked(Slot slot, std::uint8_t const* bytes, std::uint64_t offset)
 {
     slot.id = bytes[0];
     slot.size = decodeUint32(bytes + sizeOffset);
@@ -113,19 +112,17 @@ Slot decodeChecked(Slot slot, const std::uint8_t* bytes, std::uint64_t offset)
     checkId(slot, offset);
     checkNameWidth(decodeUint32(bytes + nameWidthOffset), offset + nameWidthOffset);
     slot.name = decodeName(bytes + nameOffset, offset + nameOffset);
-    if (!isKnown(slot.name)) {
+    if (!isKnown(slot.name))
         throw FormatError("unknown block name " + quoted(slot.name));
-    }
     checkFlags(slot, offset);
-    if (slot.isSpare()) {
+    if (slot.isSpare())
         checkSpare(slot);
-    }
     return slot;
 }
 
 } // namespace
 
-Slot Slot::decode(std::uint32_t number, const std::uint8_t* bytes, std::uint64_t offset)
+Slot Slot::decode(std::uint32_t number, std::uint8_t const* bytes, std::uint64_t offset)
 {
     Slot slot;
     slot.number = number;

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_SLOT_H
+#define MOXREAD_SLOT_H
 
 #include <cstddef>
 #include <cstdint>
@@ -21,7 +22,7 @@ struct Slot
 
     /// Decodes and checks the entry whose 139 bytes stand at the given offset of the file. The
     /// position is not part of it: it follows from the sizes of the slots before.
-    static Slot decode(std::uint32_t number, const std::uint8_t* bytes, std::uint64_t offset);
+    static Slot decode(std::uint32_t number, std::uint8_t const* bytes, std::uint64_t offset);
 
     bool isIndexBlock() const;
     bool isSpare() const;
@@ -33,3 +34,5 @@ struct Slot
 };
 
 } // namespace MoxRead
+
+#endif

@@ -11,24 +11,23 @@ bool isControl(unsigned char byte)
 
 std::string hexEscape(unsigned char byte)
 {
-    static const char* const digits = "0123456789ABCDEF";
+    static char const* const digits = "0123456789ABCDEF";
     return {'\\', 'x', digits[byte >> 4U], digits[byte & 0x0FU]};
 }
 
 } // namespace
 
-std::string quoted(const std::string& text)
+std::string quoted(std::string const& text)
 {
     std::string result = "\"";
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
+    for (char const character : text) {
+        auto const byte = static_cast<unsigned char>(character);
         if (isControl(byte)) {
             result += hexEscape(byte);
             continue;
         }
-        if (character == '"' || character == '\\') {
+        if (character == '"' || character == '\\')
             result += '\\';
-        }
         result += character;
     }
     result += '"';

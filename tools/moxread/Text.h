@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_TEXT_H
+#define MOXREAD_TEXT_H
 
 #include <string>
 
@@ -6,6 +7,8 @@ namespace MoxRead {
 
 /// The text in double quotes, fit for one line of a terminal: control bytes, quotes and backslashes
 /// are escaped.
-std::string quoted(const std::string& text);
+std::string quoted(std::string const& text);
 
 } // namespace MoxRead
+
+#endif

@@ -48,14 +48,13 @@ template <std::size_t count>
 std::array<float, count> readFloats(KeyStream& stream)
 {
     std::array<float, count> values = {};
-    for (float& value : values) {
+    for (float& value : values)
         value = stream.readFloat();
-    }
     return values;
 }
 
 void requireId(std::uint32_t found, std::uint32_t expected, std::uint32_t nodeId,
-               const char* relation)
+               char const* relation)
 {
     if (found != expected) {
         throw FormatError("node " + std::to_string(nodeId) + ": " + relation + " is " +
@@ -65,18 +64,18 @@ void requireId(std::uint32_t found, std::uint32_t expected, std::uint32_t nodeId
 
 // The parents alone determine all other relations, because ids are given in the order in which
 // nodes are added. That a parent has a lower id than its children also rules out cycles.
-void checkFamilies(const std::vector<Node>& nodes)
+void checkFamilies(std::vector<Node> const& nodes)
 {
     std::vector<std::uint32_t> firstChild(nodes.size() + 1);
     std::vector<std::uint32_t> lastChild(nodes.size() + 1);
     std::vector<std::uint32_t> nextSibling(nodes.size() + 1);
-    for (const Node& node : nodes) {
+    for (Node const& node : nodes) {
         const std::uint32_t previous = lastChild[node.parent];
         requireId(node.previousSibling, previous, node.id, "previous sibling");
         (previous == 0 ? firstChild[node.parent] : nextSibling[previous]) = node.id;
         lastChild[node.parent] = node.id;
     }
-    for (const Node& node : nodes) {
+    for (Node const& node : nodes) {
         requireId(node.nextSibling, nextSibling[node.id], node.id, "next sibling");
         requireId(node.firstChild, firstChild[node.id], node.id, "first child");
         requireId(node.lastChild, lastChild[node.id], node.id, "last child");
@@ -85,7 +84,7 @@ void checkFamilies(const std::vector<Node>& nodes)
 
 } // namespace
 
-TreeLoader::TreeLoader(const Container& container)
+TreeLoader::TreeLoader(Container const& container)
     : tree_(container, "Mox Tree"), light_(container, "Light Data"),
       attributes_(container, "Attributes"), resources_(container, "Resources")
 {}
@@ -98,9 +97,8 @@ std::vector<Node> TreeLoader::load()
         nodes.push_back(
             inContext([&] { return "node " + std::to_string(id); }, [&] { return readNode(id); }));
     }
-    for (KeyStream* stream : {&tree_, &light_, &attributes_, &resources_}) {
+    for (KeyStream* stream : {&tree_, &light_, &attributes_, &resources_})
         stream->expectEnd();
-    }
     checkFamilies(nodes);
     return nodes;
 }
@@ -108,9 +106,8 @@ std::vector<Node> TreeLoader::load()
 std::uint32_t TreeLoader::readNodeCount()
 {
     const std::uint32_t count = tree_.readCount(leastNodeSize, "node count");
-    if (count == 0) {
+    if (count == 0)
         throw FormatError(tree_.placeOf(0) + ": node count is 0");
-    }
     return count;
 }
 
@@ -128,19 +125,16 @@ void TreeLoader::readFamily(Node& node, std::uint32_t id)
 {
     const std::uint64_t start = tree_.position();
     for (std::uint32_t* field : {&node.id, &node.parent, &node.previousSibling, &node.nextSibling,
-                                 &node.firstChild, &node.lastChild}) {
+                                 &node.firstChild, &node.lastChild})
         *field = tree_.readUint32();
-    }
     if (node.id != id) {
         throw FormatError(tree_.placeOf(start) + ": id is " + std::to_string(node.id) + ", not " +
                           std::to_string(id));
     }
-    if (id == 1 && node.parent != 0) {
+    if (id == 1 && node.parent != 0)
         throw FormatError("parent of the root is " + std::to_string(node.parent) + ", not 0");
-    }
-    if (id > 1 && (node.parent == 0 || node.parent >= id)) {
+    if (id > 1 && (node.parent == 0 || node.parent >= id))
         throw FormatError("parent is " + std::to_string(node.parent) + ", not an earlier node");
-    }
 }
 
 void TreeLoader::readKind(Node& node)
@@ -148,7 +142,7 @@ void TreeLoader::readKind(Node& node)
     node.name = tree_.readString();
     node.type = tree_.readString();
     node.version = tree_.readString();
-    const auto kind = std::make_pair(node.type, node.version);
+    auto const kind = std::make_pair(node.type, node.version);
     if (kind == std::make_pair(std::string("Group"), std::string("0.4"))) {
         node.content = Group();
     } else if (kind == std::make_pair(std::string("Shape"), std::string("0.2"))) {
@@ -176,13 +170,12 @@ void TreeLoader::readLightPosition(Node& node)
 
 void TreeLoader::readContent(Node& node)
 {
-    if (node.group() != nullptr) {
+    if (node.group() != nullptr)
         node.content = readGroup();
-    } else if (node.shape() != nullptr) {
+    else if (node.shape() != nullptr)
         node.content = Shape{Material::read(resources_)};
-    } else if (node.geometry() != nullptr) {
+    else if (node.geometry() != nullptr)
         node.content = readGeometry();
-    }
 }
 
 Group TreeLoader::readGroup()
@@ -205,11 +198,10 @@ Geometry TreeLoader::readGeometry()
         inContext([&] { return "variable " + std::to_string(i); },
                   [&] {
                       geometry.variables.push_back(Variable::read(light_, attributes_));
-                      const std::string& name = geometry.variables.back().name;
-                      if (!names.insert(name).second) {
+                      std::string const& name = geometry.variables.back().name;
+                      if (!names.insert(name).second)
                           throw FormatError("there is another variable " + quoted(name) +
                                             " before");
-                      }
                   });
     }
     return geometry;

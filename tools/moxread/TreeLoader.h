@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_TREELOADER_H
+#define MOXREAD_TREELOADER_H
 
 #include "moxread/Container.h"
 #include "moxread/KeyStream.h"
@@ -14,7 +15,7 @@ namespace MoxRead {
 class TreeLoader
 {
 public:
-    explicit TreeLoader(const Container& container);
+    explicit TreeLoader(Container const& container);
 
     /// The nodes in the order of their ids: id 1 comes first. To be called once.
     std::vector<Node> load();
@@ -36,3 +37,5 @@ private:
 };
 
 } // namespace MoxRead
+
+#endif

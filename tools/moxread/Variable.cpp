@@ -23,6 +23,8 @@
 #include "moxread/FormatError.h"
 #include "moxread/Text.h"
 
+#include <array>
+
 namespace MoxRead {
 
 namespace {
@@ -42,16 +44,15 @@ std::uint8_t widthOf(std::uint32_t variableType)
     return variableType < widths.size() ? widths[variableType] : std::uint8_t{0};
 }
 
-void checkTypeWord(const Variable& variable, const std::string& place)
+void checkTypeWord(Variable const& variable, std::string const& place)
 {
     if (widthOf(variable.variableType()) == 0) {
         throw FormatError(place + ": unknown variable type " +
                           std::to_string(variable.variableType()));
     }
     const std::uint32_t code = variable.elementCode();
-    if (code != std::uint32_t{1} && code != std::uint32_t{5}) {
+    if (code != std::uint32_t{1} && code != std::uint32_t{5})
         throw FormatError(place + ": element code is " + std::to_string(code) + ", not 1 or 5");
-    }
 }
 
 bool isWholeRows(std::uint32_t valueCount, std::uint8_t width)
@@ -59,7 +60,7 @@ bool isWholeRows(std::uint32_t valueCount, std::uint8_t width)
     return width != 0 && valueCount % width == 0;
 }
 
-void checkCount(const Variable& variable, const std::string& place)
+void checkCount(Variable const& variable, std::string const& place)
 {
     const std::uint8_t width = widthOf(variable.variableType());
     if (variable.width != width) {
@@ -73,23 +74,18 @@ void checkCount(const Variable& variable, const std::string& place)
     }
 }
 
-bool readZeroFlag(KeyStream& light)
+void expectZeroFlag(KeyStream& light)
 {
     const std::uint64_t start = light.position();
-    const bool flag = light.readFlag();
-    if (flag) {
+    if (light.readFlag())
         throw FormatError(light.placeOf(start) + ": a flag of the array is 1, not 0");
-    }
-    return flag;
 }
 
-float readZeroFloat(KeyStream& light)
+void expectZeroFloat(KeyStream& light)
 {
     const std::uint64_t start = light.position();
-    if (light.readUint32() != 0) {
+    if (light.readUint32() != 0)
         throw FormatError(light.placeOf(start) + ": a number of the array is not 0");
-    }
-    return 0;
 }
 
 void readArray(KeyStream& light, Variable& variable)
@@ -98,13 +94,11 @@ void readArray(KeyStream& light, Variable& variable)
     variable.valueCount = light.readUint32();
     variable.width = light.readByte();
     checkCount(variable, place);
-    for (bool& flag : variable.flags) {
-        flag = readZeroFlag(light);
-    }
-    for (float& number : variable.floats) {
-        number = readZeroFloat(light);
-    }
-    variable.lastFlag = readZeroFlag(light);
+    expectZeroFlag(light);
+    expectZeroFlag(light);
+    expectZeroFloat(light);
+    expectZeroFloat(light);
+    expectZeroFlag(light);
     variable.dataPosition = light.readUint64();
 }
 

@@ -1,9 +1,9 @@
-#pragma once
+#ifndef MOXREAD_VARIABLE_H
+#define MOXREAD_VARIABLE_H
 
 #include "moxread/Attributes.h"
 #include "moxread/KeyStream.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 
@@ -33,9 +33,6 @@ struct Variable
     VariableReference link;
     std::uint32_t valueCount = 0;
     std::uint8_t width = 0;
-    std::array<bool, 2> flags = {};
-    std::array<float, 2> floats = {};
-    bool lastFlag = false;
     std::uint64_t dataPosition = 0;
     bool vibration = false;
     Attributes attributes;
@@ -57,3 +54,5 @@ struct Variable
 };
 
 } // namespace MoxRead
+
+#endif

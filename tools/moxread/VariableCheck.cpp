@@ -13,22 +13,20 @@ namespace MoxRead {
 namespace {
 
 template <typename Visit>
-void forEachVariable(const std::vector<Node>& nodes, const Visit& visit)
+void forEachVariable(std::vector<Node> const& nodes, Visit const& visit)
 {
-    for (const Node& node : nodes) {
-        if (node.geometry() == nullptr) {
+    for (Node const& node : nodes) {
+        if (node.geometry() == nullptr)
             continue;
-        }
-        const std::vector<Variable>& variables = node.geometry()->variables;
-        for (std::uint32_t index = 0; index < variables.size(); ++index) {
+        std::vector<Variable> const& variables = node.geometry()->variables;
+        for (std::uint32_t index = 0; index < variables.size(); ++index)
             visit(VariableReference{node.id, index}, variables[index]);
-        }
     }
 }
 
 } // namespace
 
-VariableCheck::VariableCheck(const std::vector<Node>& nodes, const HeavyData& heavy)
+VariableCheck::VariableCheck(std::vector<Node> const& nodes, HeavyData const& heavy)
     : nodes_(nodes), heavy_(heavy)
 {}
 
@@ -39,35 +37,32 @@ void VariableCheck::run() const
     checkExtents();
 }
 
-std::string VariableCheck::describe(const VariableReference& reference) const
+std::string VariableCheck::describe(VariableReference const& reference) const
 {
     return "node " + std::to_string(reference.nodeId) + ": variable " +
            std::to_string(reference.index) + ": " + quoted(target(reference)->name);
 }
 
 // Null if there is no such variable.
-const Variable* VariableCheck::target(const VariableReference& link) const
+Variable const* VariableCheck::target(VariableReference const& link) const
 {
-    if (link.nodeId == 0 || link.nodeId > nodes_.size()) {
+    if (link.nodeId == 0 || link.nodeId > nodes_.size())
         return nullptr;
-    }
-    const Geometry* const geometry = nodes_[link.nodeId - 1].geometry();
-    if (geometry == nullptr || link.index >= geometry->variables.size()) {
+    Geometry const* const geometry = nodes_[link.nodeId - 1].geometry();
+    if (geometry == nullptr || link.index >= geometry->variables.size())
         return nullptr;
-    }
     return &geometry->variables[link.index];
 }
 
 void VariableCheck::checkLinks() const
 {
-    forEachVariable(nodes_, [&](const VariableReference& reference, const Variable& variable) {
-        if (variable.linked) {
+    forEachVariable(nodes_, [&](VariableReference const& reference, Variable const& variable) {
+        if (variable.linked)
             checkLink(reference, variable);
-        }
     });
 }
 
-void VariableCheck::checkLink(const VariableReference& reference, const Variable& variable) const
+void VariableCheck::checkLink(VariableReference const& reference, Variable const& variable) const
 {
     if (target(variable.link) == nullptr) {
         throw FormatError(describe(reference) + ": link to variable " +
@@ -80,14 +75,13 @@ void VariableCheck::checkLink(const VariableReference& reference, const Variable
 // come to an end.
 void VariableCheck::checkCycles() const
 {
-    std::unordered_set<const Variable*> ended;
-    forEachVariable(nodes_, [&](const VariableReference& reference, const Variable& variable) {
-        std::unordered_set<const Variable*> walked;
-        const Variable* current = &variable;
+    std::unordered_set<Variable const*> ended;
+    forEachVariable(nodes_, [&](VariableReference const& reference, Variable const& variable) {
+        std::unordered_set<Variable const*> walked;
+        Variable const* current = &variable;
         while (current->linked && ended.count(current) == 0) {
-            if (!walked.insert(current).second) {
+            if (!walked.insert(current).second)
                 throw FormatError(describe(reference) + ": its links run in a circle");
-            }
             current = target(current->link);
         }
         ended.insert(walked.begin(), walked.end());
@@ -97,17 +91,15 @@ void VariableCheck::checkCycles() const
 std::vector<VariableCheck::Extent> VariableCheck::extents() const
 {
     std::vector<Extent> result;
-    forEachVariable(nodes_, [&](const VariableReference& reference, const Variable& variable) {
-        if (variable.linked) {
+    forEachVariable(nodes_, [&](VariableReference const& reference, Variable const& variable) {
+        if (variable.linked)
             return;
-        }
-        if (!heavy_.contains(variable.dataPosition, variable.byteCount())) {
+        if (!heavy_.contains(variable.dataPosition, variable.byteCount()))
             throw FormatError(describe(reference) + ": its " +
                               std::to_string(variable.byteCount()) + " bytes at " +
                               std::to_string(variable.dataPosition) +
                               " are not within one block of the " +
                               std::to_string(heavy_.length()) + " bytes of \"Heavy Data\"");
-        }
         result.push_back({variable.dataPosition, variable.byteCount(), reference});
     });
     return result;
@@ -117,15 +109,14 @@ std::vector<VariableCheck::Extent> VariableCheck::extents() const
 void VariableCheck::checkExtents() const
 {
     std::vector<Extent> all = extents();
-    std::sort(all.begin(), all.end(), [](const Extent& left, const Extent& right) {
+    std::sort(all.begin(), all.end(), [](Extent const& left, Extent const& right) {
         return std::tie(left.start, left.length) < std::tie(right.start, right.length);
     });
-    const Extent* last = nullptr;
-    for (const Extent& extent : all) {
-        if (extent.length == 0) {
+    Extent const* last = nullptr;
+    for (Extent const& extent : all) {
+        if (extent.length == 0)
             continue;
-        }
-        const bool same =
+        bool const same =
             last != nullptr && extent.start == last->start && extent.length == last->length;
         if (last != nullptr && !same && extent.start < last->start + last->length) {
             throw FormatError(describe(extent.variable) + ": its values overlap those of " +

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_VARIABLECHECK_H
+#define MOXREAD_VARIABLECHECK_H
 
 #include "moxread/HeavyData.h"
 #include "moxread/Node.h"
@@ -12,7 +13,7 @@ namespace MoxRead {
 class VariableCheck
 {
 public:
-    VariableCheck(const std::vector<Node>& nodes, const HeavyData& heavy);
+    VariableCheck(std::vector<Node> const& nodes, HeavyData const& heavy);
 
     void run() const;
 
@@ -24,16 +25,18 @@ private:
         VariableReference variable;
     };
 
-    std::string describe(const VariableReference& reference) const;
-    const Variable* target(const VariableReference& link) const;
+    std::string describe(VariableReference const& reference) const;
+    Variable const* target(VariableReference const& link) const;
     void checkLinks() const;
-    void checkLink(const VariableReference& reference, const Variable& variable) const;
+    void checkLink(VariableReference const& reference, Variable const& variable) const;
     void checkCycles() const;
     std::vector<Extent> extents() const;
     void checkExtents() const;
 
-    const std::vector<Node>& nodes_;
-    const HeavyData& heavy_;
+    std::vector<Node> const& nodes_;
+    HeavyData const& heavy_;
 };
 
 } // namespace MoxRead
+
+#endif

@@ -4,7 +4,7 @@
 
 namespace MoxRead {
 
-Summary verify(const std::string& path)
+Summary verify(std::string const& path)
 {
     const Model model(path);
     model.checkValues();

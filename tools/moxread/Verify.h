@@ -1,4 +1,5 @@
-#pragma once
+#ifndef MOXREAD_VERIFY_H
+#define MOXREAD_VERIFY_H
 
 #include <cstddef>
 #include <cstdint>
@@ -17,6 +18,8 @@ struct Summary
 
 /// Checks every rule of the layout down to the last byte. Raises FormatError at the first that a
 /// file breaks.
-Summary verify(const std::string& path);
+Summary verify(std::string const& path);
 
 } // namespace MoxRead
+
+#endif

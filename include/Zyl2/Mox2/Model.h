@@ -279,7 +279,8 @@ public:
     /// Adds an array under a name of its own.
     ///
     /// \param name       with a step's name it must be unique on a node: a later array of the same
-    ///                   name takes the earlier one's place
+    ///                   name takes the earlier one's place, and keeps such of its attributes as it
+    ///                   has none of the same name for
     /// \param type       as in the form without name
     /// \param values     as in the form without name
     /// \param components as in the form without name

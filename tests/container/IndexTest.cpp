@@ -651,10 +651,14 @@ TEST(Index, AnIndexBlockWithFewerThan200FollowersIsRefused)
     Support::TemporaryFolder const folder;
     Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
     Index index(12);
-    index.AddBlock("Key");
-    Support::expectThrown<InvalidObjectState>(
-        [&] { index.WriteIndexBufferToFileStream(5, stream.get()); },
-        {17, "Invalid object state", "Zyl2Wvf::Index", "Zyl2/Wvf/Index"});
+    for (int block = 0; block < 20; ++block)
+        index.AddBlock("Key");
+    ASSERT_EQ(index.GetSlotCount(), 220U);
+    EXPECT_NO_THROW(index.WriteIndexBufferToFileStream(19, stream.get()));
+    for (std::size_t const slot : {20U, 215U, 219U})
+        Support::expectThrown<InvalidObjectState>(
+            [&] { index.WriteIndexBufferToFileStream(slot, stream.get()); },
+            {17, "Invalid object state", "Zyl2Wvf::Index", "Zyl2/Wvf/Index"});
 }
 
 TEST(Index, FlushingAFullBlockBeforeAnEarlierOneIsNotImplemented)

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -271,8 +272,23 @@ TEST_F(ArrayPropertyAdderTest, AColumnOfCoordinatesIsRefusedAndTheSameTableIsNot
     Support::expectThrown<Zyl2::Exception::InvalidArguments>([&] { adder.update(model_.database); },
                                                              widthMismatch);
     EXPECT_EQ(heavyBytes(), 0U);
+    table_ = Array2d<float>(1, 3, {1, 2, 3});
     table(DatasetType::Coordinates).update(model_.database);
     EXPECT_EQ(variableNames(first_), Names{"Data"});
+    EXPECT_EQ(heavyBytes(), 12U);
+}
+
+TEST_F(ArrayPropertyAdderTest, MoreRowsThanCanBeCountedAreRefusedBeforeAnythingIsWritten)
+{
+    // Without columns they take no memory, and their width is wrong too.
+    std::decay_t<decltype(table_.impl().array)> const rows(2147483648L, 0);
+    auto adder = table(DatasetType::Coordinates);
+    adder.dataset.array = rows;
+    Support::expectThrown<Zyl2::Exception::OverflowError>(
+        [&] { adder.update(model_.database); },
+        {12, "Overflow error", "", "Zyl2/Mox2/Adder/ArrayProperty", 72});
+    EXPECT_EQ(heavyBytes(), 0U);
+    EXPECT_TRUE(variables(first_).empty());
 }
 
 TEST_F(ArrayPropertyAdderTest, ATableOfAnotherWidthIsRefused)

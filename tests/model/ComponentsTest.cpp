@@ -19,7 +19,7 @@ using Ids = std::vector<unsigned int>;
 
 Support::Thrown const relativePath{3, "Relative paths not supported", "visit",
                                    "Zyl2/Mox2/Adder/Components", 188};
-Support::Thrown const otherRoot{20, "Not yet implemented", "addMergeNode",
+Support::Thrown const otherRoot{20, "Not yet implemented", "::Visitor::addMergeNode",
                                 "Zyl2/Mox2/Adder/Components", 108};
 
 template <typename ContainerT>
@@ -147,6 +147,12 @@ TEST_F(ComponentsTest, OnlyTheWholeSeparatorOfSeveralCharactersAtTheEndNamesAGro
                                 "5 1 Shape d", "6 5 Geometry d"}));
 }
 
+TEST_F(ComponentsTest, WithoutASeparatorAPathIsTheNameOfTheRoot)
+{
+    EXPECT_EQ(add({"/a/b"}, ""), Ids{1});
+    EXPECT_EQ(records(), Paths{"1 0 Group /a/b"});
+}
+
 TEST_F(ComponentsTest, EveryPathStartsAtTheRootAndTheLastLeavesTheCursorAtItsEnd)
 {
     add({"/a/b/c"});
@@ -189,6 +195,13 @@ TEST_F(ComponentsTest, GoBelowARootThatWasAddedAsANode)
     EXPECT_EQ(add({"/a/b/"}), Ids{2});
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
     EXPECT_EQ(model_.node<Zyl2Mox::Group>(1)->GetFlag(), 1);
+}
+
+TEST_F(ComponentsTest, GoBelowARootThatIsAShape)
+{
+    model_.add(NodeType::Shape, "a");
+    EXPECT_EQ(add({"/a/b/", "/a"}), (Ids{2, 1}));
+    EXPECT_EQ(records(), (Paths{"1 0 Shape a", "2 1 Group b"}));
 }
 
 TEST_F(ComponentsTest, OfAMapHaveIdsInAscendingOrderOfThePaths)

@@ -1,5 +1,6 @@
 #include <Zyl2/Mox2/Model.h>
 
+#include "Expectations.h"
 #include "SavedModel.h"
 #include "container/TemporaryFile.h"
 
@@ -117,6 +118,23 @@ protected:
                                 attributes_);
     }
 
+    void expectRefusedBeforeSaving()
+    {
+        Model unsaved;
+        Support::expectThrown<Zyl2::Exception::InvalidObjectState>(
+            [&] {
+                unsaved.addArrayProperty(Values::type, Values::values(), FormT::Ids::of(1, 2),
+                                         FormT::Steps::steps(), attributes_);
+            },
+            ModelTests::fileNotOpen);
+        Support::expectThrown<Zyl2::Exception::InvalidObjectState>(
+            [&] {
+                unsaved.addArrayProperty("Own", Values::type, Values::values(),
+                                         FormT::Ids::of(1, 2), FormT::Steps::steps(), attributes_);
+            },
+            ModelTests::fileNotOpen);
+    }
+
     void expectSaved(std::string const& name)
     {
         model_.close();
@@ -188,8 +206,13 @@ TYPED_TEST_P(ModelArrayPropertyTest, WithANameIsSavedUnderIt)
     this->expectSaved("Own");
 }
 
+TYPED_TEST_P(ModelArrayPropertyTest, BeforeTheModelIsSavedIsRefused)
+{
+    this->expectRefusedBeforeSaving();
+}
+
 REGISTER_TYPED_TEST_SUITE_P(ModelArrayPropertyTest, WithoutANameIsSavedUnderThatOfItsType,
-                            WithANameIsSavedUnderIt);
+                            WithANameIsSavedUnderIt, BeforeTheModelIsSavedIsRefused);
 
 INSTANTIATE_TYPED_TEST_SUITE_P(FloatColumn, ModelArrayPropertyTest, FormsOf<Column<float>>, );
 INSTANTIATE_TYPED_TEST_SUITE_P(UnsignedColumn, ModelArrayPropertyTest,
@@ -268,6 +291,16 @@ TEST(ModelArrayProperty, OneStepIsAsGoodAsAListOfThatStep)
     auto const one = contentAfter(DatasetType::NodeIds, column, shape, stepOf("t1", 7));
     EXPECT_EQ(contentAfter(DatasetType::NodeIds, column, shape, steps), one);
     EXPECT_NE(contentAfter(DatasetType::NodeIds, column, shape, stepOf("t1", 8)), one);
+}
+
+TEST(ModelArrayProperty, CoordinatesOfAStepAreRegisteredUnderBothNames)
+{
+    SingleShape single;
+    single.model.addArrayProperty(DatasetType::Coordinates, Array2d<float>(1, 3, {1, 2, 3}),
+                                  single.shape, Step("t1"));
+    auto const variables = single.saved().node(shape).variables;
+    ASSERT_EQ(variables.size(), 1U);
+    EXPECT_EQ(variables[0].name, "Coordinates\x1Et1");
 }
 
 TEST(ModelArrayProperty, AnIdMayBeGivenAsASignedInteger)

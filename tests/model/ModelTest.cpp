@@ -434,6 +434,18 @@ TEST_F(ModelTest, FindsNoNodeInATreeWhoseRootIsNoNodeYet)
     EXPECT_EQ(model_.getNodeId(std::vector<std::string>{"Root"}), 0U);
 }
 
+TEST_F(ModelTest, AnswersNoNodeWithZeroAndNeverWithTheInvalidId)
+{
+    model_.saveTo("");
+    EXPECT_EQ(model_.addNode(NodeType::RootGroup, "Root"), 1U);
+    EXPECT_EQ(model_.moveToParentNode(), 0U);
+    EXPECT_EQ(model_.getNodeId("/Root/missing"), 0U);
+    EXPECT_EQ(model_.getNodeId(""), 0U);
+    EXPECT_EQ(model_.getNodeId({"Root", "missing"}), 0U);
+    EXPECT_EQ(model_.addAssemblyComponents({"", "/"})(1), 0U);
+    EXPECT_EQ(model_.addNode(NodeType::Shape, "Shape"), 3U);
+}
+
 TEST_F(ModelTest, DoesNotResolveTheRootAlone)
 {
     open();

@@ -136,6 +136,18 @@ TEST(NodeData, ARootWithoutANodeTakesNoProperty)
     Support::expectThrown<InvalidArguments>([&] { command.update(fresh.database); }, emptyNode);
 }
 
+TEST(NodeData, AGeometryAtTheRootHasNoShapeAboveIt)
+{
+    Zyl2Mox::Geometry geometry("root");
+    OpenDatabase fresh;
+    fresh.tree().SetCurrentValue(&geometry);
+    NodeProperties properties;
+    properties.set(PropertyType::Shininess, 1.0F);
+    Modifier::NodeData command(1, properties, Attributes());
+    Support::expectThrown<InvalidArguments>([&] { command.update(fresh.database); }, emptyNode);
+    EXPECT_EQ(fresh.tree().GetCurrentId(), 1U);
+}
+
 TEST_F(NodeDataTest, AGroupTakesItsTransform)
 {
     NodeProperties properties;

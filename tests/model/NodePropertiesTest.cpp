@@ -157,6 +157,18 @@ TEST(NodeProperties, AssigningToItselfChangesNothing)
     EXPECT_EQ(boost::get<int>(properties.map().at(Type)), 1);
 }
 
+TEST(NodeProperties, ATemporaryIsCopiedSoThatItsSourceKeepsAMap)
+{
+    NodeProperties source;
+    source.set(Type, 1);
+    // A host may write this, whatever comes of it.
+    NodeProperties const taken(std::move(source)); // NOLINT(performance-move-const-arg)
+    EXPECT_EQ(taken.map().size(), 1U);
+    // Still usable: an object is never without its map.
+    source.set(Type, 2); // NOLINT(bugprone-use-after-move): this is what the test is about
+    EXPECT_EQ(boost::get<int>(source.map().at(Type)), 2);
+}
+
 TEST(NodeProperties, TheEnumerationsHaveTheValuesThatHostsWereCompiledWith)
 {
     EXPECT_EQ(static_cast<unsigned int>(PropertyType::Translation), 0U);

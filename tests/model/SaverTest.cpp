@@ -3,13 +3,16 @@
 #include "Expectations.h"
 #include "SavedModel.h"
 #include "Zyl2/Mox2/Adder/Node.h"
+#include "container/FailingAllocation.h"
 #include "container/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 
 namespace {
@@ -172,6 +175,38 @@ TEST(Saver, ADatabaseThatHasATreeIsRefusedAndUnchanged)
     EXPECT_TRUE(database.openedForReading);
     EXPECT_FALSE(database.openedForWriting);
     EXPECT_FALSE(std::filesystem::exists(folder.File("a.mox")));
+}
+
+/// Whether the n-th allocation was what the saver failed for.
+bool failsForLackOfMemory(Saver& saver, Database& database, std::size_t allocation)
+{
+    Support::FailingAllocation const failing(allocation);
+    try {
+        saver.extractFrom(database);
+    } catch (std::bad_alloc const&) {
+        return true;
+    }
+    return false;
+}
+
+TEST(Saver, WithoutMemoryForATreeTheDatabaseStaysEmptyButMarkedOpenForWriting)
+{
+    Support::TemporaryFolder const folder;
+    // The tree itself, and the root in it.
+    for (std::size_t const allocation : {0U, 1U}) {
+        Database database;
+        database.openedForReading = true;
+        Saver saver(narrowFile(folder.File("a.mox")), SaverOptions());
+        ASSERT_TRUE(failsForLackOfMemory(saver, database, allocation));
+        EXPECT_EQ(database.tree, nullptr) << allocation;
+        EXPECT_FALSE(database.openedForReading);
+        EXPECT_TRUE(database.openedForWriting);
+        EXPECT_FALSE(std::filesystem::exists(folder.File("a.mox")));
+        EXPECT_NO_THROW(saver.extractFrom(database));
+        EXPECT_NE(database.tree, nullptr);
+        database.close();
+        std::filesystem::remove(folder.File("a.mox"));
+    }
 }
 
 TEST(Saver, AFileThatCanNotBeOpenedLeavesATreeWithoutFile)

@@ -2,15 +2,18 @@
 
 #include "container/Bytes.h"
 #include "support/Encoding.h"
+#include "support/Environment.h"
 #include "support/KeyContent.h"
 #include "support/ThrowSite.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -370,6 +373,22 @@ TEST(Geometry, TheOlderLayoutRefusesAVariableWithoutPositionToo)
     Support::expectThrown<Zyl2::Exception::KeyNotFound>(
         [&] { WrittenLight(geometry); },
         {14, "Key not found", "Zyl2Mox::Geometry::WriteWv_l05", "Zyl2/Mox/Geometry"});
+}
+
+TEST(Geometry, EachFieldOfAHeaderIsAWriteOfItsOwn)
+{
+    Support::DefaultBlockSizeSetting const setting("1");
+    Geometry geometry("g");
+    AddData(geometry, "u", 12, 0);
+    Add(geometry, "v", 12).linked = true;
+    WvFile file;
+    Write(file, geometry);
+    std::vector<std::size_t> sizes;
+    for (std::size_t const slot : Support::KeySlots(file.GetIndex(), "Light"))
+        sizes.push_back(Support::SlotContent(file.GetIndex(), slot).size());
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{4,                                  //
+                                               5, 4, 1, 4, 1, 1, 1, 4, 4, 1, 8, 1, // data
+                                               5, 4, 1, 4, 4, 1}));                // link
 }
 
 TEST(Geometry, AFrozenLightBlockIsRefused)

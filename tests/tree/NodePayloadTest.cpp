@@ -141,6 +141,16 @@ TEST_F(NodePayload, NodeSetsWriteTheirEntriesAndAHeader)
     EXPECT_EQ(file.GetIndex().GetItem(0).transformations, 0U);
 }
 
+TEST_F(NodePayload, EachFieldOfNodeSetsIsAWriteOfItsOwn)
+{
+    Support::DefaultBlockSizeSetting const setting("1");
+    SaveNodePayload(file, NodeSets("sets"));
+    std::vector<std::size_t> sizes;
+    for (std::size_t const slot : Support::KeySlots(file.GetIndex(), "Light Data"))
+        sizes.push_back(Support::SlotContent(file.GetIndex(), slot).size());
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{4, 4, 8, 4}));
+}
+
 TEST_F(NodePayload, AnyOtherKindWritesNothing)
 {
     SaveNodePayload(file, Node("n"));

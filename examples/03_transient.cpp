@@ -41,9 +41,9 @@ void addMesh(Model& model, unsigned int shape)
     Array1d<unsigned int> nodeIds(nodes);
     for (unsigned int node = 0; node < nodes; ++node)
         nodeIds[node] = node + 1;
-    for (unsigned int element = 0; element + 1 < nodes; ++element) {
-        connectivity[2 * element] = element;
-        connectivity[2 * element + 1] = element + 1;
+    for (unsigned long element = 0; element + 1 < nodes; ++element) {
+        connectivity[2 * element] = static_cast<unsigned int>(element);
+        connectivity[2 * element + 1] = static_cast<unsigned int>(element + 1);
     }
     model.addArrayProperty(DatasetType::Coordinates, coordinates(), shape, Step());
     model.addArrayProperty(DatasetType::Connectivity1, connectivity, shape, Step());

@@ -97,10 +97,12 @@ void Tree::MoveToOrAddGroup(std::string const& name)
 void Tree::MoveToOrAddShape(std::string const& name)
 {
     Shape shapeProbe(name);
-    if (!FindAndMoveToChild(&shapeProbe, NodesWithSameName()))
+    bool const isNew = !FindAndMoveToChild(&shapeProbe, NodesWithSameName());
+    if (isNew)
         AddNode(std::make_unique<Shape>(name));
     Geometry geometryProbe(name);
-    if (!FindAndMoveToChild(&geometryProbe, NodesWithSameName()))
+    // A new shape has no children to look through.
+    if (isNew || !FindAndMoveToChild(&geometryProbe, NodesWithSameName()))
         AddNode(std::make_unique<Geometry>(name));
 }
 

@@ -90,20 +90,29 @@ TEST(Block, TheStepStaysInForceWhenTheVariableIsRemoved)
     EXPECT_EQ(second.GetCapacity(), 4096U);
 }
 
-TEST(Block, TheVariableIsReadOnEveryWrite)
+TEST(Block, TheVariableIsReadWheneverABlockGrowsAndItsStepStaysInForce)
 {
     DefaultBlockSizeSetting setting("100");
     Block block;
     block.Append("a", 1);
+    EXPECT_EQ(block.GetCapacity(), 100U);
     setting.Set("50");
-    block.Append("b", 1); // no growth here, the step is taken over all the same
-    setting.Set(nullptr);
-    std::string const values(98, 'x');
+    std::string const values(99, 'x');
     block.Append(values.data(), values.size());
-    EXPECT_EQ(block.GetCapacity(), 198U);
+    EXPECT_EQ(block.GetCapacity(), 199U);
+    setting.Set(nullptr);
     Block other;
     other.Append("a", 1);
     EXPECT_EQ(other.GetCapacity(), 50U);
+}
+
+TEST(Block, FillAtReadsTheVariableToo)
+{
+    DefaultBlockSizeSetting const setting("70");
+    Block block;
+    unsigned int at = 0;
+    block.FillAt("a", 1, at);
+    EXPECT_EQ(block.GetCapacity(), 70U);
 }
 
 TEST(Block, AVariableOf4294967295OrMoreLeavesTheStepAlone)

@@ -58,8 +58,8 @@ protected:
     Paths records()
     {
         Paths texts;
-        for (auto const& [id, record] : model_.tree().GetRecords())
-            texts.push_back(std::to_string(id) + ' ' + std::to_string(record.parent) + ' ' +
+        for (auto const& record : model_.tree().GetRecords())
+            texts.push_back(std::to_string(record.id) + ' ' + std::to_string(record.parent) + ' ' +
                             record.value->GetType() + ' ' + record.value->GetName());
         return texts;
     }
@@ -257,17 +257,20 @@ TEST_F(ComponentsTest, OfAMapPassWithAnyAttributesOnShapes)
 TEST_F(ComponentsTest, NonePassOnAClosedDatabaseToo)
 {
     Database closed;
-    Adder::Components<Paths, ComponentArray> adder({}, "/");
+    Paths const noPaths;
+    Adder::Components<Paths, ComponentArray> adder(noPaths, "/");
     EXPECT_NO_THROW(adder.update(closed));
     EXPECT_EQ(adder.ids.size(), 0);
-    Adder::Components<PathMap, ComponentArray> mapAdder({}, "/");
+    PathMap const noEntries;
+    Adder::Components<PathMap, ComponentArray> mapAdder(noEntries, "/");
     EXPECT_NO_THROW(mapAdder.update(closed));
 }
 
 TEST_F(ComponentsTest, AreRefusedByAClosedDatabase)
 {
     Database closed;
-    Adder::Components<Paths, ComponentArray> adder({"a"}, "/");
+    Paths const paths{"a"};
+    Adder::Components<Paths, ComponentArray> adder(paths, "/");
     Support::expectThrown<Zyl2::Exception::InvalidObjectState>([&] { adder.update(closed); },
                                                                fileNotOpen);
     EXPECT_EQ(adder.ids.size(), 0);

@@ -156,10 +156,8 @@ TEST(AdtTree, RecordsAreWalkedInAscendingIdOrder)
     for (int child = 0; child < 5; ++child)
         tree.AddNamed("a");
     std::vector<unsigned int> ids;
-    for (auto const& [id, record] : tree.GetRecords()) {
-        EXPECT_EQ(id, record.id);
-        ids.push_back(id);
-    }
+    for (TestTree::NodeType const& record : tree.GetRecords())
+        ids.push_back(record.id);
     EXPECT_EQ(ids, (std::vector<unsigned int>{1, 2, 3, 4, 5, 6}));
 }
 
@@ -342,6 +340,58 @@ TEST(AdtTree, ALookUpAsksAboutTheChildrenOfThatNameOnly)
     Payload const missing{"shape100"};
     EXPECT_THROW(tree.MoveToChild(&missing, CountingFunctor{&asked}), KeyNotFound);
     EXPECT_EQ(asked.size(), 2U);
+}
+
+TEST(AdtTree, AnOnlyChildIsFoundAndIsStillFoundOnceItHasSiblings)
+{
+    TestTree tree;
+    unsigned int const only = tree.AddNamed("only");
+    tree.MoveToNamed("only");
+    EXPECT_EQ(tree.GetCurrentId(), only);
+    tree.SetCurrentId(1);
+    EXPECT_THROW(tree.MoveToNamed("second"), KeyNotFound);
+    unsigned int const second = tree.AddNamed("second");
+    unsigned int const third = tree.AddNamed("only");
+    tree.MoveToNamed("second");
+    EXPECT_EQ(tree.GetCurrentId(), second);
+    tree.SetCurrentId(1);
+    tree.MoveToNamed("only");
+    EXPECT_EQ(tree.GetCurrentId(), only);
+    EXPECT_NE(third, only);
+}
+
+TEST(AdtTree, AnOnlyChildThatGetsItsValueAfterASiblingCameIsFound)
+{
+    TestTree tree;
+    unsigned int const first = tree.AddChild();
+    tree.SetCurrentId(1);
+    tree.AddNamed("second");
+    tree.SetCurrentId(first);
+    tree.SetCurrentValue(tree.Own("first"));
+    tree.SetCurrentId(1);
+    tree.MoveToNamed("first");
+    EXPECT_EQ(tree.GetCurrentId(), first);
+}
+
+TEST(AdtTree, AnOnlyChildOfAnotherNameIsNotAskedAbout)
+{
+    TestTree tree;
+    tree.AddNamed("a");
+    std::vector<PayloadPointer> asked;
+    Payload const other{"b"};
+    EXPECT_THROW(tree.MoveToChild(&other, CountingFunctor{&asked}), KeyNotFound);
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST(AdtTree, NoChildCanBeAddedToNoNode)
+{
+    TestTree tree;
+    tree.SetCurrentId(0);
+    Support::expectThrown<KeyNotFound>(
+        [&] { tree.AddChild(); }, {14, "Key not found", "GetCurrentNode", "Zyl2/Adt/AdtTree", 219});
+    tree.SetCurrentIdUnchecked(7);
+    EXPECT_THROW(tree.AddChild(), KeyNotFound);
+    EXPECT_EQ(tree.GetNodeCount(), 1U);
 }
 
 TEST(AdtTree, WithoutALookUpKeyTheChildrenAreAskedInIdOrder)

@@ -90,4 +90,18 @@ TEST(ChildIndex, EveryChildOfManyParentsIsFoundAmongFew)
     EXPECT_LE(longest, 2U);
 }
 
+TEST(ChildIndex, TwinsKeepTheirChainWhileTheIndexGrows)
+{
+    ChildIndex index;
+    constexpr ChildIndex::IdType count = 1000;
+    Ids twins;
+    for (ChildIndex::IdType child = 2; child < 2 + 2 * count; child += 2) {
+        index.Insert(1, "twin", child);
+        index.Insert(1, std::to_string(child), child + 1);
+        twins.push_back(child);
+    }
+    EXPECT_EQ(Chain(index, 1, "twin"), twins);
+    EXPECT_EQ(index.GetNext(1000000), 0U);
+}
+
 } // namespace

@@ -7,7 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <deque>
 #include <string_view>
 
 namespace Zyl2Adt {
@@ -29,24 +29,27 @@ public:
     using IdType = std::uint32_t;
     using ValueType = T;
     using NodeType = TreeNode<T>;
-    using Records = std::map<IdType, NodeType>;
+    using Records = std::deque<NodeType>;
 
     /// Adds a child under the current node, without a value, and makes it current.
     /// \return the child's id
+    /// \throws KeyNotFound the current node is none
     IdType AddChild()
     {
-        NodeType& parent = records_[currentId_];
-        IdType const id = nextId_;
-        NodeType& child = records_.emplace_hint(records_.end(), id, NodeType())->second;
+        NodeType& parent = GetCurrentNode();
+        if (parent.firstChild != 0 && parent.firstChild == parent.lastChild)
+            IndexFormerOnlyChild(RecordOf(parent.firstChild));
+        IdType const id = GetNextId();
+        // Growing a deque at its end leaves the parent where it is.
+        NodeType& child = records_.emplace_back();
         child.id = id;
         child.parent = currentId_;
         child.previousSibling = parent.lastChild;
         if (parent.lastChild != 0)
-            records_[parent.lastChild].nextSibling = id;
+            RecordOf(parent.lastChild).nextSibling = id;
         else
             parent.firstChild = id;
         parent.lastChild = id;
-        ++nextId_;
         currentId_ = id;
         return id;
     }
@@ -57,7 +60,8 @@ public:
     void SetCurrentValue(T const& value)
     {
         NodeType& node = GetCurrentNode();
-        children_.Insert(node.parent, LookUpKey<T>::Of(value), node.id);
+        if (value != T() && !IsOnlyChild(node))
+            children_.Insert(node.parent, LookUpKey<T>::Of(value), node.id);
         node.value = value;
     }
 
@@ -77,10 +81,11 @@ public:
     template <typename FunctorType>
     bool FindAndMoveToChild(T const& value, FunctorType functor)
     {
-        for (IdType id = children_.GetFirst(currentId_, LookUpKey<T>::Of(value)); id != 0;
-             id = children_.GetNext(id)) {
-            NodeType const& node = GetReqNode(id);
-            if (functor(value, node.value) && node.parent == currentId_) {
+        std::string_view const key = LookUpKey<T>::Of(value);
+        for (IdType id = GetFirstChild(key); id != 0; id = children_.GetNext(id)) {
+            NodeType const& node = RecordOf(id);
+            if (node.parent == currentId_ && LookUpKey<T>::Of(node.value) == key &&
+                functor(value, node.value)) {
                 currentId_ = id;
                 return true;
             }
@@ -91,35 +96,33 @@ public:
     /// \throws KeyNotFound the current id has no record
     NodeType& GetCurrentNode()
     {
-        auto const found = records_.find(currentId_);
-        if (found == records_.end())
+        if (!HasRecord(currentId_))
             Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 219,
                                    BOOST_CURRENT_FUNCTION);
-        return found->second;
+        return RecordOf(currentId_);
     }
 
     /// \throws KeyNotFound the id has no record
     NodeType const& GetReqNode(IdType const& id) const
     {
-        auto const found = records_.find(id);
-        if (found == records_.end())
+        if (!HasRecord(id))
             Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 254,
                                    BOOST_CURRENT_FUNCTION);
-        return found->second;
+        return records_[id - RootId];
     }
 
     /// Makes `id` current. Only ids that were never handed out are refused: 0, no node, is not.
     /// \throws KeyNotFound the cursor stays
     void SetCurrentId(IdType id)
     {
-        if (id >= nextId_)
+        if (id >= GetNextId())
             Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 210,
                                    BOOST_CURRENT_FUNCTION);
         currentId_ = id;
     }
 
     IdType GetCurrentId() const { return currentId_; }
-    IdType GetNextId() const { return nextId_; }
+    IdType GetNextId() const { return static_cast<IdType>(records_.size()) + RootId; }
     std::size_t GetNodeCount() const { return records_.size(); }
     /// In ascending id order, which is the order of creation.
     Records const& GetRecords() const { return records_; }
@@ -128,7 +131,7 @@ protected:
     static constexpr IdType RootId = 1;
 
     /// A tree that holds the root, without a value; the root is current.
-    Tree() { records_[RootId].id = RootId; }
+    Tree() { records_.emplace_back().id = RootId; }
     Tree(Tree const&) = delete;
     Tree& operator=(Tree const&) = delete;
     ~Tree() = default;
@@ -139,8 +142,41 @@ protected:
 private:
     static constexpr char const* AdtSource = "Zyl2/Adt/AdtTree";
 
+    bool HasRecord(IdType id) const { return id >= RootId && id < GetNextId(); }
+    NodeType& RecordOf(IdType id) { return records_[id - RootId]; }
+
+    static bool HasValue(NodeType const& node) { return node.value != T(); }
+
+    /// An only child is found through its parent. That spares the index the half of all nodes that
+    /// belong to a parent each of their own.
+    bool IsOnlyChild(NodeType const& node)
+    {
+        if (!HasRecord(node.parent))
+            return false;
+        NodeType const& parent = RecordOf(node.parent);
+        return parent.firstChild == parent.lastChild;
+    }
+
+    void IndexFormerOnlyChild(NodeType const& node)
+    {
+        if (HasValue(node))
+            children_.Insert(node.parent, LookUpKey<T>::Of(node.value), node.id);
+    }
+
+    /// First of the current node's children that may have that key; 0 when there is none.
+    IdType GetFirstChild(std::string_view key)
+    {
+        if (!HasRecord(currentId_))
+            return children_.GetFirst(currentId_, key);
+        NodeType const& parent = RecordOf(currentId_);
+        if (parent.firstChild != parent.lastChild)
+            return children_.GetFirst(currentId_, key);
+        bool const isFindable = parent.firstChild != 0 && HasValue(RecordOf(parent.firstChild));
+        return isFindable ? parent.firstChild : 0;
+    }
+
+    /// The record of id n stands at n - 1: ids have no gaps.
     Records records_;
-    IdType nextId_ = RootId + 1;
     IdType currentId_ = RootId;
     ChildIndex children_;
 };

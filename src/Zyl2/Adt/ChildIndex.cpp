@@ -1,33 +1,71 @@
 #include "Zyl2/Adt/ChildIndex.h"
 
+#include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace Zyl2Adt {
 
+namespace {
+
+constexpr std::size_t SmallestTable = 64;
+
+} // namespace
+
 void ChildIndex::Insert(IdType parent, std::string_view key, IdType child)
 {
-    if (next_.size() <= child)
-        next_.resize(std::size_t(child) + 1, 0);
-    auto const [entry, isNew] = chains_.try_emplace(Hash(parent, key), Chain{child, child});
-    if (!isNew)
-        InsertInOrder(entry->second, child);
+    // At most two thirds full, so that probes stay short.
+    if ((chainCount_ + 1) * 3 > table_.size() * 2)
+        Grow();
+    std::uint32_t const hash = Hash(parent, key);
+    Chain& chain = table_[FindPlace(hash)];
+    if (chain.first != 0) {
+        InsertInOrder(chain, child);
+        return;
+    }
+    chain = Chain{hash, child, child};
+    ++chainCount_;
 }
 
 ChildIndex::IdType ChildIndex::GetFirst(IdType parent, std::string_view key) const
 {
-    auto const found = chains_.find(Hash(parent, key));
-    return found == chains_.end() ? 0 : found->second.first;
+    return table_.empty() ? 0 : table_[FindPlace(Hash(parent, key))].first;
 }
 
-std::size_t ChildIndex::Hash(IdType parent, std::string_view key)
+std::uint32_t ChildIndex::Hash(IdType parent, std::string_view key)
 {
     // Spreads the parents over all bits, so that equal names below different parents part.
     constexpr std::uint64_t goldenRatio = 0x9E3779B97F4A7C15U;
-    return std::hash<std::string_view>()(key) ^ (std::uint64_t(parent) + 1) * goldenRatio;
+    std::uint64_t const hash =
+        std::hash<std::string_view>()(key) ^ (std::uint64_t(parent) + 1) * goldenRatio;
+    return static_cast<std::uint32_t>(hash ^ hash >> 32U);
+}
+
+/// Place of the chain of that hash, or the empty one where it would stand.
+/// \pre the table has an empty place
+std::size_t ChildIndex::FindPlace(std::uint32_t hash) const
+{
+    std::size_t const mask = table_.size() - 1;
+    std::size_t place = hash & mask;
+    while (table_[place].first != 0 && table_[place].hash != hash)
+        place = (place + 1) & mask;
+    return place;
+}
+
+void ChildIndex::Grow()
+{
+    std::vector<Chain> const chains = std::exchange(
+        table_, std::vector<Chain>(table_.empty() ? SmallestTable : table_.size() * 2));
+    for (Chain const& chain : chains)
+        if (chain.first != 0)
+            table_[FindPlace(chain.hash)] = chain;
 }
 
 void ChildIndex::InsertInOrder(Chain& chain, IdType child)
 {
+    std::size_t const lastId = std::max(chain.last, child);
+    if (next_.size() <= lastId)
+        next_.resize(lastId + 1, 0);
     // Children mostly come in the order of their ids.
     if (child > chain.last) {
         next_[chain.last] = child;

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Zyl2Adt {
@@ -25,20 +24,27 @@ public:
     IdType GetFirst(IdType parent, std::string_view key) const;
 
     /// Next child of the chain that `child` is in; 0 at its end.
-    IdType GetNext(IdType child) const { return next_[child]; }
+    IdType GetNext(IdType child) const { return child < next_.size() ? next_[child] : 0; }
 
 private:
+    /// A place of the table. Small, since with millions of nodes each look-up misses the cache.
     struct Chain
     {
+        std::uint32_t hash;
+        /// 0 in an empty place.
         IdType first;
         IdType last;
     };
 
-    static std::size_t Hash(IdType parent, std::string_view key);
+    static std::uint32_t Hash(IdType parent, std::string_view key);
+    std::size_t FindPlace(std::uint32_t hash) const;
+    void Grow();
     void InsertInOrder(Chain& chain, IdType child);
 
-    std::unordered_map<std::size_t, Chain> chains_;
-    /// Successor of each id in its chain.
+    /// Open addressing with linear probing; the size is a power of two, or 0.
+    std::vector<Chain> table_;
+    std::size_t chainCount_ = 0;
+    /// Successor of each id in its chain; ids past the end have none.
     std::vector<IdType> next_;
 };
 

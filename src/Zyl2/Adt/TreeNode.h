@@ -5,7 +5,8 @@
 
 namespace Zyl2Adt {
 
-/// Record of one node: its place among its relatives, and a payload. The id 0 means no node.
+/// Record of one node: its place among its relatives, and a payload. The id 0 means no node, the
+/// payload `T()` none.
 template <typename T>
 struct TreeNode
 {

@@ -1,4 +1,4 @@
-#include <Zyl2/Log/Logging.h>
+#include "Zyl2/Log/Statement.h"
 
 #include <atomic>
 
@@ -25,6 +25,12 @@ LogSystem& orSilent(LogSystem* logSystem)
 }
 
 } // namespace
+
+bool hasLogSystem()
+{
+    LogSystem const* const logSystem = installedLogSystem().load(std::memory_order_acquire);
+    return logSystem != nullptr && logSystem != &silentLogSystem();
+}
 
 LogSystem& activeLogSystem()
 {

@@ -8,12 +8,17 @@
 namespace Zyl2 {
 namespace Log {
 
+/// Whether a host listens: most don't, and a statement costs as much as writing a small dataset.
+bool hasLogSystem();
+
 /// One log statement: joins `pieces` and hands the record to the active log system.
 ///
 /// A piece of type `unsigned char` must be cast by the caller, or it is printed as a character.
 template <typename... Pieces>
 void write(char const* source, char const* signature, unsigned long line, Pieces const&... pieces)
 {
+    if (!hasLogSystem())
+        return;
     Record<char> record(source, signature, line, Severity::Info);
     (record << ... << pieces);
     // As a plain stream: receivers recover the record from it.

@@ -81,20 +81,40 @@ void Geometry::ProcessAttributes(VarStruct& variable, Zyl2Util::AttributeList co
 
 std::uint32_t Geometry::FindOrAddVariable(std::string const& name)
 {
-    auto const found = variableIndices_.find(name);
-    if (found != variableIndices_.end())
+    Content& content = GetContent();
+    auto const found = content.variableIndices.find(name);
+    if (found != content.variableIndices.end())
         return found->second;
-    auto const index = static_cast<std::uint32_t>(variables_.size());
+    auto const index = static_cast<std::uint32_t>(content.variables.size());
     VarStruct variable;
     variable.name = name;
-    variables_.push_back(std::move(variable));
+    content.variables.push_back(std::move(variable));
     try {
-        variableIndices_.emplace(name, index);
+        content.variableIndices.emplace(name, index);
     } catch (...) {
-        variables_.pop_back();
+        content.variables.pop_back();
         throw;
     }
     return index;
+}
+
+void Geometry::ClearDatasets()
+{
+    if (content_ != nullptr)
+        content_->datasets.clear();
+}
+
+Geometry::Content& Geometry::GetContent()
+{
+    if (content_ == nullptr)
+        content_ = std::make_unique<Content>();
+    return *content_;
+}
+
+Geometry::Content const& Geometry::GetContent() const
+{
+    static Content const nothing;
+    return content_ == nullptr ? nothing : *content_;
 }
 
 void Geometry::WriteWv(Zyl2Wvf::WvFile& file, std::string const& lightBlock,
@@ -106,8 +126,8 @@ void Geometry::WriteWv(Zyl2Wvf::WvFile& file, std::string const& lightBlock,
         return;
     }
     Zyl2Wvf::Index& index = file.GetIndex();
-    index.Put<int>(lightBlock, static_cast<int>(variables_.size()));
-    for (VarStruct const& variable : variables_) {
+    index.Put<int>(lightBlock, static_cast<int>(GetVariables().size()));
+    for (VarStruct const& variable : GetVariables()) {
         WriteHeader(index, lightBlock, variable, version == "0.7");
         Zyl2Util::WriteAttributesToWvf(file, attributesBlock, variable.attributes);
     }
@@ -118,8 +138,8 @@ void Geometry::WriteWv_l05(Zyl2Wvf::WvFile& file, std::string const& lightBlock,
                            std::string const& attributesBlock) const
 {
     Zyl2Wvf::Index& index = file.GetIndex();
-    index.Put<int>(lightBlock, static_cast<int>(variables_.size()));
-    for (VarStruct const& variable : variables_) {
+    index.Put<int>(lightBlock, static_cast<int>(GetVariables().size()));
+    for (VarStruct const& variable : GetVariables()) {
         std::uint64_t const position = GetPosition(variable, __LINE__, BOOST_CURRENT_FUNCTION);
         index.Put<std::string>(lightBlock, variable.name);
         index.Put<unsigned int>(lightBlock, static_cast<std::uint32_t>(variable.type));
@@ -169,8 +189,9 @@ void Geometry::WriteDescription(Zyl2Wvf::Index& index, std::string const& lightB
 std::uint64_t Geometry::GetPosition(VarStruct const& variable, unsigned int line,
                                     char const* function) const
 {
-    auto const found = datasets_.find(variable.name);
-    if (found == datasets_.end())
+    auto const& datasets = GetContent().datasets;
+    auto const found = datasets.find(variable.name);
+    if (found == datasets.end())
         Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), Source, line, function);
     return found->second;
 }

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -52,11 +53,13 @@ public:
     /// Index of the variable of that name, which is added when there is none.
     std::uint32_t FindOrAddVariable(std::string const& name);
 
-    VarStruct& GetVariable(std::uint32_t index) { return variables_.at(index); }
-    std::vector<VarStruct> const& GetVariables() const { return variables_; }
+    /// \throws std::out_of_range no variable of that index
+    VarStruct& GetVariable(std::uint32_t index) { return GetContent().variables.at(index); }
+    std::vector<VarStruct> const& GetVariables() const { return GetContent().variables; }
 
     /// Position of each variable's values in the stream of heavy data.
-    std::map<std::string, std::uint64_t>& GetDatasets() { return datasets_; }
+    std::map<std::string, std::uint64_t>& GetDatasets() { return GetContent().datasets; }
+    void ClearDatasets();
 
     /// Writes a header for each variable into the light block, and its attributes.
     /// \throws KeyNotFound a variable has no position
@@ -76,9 +79,18 @@ private:
     std::uint64_t GetPosition(VarStruct const& variable, unsigned int line,
                               char const* function) const;
 
-    std::vector<VarStruct> variables_;
-    std::unordered_map<std::string, std::uint32_t> variableIndices_;
-    std::map<std::string, std::uint64_t> datasets_;
+    struct Content
+    {
+        std::vector<VarStruct> variables;
+        std::unordered_map<std::string, std::uint32_t> variableIndices;
+        std::map<std::string, std::uint64_t> datasets;
+    };
+
+    Content& GetContent();
+    Content const& GetContent() const;
+
+    /// Made for the first variable: an assembly may have millions of shapes without data.
+    std::unique_ptr<Content> content_;
 };
 
 } // namespace Zyl2Mox

@@ -18,4 +18,17 @@ void Shape::Load(std::string const& /*path*/) {}
 
 void Shape::Save() {}
 
+Material& Shape::GetMaterial()
+{
+    if (material_ == nullptr)
+        material_ = std::make_unique<Material>();
+    return *material_;
+}
+
+Material const& Shape::GetMaterial() const
+{
+    static Material const unchanged;
+    return material_ == nullptr ? unchanged : *material_;
+}
+
 } // namespace Zyl2Mox

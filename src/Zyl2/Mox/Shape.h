@@ -4,6 +4,7 @@
 #include "Zyl2/Mox/Material.h"
 #include "Zyl2/Mox/Node.h"
 
+#include <memory>
 #include <string>
 
 namespace Zyl2Mox {
@@ -19,11 +20,12 @@ public:
     void Load(std::string const& path) override;
     void Save() override;
 
-    Material& GetMaterial() { return material_; }
-    Material const& GetMaterial() const { return material_; }
+    Material& GetMaterial();
+    Material const& GetMaterial() const;
 
 private:
-    Material material_;
+    /// Made when it is to be changed: most of the shapes of a large assembly look alike.
+    std::unique_ptr<Material> material_;
 };
 
 } // namespace Zyl2Mox

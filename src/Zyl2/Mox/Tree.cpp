@@ -45,6 +45,13 @@ constexpr std::size_t ValueSize = 4;
 
 } // namespace
 
+/// What saving a record uses, for each of millions.
+struct Tree::RecordKeys
+{
+    Zyl2Wvf::Index::Key tree{BlockNames::MoxTree};
+    Zyl2Wvf::Index::Key lightData{BlockNames::LightData};
+};
+
 Tree::Tree()
 {
     // Every run of a host is repeatable once it writes a model.
@@ -194,8 +201,9 @@ void Tree::SaveTree(Zyl2Wvf::WvFile& file)
 {
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2214, "Saving mox tree ... ");
     file.GetIndex().Put<int>(BlockNames::MoxTree, static_cast<int>(GetNodeCount()));
-    for (auto const& [id, record] : GetRecords()) {
-        SaveRecord(file.GetIndex(), record);
+    RecordKeys keys;
+    for (NodeType const& record : GetRecords()) {
+        SaveRecord(file.GetIndex(), keys, record);
         if (record.value != nullptr)
             SaveNodePayload(file, *record.value);
     }
@@ -239,20 +247,25 @@ bool Tree::RootHasNode() const
     return GetReqNode(RootId).value != nullptr;
 }
 
-void Tree::SaveRecord(Zyl2Wvf::Index& index, NodeType const& record)
+void Tree::PutIdentity(Zyl2Wvf::Index& index, RecordKeys& keys, Node const* node)
+{
+    static std::string const nothing;
+    index.Put(keys.tree, node == nullptr ? nothing : node->GetName());
+    index.Put(keys.tree, node == nullptr ? nothing : node->GetType());
+    index.Put(keys.tree, node == nullptr ? nothing : node->GetVersion());
+}
+
+void Tree::SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& record)
 {
     for (std::uint32_t const id : {record.id, record.parent, record.previousSibling,
                                    record.nextSibling, record.firstChild, record.lastChild})
-        index.Put<unsigned int>(BlockNames::MoxTree, id);
-    Node const* const node = record.value;
-    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetName());
-    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetType());
-    index.Put<std::string>(BlockNames::MoxTree, node == nullptr ? "" : node->GetVersion());
-    std::size_t const position = index.GetBlockPosition(BlockNames::LightData);
+        index.Put<unsigned int>(keys.tree, id);
+    PutIdentity(index, keys, record.value);
+    std::size_t const position = index.GetBlockPosition(keys.lightData);
     if (IsOlderLayout())
-        index.Put<unsigned int>(BlockNames::MoxTree, static_cast<std::uint32_t>(position));
+        index.Put<unsigned int>(keys.tree, static_cast<std::uint32_t>(position));
     else
-        index.Put<unsigned long>(BlockNames::MoxTree, position);
+        index.Put<unsigned long>(keys.tree, position);
 }
 
 void Tree::SaveAll(Zyl2Wvf::WvFile& file, std::string const& text)

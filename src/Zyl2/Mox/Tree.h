@@ -100,9 +100,12 @@ public:
     std::string const& GetFormatVersion() const { return formatVersion_; }
 
 private:
+    struct RecordKeys;
+
     void SetRootNode(std::unique_ptr<Node> node);
     bool RootHasNode() const;
-    void SaveRecord(Zyl2Wvf::Index& index, NodeType const& record);
+    static void PutIdentity(Zyl2Wvf::Index& index, RecordKeys& keys, Node const* node);
+    void SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& record);
     void SaveAll(Zyl2Wvf::WvFile& file, std::string const& text);
 
     Zyl2Wvf::WvFile file_;

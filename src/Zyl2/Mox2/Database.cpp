@@ -55,12 +55,14 @@ void Database::close()
     openedForReading = false;
 }
 
-/// The positions say nothing once the file is closed, also to others that share the tree.
+/// The positions say nothing once the file is closed to others that share the tree.
 void Database::forgetDatasetPositions()
 {
-    for (auto const& [id, record] : tree->GetRecords())
+    if (tree.use_count() == 1)
+        return;
+    for (Zyl2Mox::Tree::NodeType const& record : tree->GetRecords())
         if (auto* const geometry = dynamic_cast<Zyl2Mox::Geometry*>(record.value))
-            geometry->GetDatasets().clear();
+            geometry->ClearDatasets();
 }
 
 } // namespace Mox2

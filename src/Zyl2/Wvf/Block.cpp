@@ -14,8 +14,8 @@ namespace Zyl2Wvf {
 
 namespace {
 
-/// Bytes that a block grows by at least. A step read from the environment stays in force for the
-/// whole process, even when the variable goes away again.
+/// Bytes that a block grows by at least. A step read from the environment when a block grew stays
+/// in force for the whole process, even when the variable goes away again.
 std::atomic<std::uint32_t> growthStep(10485760U);
 
 std::uint32_t CurrentGrowthStep()
@@ -59,24 +59,6 @@ void Block::FillAt(void const* const& source, unsigned int const& count, unsigne
     if (count != 0)
         std::memcpy(data_ + at, source, count);
     at += count;
-}
-
-void Block::Append(void const* source, std::size_t count)
-{
-    CheckFreeSpaceAndAllocateMemory(count, position_);
-    if (count != 0)
-        std::memcpy(data_ + position_, source, count);
-    position_ += static_cast<PositionType>(count);
-    RaiseLength();
-}
-
-unsigned char* Block::Extend(std::size_t count)
-{
-    CheckFreeSpaceAndAllocateMemory(count, position_);
-    unsigned char* const place = data_ + position_;
-    position_ += static_cast<PositionType>(count);
-    RaiseLength();
-    return place;
 }
 
 void Block::SetPosition(PositionType const& position)
@@ -128,20 +110,13 @@ void Block::Adopt(void* buffer, std::size_t capacity, std::uint32_t length) noex
     position_ = length;
 }
 
-void Block::CheckFreeSpaceAndAllocateMemory(std::uint64_t count, std::uint64_t at)
+/// Makes the buffer longer than `at + count`.
+void Block::Grow(std::uint64_t count, std::uint64_t at)
 {
     std::uint64_t const step = CurrentGrowthStep();
-    if (count > MaximumLength || at + count > MaximumLength)
+    if (count > MaximumLength - at)
         RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
-    std::uint64_t const end = at + count;
-    // A buffer that would be filled to its last byte grows too.
-    if (end >= capacity_)
-        AllocateAdditionalMemory(std::max({count, step, end - capacity_}));
-}
-
-void Block::RaiseLength() noexcept
-{
-    length_ = std::max(length_, position_);
+    AllocateAdditionalMemory(std::max({count, step, at + count - capacity_}));
 }
 
 } // namespace Zyl2Wvf

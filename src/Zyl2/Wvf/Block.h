@@ -1,9 +1,11 @@
 #ifndef ZYL2_WVF_BLOCK_H
 #define ZYL2_WVF_BLOCK_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace Zyl2Wvf {
 
@@ -33,12 +35,24 @@ public:
 
     /// Copies `count` bytes to the cursor, advances it, and raises the length to it.
     /// \throws MemoryAllocationException as `FillAt`
-    void Append(void const* source, std::size_t count);
+    void Append(void const* source, std::size_t count)
+    {
+        unsigned char* const place = Extend(count);
+        if (count != 0)
+            std::memcpy(place, source, count);
+    }
 
     /// Makes room for `count` bytes at the cursor, advances it, raises the length to it, and gives
     /// the place that the caller has to fill. Valid until the block is written to again.
     /// \throws MemoryAllocationException as `FillAt`
-    unsigned char* Extend(std::size_t count);
+    unsigned char* Extend(std::size_t count)
+    {
+        CheckFreeSpaceAndAllocateMemory(count, position_);
+        unsigned char* const place = data_ + position_;
+        position_ += static_cast<PositionType>(count);
+        length_ = std::max(length_, position_);
+        return place;
+    }
 
     /// Moves the cursor.
     /// \throws OutOfBounds "Invalid block position": past the length; the cursor is unchanged
@@ -64,8 +78,13 @@ public:
     PositionType GetPosition() const noexcept { return position_; }
 
 private:
-    void CheckFreeSpaceAndAllocateMemory(std::uint64_t count, std::uint64_t at);
-    void RaiseLength() noexcept;
+    void CheckFreeSpaceAndAllocateMemory(std::uint64_t count, std::uint64_t at)
+    {
+        // A buffer that would be filled to its last byte grows too.
+        if (count > MaximumLength - at || at + count >= capacity_)
+            Grow(count, at);
+    }
+    void Grow(std::uint64_t count, std::uint64_t at);
 
     unsigned char* data_ = nullptr;
     std::uint64_t capacity_ = 0;

@@ -139,12 +139,18 @@ std::size_t Index::AddBlock(std::string const& name)
 
 std::size_t Index::GetWritingBlockIndex(std::string const& name)
 {
-    auto const found = limiters_.find(name);
-    if (found == limiters_.end() || found->second.blocks.empty())
-        return AddBlock(name);
-    std::size_t const slot = found->second.blocks.back();
-    if (items_[slot].frozen || blocks_[slot].GetLength() >= found->second.limit)
-        return AddBlock(name);
+    Key key(name);
+    return GetWritingBlockIndex(key);
+}
+
+std::size_t Index::GetWritingBlockIndex(Key& key)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
+        return AddBlock(key.name_);
+    std::size_t const slot = limiter->blocks.back();
+    if (items_[slot].frozen || blocks_[slot].GetLength() >= limiter->limit)
+        return AddBlock(key.name_);
     return slot;
 }
 
@@ -158,12 +164,18 @@ unsigned char* Index::PutInPlace(std::string const& key, std::size_t size)
     return blocks_[GetUnfrozenSlotWithRoom(key, size)].Extend(size);
 }
 
-std::size_t Index::GetBlockPosition(std::string const& key) const
+std::size_t Index::GetBlockPosition(std::string const& key)
 {
-    auto const found = limiters_.find(key);
-    if (found == limiters_.end() || found->second.blocks.empty())
+    Key found(key);
+    return GetBlockPosition(found);
+}
+
+std::size_t Index::GetBlockPosition(Key& key)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
         return 0;
-    return found->second.lengthBeforeLast + GetLogicalLength(found->second.blocks.back());
+    return limiter->lengthBeforeLast + GetLogicalLength(limiter->blocks.back());
 }
 
 void Index::AddTransformation(std::string const& name, BlockTransformationType type)
@@ -308,19 +320,31 @@ BlockSizeLimiter& Index::GetOrAddLimiter(std::string const& name)
     return found != limiters_.end() ? found->second : limiters_[name];
 }
 
-std::size_t Index::GetSlotWithRoom(std::string const& key, std::uint64_t size)
+/// The key's limiter; null for a key that nothing was ever put under.
+BlockSizeLimiter* Index::Find(Key& key)
+{
+    if (key.limiter_ == nullptr) {
+        auto const found = limiters_.find(key.name_);
+        if (found != limiters_.end())
+            key.limiter_ = &found->second;
+    }
+    return key.limiter_;
+}
+
+std::size_t Index::GetSlotWithRoom(Key& key, std::uint64_t size)
 {
     std::size_t const slot = GetWritingBlockIndex(key);
     std::uint64_t const length = blocks_[slot].GetLength();
     // What can't fit into any block goes nowhere; the block itself says so.
     bool const fitsIntoEmptyBlock = size <= Block::MaximumLength;
     bool const fitsHere = fitsIntoEmptyBlock && length + size <= Block::MaximumLength;
-    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(key);
+    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(key.name_);
 }
 
 std::size_t Index::GetUnfrozenSlotWithRoom(std::string const& key, std::uint64_t size)
 {
-    std::size_t const slot = GetSlotWithRoom(key, size);
+    Key found(key);
+    std::size_t const slot = GetSlotWithRoom(found, size);
     if (items_[slot].frozen)
         Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), Source, __LINE__,
                                "void Zyl2Wvf::Index::Put(const std::string&, const void* const&, "

@@ -28,6 +28,20 @@ public:
     static constexpr std::size_t RootEntryCount = 20;
     static constexpr std::size_t IndexBlockEntryCount = 200;
 
+    /// A key that is looked up once, however often it is used. Belongs to the index that it was
+    /// used with first.
+    class Key
+    {
+    public:
+        explicit Key(std::string const& name) : name_(name) {}
+
+    private:
+        friend class Index;
+
+        std::string name_;
+        BlockSizeLimiter* limiter_ = nullptr;
+    };
+
     /// Name of the blocks that hold index entries. Control byte and trailing blank belong to it, in
     /// memory and in the file.
     static char const* const IndexBlockName;
@@ -65,6 +79,14 @@ public:
     template <typename T>
     void Put(std::string const& key, T const& value)
     {
+        Key found(key);
+        Put(found, value);
+    }
+
+    /// The same, for callers that put many small values under one key.
+    template <typename T>
+    void Put(Key& key, T const& value)
+    {
         std::size_t const slot = GetSlotWithRoom(key, EncodedSize(value));
         if (items_[slot].frozen)
             Zyl2::Exception::raise(
@@ -84,7 +106,8 @@ public:
 
     /// Logical offset, in untransformed bytes over all the key's blocks, at which the next `Put`
     /// starts; 0 for an unknown key.
-    std::size_t GetBlockPosition(std::string const& key) const;
+    std::size_t GetBlockPosition(std::string const& key);
+    std::size_t GetBlockPosition(Key& key);
 
     /// Sets the bit of `type` on every block that the key has now; later blocks don't inherit it.
     void AddTransformation(std::string const& name, BlockTransformationType type);
@@ -126,8 +149,11 @@ private:
     class PoolRestorer;
 
     BlockSizeLimiter& GetOrAddLimiter(std::string const& name);
-    std::size_t GetSlotWithRoom(std::string const& key, std::uint64_t size);
+    BlockSizeLimiter* Find(Key& key);
+    std::size_t GetWritingBlockIndex(Key& key);
+    std::size_t GetSlotWithRoom(Key& key, std::uint64_t size);
     std::size_t GetUnfrozenSlotWithRoom(std::string const& key, std::uint64_t size);
+
     void FillPool();
     void TurnLastSpareIntoIndexBlock();
     void AssignSlot(BlockSizeLimiter& limiter, std::size_t slot);

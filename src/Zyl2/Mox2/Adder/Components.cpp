@@ -45,14 +45,15 @@ public:
                              188, BOOST_CURRENT_FUNCTION);
         Component::PathSplitter const names(path, separator_.c_str());
         auto name = names.begin();
-        if (name == names.end())
+        auto const end = names.end();
+        if (name == end)
             return;
         addMergeNode(*name);
         bool const endsInGroup = boost::algorithm::ends_with(path, separator_);
-        for (++name; name != names.end();) {
+        for (++name; name != end;) {
             std::string const current = *name;
             ++name;
-            if (name != names.end() || endsInGroup)
+            if (name != end || endsInGroup)
                 tree_.MoveToOrAddGroup(current);
             else
                 tree_.MoveToOrAddShape(current);

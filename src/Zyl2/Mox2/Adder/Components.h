@@ -23,6 +23,7 @@ public:
     Components(ContainerT const& componentPaths, std::string const& pathSeparator)
         : paths(componentPaths), separator(pathSeparator)
     {}
+    Components(ContainerT const&& componentPaths, std::string const& pathSeparator) = delete;
 
     /// \throws InvalidObjectState "File not open."; "File not opened in write mode"; not without
     ///         paths
@@ -31,7 +32,9 @@ public:
     /// \throws NotYetImplemented a path starts at another root
     void update(Database& database) override;
 
-    ContainerT paths;
+    /// The host's own, which must stay as long as the adder: a copy of millions of paths costs as
+    /// much as half of their nodes.
+    ContainerT const& paths;
     std::string separator;
     /// One for each path; 0 for a path without names.
     IdsT ids;

@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "ContainerReader.h"
+#include "EncodedBlock.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
 #include "support/Environment.h"
@@ -97,9 +98,11 @@ TEST(IndexFile, ACompressedBlockBearsItsFlagAndItsCompressedSize)
         PutBytes(f.GetIndex(), "Plain", "b");
         f.AddBlockTransformation("Key", BlockTransformationType::Compress);
     });
-    EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", 15, 1) + Entry(2, "Plain", 1, 0) +
-                        Support::SpareEntries(3, 20) +
-                        Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09 62"));
+    std::string const block =
+        Support::EncodedBlock(Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"), "aaaaaaaa");
+    auto const size = static_cast<std::uint32_t>(block.size());
+    EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", size, 1) + Entry(2, "Plain", 1, 0) +
+                        Support::SpareEntries(3, 20) + block + "b");
 }
 
 TEST(IndexFile, ABlockThatWasFlushedEarlyIsNotWrittenAgain)
@@ -335,8 +338,9 @@ TEST(IndexFile, ASpareSlotThatIsMarkedForCompressionStillReadsBack)
         f.AddBlockTransformation(Spare, BlockTransformationType::Compress);
     });
     std::vector<ReadSlot> const slots = Support::ReadSlots(file);
-    EXPECT_EQ(slots[1].content, Hex("00 00 00 00 78 9C 03 00 00 00 00 01"));
-    EXPECT_EQ(slots[19].offset, 2801U + 18 * 12);
+    std::string const block = Support::EncodedBlock(Hex("00 00 00 00 78 9C 03 00 00 00 00 01"), "");
+    EXPECT_EQ(slots[1].content, block);
+    EXPECT_EQ(slots[19].offset, 2801U + 18 * block.size());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Bytes.h"
+#include "EncodedBlock.h"
 #include "LogCapture.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -62,6 +63,10 @@ TEST(IndexLog, TheWholeStoryOfAFileIsToldInOrder)
         index.WriteAllBuffersToFileStream(file.GetStream());
         file.CloseFile();
     }
+    std::size_t const size =
+        Support::EncodedBlock(Support::Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"),
+                              "aaaaaaaa")
+            .size();
     std::vector<std::string> const expected =
         std::vector<std::string>{"Flushing frozen blocks ... ",
                                  "Writing buffer 0 to stream.",
@@ -72,10 +77,10 @@ TEST(IndexLog, TheWholeStoryOfAFileIsToldInOrder)
                                  "Writing all buffers to file stream ...",
                                  "Writing buffer 1 to stream.",
                                  "Buffer length: 8",
-                                 "Buffer length after transformations: 15",
+                                 "Buffer length after transformations: " + std::to_string(size),
                                  "Writing buffer at position: 2816",
                                  "Buffer 1 written to stream."} +
-        SpareSlots(2, 19, 2831) +
+        SpareSlots(2, 19, static_cast<int>(2816 + size)) +
         std::vector<std::string>{"All buffers to file stream written.", "Closing file ...",
                                  "File closed.",
                                  "Closing file ..."}; // the destructor finds the file closed
@@ -169,12 +174,14 @@ TEST(IndexLog, AnEmptyBlockThatIsCompressedHasOnlyALengthAfterwards)
     Index index(12);
     index.AddBlock("Key");
     index.AddTransformation("Key", BlockTransformationType::Compress);
+    std::size_t const size =
+        Support::EncodedBlock(Support::Hex("00 00 00 00 78 9C 03 00 00 00 00 01"), "").size();
     LogCapture log;
     index.WriteBufferToFileStream(0, stream.get());
-    EXPECT_EQ(log.Texts(), (std::vector<std::string>{"Writing buffer 0 to stream.",
-                                                     "Buffer length after transformations: 12",
-                                                     "Writing buffer at position: 2800",
-                                                     "Buffer 0 written to stream."}));
+    EXPECT_EQ(log.Texts(), (std::vector<std::string>{
+                               "Writing buffer 0 to stream.",
+                               "Buffer length after transformations: " + std::to_string(size),
+                               "Writing buffer at position: 2800", "Buffer 0 written to stream."}));
 }
 
 TEST(IndexLog, AFailedSaveEndsWithoutTheLastRecord)

@@ -1,6 +1,7 @@
 #include "Zyl2/Wvf/Index.h"
 #include "Bytes.h"
 #include "ContainerReader.h"
+#include "EncodedBlock.h"
 #include "FailingAllocation.h"
 #include "TemporaryFile.h"
 #include "support/Environment.h"
@@ -762,8 +763,9 @@ TEST(Index, ABlockThatCannotBeCompressedForLackOfMemoryCanBeSavedLater)
         EXPECT_EQ(Content(index.GetBlock(0)), "aaaaaaaa");
         index.WriteAllBuffersToFileStream(stream.get());
         stream.reset();
-        EXPECT_EQ(Support::ReadSlots(Support::ReadFile(folder.File("a")))[0].content,
-                  Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"));
+        EXPECT_EQ(
+            Support::ReadSlots(Support::ReadFile(folder.File("a")))[0].content,
+            Support::EncodedBlock(Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"), "aaaaaaaa"));
         return;
     }
     FAIL() << "no allocation of the compressor was met";

@@ -1,21 +1,21 @@
 #!/usr/bin/env bash
 # Installs the library into a clean prefix and builds and runs the hosts in project/ against it.
 #
-#   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR
+#   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR ENCODER
 set -euo pipefail
 
-source=$1 work=$2 kind=$3 config=$4 compiler=$5 generator=$6
+source=$1 work=$2 kind=$3 config=$4 compiler=$5 generator=$6 encoder=$7
 case $kind in
     shared) shared=ON ;;
     static) shared=OFF ;;
 esac
-library=$work/library-$kind-$config
-prefix=$work/prefix-$kind-$config
-host=$work/host-$kind-$config-$compiler
+library=$work/library-$kind-$config-$encoder
+prefix=$work/prefix-$kind-$config-$encoder
+host=$work/host-$kind-$config-$compiler-$encoder
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF
+    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_DEFLATE="$encoder"
 cmake --build "$library"
 rm -rf "$prefix" "$host"
 cmake --install "$library" --prefix "$prefix"

@@ -10,6 +10,7 @@
 
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Wvf/Block.h"
+#include "Zyl2/Wvf/FastDeflate.h"
 
 #include <zlib.h>
 
@@ -17,6 +18,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 namespace Zyl2Wvf {
 
@@ -35,6 +37,22 @@ std::size_t CompressionBound(std::uint32_t length)
     return static_cast<std::size_t>(static_cast<float>(length) * 1.2F) + 12;
 }
 
+/// One zlib stream, by the encoder that was built in or else by zlib.
+/// \return its bytes; nothing when it can't be made
+std::optional<std::size_t> Deflate(Block const& block, unsigned char* destination,
+                                   std::size_t capacity, int level)
+{
+    unsigned char const nothing = 0;
+    std::uint32_t const length = block.GetLength();
+    unsigned char const* const source = length == 0 ? &nothing : block.GetData();
+    if (auto const written = FastDeflate(source, length, destination, capacity, level))
+        return written;
+    uLongf written = capacity;
+    if (compress2(destination, &written, source, length, level) != Z_OK)
+        return std::nullopt;
+    return written;
+}
+
 } // namespace
 
 void BlockZlibCompressor::operator()(Block& block)
@@ -46,18 +64,17 @@ void BlockZlibCompressor::operator()(Block& block)
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
 
-    uLongf compressed = capacity - PrefixLength;
-    unsigned char const nothing = 0;
-    unsigned char const* const source = length == 0 ? &nothing : block.GetData();
-    if (compress2(buffer.get() + PrefixLength, &compressed, source, length, level_) != Z_OK) {
+    auto const compressed =
+        Deflate(block, buffer.get() + PrefixLength, capacity - PrefixLength, level_);
+    if (!compressed) {
         block.Reset();
         return;
     }
-    if (PrefixLength + compressed > Block::MaximumLength)
+    if (PrefixLength + *compressed > Block::MaximumLength)
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
     std::memcpy(buffer.get(), &length, PrefixLength);
-    block.Adopt(buffer.release(), capacity, static_cast<std::uint32_t>(PrefixLength + compressed));
+    block.Adopt(buffer.release(), capacity, static_cast<std::uint32_t>(PrefixLength + *compressed));
 }
 
 } // namespace Zyl2Wvf

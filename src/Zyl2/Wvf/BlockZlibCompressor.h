@@ -5,7 +5,8 @@
 
 namespace Zyl2Wvf {
 
-/// Compresses a block into its length and one zlib stream.
+/// Compresses a block into its length and one zlib stream. Another encoder than zlib may have been
+/// built in; the stream is one that any inflate reads all the same.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never deleted through its base
 class BlockZlibCompressor final : public BlockTransformation
 {
@@ -13,7 +14,7 @@ public:
     /// \param level zlib's compression level; blocks are saved with 6
     explicit BlockZlibCompressor(int level) : level_(level) {}
 
-    /// Compresses the block; a block that zlib can't compress is left empty.
+    /// Compresses the block; a block that can't be compressed is left empty.
     /// \throws MemoryAllocationException no buffer, or the compressed block would be too long; the
     ///         block is unchanged
     void operator()(Block& block) override;

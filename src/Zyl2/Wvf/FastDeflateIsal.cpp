@@ -1,0 +1,65 @@
+#include "Zyl2/Wvf/FastDeflate.h"
+
+#include <isa-l/igzip_lib.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+namespace Zyl2Wvf {
+
+namespace {
+
+struct Free
+{
+    void operator()(unsigned char* buffer) const noexcept { std::free(buffer); }
+};
+
+using Workspace = std::unique_ptr<unsigned char, Free>;
+
+/// The fastest level that looks for matches with tables made for the data.
+constexpr std::uint32_t Level = 1;
+constexpr std::uint32_t WorkspaceSize = ISAL_DEF_LVL1_DEFAULT;
+
+/// The encoder counts its bytes in 32 bits.
+std::uint32_t Limited(std::size_t count)
+{
+    return static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
+}
+
+} // namespace
+
+char const* DeflateEncoderName() noexcept
+{
+    return "isal";
+}
+
+std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t length,
+                                       unsigned char* destination, std::size_t capacity,
+                                       int level) noexcept
+{
+    // Stored streams and invalid levels are zlib's.
+    if (level < 1 || level > 9 || length > UINT32_MAX)
+        return std::nullopt;
+    Workspace const workspace(static_cast<unsigned char*>(std::malloc(WorkspaceSize)));
+    if (workspace == nullptr)
+        return std::nullopt;
+    isal_zstream stream;
+    isal_deflate_stateless_init(&stream);
+    stream.level = Level;
+    stream.level_buf = workspace.get();
+    stream.level_buf_size = WorkspaceSize;
+    stream.gzip_flag = IGZIP_ZLIB;
+    stream.end_of_stream = 1;
+    // It reads through a pointer that its header declares as one to write through.
+    stream.next_in = const_cast<unsigned char*>(source);
+    stream.avail_in = static_cast<std::uint32_t>(length);
+    stream.next_out = destination;
+    stream.avail_out = Limited(capacity);
+    if (isal_deflate_stateless(&stream) != COMP_OK || stream.avail_in != 0)
+        return std::nullopt;
+    return static_cast<std::size_t>(stream.next_out - destination);
+}
+
+} // namespace Zyl2Wvf

@@ -1,0 +1,48 @@
+#include "Zyl2/Wvf/FastDeflate.h"
+
+#include <libdeflate.h>
+
+#include <memory>
+
+namespace Zyl2Wvf {
+
+namespace {
+
+struct FreeCompressor
+{
+    void operator()(libdeflate_compressor* compressor) const noexcept
+    {
+        libdeflate_free_compressor(compressor);
+    }
+};
+
+/// On shuffled datasets a level makes streams as small as zlib's next higher one.
+int EquivalentLevel(int level)
+{
+    return level > 1 ? level - 1 : level;
+}
+
+} // namespace
+
+char const* DeflateEncoderName() noexcept
+{
+    return "libdeflate";
+}
+
+std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t length,
+                                       unsigned char* destination, std::size_t capacity,
+                                       int level) noexcept
+{
+    // Other levels are zlib's to judge: libdeflate knows some that zlib refuses.
+    if (level < 1 || level > 9)
+        return std::nullopt;
+    std::unique_ptr<libdeflate_compressor, FreeCompressor> const compressor(
+        libdeflate_alloc_compressor(EquivalentLevel(level)));
+    if (compressor == nullptr)
+        return std::nullopt;
+    std::size_t const written =
+        libdeflate_zlib_compress(compressor.get(), source, length, destination, capacity);
+    return written == 0 ? std::nullopt : std::optional<std::size_t>(written);
+}
+
+} // namespace Zyl2Wvf

@@ -1,8 +1,8 @@
 #include "integration/BlockSizeSetting.h"
 #include "integration/MirroredModel.h"
+#include "integration/WritingRecord.h"
 
 #include "container/TemporaryFile.h"
-#include "moxread/Container.h"
 #include "moxread/Model.h"
 
 #include <gtest/gtest.h>
@@ -14,12 +14,6 @@ namespace Integration {
 namespace {
 
 using Zyl2::Mox2::DatasetType;
-
-constexpr char const* writingRecordKey = "Global Information";
-constexpr std::size_t entriesStart = 20;
-constexpr std::size_t entryLength = 139;
-constexpr std::size_t sizeOffset = 133;
-constexpr std::size_t sizeLength = 4;
 
 /// The time zone's name is part of the time stamp.
 class TimeZone
@@ -53,16 +47,6 @@ std::string write(std::string const& path, char const* zone)
     return Support::ReadFile(path);
 }
 
-/// The bytes without the writing record's block and without its size in the index.
-std::string withoutWritingRecord(std::string bytes, std::string const& path)
-{
-    for (MoxRead::Slot const& slot : MoxRead::Container(path).slotsOf(writingRecordKey)) {
-        bytes.erase(slot.position, slot.size);
-        bytes.erase(entriesStart + slot.number * entryLength + sizeOffset, sizeLength);
-    }
-    return bytes;
-}
-
 } // namespace
 
 TEST(DeterminismTest, TheSameCallsGiveTheSameBytesButForTheWritingRecord)
@@ -74,7 +58,7 @@ TEST(DeterminismTest, TheSameCallsGiveTheSameBytesButForTheWritingRecord)
     std::string const first = write(firstPath, "AAA0");
     std::string const second = write(secondPath, "LONGERNAME-7");
     EXPECT_TRUE(first != second);
-    EXPECT_TRUE(withoutWritingRecord(first, firstPath) == withoutWritingRecord(second, secondPath));
+    EXPECT_TRUE(bytesWithoutWritingRecord(firstPath) == bytesWithoutWritingRecord(secondPath));
 }
 
 TEST(DeterminismTest, TheTimeStampIsThatOfTheZoneInWhichTheFileIsClosed)

@@ -28,6 +28,12 @@ namespace Zyl2 {
 /// // ... write models ...
 /// Zyl2::Log::setActiveLogSystem(previous);
 /// \endcode
+///
+/// There is one active log system for the whole process, and the thread that drives a model calls
+/// it from within the model's calls. Where different models are driven by different threads, a log
+/// system is called by several threads at the same time: it has to lock whatever the calls share.
+/// Each call brings one whole record, and the records of one thread come in their order. The
+/// library holds no lock meanwhile.
 namespace Log {
 
 namespace Severity {
@@ -76,8 +82,8 @@ class ZYL2_EXPORT LogSystem
 public:
     virtual ~LogSystem();
 
-    /// Takes one finished record. The library always calls this form; the receiver recovers the
-    /// `Record<char>` with `dynamic_cast`.
+    /// Takes one finished record, maybe while other threads hand over theirs. The library always
+    /// calls this form; the receiver recovers the `Record<char>` with `dynamic_cast`.
     /// \param text the record; gone after the call
     virtual void operator+=(std::ostream const& text);
 
@@ -90,8 +96,11 @@ public:
 /// \return the active one
 ZYL2_EXPORT LogSystem& activeLogSystem();
 
-/// Sends all further records of this process to `logSystem`.
-/// \param logSystem not owned, must live until another one is set; null restores the silent one
+/// Sends all further records of this process to `logSystem`. A record that another thread is just
+/// handing over still goes to the one that was active before.
+/// \param logSystem not owned, must live until another one is set and no thread is in a call of it
+///                  any more, say because the threads that drive models were joined; null restores
+///                  the silent one
 /// \return the one that was active before; never null
 ZYL2_EXPORT LogSystem* setActiveLogSystem(LogSystem* logSystem);
 

@@ -83,8 +83,14 @@ struct IfArrayProperty
 /// \endcode
 ///
 /// All failures are exceptions of `Zyl2::Exception`; work already done when a later step of a call
-/// fails is not undone. A model is used from one thread at a time, and two models must not be
-/// driven from two threads at once.
+/// fails is not undone.
+///
+/// One model belongs to one thread at a time; different models may be driven by different threads
+/// at the same time. This is the way to use several cores: the library starts no threads itself,
+/// and takes no locks. A model, or an exception, may be handed from one thread to another, but the
+/// two must not use it at once. Values, attributes, properties and steps that nobody changes may be
+/// given to several models at once. The environment (`setenv`, `putenv`) must not change meanwhile:
+/// the time zone and the block size are read from it.
 class ZYL2_EXPORT Model
 {
 public:

@@ -54,7 +54,8 @@ struct Tree::RecordKeys
 
 Tree::Tree()
 {
-    // Every run of a host is repeatable once it writes a model.
+    // Every run of a host is repeatable once it writes a model. From several threads this is
+    // harmless: the C library guards its generator, and nothing here draws from it.
     std::srand(0);
 }
 

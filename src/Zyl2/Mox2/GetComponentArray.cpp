@@ -12,7 +12,7 @@ ComponentArray const& getComponentArray(Array1d<unsigned int> const& given)
 template <>
 ComponentArray const& getComponentArray(unsigned int const& given)
 {
-    static ComponentArray single(1);
+    thread_local ComponentArray single(1);
     single(0) = given;
     return single;
 }

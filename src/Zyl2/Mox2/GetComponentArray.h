@@ -16,7 +16,7 @@ ComponentArray const& getComponentArray(ComponentT const& given);
 template <>
 ComponentArray const& getComponentArray(Array1d<unsigned int> const& given);
 
-/// One array that serves all single ids: consume it before the next call.
+/// One array of each thread serves all its single ids: consume it before the next call.
 template <>
 ComponentArray const& getComponentArray(unsigned int const& given);
 

@@ -12,7 +12,7 @@ std::vector<StepData> const& getStepList(StepList const& given)
 template <>
 std::vector<StepData> const& getStepList(Step const& given)
 {
-    static std::vector<StepData> single(1);
+    thread_local std::vector<StepData> single(1);
     single.front() = StepData{given.name, given.attributes.map()};
     return single;
 }

@@ -18,7 +18,7 @@ std::vector<StepData> const& getStepList(StepT const& given);
 template <>
 std::vector<StepData> const& getStepList(StepList const& given);
 
-/// One list that serves all single steps: consume it before the next call.
+/// One list of each thread serves all its single steps: consume it before the next call.
 template <>
 std::vector<StepData> const& getStepList(Step const& given);
 

@@ -45,7 +45,7 @@ void addDataset(Database& database, DatasetOf<ArrayT> const& dataset, ComponentT
 {
     Adder::ArrayPropertyOf<ArrayT> adder;
     adder.dataset = dataset;
-    // Single ids and steps come through storage that the next conversion overwrites.
+    // Single ids and steps come through storage that this thread's next conversion overwrites.
     adder.components = getComponentArray(components);
     adder.steps = getStepList(steps);
     adder.update(database);

@@ -15,7 +15,9 @@ namespace Zyl2Wvf {
 namespace {
 
 /// Bytes that a block grows by at least. A step read from the environment when a block grew stays
-/// in force for the whole process, even when the variable goes away again.
+/// in force for the whole process, even when the variable goes away again. It decides how much
+/// memory is asked for, not what is written, so threads need not agree on the moment from which on
+/// it is in force.
 std::atomic<std::uint32_t> growthStep(10485760U);
 
 std::uint32_t CurrentGrowthStep()

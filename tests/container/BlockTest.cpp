@@ -27,11 +27,12 @@ using Zyl2::Exception::OutOfBounds;
 
 constexpr std::uint32_t NearlyFull = 4294967290U;
 
-/// A block that believes in nearly 4 GiB of content. Only a few bytes are there, so a write that is
-/// not refused hits memory that does not belong to it.
+/// A block that believes in nearly 4 GiB of content: pages that nobody touches take no memory.
 void PretendNearlyFull(Block& block)
 {
-    block.Adopt(std::malloc(16), 4294967295U, NearlyFull);
+    Zyl2Util::Buffer buffer;
+    ASSERT_TRUE(buffer.Grow(4294967295U));
+    block.Adopt(std::move(buffer), NearlyFull);
 }
 
 TEST(Block, IsEmptyWithoutABufferWhenItIsNew)

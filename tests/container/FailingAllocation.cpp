@@ -1,5 +1,7 @@
 #include "FailingAllocation.h"
 
+#include <sys/mman.h>
+
 #include <cstdlib>
 #include <new>
 
@@ -23,8 +25,14 @@ bool MustFail()
 extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_realloc(void* buffer, std::size_t size);
+void* __real_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset);
+void* __real_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags, ...);
 void* __wrap_malloc(std::size_t size);
 void* __wrap_realloc(void* buffer, std::size_t size);
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset);
+void* __wrap_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags);
 
 void* __wrap_malloc(std::size_t size)
 {
@@ -34,6 +42,17 @@ void* __wrap_malloc(std::size_t size)
 void* __wrap_realloc(void* buffer, std::size_t size)
 {
     return MustFail() ? nullptr : __real_realloc(buffer, size);
+}
+
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset)
+{
+    return MustFail() ? MAP_FAILED : __real_mmap(address, size, protection, flags, file, offset);
+}
+
+void* __wrap_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags)
+{
+    return MustFail() ? MAP_FAILED : __real_mremap(buffer, oldSize, size, flags);
 }
 }
 

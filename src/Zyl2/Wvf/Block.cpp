@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -36,30 +35,23 @@ std::uint32_t CurrentGrowthStep()
 } // namespace
 
 Block::Block(Block&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), capacity_(std::exchange(other.capacity_, 0U)),
-      length_(std::exchange(other.length_, 0U)), position_(std::exchange(other.position_, 0U))
+    : buffer_(std::move(other.buffer_)), length_(std::exchange(other.length_, 0U)),
+      position_(std::exchange(other.position_, 0U))
 {}
 
 Block& Block::operator=(Block&& other) noexcept
 {
-    Block taken(std::move(other));
-    std::swap(data_, taken.data_);
-    std::swap(capacity_, taken.capacity_);
-    std::swap(length_, taken.length_);
-    std::swap(position_, taken.position_);
+    buffer_ = std::move(other.buffer_);
+    length_ = std::exchange(other.length_, 0U);
+    position_ = std::exchange(other.position_, 0U);
     return *this;
-}
-
-Block::~Block()
-{
-    std::free(data_);
 }
 
 void Block::FillAt(void const* const& source, unsigned int const& count, unsigned int& at)
 {
     CheckFreeSpaceAndAllocateMemory(count, at);
     if (count != 0)
-        std::memcpy(data_ + at, source, count);
+        std::memcpy(buffer_.GetData() + at, source, count);
     at += count;
 }
 
@@ -73,17 +65,8 @@ void Block::SetPosition(PositionType const& position)
 
 void Block::AllocateAdditionalMemory(std::size_t const& count)
 {
-    if (count > SIZE_MAX - capacity_)
+    if (count > SIZE_MAX - buffer_.GetSize() || !buffer_.Grow(buffer_.GetSize() + count))
         RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
-    std::size_t const capacity = capacity_ + count;
-    // realloc may release the buffer when asked for nothing.
-    if (capacity == 0)
-        return;
-    void* const grown = std::realloc(data_, capacity);
-    if (grown == nullptr)
-        RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
-    data_ = static_cast<unsigned char*>(grown);
-    capacity_ = capacity;
 }
 
 void Block::Write(std::FILE* stream, bool withLength) const
@@ -91,7 +74,7 @@ void Block::Write(std::FILE* stream, bool withLength) const
     if (withLength)
         std::fwrite(&length_, sizeof length_, 1, stream);
     if (length_ != 0)
-        std::fwrite(data_, 1, length_, stream);
+        std::fwrite(buffer_.GetData(), 1, length_, stream);
     // The stream's error flag is sticky, so that a write that failed earlier shows here too.
     if (std::ferror(stream) != 0 || std::feof(stream) != 0)
         Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
@@ -100,14 +83,12 @@ void Block::Write(std::FILE* stream, bool withLength) const
 
 void Block::Reset() noexcept
 {
-    Adopt(nullptr, 0, 0);
+    Adopt(Zyl2Util::Buffer(), 0);
 }
 
-void Block::Adopt(void* buffer, std::size_t capacity, std::uint32_t length) noexcept
+void Block::Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept
 {
-    std::free(data_);
-    data_ = static_cast<unsigned char*>(buffer);
-    capacity_ = capacity;
+    buffer_ = std::move(buffer);
     length_ = length;
     position_ = length;
 }
@@ -118,7 +99,10 @@ void Block::Grow(std::uint64_t count, std::uint64_t at)
     std::uint64_t const step = CurrentGrowthStep();
     if (count > MaximumLength - at)
         RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
-    AllocateAdditionalMemory(std::max({count, step, at + count - capacity_}));
+    AllocateAdditionalMemory(std::max({count, step, at + count - buffer_.GetSize()}));
+    // Judged by what is in use: most blocks of small models stay small, whatever their capacity.
+    if (at + count >= Zyl2Util::Buffer::LargeSize)
+        buffer_.PreferHugePages();
 }
 
 } // namespace Zyl2Wvf

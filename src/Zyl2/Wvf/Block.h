@@ -1,6 +1,8 @@
 #ifndef ZYL2_WVF_BLOCK_H
 #define ZYL2_WVF_BLOCK_H
 
+#include "Zyl2/Util/Buffer.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +14,7 @@ namespace Zyl2Wvf {
 /// Growable byte buffer that collects one block of the container file until it is saved.
 ///
 /// Bytes are written at a cursor; the length is the high-water mark of what was written, and is
-/// what is saved. The buffer belongs to the `malloc` family so that it can grow in place.
+/// what is saved.
 class Block
 {
 public:
@@ -26,7 +28,7 @@ public:
     Block& operator=(Block&& other) noexcept;
     Block(Block const&) = delete;
     Block& operator=(Block const&) = delete;
-    ~Block();
+    ~Block() = default;
 
     /// Copies `count` bytes to offset `at`, growing first if needed, and advances `at`.
     /// \throws MemoryAllocationException the buffer can't grow, or would pass `MaximumLength`; the
@@ -48,7 +50,7 @@ public:
     unsigned char* Extend(std::size_t count)
     {
         CheckFreeSpaceAndAllocateMemory(count, position_);
-        unsigned char* const place = data_ + position_;
+        unsigned char* const place = buffer_.GetData() + position_;
         position_ += static_cast<PositionType>(count);
         length_ = std::max(length_, position_);
         return place;
@@ -69,11 +71,12 @@ public:
     /// Releases the buffer; the block is empty again.
     void Reset() noexcept;
 
-    /// Takes a buffer of the `malloc` family over, in place of its own. The cursor goes to the end.
-    void Adopt(void* buffer, std::size_t capacity, std::uint32_t length) noexcept;
+    /// Takes a buffer over in place of its own; `length` bytes of it are the content. The cursor
+    /// goes to the end.
+    void Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept;
 
-    unsigned char const* GetData() const noexcept { return data_; }
-    std::uint64_t GetCapacity() const noexcept { return capacity_; }
+    unsigned char const* GetData() const noexcept { return buffer_.GetData(); }
+    std::uint64_t GetCapacity() const noexcept { return buffer_.GetSize(); }
     std::uint32_t GetLength() const noexcept { return length_; }
     PositionType GetPosition() const noexcept { return position_; }
 
@@ -81,13 +84,12 @@ private:
     void CheckFreeSpaceAndAllocateMemory(std::uint64_t count, std::uint64_t at)
     {
         // A buffer that would be filled to its last byte grows too.
-        if (count > MaximumLength - at || at + count >= capacity_)
+        if (count > MaximumLength - at || at + count >= buffer_.GetSize())
             Grow(count, at);
     }
     void Grow(std::uint64_t count, std::uint64_t at);
 
-    unsigned char* data_ = nullptr;
-    std::uint64_t capacity_ = 0;
+    Zyl2Util::Buffer buffer_;
     std::uint32_t length_ = 0;
     PositionType position_ = 0;
 };

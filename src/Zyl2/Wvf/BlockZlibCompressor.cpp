@@ -9,25 +9,20 @@
 #include "Zyl2/Wvf/BlockZlibCompressor.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Util/Buffer.h"
 #include "Zyl2/Wvf/Block.h"
 #include "Zyl2/Wvf/FastDeflate.h"
 
 #include <zlib.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <optional>
+#include <utility>
 
 namespace Zyl2Wvf {
 
 namespace {
-
-struct Free
-{
-    void operator()(void* buffer) const noexcept { std::free(buffer); }
-};
 
 constexpr std::size_t PrefixLength = sizeof(std::uint32_t);
 
@@ -59,13 +54,15 @@ void BlockZlibCompressor::operator()(Block& block)
 {
     std::uint32_t const length = block.GetLength();
     std::size_t const capacity = PrefixLength + CompressionBound(length);
-    std::unique_ptr<unsigned char, Free> buffer(static_cast<unsigned char*>(std::malloc(capacity)));
-    if (buffer == nullptr)
+    Zyl2Util::Buffer buffer;
+    if (!buffer.Grow(capacity))
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
+    if (length >= Zyl2Util::Buffer::LargeSize)
+        buffer.PreferHugePages();
 
     auto const compressed =
-        Deflate(block, buffer.get() + PrefixLength, capacity - PrefixLength, level_);
+        Deflate(block, buffer.GetData() + PrefixLength, capacity - PrefixLength, level_);
     if (!compressed) {
         block.Reset();
         return;
@@ -73,8 +70,8 @@ void BlockZlibCompressor::operator()(Block& block)
     if (PrefixLength + *compressed > Block::MaximumLength)
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
-    std::memcpy(buffer.get(), &length, PrefixLength);
-    block.Adopt(buffer.release(), capacity, static_cast<std::uint32_t>(PrefixLength + *compressed));
+    std::memcpy(buffer.GetData(), &length, PrefixLength);
+    block.Adopt(std::move(buffer), static_cast<std::uint32_t>(PrefixLength + *compressed));
 }
 
 } // namespace Zyl2Wvf

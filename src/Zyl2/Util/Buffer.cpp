@@ -1,0 +1,96 @@
+#include "Zyl2/Util/Buffer.h"
+
+#include <sys/mman.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace Zyl2Util {
+
+namespace {
+
+unsigned char* Map(std::size_t size) noexcept
+{
+    void* const pages =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
+}
+
+/// Null without memory; the old pages stay then.
+unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
+{
+#ifdef MREMAP_MAYMOVE
+    void* const pages = mremap(data, oldSize, size, MREMAP_MAYMOVE);
+    return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
+#else
+    unsigned char* const pages = Map(size);
+    if (pages != nullptr) {
+        std::memcpy(pages, data, oldSize);
+        munmap(data, oldSize);
+    }
+    return pages;
+#endif
+}
+
+/// From a small buffer to a mapped one.
+unsigned char* MoveToPages(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
+{
+    unsigned char* const pages = Map(size);
+    if (pages == nullptr)
+        return nullptr;
+    if (oldSize != 0)
+        std::memcpy(pages, data, oldSize);
+    std::free(data);
+    return pages;
+}
+
+} // namespace
+
+Buffer::Buffer(Buffer&& other) noexcept
+    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0U))
+{}
+
+Buffer& Buffer::operator=(Buffer&& other) noexcept
+{
+    Buffer taken(std::move(other));
+    std::swap(data_, taken.data_);
+    std::swap(size_, taken.size_);
+    return *this;
+}
+
+Buffer::~Buffer()
+{
+    if (IsMapped())
+        munmap(data_, size_);
+    else
+        std::free(data_);
+}
+
+bool Buffer::Grow(std::size_t size) noexcept
+{
+    // realloc may release the buffer when asked for nothing.
+    if (size <= size_)
+        return true;
+    unsigned char* grown = nullptr;
+    if (size < LargeSize)
+        grown = static_cast<unsigned char*>(std::realloc(data_, size));
+    else
+        grown = IsMapped() ? Remap(data_, size_, size) : MoveToPages(data_, size_, size);
+    if (grown == nullptr)
+        return false;
+    data_ = grown;
+    size_ = size;
+    return true;
+}
+
+void Buffer::PreferHugePages() noexcept
+{
+#ifdef MADV_HUGEPAGE
+    // It is advice: where it is not taken, the pages are small.
+    if (IsMapped())
+        static_cast<void>(madvise(data_, size_, MADV_HUGEPAGE));
+#endif
+}
+
+} // namespace Zyl2Util

@@ -1,0 +1,123 @@
+#include "Zyl2/Util/Buffer.h"
+#include "FailingAllocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+using Zyl2Util::Buffer;
+
+/// A value for each place that tells it from its neighbours.
+unsigned char Mark(std::size_t place)
+{
+    return static_cast<unsigned char>(place * 2654435761U >> 13U);
+}
+
+void FillFrom(Buffer& buffer, std::size_t first)
+{
+    for (std::size_t place = first; place < buffer.GetSize(); ++place)
+        buffer.GetData()[place] = Mark(place);
+}
+
+std::size_t CountMarks(Buffer const& buffer, std::size_t size)
+{
+    std::size_t count = 0;
+    for (std::size_t place = 0; place < size; ++place)
+        count += buffer.GetData()[place] == Mark(place) ? 1U : 0U;
+    return count;
+}
+
+TEST(Buffer, HasNothingWhenItIsNew)
+{
+    Buffer const buffer;
+    EXPECT_EQ(buffer.GetData(), nullptr);
+    EXPECT_EQ(buffer.GetSize(), 0U);
+}
+
+TEST(Buffer, KeepsItsContentWhileItGrowsFromSmallToLarge)
+{
+    Buffer buffer;
+    std::size_t filled = 0;
+    for (std::size_t const size : {std::size_t(1), std::size_t(100), std::size_t(5000),
+                                   Buffer::LargeSize - 1, Buffer::LargeSize, Buffer::LargeSize + 1,
+                                   3 * Buffer::LargeSize + 4097, 20 * Buffer::LargeSize}) {
+        ASSERT_TRUE(buffer.Grow(size));
+        ASSERT_EQ(buffer.GetSize(), size);
+        EXPECT_EQ(CountMarks(buffer, filled), filled) << size;
+        buffer.PreferHugePages();
+        FillFrom(buffer, filled);
+        filled = size;
+    }
+    EXPECT_EQ(CountMarks(buffer, filled), filled);
+}
+
+TEST(Buffer, DoesNotShrink)
+{
+    Buffer buffer;
+    ASSERT_TRUE(buffer.Grow(10));
+    FillFrom(buffer, 0);
+    EXPECT_TRUE(buffer.Grow(0));
+    EXPECT_TRUE(buffer.Grow(9));
+    EXPECT_EQ(buffer.GetSize(), 10U);
+    EXPECT_EQ(CountMarks(buffer, 10), 10U);
+}
+
+TEST(Buffer, AskedForNothingItStaysWithoutData)
+{
+    Buffer buffer;
+    EXPECT_TRUE(buffer.Grow(0));
+    EXPECT_EQ(buffer.GetData(), nullptr);
+}
+
+TEST(Buffer, WithoutMemoryNothingChanges)
+{
+    for (std::size_t const size :
+         {std::size_t(10), Buffer::LargeSize - 1, Buffer::LargeSize, 2 * Buffer::LargeSize}) {
+        Buffer buffer;
+        ASSERT_TRUE(buffer.Grow(size));
+        FillFrom(buffer, 0);
+        unsigned char const* const data = buffer.GetData();
+        {
+            Support::FailingAllocation const failing(0);
+            EXPECT_FALSE(buffer.Grow(size + 1));
+            EXPECT_TRUE(failing.HasFailed());
+        }
+        EXPECT_EQ(buffer.GetData(), data);
+        EXPECT_EQ(buffer.GetSize(), size);
+        EXPECT_EQ(CountMarks(buffer, size), size);
+    }
+}
+
+TEST(Buffer, MoreThanTheAddressSpaceIsRefused)
+{
+    Buffer buffer;
+    EXPECT_FALSE(buffer.Grow(SIZE_MAX));
+    ASSERT_TRUE(buffer.Grow(Buffer::LargeSize));
+    EXPECT_FALSE(buffer.Grow(SIZE_MAX));
+    EXPECT_EQ(buffer.GetSize(), Buffer::LargeSize);
+}
+
+TEST(Buffer, MovesLeaveNothingBehind)
+{
+    for (std::size_t const size : {std::size_t(10), Buffer::LargeSize}) {
+        Buffer first;
+        ASSERT_TRUE(first.Grow(size));
+        FillFrom(first, 0);
+        unsigned char const* const data = first.GetData();
+        Buffer second(std::move(first));
+        EXPECT_EQ(second.GetData(), data);
+        EXPECT_EQ(first.GetSize(), 0U); // NOLINT: what a move leaves is the question
+        Buffer third;
+        ASSERT_TRUE(third.Grow(20));
+        third = std::move(second);
+        EXPECT_EQ(third.GetData(), data);
+        EXPECT_EQ(CountMarks(third, size), size);
+        EXPECT_EQ(second.GetData(), nullptr); // NOLINT: the same
+    }
+}
+
+} // namespace

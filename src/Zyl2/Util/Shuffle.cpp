@@ -1,35 +1,25 @@
 #include "Zyl2/Util/Shuffle.h"
+#include "Zyl2/Util/ShuffleKernels.h"
 
 namespace Zyl2Util {
 
 namespace {
 
-constexpr std::size_t ValueSize = 4;
-
-void ShuffleColumn(unsigned char const* firstValue, std::size_t rows, std::size_t stride,
-                   unsigned char* planes)
+ShuffleFunction* FastestShuffle()
 {
-    unsigned char* const plane0 = planes;
-    unsigned char* const plane1 = planes + rows;
-    unsigned char* const plane2 = planes + rows * 2;
-    unsigned char* const plane3 = planes + rows * 3;
-    for (std::size_t row = 0; row < rows; ++row, firstValue += stride) {
-        plane0[row] = firstValue[0];
-        plane1[row] = firstValue[1];
-        plane2[row] = firstValue[2];
-        plane3[row] = firstValue[3];
-    }
+#if defined(__x86_64__)
+    return CpuHasAvx2() ? ShuffleAvx2 : ShuffleSse2;
+#else
+    return ShufflePortable;
+#endif
 }
 
 } // namespace
 
 void ShuffleColumns(void const* values, std::size_t rows, std::size_t width, void* destination)
 {
-    auto const* const source = static_cast<unsigned char const*>(values);
-    auto* const target = static_cast<unsigned char*>(destination);
-    for (std::size_t column = 0; column < width; ++column)
-        ShuffleColumn(source + column * ValueSize, rows, width * ValueSize,
-                      target + column * rows * ValueSize);
+    static ShuffleFunction* const shuffle = FastestShuffle();
+    shuffle(values, rows, width, destination);
 }
 
 template <typename T>
@@ -41,7 +31,7 @@ void ShuffleVectorBytes(std::vector<T>& values)
 template <typename T>
 void ShuffleMultiVectorBytes(std::vector<T>& values, unsigned char width)
 {
-    static_assert(sizeof(T) == ValueSize, "planes are made of 4-byte values");
+    static_assert(sizeof(T) == 4, "planes are made of 4-byte values");
     if (width == 0)
         return;
     std::vector<T> const source(values);

@@ -1,0 +1,118 @@
+// The workloads by HDF5: a group for each component and step, a dataset for each array.
+
+#include "Arguments.h"
+#include "HdfFile.h"
+#include "HostData.h"
+#include "Measurement.h"
+
+using namespace Bench;
+
+namespace {
+
+void writeMesh(hid_t parent, Mesh const& mesh)
+{
+    constexpr auto storage = HdfStorage::Compressed;
+    writeHdfDataset(parent, "Coordinates", mesh.coordinates, 3, storage);
+    writeHdfDataset(parent, "Connectivity", mesh.connectivity, 8, storage);
+    writeHdfDataset(parent, "Polylength", mesh.nodesPerCell, 1, storage);
+    writeHdfDataset(parent, "Node Ids", mesh.nodeIds, 1, storage);
+    writeHdfDataset(parent, "Element IDs", mesh.cellIds, 1, storage);
+}
+
+void writeStep(hid_t parent, StepFields const& step)
+{
+    HdfObject const group = createHdfGroup(parent, step.name);
+    writeHdfDataset(group.id(), "Displacement", step.displacement, 3, HdfStorage::Compressed);
+    writeHdfDataset(group.id(), "Stress", step.stress, 6, HdfStorage::Compressed);
+}
+
+void writeResult(std::string const& path, TransientResult const& result)
+{
+    HdfObject file = createHdfFile(path);
+    writeMesh(file.id(), result.mesh);
+    for (StepFields const& step : result.steps)
+        writeStep(file.id(), step);
+    file.close();
+}
+
+void writeTransient(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    TransientResult const result =
+        transientResult(arguments.number("edge"), arguments.number("steps"));
+    measureWriting(folder, result.bytes(), [&] { writeResult(folder + "/result.h5", result); });
+}
+
+void writePart(hid_t parent, Part const& part, HdfStorage storage)
+{
+    HdfObject const group = createHdfGroup(parent, part.name);
+    for (SmallDataset const& dataset : part.datasets)
+        writeHdfDataset(group.id(), dataset.name, dataset.values, dataset.width, storage);
+}
+
+void writeParts(Arguments const& arguments, HdfStorage storage)
+{
+    std::string const& folder = arguments.text("output");
+    std::vector<Part> const parts =
+        smallParts(arguments.number("parts"), arguments.number("datasets"));
+    measureWriting(folder, bytesOf(parts), [&] {
+        HdfObject file = createHdfFile(folder + "/parts.h5");
+        for (Part const& part : parts)
+            writePart(file.id(), part, storage);
+        file.close();
+    });
+}
+
+void writeCompressedParts(Arguments const& arguments)
+{
+    writeParts(arguments, HdfStorage::Compressed);
+}
+
+void writeContiguousParts(Arguments const& arguments)
+{
+    writeParts(arguments, HdfStorage::Contiguous);
+}
+
+void writeGroup(hid_t parent, std::string const& name, std::vector<std::string> const& children)
+{
+    HdfObject const group = createHdfGroup(parent, name);
+    for (std::string const& child : children)
+        createHdfGroup(group.id(), child).close();
+}
+
+/// Each group is made below the open one, which spares HDF5 finding it by its path.
+void writePaths(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    std::vector<std::string> const groups = groupNames(arguments.number("groups"));
+    std::vector<std::string> const shapes = shapeNames(arguments.number("shapes"));
+    measureWriting(folder, bytesOfPaths(groups, shapes), [&] {
+        HdfObject file = createHdfFile(folder + "/paths.h5");
+        for (std::string const& group : groups)
+            writeGroup(file.id(), group, shapes);
+        file.close();
+    });
+}
+
+void writeSmallModels(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    std::size_t const models = arguments.number("models");
+    TransientResult const result = transientResult(arguments.number("edge"), 1);
+    measureWriting(folder, result.bytes() * models, [&] {
+        for (std::size_t model = 0; model < models; ++model)
+            writeResult(folder + "/model " + std::to_string(model) + ".h5", result);
+    });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runWorkload(argc, argv,
+                       {{"transient", writeTransient},
+                        {"parts", writeCompressedParts},
+                        {"contiguous-parts", writeContiguousParts},
+                        {"paths", writePaths},
+                        {"small-models", writeSmallModels}});
+}

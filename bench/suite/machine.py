@@ -1,0 +1,39 @@
+"""What was measured, and on what."""
+
+import datetime
+import os
+import re
+import subprocess
+
+
+def output_of(*command, folder=None):
+    return subprocess.run(command, cwd=folder, check=True, capture_output=True,
+                          text=True).stdout.strip()
+
+
+def processor():
+    model = re.search(r"^Model name:\s*(.+)$", output_of("lscpu"), re.MULTILINE)
+    return model.group(1) if model else "unknown"
+
+
+def memory_gib():
+    return round(os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30)
+
+
+def revision(root):
+    return output_of("git", "describe", "--always", "--dirty", "--exclude=*", folder=root)
+
+
+def describe(root, folder):
+    return {
+        "machine": {
+            "processor": processor(),
+            "cores": os.cpu_count(),
+            "memory": f"{memory_gib()} GiB",
+            "file system": output_of("stat", "--file-system", "--format=%T", str(folder)),
+            "kernel": " ".join(os.uname()[i] for i in (0, 2)),
+            "compiler": output_of("c++", "--version").splitlines()[0],
+        },
+        "revision": revision(root),
+        "date": datetime.date.today().isoformat(),
+    }

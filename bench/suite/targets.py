@@ -1,0 +1,162 @@
+"""The rows of the table: what is compared, and what it should come to."""
+
+import operator
+import statistics
+from dataclasses import dataclass, field
+
+from workloads import ours
+
+AT_LEAST, AT_MOST = ">=", "<="
+COMPARISONS = {AT_LEAST: operator.ge, AT_MOST: operator.le}
+WIDTHS = (1, 2, 3, 4, 5, 6, 8)
+
+
+@dataclass
+class Row:
+    workload: str
+    encoder: str
+    quantity: str
+    # One value for each round.
+    ratios: list = field(default_factory=list)
+    values: str = ""
+    comparison: str = None
+    limit: float = None
+
+    @property
+    def ratio(self):
+        return statistics.median(self.ratios) if self.ratios else None
+
+    @property
+    def verdict(self):
+        if self.ratio is None:
+            return "not measured"
+        if self.limit is None:
+            return ""
+        return "ok" if COMPARISONS[self.comparison](self.ratio, self.limit) else "missed"
+
+
+@dataclass
+class Metric:
+    of: callable
+    format: callable
+
+    def median(self, runs):
+        return self.format(statistics.median(self.of(run) for run in runs))
+
+
+TIME = Metric(lambda run: run["seconds"], lambda value: f"{value:.3g} s")
+THROUGHPUT = Metric(lambda run: run.get("throughput") or run["bytes_in"] / run["seconds"],
+                    lambda value: f"{value / 1e6:,.0f} MB/s")
+FILE = Metric(lambda run: run["file_bytes"], lambda value: f"{value / 1e6:,.1f} MB")
+MEMORY = Metric(lambda run: run["peak_beyond_host"], lambda value: f"{value / 2**20:,.0f} MiB")
+
+
+class Comparer:
+    """Makes the rows of one workload and encoder."""
+
+    def __init__(self, key, encoder, subjects):
+        self.key, self.encoder, self.subjects = key, encoder, subjects
+
+    def row(self, quantity, metric, subject, other, comparison=None, limit=None):
+        """A row for the ratio of what two subjects measured in the same round."""
+        row = Row(self.key, self.encoder, quantity, comparison=comparison, limit=limit)
+        pairs = list(zip(self.subjects.get(subject, ()), self.subjects.get(other, ())))
+        if pairs:
+            row.ratios = [metric.of(mine) / metric.of(theirs) for mine, theirs in pairs]
+            row.values = " / ".join(metric.median([pair[side] for pair in pairs])
+                                    for side in (0, 1))
+        return row
+
+
+def transient_rows(entry, encoder):
+    compare = Comparer("a", encoder, entry["subjects"])
+    mine, bare = ours(encoder), f"bare {encoder}"
+    to_hdf5 = {"zlib": 1.0, "libdeflate": 2.0, "isal": 15.0}
+    to_bare = {"zlib": (AT_LEAST, 0.97), "isal": (AT_LEAST, 0.6)}
+    file_to_hdf5 = {"zlib": (AT_MOST, 0.90), "isal": (AT_MOST, 1.0)}
+    yield compare.row("throughput / HDF5", THROUGHPUT, mine, "HDF5", AT_LEAST, to_hdf5[encoder])
+    yield compare.row(f"throughput / bare {encoder} on the same blocks", THROUGHPUT, mine, bare,
+                      *to_bare.get(encoder, ()))
+    yield compare.row("throughput / Exodus", THROUGHPUT, mine, "Exodus")
+    yield compare.row("throughput / VTK", THROUGHPUT, mine, "VTK")
+    yield compare.row("throughput / memcpy of the same blocks", THROUGHPUT, mine, "bare memcpy")
+    yield compare.row("time / fwrite of such a file", TIME, mine, "bare fwrite")
+    yield compare.row("file / HDF5's", FILE, mine, "HDF5", *file_to_hdf5.get(encoder, ()))
+    yield compare.row("file / Exodus's", FILE, mine, "Exodus")
+    yield compare.row("file / VTK's", FILE, mine, "VTK")
+    yield compare.row(f"file / streams of bare {encoder}", FILE, mine, bare)
+    if encoder == "libdeflate":
+        yield compare.row("file / ours with zlib", FILE, mine, ours("zlib"), AT_MOST, 1.01)
+
+
+def part_rows(entry, encoder):
+    compare = Comparer("b", encoder, entry["subjects"])
+    limit = {"zlib": (AT_MOST, 0.8), "isal": (AT_MOST, 0.15)}.get(encoder, ())
+    mine = ours(encoder)
+    yield compare.row("time / HDF5, compressed", TIME, mine, "HDF5", *limit)
+    yield compare.row("time / HDF5, contiguous", TIME, mine, "HDF5 contiguous")
+    yield compare.row("file / HDF5's, compressed", FILE, mine, "HDF5")
+    yield compare.row("file / HDF5's, contiguous", FILE, mine, "HDF5 contiguous")
+
+
+def path_rows(entry, encoder):
+    compare = Comparer("c", encoder, entry["subjects"])
+    limit = {"zlib": (AT_MOST, 0.25), "isal": (AT_MOST, 0.1)}.get(encoder, ())
+    for shape in ("groups", "one group"):
+        mine = ours(encoder, f", {shape} 1x")
+        yield compare.row(f"{shape}: time of 4x / 1x", TIME, ours(encoder, f", {shape} 4x"), mine,
+                          AT_MOST, 4.6)
+        yield compare.row(f"{shape}: time / HDF5 groups", TIME, mine, f"HDF5, {shape} 1x", *limit)
+        yield compare.row(f"{shape}: file / HDF5's", FILE, mine, f"HDF5, {shape} 1x")
+
+
+def model_rows(entry, encoder):
+    compare = Comparer("d", encoder, entry["subjects"])
+    limit = {"zlib": (AT_MOST, 0.8), "isal": (AT_MOST, 0.4)}.get(encoder, ())
+    yield compare.row("time / HDF5", TIME, ours(encoder), "HDF5", *limit)
+    yield compare.row("files / HDF5's", FILE, ours(encoder), "HDF5")
+
+
+def memory_row(entry, encoder, count):
+    """Peak beyond the host's array, as a part of two blocks and a compressed one."""
+    block = entry["sizes"]["bytes"]
+    row = Row("e", encoder, f"{count} datasets: peak beyond the host's array / "
+              "(2 blocks + a compressed one)", comparison=AT_MOST, limit=1.0)
+    runs = entry["subjects"].get(ours(encoder, f", {count} datasets"), [])
+    allowed = [2 * block + run["file_bytes"] / count for run in runs]
+    row.ratios = [MEMORY.of(run) / most for run, most in zip(runs, allowed)]
+    if runs:
+        row.values = f"{MEMORY.median(runs)} / {MEMORY.format(statistics.median(allowed))}"
+    return row
+
+
+def large_rows(entry, encoder):
+    compare = Comparer("e", encoder, entry["subjects"])
+    few, many = entry["sizes"]["few"], entry["sizes"]["many"]
+    yield memory_row(entry, encoder, few)
+    yield memory_row(entry, encoder, many)
+    yield compare.row(f"peak with {many} / with {few} datasets", MEMORY,
+                      ours(encoder, f", {many} datasets"), ours(encoder, f", {few} datasets"),
+                      AT_MOST, 1.01)
+
+
+def shuffle_rows(entry, _encoder):
+    compare = Comparer("shuffle", "", entry["subjects"])
+    for width in WIDTHS:
+        yield compare.row(f"width {width}: bandwidth / memcpy", THROUGHPUT,
+                          f"shuffle/width:{width}", f"copy/width:{width}", AT_LEAST, 0.5)
+
+
+MAKERS = {"a": transient_rows, "b": part_rows, "c": path_rows, "d": model_rows, "e": large_rows}
+
+
+def rows(measured):
+    """All rows of what was measured, by workload."""
+    result = []
+    for key, make in MAKERS.items():
+        if key in measured:
+            for encoder in measured[key]["encoders"]:
+                result += make(measured[key], encoder)
+    if "shuffle" in measured:
+        result += shuffle_rows(measured["shuffle"], None)
+    return result

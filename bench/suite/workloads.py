@@ -1,0 +1,195 @@
+"""What is measured: for each workload its subjects, in the order in which they take turns."""
+
+import json
+import subprocess
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Callable
+
+KEYS = {
+    "a": "a transient result",
+    "b": "parts with small datasets",
+    "c": "component paths",
+    "d": "small models",
+    "e": "memory for large datasets",
+    "shuffle": "sorting values into byte planes",
+}
+
+SIZES = {
+    "a": {"edge": 100, "steps": 20},
+    "b": {"parts": 10000, "datasets": 20},
+    "c": {"groups": 1000, "shapes": 1000},
+    "d": {"models": 1000, "edge": 10},
+    "e": {"bytes": 256 << 20, "few": 10, "many": 40, "block_limit": None},
+    "shuffle": {},
+}
+
+QUICK_SIZES = {
+    "a": {"edge": 24, "steps": 3},
+    "b": {"parts": 100, "datasets": 20},
+    "c": {"groups": 20, "shapes": 100},
+    "d": {"models": 10, "edge": 10},
+    # The limit is below the size of a dataset, as it is in the whole run.
+    "e": {"bytes": 16 << 20, "few": 2, "many": 4, "block_limit": 12 << 20},
+    "shuffle": {},
+}
+
+UNLIMITED = 1 << 30
+# It takes minutes, and no target is about it.
+VTK_ROUNDS = 1
+
+
+@dataclass
+class Subject:
+    name: str
+    command: list
+    most_rounds: int = UNLIMITED
+    environment: dict = field(default_factory=dict)
+
+
+def nothing():
+    pass
+
+
+@dataclass
+class Workload:
+    key: str
+    sizes: dict
+    subjects: list = field(default_factory=list)
+    most_rounds: int = UNLIMITED
+    prepare: Callable = nothing
+    clean_up: Callable = nothing
+    # Does all by itself; for subjects that take their turns inside of one process.
+    measure: Callable = None
+
+    @property
+    def title(self):
+        return KEYS[self.key]
+
+
+def command(program, workload, sizes):
+    flags = [text for name, value in sizes.items() for text in (f"--{name}", str(value))]
+    return [str(program), workload, *flags]
+
+
+def ours(encoder, detail=""):
+    return f"moxwriter {encoder}{detail}"
+
+
+def of_each_encoder(programs, encoders, workload, sizes):
+    return [Subject(ours(encoder), command(programs.encoders[encoder], workload, sizes))
+            for encoder in encoders]
+
+
+def of_hdf5(programs, name, workload, sizes):
+    if "hdf5" not in programs.peers:
+        return []
+    return [Subject(name, command(programs.peers["hdf5"], workload, sizes))]
+
+
+def limits(programs, encoders, inputs):
+    names = ["memcpy", "fwrite", *(name for name in programs.bare_encoders if name in encoders)]
+    return [Subject(f"bare {name}", command(programs.limits, name, inputs)) for name in names]
+
+
+def transient(programs, encoders, sizes, folder):
+    peers = {"hdf5": ("HDF5", UNLIMITED), "vtk": ("VTK", VTK_ROUNDS), "exodus": ("Exodus", UNLIMITED)}
+    model_folder = folder / "model"
+    inputs = {"model": model_folder / "result.mox", "blocks": model_folder / "blocks"}
+
+    def prepare():
+        model_folder.mkdir()
+        program = programs.encoders[encoders[0]]
+        subprocess.run([*command(program, "transient", sizes), "--output", model_folder], check=True,
+                       stdout=subprocess.DEVNULL)
+        subprocess.run(command(programs.limits, "extract", inputs), check=True)
+
+    def clean_up():
+        for path in inputs.values():
+            path.unlink()
+        model_folder.rmdir()
+
+    subjects = [Subject(name, command(programs.peers[peer], "transient", sizes), rounds)
+                for peer, (name, rounds) in peers.items() if peer in programs.peers]
+    subjects += of_each_encoder(programs, encoders, "transient", sizes)
+    subjects += limits(programs, encoders, inputs)
+    return Workload("a", sizes, subjects, prepare=prepare, clean_up=clean_up)
+
+
+def parts(programs, encoders, sizes, _folder):
+    return Workload("b", sizes, [
+        *of_hdf5(programs, "HDF5", "parts", sizes),
+        *of_each_encoder(programs, encoders, "parts", sizes),
+        *of_hdf5(programs, "HDF5 contiguous", "contiguous-parts", sizes)])
+
+
+def path_shapes(sizes):
+    """Groups and shapes in each, by the name of the tree's shape, in the two sizes."""
+    groups, shapes = sizes["groups"], sizes["shapes"]
+    return {"groups": ((groups, shapes), (4 * groups, shapes)),
+            "one group": ((1, groups * shapes), (1, 4 * groups * shapes))}
+
+
+def paths(programs, encoders, sizes, _folder):
+    subjects = []
+    for shape, (once, fourfold) in path_shapes(sizes).items():
+        for factor, (groups, shapes) in (("1x", once), ("4x", fourfold)):
+            flags = {"groups": groups, "shapes": shapes}
+            detail = f", {shape} {factor}"
+            if factor == "1x":
+                subjects += of_hdf5(programs, f"HDF5{detail}", "paths", flags)
+            subjects += [Subject(ours(encoder, detail),
+                                 command(programs.encoders[encoder], "paths", flags))
+                         for encoder in encoders]
+    return Workload("c", sizes, subjects)
+
+
+def small_models(programs, encoders, sizes, _folder):
+    return Workload("d", sizes, [
+        *of_hdf5(programs, "HDF5", "small-models", sizes),
+        *of_each_encoder(programs, encoders, "small-models", sizes)])
+
+
+def large_results(programs, encoders, sizes, _folder):
+    environment = {}
+    if sizes["block_limit"] is not None:
+        environment["MOXWRITER_DEFAULT_BLOCK_SIZE"] = str(sizes["block_limit"])
+    subjects = []
+    for encoder in encoders:
+        for count in (sizes["few"], sizes["many"]):
+            flags = {"bytes": sizes["bytes"], "datasets": count}
+            subjects.append(Subject(ours(encoder, f", {count} datasets"),
+                                    command(programs.encoders[encoder], "large-results", flags),
+                                    environment=environment))
+    # Memory does not vary between runs as time does.
+    return Workload("e", sizes, subjects, most_rounds=1)
+
+
+def kernel_runs(report):
+    """Bandwidths of the kernels' repetitions, by kernel and width."""
+    runs = {}
+    for entry in report["benchmarks"]:
+        if entry["run_type"] == "iteration":
+            name = "/".join(entry["name"].split("/")[:2])
+            runs.setdefault(name, []).append({"throughput": entry["bytes_per_second"]})
+    return runs
+
+
+def shuffling(programs, _encoders, sizes, folder):
+    def measure(repetitions):
+        path = folder / "shuffle.json"
+        subprocess.run([programs.shuffle, f"--benchmark_repetitions={repetitions}",
+                        "--benchmark_enable_random_interleaving=true", f"--benchmark_out={path}"],
+                       check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        return kernel_runs(json.loads(path.read_text()))
+
+    return Workload("shuffle", sizes, measure=measure)
+
+
+MAKERS = {"a": transient, "b": parts, "c": paths, "d": small_models, "e": large_results,
+          "shuffle": shuffling}
+
+
+def chosen(keys, programs, encoders, quick, folder: Path):
+    sizes = QUICK_SIZES if quick else SIZES
+    return [MAKERS[key](programs, encoders, sizes[key], folder) for key in keys]

@@ -31,7 +31,6 @@ def describe(root, folder):
             "cores": os.cpu_count(),
             "memory": f"{memory_gib()} GiB",
             "file system": output_of("stat", "--file-system", "--format=%T", str(folder)),
-            "kernel": " ".join(os.uname()[i] for i in (0, 2)),
             "compiler": output_of("c++", "--version").splitlines()[0],
         },
         "revision": revision(root),

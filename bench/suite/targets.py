@@ -8,6 +8,8 @@ from workloads import ours
 
 AT_LEAST, AT_MOST = ">=", "<="
 COMPARISONS = {AT_LEAST: operator.ge, AT_MOST: operator.le}
+# Code and small buffers that a process touches for the first time when it writes.
+PROCESS_BYTES = 1 << 20
 WIDTHS = (1, 2, 3, 4, 5, 6, 8)
 
 
@@ -118,12 +120,12 @@ def model_rows(entry, encoder):
 
 
 def memory_row(entry, encoder, count):
-    """Peak beyond the host's array, as a part of two blocks and a compressed one."""
+    """Peak beyond the host's array, as a part of what two blocks and a compressed one take."""
     block = entry["sizes"]["bytes"]
     row = Row("e", encoder, f"{count} datasets: peak beyond the host's array / "
-              "(2 blocks + a compressed one)", comparison=AT_MOST, limit=1.0)
+              "(2 blocks + a compressed one + 1 MiB)", comparison=AT_MOST, limit=1.0)
     runs = entry["subjects"].get(ours(encoder, f", {count} datasets"), [])
-    allowed = [2 * block + run["file_bytes"] / count for run in runs]
+    allowed = [2 * block + run["file_bytes"] / count + PROCESS_BYTES for run in runs]
     row.ratios = [MEMORY.of(run) / most for run, most in zip(runs, allowed)]
     if runs:
         row.values = f"{MEMORY.median(runs)} / {MEMORY.format(statistics.median(allowed))}"

@@ -30,7 +30,7 @@ QUICK_SIZES = {
     "c": {"groups": 20, "shapes": 100},
     "d": {"models": 10, "edge": 10},
     # The limit is below the size of a dataset, as it is in the whole run.
-    "e": {"bytes": 16 << 20, "few": 2, "many": 4, "block_limit": 12 << 20},
+    "e": {"bytes": 48 << 20, "few": 2, "many": 4, "block_limit": 40 << 20},
     "shuffle": {},
 }
 

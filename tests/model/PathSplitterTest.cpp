@@ -49,13 +49,23 @@ TEST(PathSplitter, TakesThePathForOneNameWithoutASeparator)
     EXPECT_EQ(split("/a b", ""), Names{"/a b"});
 }
 
-TEST(PathSplitter, OutlivesThePathItWasMadeFrom)
+TEST(PathSplitter, CanBeWalkedAgainFromEachOfItsNames)
 {
-    auto path = std::make_unique<std::string>("/a name that is too long to be held in place/b");
-    PathSplitter const names(*path, "/");
-    path.reset();
-    EXPECT_EQ(Names(names.begin(), names.end()),
-              (Names{"a name that is too long to be held in place", "b"}));
+    std::string const path = "/a name that is too long to be held in place/b/c";
+    PathSplitter const names(path, "/");
+    auto const second = std::next(names.begin());
+    EXPECT_EQ(*second, "b");
+    EXPECT_EQ(second->size(), 1U);
+    auto walking = second;
+    EXPECT_EQ(*walking++, "b");
+    EXPECT_EQ(*walking, "c");
+    EXPECT_EQ(Names(second, names.end()), (Names{"b", "c"}));
+    EXPECT_EQ(Names(names.begin(), names.end()).size(), 3U);
+}
+
+TEST(PathSplitter, TakesAZeroByteForPartOfAName)
+{
+    EXPECT_EQ(split(std::string("/a\0b/c", 6), "/"), (Names{std::string("a\0b", 3), "c"}));
 }
 
 TEST(PathSplitter, CanBeDestroyedThroughABase)

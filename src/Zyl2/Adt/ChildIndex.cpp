@@ -1,7 +1,9 @@
 #include "Zyl2/Adt/ChildIndex.h"
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
+#include <new>
 #include <utility>
 
 namespace Zyl2Adt {
@@ -15,10 +17,10 @@ constexpr std::size_t SmallestTable = 64;
 void ChildIndex::Insert(IdType parent, std::string_view key, IdType child)
 {
     // At most two thirds full, so that probes stay short.
-    if ((chainCount_ + 1) * 3 > table_.size() * 2)
+    if ((chainCount_ + 1) * 3 > placeCount_ * 2)
         Grow();
     std::uint32_t const hash = Hash(parent, key);
-    Chain& chain = table_[FindPlace(hash)];
+    Chain& chain = FindPlace(hash);
     if (chain.first != 0) {
         InsertInOrder(chain, child);
         return;
@@ -29,7 +31,7 @@ void ChildIndex::Insert(IdType parent, std::string_view key, IdType child)
 
 ChildIndex::IdType ChildIndex::GetFirst(IdType parent, std::string_view key) const
 {
-    return table_.empty() ? 0 : table_[FindPlace(Hash(parent, key))].first;
+    return placeCount_ == 0 ? 0 : FindPlace(Hash(parent, key)).first;
 }
 
 std::uint32_t ChildIndex::Hash(IdType parent, std::string_view key)
@@ -43,22 +45,32 @@ std::uint32_t ChildIndex::Hash(IdType parent, std::string_view key)
 
 /// Place of the chain of that hash, or the empty one where it would stand.
 /// \pre the table has an empty place
-std::size_t ChildIndex::FindPlace(std::uint32_t hash) const
+ChildIndex::Chain& ChildIndex::FindPlace(std::uint32_t hash) const
 {
-    std::size_t const mask = table_.size() - 1;
+    Chain* const table = GetTable();
+    std::size_t const mask = placeCount_ - 1;
     std::size_t place = hash & mask;
-    while (table_[place].first != 0 && table_[place].hash != hash)
+    while (table[place].first != 0 && table[place].hash != hash)
         place = (place + 1) & mask;
-    return place;
+    return table[place];
 }
 
 void ChildIndex::Grow()
 {
-    std::vector<Chain> const chains = std::exchange(
-        table_, std::vector<Chain>(table_.empty() ? SmallestTable : table_.size() * 2));
-    for (Chain const& chain : chains)
-        if (chain.first != 0)
-            table_[FindPlace(chain.hash)] = chain;
+    std::size_t const formerCount = placeCount_;
+    std::size_t const count = std::max(SmallestTable, formerCount * 2);
+    Zyl2Util::Buffer table;
+    if (!table.Grow(count * sizeof(Chain)))
+        throw std::bad_alloc();
+    // Look-ups jump about in it.
+    table.PreferHugePages();
+    std::memset(table.GetData(), 0, table.GetSize());
+    std::swap(table_, table);
+    placeCount_ = count;
+    auto const* const chains = reinterpret_cast<Chain const*>(table.GetData());
+    for (std::size_t place = 0; place < formerCount; ++place)
+        if (chains[place].first != 0)
+            FindPlace(chains[place].hash) = chains[place];
 }
 
 void ChildIndex::InsertInOrder(Chain& chain, IdType child)

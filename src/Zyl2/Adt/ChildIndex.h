@@ -1,6 +1,8 @@
 #ifndef ZYL2_ADT_CHILDINDEX_H
 #define ZYL2_ADT_CHILDINDEX_H
 
+#include "Zyl2/Util/Buffer.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -37,12 +39,14 @@ private:
     };
 
     static std::uint32_t Hash(IdType parent, std::string_view key);
-    std::size_t FindPlace(std::uint32_t hash) const;
+    Chain* GetTable() const { return reinterpret_cast<Chain*>(table_.GetData()); }
+    Chain& FindPlace(std::uint32_t hash) const;
     void Grow();
     void InsertInOrder(Chain& chain, IdType child);
 
-    /// Open addressing with linear probing; the size is a power of two, or 0.
-    std::vector<Chain> table_;
+    /// Open addressing with linear probing; the number of places is a power of two, or 0.
+    Zyl2Util::Buffer table_;
+    std::size_t placeCount_ = 0;
     std::size_t chainCount_ = 0;
     /// Successor of each id in its chain; ids past the end have none.
     std::vector<IdType> next_;

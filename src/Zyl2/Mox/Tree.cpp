@@ -91,15 +91,14 @@ void Tree::SetRootShape(std::string const& name)
 void Tree::AddNode(std::unique_ptr<Node> node)
 {
     nodes_.push_back(std::move(node));
-    AddChild();
-    SetCurrentValue(nodes_.back().get());
+    AddNodeBelow(*nodes_.back());
 }
 
 void Tree::MoveToOrAddGroup(std::string const& name)
 {
     Group probe(name, Zyl2Util::AttributeList());
     if (!FindAndMoveToChild(&probe, NodesWithSameName()))
-        AddNode(std::make_unique<Group>(name, Zyl2Util::AttributeList()));
+        AddNodeBelow(groups_.emplace_back(name, Zyl2Util::AttributeList()));
 }
 
 void Tree::MoveToOrAddShape(std::string const& name)
@@ -107,11 +106,11 @@ void Tree::MoveToOrAddShape(std::string const& name)
     Shape shapeProbe(name);
     bool const isNew = !FindAndMoveToChild(&shapeProbe, NodesWithSameName());
     if (isNew)
-        AddNode(std::make_unique<Shape>(name));
+        AddNodeBelow(shapes_.emplace_back(name));
     Geometry geometryProbe(name);
     // A new shape has no children to look through.
     if (isNew || !FindAndMoveToChild(&geometryProbe, NodesWithSameName()))
-        AddNode(std::make_unique<Geometry>(name));
+        AddNodeBelow(geometries_.emplace_back(name));
 }
 
 unsigned int Tree::getNodeId(std::string const& path, std::string const& separator)
@@ -235,6 +234,12 @@ void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
         throw;
     }
     file.CloseFile();
+}
+
+void Tree::AddNodeBelow(Node& node)
+{
+    AddChild();
+    SetCurrentValue(&node);
 }
 
 void Tree::SetRootNode(std::unique_ptr<Node> node)

@@ -3,15 +3,18 @@
 
 #include "Zyl2/Adt/AdtTree.h"
 #include "Zyl2/Mox/Geometry.h"
+#include "Zyl2/Mox/Group.h"
 #include "Zyl2/Mox/ModifierInfo.h"
 #include "Zyl2/Mox/Node.h"
 #include "Zyl2/Mox/NodeLookUpKey.h"
 #include "Zyl2/Mox/NumericArray.h"
 #include "Zyl2/Mox/ResultAttributes.h"
+#include "Zyl2/Mox/Shape.h"
 #include "Zyl2/Util/AttributeList.h"
 #include "Zyl2/Wvf/WvFile.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <utility>
@@ -102,6 +105,7 @@ public:
 private:
     struct RecordKeys;
 
+    void AddNodeBelow(Node& node);
     void SetRootNode(std::unique_ptr<Node> node);
     bool RootHasNode() const;
     static void PutIdentity(Zyl2Wvf::Index& index, RecordKeys& keys, Node const* node);
@@ -110,6 +114,11 @@ private:
 
     Zyl2Wvf::WvFile file_;
     std::vector<std::unique_ptr<Node>> nodes_;
+    // Those that component paths make stand side by side: with millions of them, an allocation of
+    // each costs more than all else.
+    std::deque<Group> groups_;
+    std::deque<Shape> shapes_;
+    std::deque<Geometry> geometries_;
     std::string formatVersion_;
     ModifierInfo scratchModifierInfo_;
     std::vector<ModifierInfo> modifierInfos_;

@@ -48,10 +48,10 @@ public:
         auto const end = names.end();
         if (name == end)
             return;
-        addMergeNode(*name);
+        addMergeNode(std::string(*name));
         bool const endsInGroup = boost::algorithm::ends_with(path, separator_);
         for (++name; name != end;) {
-            std::string const current = *name;
+            std::string const current(*name);
             ++name;
             if (name != end || endsInGroup)
                 tree_.MoveToOrAddGroup(current);

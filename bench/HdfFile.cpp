@@ -59,9 +59,13 @@ void HdfObject::close()
     check(close_(id), "an object can't be closed");
 }
 
-HdfObject createHdfFile(std::string const& path)
+HdfObject createHdfFile(std::string const& path, HdfFormat format)
 {
-    return {H5Fcreate(path.c_str(), H5F_ACC_EXCL, H5P_DEFAULT, H5P_DEFAULT), H5Fclose};
+    HdfObject const properties(H5Pcreate(H5P_FILE_ACCESS), H5Pclose);
+    if (format == HdfFormat::Newest)
+        check(H5Pset_libver_bounds(properties.id(), H5F_LIBVER_LATEST, H5F_LIBVER_LATEST),
+              "H5Pset_libver_bounds");
+    return {H5Fcreate(path.c_str(), H5F_ACC_EXCL, H5P_DEFAULT, properties.id()), H5Fclose};
 }
 
 HdfObject createHdfGroup(hid_t parent, std::string const& name)

@@ -40,7 +40,15 @@ enum class HdfStorage
     Contiguous
 };
 
-HdfObject createHdfFile(std::string const& path);
+enum class HdfFormat
+{
+    /// What the library writes when it is not asked for another: readable by all its versions.
+    Default,
+    /// What its newest version writes: smaller groups and datasets.
+    Newest
+};
+
+HdfObject createHdfFile(std::string const& path, HdfFormat format = HdfFormat::Default);
 
 HdfObject createHdfGroup(hid_t parent, std::string const& name);
 

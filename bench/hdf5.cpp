@@ -50,13 +50,13 @@ void writePart(hid_t parent, Part const& part, HdfStorage storage)
         writeHdfDataset(group.id(), dataset.name, dataset.values, dataset.width, storage);
 }
 
-void writeParts(Arguments const& arguments, HdfStorage storage)
+void writeParts(Arguments const& arguments, HdfStorage storage, HdfFormat format)
 {
     std::string const& folder = arguments.text("output");
     std::vector<Part> const parts =
         smallParts(arguments.number("parts"), arguments.number("datasets"));
     measureWriting(folder, bytesOf(parts), [&] {
-        HdfObject file = createHdfFile(folder + "/parts.h5");
+        HdfObject file = createHdfFile(folder + "/parts.h5", format);
         for (Part const& part : parts)
             writePart(file.id(), part, storage);
         file.close();
@@ -65,12 +65,17 @@ void writeParts(Arguments const& arguments, HdfStorage storage)
 
 void writeCompressedParts(Arguments const& arguments)
 {
-    writeParts(arguments, HdfStorage::Compressed);
+    writeParts(arguments, HdfStorage::Compressed, HdfFormat::Default);
+}
+
+void writePartsInNewestFormat(Arguments const& arguments)
+{
+    writeParts(arguments, HdfStorage::Compressed, HdfFormat::Newest);
 }
 
 void writeContiguousParts(Arguments const& arguments)
 {
-    writeParts(arguments, HdfStorage::Contiguous);
+    writeParts(arguments, HdfStorage::Contiguous, HdfFormat::Default);
 }
 
 void writeGroup(hid_t parent, std::string const& name, std::vector<std::string> const& children)
@@ -81,17 +86,27 @@ void writeGroup(hid_t parent, std::string const& name, std::vector<std::string> 
 }
 
 /// Each group is made below the open one, which spares HDF5 finding it by its path.
-void writePaths(Arguments const& arguments)
+void writePaths(Arguments const& arguments, HdfFormat format)
 {
     std::string const& folder = arguments.text("output");
     std::vector<std::string> const groups = groupNames(arguments.number("groups"));
     std::vector<std::string> const shapes = shapeNames(arguments.number("shapes"));
     measureWriting(folder, bytesOfPaths(groups, shapes), [&] {
-        HdfObject file = createHdfFile(folder + "/paths.h5");
+        HdfObject file = createHdfFile(folder + "/paths.h5", format);
         for (std::string const& group : groups)
             writeGroup(file.id(), group, shapes);
         file.close();
     });
+}
+
+void writePathsInDefaultFormat(Arguments const& arguments)
+{
+    writePaths(arguments, HdfFormat::Default);
+}
+
+void writePathsInNewestFormat(Arguments const& arguments)
+{
+    writePaths(arguments, HdfFormat::Newest);
 }
 
 void writeSmallModels(Arguments const& arguments)
@@ -112,7 +127,9 @@ int main(int argc, char** argv)
     return runWorkload(argc, argv,
                        {{"transient", writeTransient},
                         {"parts", writeCompressedParts},
+                        {"parts-in-newest-format", writePartsInNewestFormat},
                         {"contiguous-parts", writeContiguousParts},
-                        {"paths", writePaths},
+                        {"paths", writePathsInDefaultFormat},
+                        {"paths-in-newest-format", writePathsInNewestFormat},
                         {"small-models", writeSmallModels}});
 }

@@ -21,25 +21,27 @@ class Programs:
     bare_encoders: list = field(default_factory=list)
 
 
-def configure(root, tree, encoder):
+def configure(root, tree, encoder, missing):
     command = ["cmake", "-S", root, "-B", tree, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                "-DMOXWRITER_BUILD_BENCH=ON", "-DMOXWRITER_BUILD_TESTS=OFF",
                "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF",
                f"-DMOXWRITER_DEFLATE={encoder}"]
     done = subprocess.run(command, capture_output=True, text=True)
-    for line in done.stdout.splitlines():
-        if line.startswith("-- No "):
-            print(line[3:])
     if done.returncode != 0:
         print(f"Leaving {encoder} out, it can't be configured:\n{done.stderr}", file=sys.stderr)
-    return done.returncode == 0
+        return False
+    # What is not installed shows in the same way for every encoder.
+    missing.update(line[3:] for line in done.stdout.splitlines() if line.startswith("-- No "))
+    return True
 
 
 def compile_targets(tree, targets, jobs):
     command = ["cmake", "--build", tree, "--parallel", str(jobs or os.cpu_count())]
     if targets:
         command += ["--target", *targets]
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+    done = subprocess.run(command, stdout=subprocess.PIPE, text=True)
+    if done.returncode != 0:
+        sys.exit(done.stdout)
 
 
 def add_common_programs(programs, folder):
@@ -54,16 +56,18 @@ def add_common_programs(programs, folder):
 
 def build(root, encoders, jobs):
     programs = Programs()
+    missing = set()
     for encoder in encoders:
         tree = root / "build" / "bench" / encoder
         print(f"Building with {encoder}", flush=True)
-        if not configure(root, tree, encoder):
+        if not configure(root, tree, encoder, missing):
             continue
         first = not programs.encoders
         compile_targets(tree, [] if first else ["bench_moxwriter"], jobs)
         if first:
             add_common_programs(programs, tree / "bench")
         programs.encoders[encoder] = tree / "bench" / "bench_moxwriter"
+    print("".join(f"{line}\n" for line in sorted(missing)), end="")
     if not programs.encoders:
         sys.exit("Nothing to measure")
     return programs

@@ -21,7 +21,10 @@ def memory_gib():
 
 
 def revision(root):
-    return output_of("git", "describe", "--always", "--dirty", "--exclude=*", folder=root)
+    try:
+        return output_of("git", "describe", "--always", "--dirty", "--exclude=*", folder=root)
+    except (OSError, subprocess.CalledProcessError):
+        return "unknown"
 
 
 def describe(root, folder):

@@ -99,6 +99,8 @@ def part_rows(entry, encoder):
     yield compare.row("time / HDF5, contiguous", TIME, mine, "HDF5 contiguous")
     yield compare.row("file / HDF5's, compressed", FILE, mine, "HDF5")
     yield compare.row("file / HDF5's, contiguous", FILE, mine, "HDF5 contiguous")
+    yield compare.row("time / HDF5, newest format", TIME, mine, "HDF5 newest")
+    yield compare.row("file / HDF5's, newest format", FILE, mine, "HDF5 newest")
 
 
 def path_rows(entry, encoder):
@@ -109,7 +111,11 @@ def path_rows(entry, encoder):
         yield compare.row(f"{shape}: time of 4x / 1x", TIME, ours(encoder, f", {shape} 4x"), mine,
                           AT_MOST, 4.6)
         yield compare.row(f"{shape}: time / HDF5 groups", TIME, mine, f"HDF5, {shape} 1x", *limit)
+        yield compare.row(f"{shape}: time / HDF5 groups, newest format", TIME, mine,
+                          f"HDF5 newest, {shape} 1x")
         yield compare.row(f"{shape}: file / HDF5's", FILE, mine, f"HDF5, {shape} 1x")
+        yield compare.row(f"{shape}: file / HDF5's, newest format", FILE, mine,
+                          f"HDF5 newest, {shape} 1x")
 
 
 def model_rows(entry, encoder):

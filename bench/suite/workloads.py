@@ -35,8 +35,8 @@ QUICK_SIZES = {
 }
 
 UNLIMITED = 1 << 30
-# It takes minutes, and no target is about it.
-VTK_ROUNDS = 1
+# For what takes long and has no target.
+ONCE = 1
 
 
 @dataclass
@@ -81,10 +81,10 @@ def of_each_encoder(programs, encoders, workload, sizes):
             for encoder in encoders]
 
 
-def of_hdf5(programs, name, workload, sizes):
+def of_hdf5(programs, name, workload, sizes, rounds=UNLIMITED):
     if "hdf5" not in programs.peers:
         return []
-    return [Subject(name, command(programs.peers["hdf5"], workload, sizes))]
+    return [Subject(name, command(programs.peers["hdf5"], workload, sizes), rounds)]
 
 
 def limits(programs, encoders, inputs):
@@ -93,7 +93,7 @@ def limits(programs, encoders, inputs):
 
 
 def transient(programs, encoders, sizes, folder):
-    peers = {"hdf5": ("HDF5", UNLIMITED), "vtk": ("VTK", VTK_ROUNDS), "exodus": ("Exodus", UNLIMITED)}
+    peers = {"hdf5": ("HDF5", UNLIMITED), "vtk": ("VTK", ONCE), "exodus": ("Exodus", UNLIMITED)}
     model_folder = folder / "model"
     inputs = {"model": model_folder / "result.mox", "blocks": model_folder / "blocks"}
 
@@ -120,7 +120,8 @@ def parts(programs, encoders, sizes, _folder):
     return Workload("b", sizes, [
         *of_hdf5(programs, "HDF5", "parts", sizes),
         *of_each_encoder(programs, encoders, "parts", sizes),
-        *of_hdf5(programs, "HDF5 contiguous", "contiguous-parts", sizes)])
+        *of_hdf5(programs, "HDF5 contiguous", "contiguous-parts", sizes),
+        *of_hdf5(programs, "HDF5 newest", "parts-in-newest-format", sizes, ONCE)])
 
 
 def path_shapes(sizes):
@@ -138,6 +139,8 @@ def paths(programs, encoders, sizes, _folder):
             detail = f", {shape} {factor}"
             if factor == "1x":
                 subjects += of_hdf5(programs, f"HDF5{detail}", "paths", flags)
+                subjects += of_hdf5(programs, f"HDF5 newest{detail}", "paths-in-newest-format",
+                                    flags, ONCE)
             subjects += [Subject(ours(encoder, detail),
                                  command(programs.encoders[encoder], "paths", flags))
                          for encoder in encoders]

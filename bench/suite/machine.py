@@ -21,10 +21,14 @@ def memory_gib():
 
 
 def revision(root):
+    """The commit, marked when other files than those that bench/run writes differ from it."""
     try:
-        return output_of("git", "describe", "--always", "--dirty", "--exclude=*", folder=root)
+        commit = output_of("git", "rev-parse", "--short", "HEAD", folder=root)
+        changes = output_of("git", "status", "--porcelain", "--", ".", ":!bench/results.json",
+                            ":!docs/performance.*", folder=root)
     except (OSError, subprocess.CalledProcessError):
         return "unknown"
+    return commit + ("-dirty" if changes else "")
 
 
 def describe(root, folder):

@@ -1,0 +1,176 @@
+#include "fault/Faults.h"
+#include "fault/Host.h"
+#include "fault/Scenarios.h"
+
+#include "container/TemporaryFile.h"
+#include "moxread/Verify.h"
+#include "support/Environment.h"
+#include "support/WritingRecord.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <tuple>
+
+namespace Fault {
+
+namespace {
+
+using Temper = Host::Temper;
+
+/// Runs one scenario again and again, each time with another fault.
+class Sweep
+{
+public:
+    Sweep(Scenario const& scenario, Temper temper)
+        : scenario_(scenario), temper_(temper),
+          setting_(scenario.blockSize.c_str()), paths_{folder_.File("first.mox"),
+                                                       folder_.File("second.mox")}
+    {
+        // What the library makes once and keeps is made now.
+        Host(temper_, paths_).run(scenario_.program);
+        whole_ = runWithoutFault();
+        for (std::size_t file = 0; file < paths_.size(); ++file)
+            expected_[file] = contentOf(file);
+    }
+
+    /// Fails at the first operation of the place, at the second one, and so on.
+    /// \return how many operations there were
+    std::size_t failAtEach(Place place, Repeat repeat)
+    {
+        std::size_t ordinal = 0;
+        while (failAt(place, ordinal, repeat) && !testing::Test::HasFailure())
+            ++ordinal;
+        return ordinal;
+    }
+
+private:
+    Outcome run()
+    {
+        for (std::string const& path : paths_)
+            std::filesystem::remove(path);
+        long const before = liveAllocations();
+        Outcome const outcome = Host(temper_, paths_).run(scenario_.program);
+        EXPECT_EQ(liveAllocations(), before) << "memory is lost";
+        return outcome;
+    }
+
+    Outcome runWithoutFault()
+    {
+        Outcome const outcome = run();
+        EXPECT_EQ(outcome.endings, 0U);
+        EXPECT_TRUE(outcome.isWritten[0]);
+        expectSound(outcome);
+        return outcome;
+    }
+
+    /// \return whether the scenario got as far as the fault
+    bool failAt(Place place, std::size_t ordinal, Repeat repeat)
+    {
+        SCOPED_TRACE("operation " + std::to_string(ordinal));
+        Outcome outcome;
+        bool hasStruck = false;
+        {
+            Injection const injection(place, ordinal, repeat);
+            outcome = run();
+            hasStruck = injection.hasStruck();
+        }
+        expectSound(outcome);
+        expectDocumented(outcome, place);
+        if (outcome.endings == 0)
+            expectAsWithoutFault(outcome);
+        return hasStruck;
+    }
+
+    /// What was reported as written has to be so.
+    void expectSound(Outcome const& outcome) const
+    {
+        EXPECT_FALSE(outcome.secondCloseFailed);
+        for (std::size_t file = 0; file < paths_.size(); ++file) {
+            bool const hasFile = outcome.isOpened[file] || std::filesystem::exists(paths_[file]);
+            if (outcome.isWritten[file] && hasFile) {
+                EXPECT_NO_THROW(MoxRead::verify(paths_[file]));
+            }
+        }
+    }
+
+    static void expectDocumented(Outcome const& outcome, Place place)
+    {
+        EXPECT_EQ(outcome.endings & Undocumented, 0U);
+        if (outcome.endings == 0)
+            return;
+        if (place == Place::Allocation)
+            EXPECT_TRUE(outcome.first == NoMemory || outcome.first == MemoryAllocation)
+                << outcome.first;
+        else
+            EXPECT_EQ(outcome.first, outcome.firstWasOpening ? FileNotOpened : FileNotWritten);
+    }
+
+    /// A fault that nobody is told of must not have had any effect.
+    void expectAsWithoutFault(Outcome const& outcome) const
+    {
+        EXPECT_EQ(outcome.isWritten, whole_.isWritten);
+        for (std::size_t file = 0; file < paths_.size(); ++file)
+            EXPECT_TRUE(contentOf(file) == expected_[file]) << "bytes are lost";
+    }
+
+    std::string contentOf(std::size_t file) const
+    {
+        std::string const& path = paths_[file];
+        return std::filesystem::exists(path)
+                   ? Support::withoutWritingRecord(Support::ReadFile(path), path)
+                   : std::string();
+    }
+
+    Scenario scenario_;
+    Temper temper_;
+    Support::DefaultBlockSizeSetting setting_;
+    Support::TemporaryFolder folder_;
+    Host::Paths paths_;
+    Outcome whole_;
+    Host::Paths expected_;
+};
+
+std::string nameOf(testing::TestParamInfo<std::tuple<Scenario, Temper, Repeat>> const& info)
+{
+    auto const& [scenario, temper, repeat] = info.param;
+    return scenario.name + (temper == Temper::Careful ? "Careful" : "Stubborn") +
+           (repeat == Repeat::Once ? "Once" : "FromThenOn");
+}
+
+} // namespace
+
+class InjectedFaultTest : public testing::TestWithParam<std::tuple<Scenario, Temper, Repeat>>
+{
+protected:
+    static std::size_t failAtEach(Place place)
+    {
+        auto const& [scenario, temper, repeat] = GetParam();
+        return Sweep(scenario, temper).failAtEach(place, repeat);
+    }
+};
+
+TEST_P(InjectedFaultTest, NoStreamCallThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::StreamCall), 10U);
+}
+
+TEST_P(InjectedFaultTest, NoDeviceOperationThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::Device), 5U);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllCalls, InjectedFaultTest,
+                         testing::Combine(testing::ValuesIn(smallScenarios()),
+                                          testing::Values(Temper::Careful, Temper::Stubborn),
+                                          testing::Values(Repeat::Once, Repeat::FromThenOn)),
+                         nameOf);
+
+TEST(ManyBlocksTest, NoStreamCallThatFailsGoesUnnoticed)
+{
+    Sweep sweep(manyBlocks(), Temper::Stubborn);
+    EXPECT_GT(sweep.failAtEach(Place::StreamCall, Repeat::Once), 400U);
+}
+
+} // namespace Fault

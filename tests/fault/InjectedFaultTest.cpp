@@ -151,6 +151,11 @@ protected:
     }
 };
 
+TEST_P(InjectedFaultTest, NoAllocationThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::Allocation), 100U);
+}
+
 TEST_P(InjectedFaultTest, NoStreamCallThatFailsGoesUnnoticed)
 {
     EXPECT_GT(failAtEach(Place::StreamCall), 10U);

@@ -221,6 +221,7 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
     if (compressed) {
         BlockZlibCompressor compress(SavingLevel);
         compress(block);
+        CheckCompressed(block);
     }
 
     try {
@@ -243,6 +244,16 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
     block.Reset();
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer ", slot,
                      " written to stream.");
+}
+
+/// zlib gives up when it gets no memory, and the block's content goes with that.
+void Index::CheckCompressed(Block const& block)
+{
+    if (block.GetLength() != 0)
+        return;
+    damaged_ = true;
+    Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(), Source, __LINE__,
+                           BOOST_CURRENT_FUNCTION);
 }
 
 void Index::WriteIndexBufferToFileStream(std::size_t slot, std::FILE* stream)

@@ -160,6 +160,7 @@ private:
     std::uint64_t GetLogicalLength(std::size_t slot) const;
     void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit);
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
+    void CheckCompressed(Block const& block);
     void SaveBlock(std::size_t slot, std::FILE* stream);
     void WriteRootIndex(std::FILE* stream);
     std::size_t GetFirstUnsavedSlot();

@@ -31,6 +31,7 @@ namespace {
 
 /// Makes the device fail for the time of one call of a stream.
 bool deviceIsFull = false;
+bool closeFails = false;
 
 int descriptorOf(void* device)
 {
@@ -69,11 +70,20 @@ int seekOnDevice(void* device, off64_t* offset, int whence)
     return position < 0 ? -1 : 0;
 }
 
+/// As on a network file system that finds its disk full only when the file is closed.
+void loseBytes(int descriptor)
+{
+    off_t const size = ::lseek(descriptor, 0, SEEK_END);
+    static_cast<void>(::ftruncate(descriptor, size / 2) == 0);
+}
+
 int closeDevice(void* device)
 {
     if (Fault::kills())
         endProcess();
-    bool const fails = Fault::strikes(Fault::Place::Device);
+    bool const fails = closeFails || Fault::strikes(Fault::Place::Device);
+    if (fails)
+        loseBytes(descriptorOf(device));
     int const result = ::close(descriptorOf(device));
     if (fails)
         errno = EIO;
@@ -144,11 +154,10 @@ int __wrap_fflush(std::FILE* stream)
 
 int __wrap_fclose(std::FILE* stream)
 {
-    bool const fails = callFails();
+    closeFails = callFails();
     int const result = __real_fclose(stream);
-    if (fails)
-        errno = EIO;
-    return fails ? EOF : result;
+    closeFails = false;
+    return result;
 }
 }
 // NOLINTEND(bugprone-reserved-identifier)

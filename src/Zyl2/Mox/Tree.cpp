@@ -234,6 +234,10 @@ void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
         throw;
     }
     file.CloseFile();
+    // Network file systems tell of a full disk only now.
+    if (file.HasFailedToClose())
+        Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
+                               Source, __LINE__, BOOST_CURRENT_FUNCTION);
 }
 
 void Tree::AddNodeBelow(Node& node)

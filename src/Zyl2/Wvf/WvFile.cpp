@@ -95,7 +95,7 @@ void WvFile::CloseFile()
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     if (stream_ == nullptr)
         return;
-    std::fclose(stream_);
+    hasFailedToClose_ = std::fclose(stream_) != 0;
     stream_ = nullptr;
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
 }

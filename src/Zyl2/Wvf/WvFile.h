@@ -44,12 +44,16 @@ public:
     /// Closes the stream, if one is open. Saves nothing.
     virtual void CloseFile();
 
+    /// Whether the system refused to close the last stream, so that bytes may be lost.
+    bool HasFailedToClose() const { return hasFailedToClose_; }
+
     /// Null when no file is open.
     std::FILE* GetStream() const { return stream_; }
     Index& GetIndex() { return index_; }
 
 private:
     std::FILE* stream_ = nullptr;
+    bool hasFailedToClose_ = false;
     Index index_;
 };
 

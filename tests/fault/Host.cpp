@@ -51,7 +51,7 @@ void Host::makeModel()
     }
 }
 
-void Host::noteException(bool isOpening)
+Ending Host::noteException(bool isOpening)
 {
     Ending const ending = endingOfCurrentException();
     if (outcome_.endings == 0) {
@@ -59,6 +59,7 @@ void Host::noteException(bool isOpening)
         outcome_.firstWasOpening = isOpening;
     }
     outcome_.endings |= ending;
+    return ending;
 }
 
 /// \return whether the model is closed without a failure
@@ -69,7 +70,7 @@ bool Host::tryToClose()
         model_->close();
         return true;
     } catch (...) {
-        noteException(false);
+        outcome_.closeEndings |= noteException(false);
     }
     return false;
 }

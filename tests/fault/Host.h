@@ -36,6 +36,8 @@ struct Outcome
     unsigned int endings = 0;
     Ending first{};
     bool firstWasOpening = false;
+    /// Set of `Ending`, of the calls of `close` alone.
+    unsigned int closeEndings = 0;
     /// A call of `close` after one that failed has to do nothing.
     bool secondCloseFailed = false;
     /// Files that `saveTo` opened.
@@ -79,7 +81,8 @@ public:
 
 private:
     void makeModel();
-    void noteException(bool isOpening);
+    /// \return the exception's ending
+    Ending noteException(bool isOpening);
     bool tryToClose();
     void closeUnlessClosed();
 

@@ -98,6 +98,7 @@ private:
     static void expectDocumented(Outcome const& outcome, Place place)
     {
         EXPECT_EQ(outcome.endings & Undocumented, 0U);
+        EXPECT_EQ(outcome.closeEndings & ~(NoMemory | MemoryAllocation | FileNotWritten), 0U);
         if (outcome.endings == 0)
             return;
         if (place == Place::Allocation)

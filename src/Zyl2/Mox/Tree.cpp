@@ -159,16 +159,18 @@ std::uint64_t Tree::SetAndGetIndex(unsigned int const& nodeId, std::string const
     auto* const geometry = dynamic_cast<Geometry*>(GetCurrentNode().value);
     if (geometry == nullptr)
         return 0;
+    // What can fail comes first or last: a variable without data could never be saved.
+    BlockPositionType& place = geometry->GetDatasets()[name];
     std::uint32_t const index = geometry->FindOrAddVariable(name);
     Geometry::VarStruct& variable = geometry->GetVariable(index);
+    place = position;
     variable.type = type;
-    Geometry::ProcessAttributes(variable, attributes);
     variable.array = Describe(array);
     // Data of its own replaces a link: the newest registration holds.
     variable.linked = false;
     variable.linkedNode = 0;
     variable.linkedVariable = 0;
-    geometry->GetDatasets()[name] = position;
+    Geometry::ProcessAttributes(variable, attributes);
     return std::uint64_t(index) << 32U | nodeId;
 }
 

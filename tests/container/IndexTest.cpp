@@ -5,6 +5,7 @@
 #include "FailingAllocation.h"
 #include "TemporaryFile.h"
 #include "support/Environment.h"
+#include "support/KeyContent.h"
 #include "support/ThrowSite.h"
 
 #include <unistd.h>
@@ -818,6 +819,46 @@ TEST(Index, CanGoOnAfterAnyFailedAllocation)
         }
         EXPECT_GT(allocation, 1U) << "no allocation failed in put " << put;
     }
+}
+
+/// Whether the n-th allocation was asked for while the texts were put.
+bool PutFails(Index& index, std::vector<std::string> const& texts, std::size_t allocation)
+{
+    Support::FailingAllocation const failing(allocation);
+    try {
+        index.Put("Key", texts);
+    } catch (MemoryAllocationException const&) {
+        return true;
+    } catch (std::bad_alloc const&) {
+        return true;
+    }
+    return false;
+}
+
+TEST(Index, AValueThatWasPutInPartKeepsTheFileFromPassingForWhole)
+{
+    DefaultBlockSizeSetting const setting("4");
+    Support::TemporaryFolder const folder;
+    std::vector<std::string> const texts{"one", "two", "three"};
+    bool wasPutInPart = false;
+    bool wasNotPut = false;
+    std::size_t allocation = 0;
+    for (bool failed = true; failed; ++allocation) {
+        Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
+        Index index(12);
+        index.Put("Other Key", true);
+        failed = PutFails(index, texts, allocation);
+        std::size_t const length = Support::KeyContent(index, "Key").size();
+        if (failed && length != 0) {
+            wasPutInPart = true;
+            EXPECT_THROW(index.WriteAllBuffersToFileStream(stream.get()), FileWriteException);
+        } else {
+            wasNotPut = wasNotPut || length == 0;
+            EXPECT_NO_THROW(index.WriteAllBuffersToFileStream(stream.get()));
+        }
+    }
+    EXPECT_TRUE(wasPutInPart);
+    EXPECT_TRUE(wasNotPut);
 }
 
 TEST(Index, AFailedFirstSlotLeavesNoPoolThatSeemsToHaveRunDry)

@@ -92,7 +92,15 @@ public:
             Zyl2::Exception::raise(
                 Zyl2::Exception::MiscelleneousException("Attempt to write into a frozen block"),
                 "Zyl2/Wvf/Index", __LINE__, BOOST_CURRENT_FUNCTION);
-        CopyToBlock(blocks_[slot], value);
+        Block& block = blocks_[slot];
+        Block::PositionType const start = block.GetPosition();
+        try {
+            CopyToBlock(block, value);
+        } catch (...) {
+            // No reader can make sense of a part, so the file must not pass for whole.
+            damaged_ = damaged_ || block.GetPosition() != start;
+            throw;
+        }
     }
 
     /// Appends `size` bytes to the key's current block.
@@ -174,7 +182,8 @@ private:
     std::uint64_t rootIndexLength_ = 0;
     /// Slots before this one are frozen or index blocks.
     std::size_t firstUnsavedSlot_ = 0;
-    /// A block was given up half-way, or a seek failed: the file can't become whole any more.
+    /// A value or a block was given up half-way, or a seek failed: the file can't become whole any
+    /// more.
     bool damaged_ = false;
 };
 

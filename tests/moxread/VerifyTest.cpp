@@ -255,6 +255,18 @@ TEST(Verify, AFileThatWasNotClosedIsIncomplete)
               "incomplete: the root index at byte 12 was never written");
 }
 
+TEST(Verify, ARootIndexThatIsCutShortAnywhereIsIncomplete)
+{
+    const std::string file = Sample().file();
+    // What the last entry holds behind its name is zero in any case.
+    const std::size_t end = 20 + 19 * 139 + 5 + spareName.size();
+    for (std::size_t cut = 20; cut < end; ++cut)
+        ASSERT_EQ(verdictOn(patched(file, cut, std::string(2800 - cut, '\0'))),
+                  "incomplete: the root index at byte 12 was written in part only")
+            << cut;
+    EXPECT_EQ(verdictOn(patched(file, end, std::string(2800 - end, '\0'))), "ok");
+}
+
 TEST(Verify, AWrongRootIndexLengthIsRefused)
 {
     EXPECT_EQ(verdictOn(patched(Sample().file(), 12, Bytes().u32(2785).str())),
@@ -428,6 +440,34 @@ TEST(Verify, AFileThatEndsInAnIndexBlockIsIncomplete)
         verdictOn(file.substr(0, 30000)),
         R"(incomplete: slot 19 "\x0BIndex Block " at byte 2800 ends at byte 30604, the file at )"
         "byte 30000");
+}
+
+TEST(Verify, AnIndexBlockThatWasNeverWrittenIsIncomplete)
+{
+    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
+    EXPECT_EQ(verdictOn(patched(file, 2819, std::string(27804, '\0'))),
+              R"(incomplete: slot 19 "\x0BIndex Block " at byte 2819 was never written)");
+}
+
+TEST(Verify, AnIndexBlockThatIsCutShortIsIncomplete)
+{
+    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
+    const std::size_t lastEntry = 2819 + 4 + 199 * 139;
+    for (std::size_t const cut : {std::size_t{2823}, std::size_t{2824}, std::size_t{2819 + 24576},
+                                  lastEntry, lastEntry + 1, lastEntry + 10})
+        EXPECT_EQ(verdictOn(patched(file, cut, std::string(2819 + 27804 - cut, '\0'))),
+                  R"(incomplete: slot 19 "\x0BIndex Block " at byte 2819 was written in part only)")
+            << cut;
+}
+
+TEST(Verify, AnIndexBlockThatIsCutShortInTheEntryOfTheNextIsIncomplete)
+{
+    const std::string file = assemble(slotsFor(std::vector<TestBlock>(230, {"Heavy Data", 0, ""})));
+    const std::size_t lastEntry = 2800 + 4 + 199 * 139;
+    for (std::size_t const cut : {lastEntry, lastEntry + 10, lastEntry + 100, lastEntry + 133})
+        EXPECT_EQ(verdictOn(patched(file, cut, std::string(2800 + 27804 - cut, '\0'))),
+                  R"(incomplete: slot 19 "\x0BIndex Block " at byte 2800 was written in part only)")
+            << cut;
 }
 
 // --- Compressed blocks

@@ -141,7 +141,7 @@ void Container::readRootIndex()
         throw FormatError::incomplete("the root index at byte 12 was never written");
     requireEqual(length, rootLength, "root index length at byte 12");
     requireEqual(count, rootCount, "root index entry count at byte 16");
-    addGroup(rootEntriesOffset, rootCount);
+    addGroup("the root index at byte 12", rootEntriesOffset, rootCount);
 }
 
 void Container::readIndexChain()
@@ -149,15 +149,20 @@ void Container::readIndexChain()
     while (slots_.back().isIndexBlock()) {
         const std::uint64_t position = slots_.back().position;
         const std::string place = slots_.back().describe();
-        requireEqual(readUint32(file_, position), indexBlockCount, place + ": entry count");
-        addGroup(position + sizeof indexBlockCount, indexBlockCount);
+        const std::uint32_t count = readUint32(file_, position);
+        if (count == 0)
+            throw FormatError::incomplete(place + " was never written");
+        requireEqual(count, indexBlockCount, place + ": entry count");
+        addGroup(place, position + sizeof indexBlockCount, indexBlockCount);
     }
 }
 
-void Container::addGroup(std::uint64_t offset, std::uint32_t count)
+void Container::addGroup(std::string const& place, std::uint64_t offset, std::uint32_t count)
 {
     std::vector<std::uint8_t> bytes(count * Slot::encodedSize);
     file_.read(offset, bytes.data(), bytes.size());
+    if (Slot::isCutShort(bytes.data() + (count - 1) * Slot::encodedSize))
+        throw FormatError::incomplete(place + " was written in part only");
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::size_t entry = i * Slot::encodedSize;
         auto const number = static_cast<std::uint32_t>(slots_.size());

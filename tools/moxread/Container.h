@@ -35,7 +35,7 @@ private:
     void readHeader() const;
     void readRootIndex();
     void readIndexChain();
-    void addGroup(std::uint64_t offset, std::uint32_t count);
+    void addGroup(std::string const& place, std::uint64_t offset, std::uint32_t count);
     void addSlot(Slot slot);
     void checkGroupEnd(Slot const& last) const;
     void checkEnd() const;

@@ -120,6 +120,18 @@ Slot decodeChecked(Slot slot, std::uint8_t const* bytes, std::uint64_t offset)
     return slot;
 }
 
+// The name field up to its last letter, the width included.
+std::string encodedName(char const* name)
+{
+    static_assert(nameWidth == 128, "the width is 80 00 00 00");
+    return std::string("\x80\0\0\0", nameOffset - nameWidthOffset) + name;
+}
+
+bool isStart(std::string const& start, std::string const& whole)
+{
+    return whole.compare(0, start.size(), start) == 0;
+}
+
 } // namespace
 
 Slot Slot::decode(std::uint32_t number, std::uint8_t const* bytes, std::uint64_t offset)
@@ -128,6 +140,16 @@ Slot Slot::decode(std::uint32_t number, std::uint8_t const* bytes, std::uint64_t
     slot.number = number;
     return inContext([&] { return "slot " + std::to_string(number); },
                      [&] { return decodeChecked(slot, bytes, offset); });
+}
+
+bool Slot::isCutShort(std::uint8_t const* bytes)
+{
+    std::string written(bytes + nameWidthOffset, bytes + encodedSize);
+    written.resize(written.find_last_not_of('\0') + 1);
+    const std::string spare = encodedName(spareName);
+    const std::string indexBlock = encodedName(indexBlockName);
+    // Behind the name a spare slot has nothing but zeros, an index block has its size.
+    return (isStart(written, spare) && written != spare) || isStart(written, indexBlock);
 }
 
 bool Slot::isIndexBlock() const

@@ -24,6 +24,10 @@ struct Slot
     /// position is not part of it: it follows from the sizes of the slots before.
     static Slot decode(std::uint32_t number, std::uint8_t const* bytes, std::uint64_t offset);
 
+    /// Whether these are the bytes of a group's last entry as they are when writing the group was
+    /// cut short: that entry is spare or an index block, and the rest of it is zero.
+    static bool isCutShort(std::uint8_t const* bytes);
+
     bool isIndexBlock() const;
     bool isSpare() const;
     bool isCompressed() const;

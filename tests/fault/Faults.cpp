@@ -73,6 +73,11 @@ bool strikes(Place place)
     return true;
 }
 
+bool isPlanned()
+{
+    return isKilling || plan.place != Place::None;
+}
+
 bool kills()
 {
     return isKilling && leftUntilKilled-- == 0;

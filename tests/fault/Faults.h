@@ -66,6 +66,8 @@ long liveAllocations();
 
 /// Counts an operation. \return whether it has to fail
 bool strikes(Place place);
+/// Whether some operation is to fail or to be the last.
+bool isPlanned();
 /// Counts an operation of the device. \return whether the process is to be killed
 bool kills();
 void countAllocation(long change);

@@ -120,7 +120,7 @@ std::FILE* __wrap_fopen(char const* path, char const* mode)
         errno = EMFILE;
         return nullptr;
     }
-    if (std::strcmp(mode, "wb") != 0)
+    if (!Fault::isPlanned() || std::strcmp(mode, "wb") != 0)
         return __real_fopen(path, mode);
     int const descriptor = ::open(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
     return descriptor < 0 ? nullptr : streamOn(descriptor);

@@ -293,16 +293,25 @@ void Index::WriteAllBuffersToFileStream(std::FILE* stream)
                                BOOST_CURRENT_FUNCTION);
     for (std::size_t slot = GetFirstUnsavedSlot(); slot < items_.size(); ++slot)
         WriteBufferToFileStream(slot, stream);
-    WriteRootIndex(stream);
     auto const indexBlocks = limiters_.find(IndexBlockName);
     if (indexBlocks != limiters_.end())
         for (std::size_t const slot : indexBlocks->second.blocks)
             WriteIndexBufferToFileStream(slot, stream);
-    if (std::fflush(stream) != 0 || std::ferror(stream) != 0 || damaged_)
-        Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
-                               Source, __LINE__, BOOST_CURRENT_FUNCTION);
+    // Comes last: until it is there, a file can't be taken for a whole one.
+    CheckStream(stream);
+    WriteRootIndex(stream);
+    CheckStream(stream);
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__,
                      "All buffers to file stream written.");
+}
+
+/// Sees to it that all that was written has reached the file.
+void Index::CheckStream(std::FILE* stream) const
+{
+    if (std::fflush(stream) != 0 || std::ferror(stream) != 0 || damaged_)
+        Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
+                               Source, __LINE__,
+                               "void Zyl2Wvf::Index::WriteAllBuffersToFileStream(FILE*)");
 }
 
 void Index::FlushFrozen(std::FILE* stream)

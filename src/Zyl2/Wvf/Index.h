@@ -133,7 +133,7 @@ public:
     /// \throws FileWriteException "Unable to write to file"
     void WriteIndexBufferToFileStream(std::size_t slot, std::FILE* stream);
 
-    /// Saves everything that is not saved yet: blocks in slot order, root index, index blocks.
+    /// Saves everything that is not saved yet: blocks in slot order, index blocks, root index.
     /// \throws FileWriteException also when an earlier write failed: a file that lacks bytes is
     ///         never taken for a whole one
     /// \throws InvalidObjectState no block was ever added
@@ -169,6 +169,7 @@ private:
     void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit);
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
     void CheckCompressed(Block const& block);
+    void CheckStream(std::FILE* stream) const;
     void SaveBlock(std::size_t slot, std::FILE* stream);
     void WriteRootIndex(std::FILE* stream);
     std::size_t GetFirstUnsavedSlot();

@@ -1,0 +1,36 @@
+#ifndef TESTS_FAULT_CHILD_H
+#define TESTS_FAULT_CHILD_H
+
+#include <functional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace Fault {
+
+/// A process that does one thing, so that what befalls it befalls no test.
+class Child
+{
+public:
+    /// Starts the process.
+    /// \param action its value is the process's exit status
+    explicit Child(std::function<int()> const& action);
+    /// Waits if nobody has done so.
+    ~Child();
+    Child(Child const&) = delete;
+    Child& operator=(Child const&) = delete;
+
+    void kill() const;
+
+    /// Waits for the end.
+    /// \return "status ..." or "signal ..."
+    std::string wait();
+
+private:
+    pid_t id_;
+    bool isOver_ = false;
+};
+
+} // namespace Fault
+
+#endif

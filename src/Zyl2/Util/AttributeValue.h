@@ -28,6 +28,14 @@ public:
     /// The integer 0.
     AttributeValue() = default;
 
+    // By assignment: when a text finds no memory, libstdc++ 12 destroys what it takes for the value
+    // of a variant that it was copying.
+    AttributeValue(AttributeValue const& other) : AttributeValue() { value_ = other.value_; }
+    AttributeValue(AttributeValue&&) noexcept = default;
+    AttributeValue& operator=(AttributeValue const&) = default;
+    AttributeValue& operator=(AttributeValue&&) noexcept = default;
+    ~AttributeValue() = default;
+
     static AttributeValue FromInteger(std::uint32_t value);
     static AttributeValue FromFloat(float value);
     static AttributeValue FromText(std::string const& value);

@@ -1,5 +1,7 @@
 #include "fault/Child.h"
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
@@ -43,6 +45,26 @@ std::string Child::wait()
     isOver_ = true;
     return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
                                : "status " + std::to_string(WEXITSTATUS(status));
+}
+
+std::string inChild(std::function<std::string()> const& action)
+{
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0)
+        throw std::runtime_error("no pipe");
+    Child child([&] {
+        std::string const text = action();
+        return ::write(ends[1], text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0
+                                                                                               : 1;
+    });
+    ::close(ends[1]);
+    std::string text;
+    std::array<char, 256> piece{};
+    for (ssize_t got = 1; got > 0; text.append(piece.data(), static_cast<std::size_t>(got)))
+        got = std::max<ssize_t>(::read(ends[0], piece.data(), piece.size()), 0);
+    ::close(ends[0]);
+    std::string const ending = child.wait();
+    return ending == "status 0" ? text : ending;
 }
 
 } // namespace Fault

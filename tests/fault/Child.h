@@ -31,6 +31,10 @@ private:
     bool isOver_ = false;
 };
 
+/// Lets a process of its own do something that would get in the way of other tests.
+/// \return the action's text, or how the process ended without one
+std::string inChild(std::function<std::string()> const& action);
+
 } // namespace Fault
 
 #endif

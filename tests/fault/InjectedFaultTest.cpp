@@ -36,6 +36,9 @@ public:
             expected_[file] = contentOf(file);
     }
 
+    /// Slots in the first file.
+    std::size_t slotCount() const { return MoxRead::Container(paths_[0]).slots().size(); }
+
     /// Fails at the first operation of the place, at the second one, and so on.
     /// \return how many operations there were
     std::size_t failAtEach(Place place, Repeat repeat)
@@ -198,9 +201,17 @@ INSTANTIATE_TEST_SUITE_P(AllCalls, InjectedFaultTest,
                                           testing::Values(Repeat::Once, Repeat::FromThenOn)),
                          nameOf);
 
+TEST(ManyBlocksTest, TheScenariosNeedIndexBlocks)
+{
+    constexpr std::size_t withOne = 220;
+    constexpr std::size_t withTwo = 420;
+    EXPECT_EQ(Sweep(smallScenarios()[3], Temper::Careful).slotCount(), withOne);
+    EXPECT_EQ(Sweep(manyBlocks(), Temper::Careful).slotCount(), withTwo);
+}
+
 TEST(ManyBlocksTest, NoStreamCallThatFailsGoesUnnoticed)
 {
-    Sweep sweep(manyBlocks(), Temper::Stubborn);
+    Sweep sweep(manyBlocks(), Temper::Careful);
     EXPECT_GT(sweep.failAtEach(Place::StreamCall, Repeat::Once), 400U);
 }
 

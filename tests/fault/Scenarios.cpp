@@ -183,17 +183,17 @@ void writeTwice(Host& host)
 std::vector<Scenario> const& smallScenarios()
 {
     static std::vector<Scenario> const scenarios{
-        {"Tree", "10485760", buildTree},
+        {"Tree", "1000", buildTree},
         {"Components", "200", addComponents},
         {"Arrays", "100", addArrays},
-        {"Blocks", "80", [](Host& host) { writeBlocks(host, 12); }},
+        {"Blocks", "70", [](Host& host) { writeBlocks(host, 9); }},
         {"SecondPath", "160", writeTwice}};
     return scenarios;
 }
 
 Scenario manyBlocks()
 {
-    return {"ManyBlocks", "80", [](Host& host) { writeBlocks(host, 220); }};
+    return {"ManyBlocks", "80", [](Host& host) { writeBlocks(host, 205); }};
 }
 
 } // namespace Fault

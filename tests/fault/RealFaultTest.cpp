@@ -1,0 +1,333 @@
+#include "fault/Child.h"
+
+#include "container/TemporaryFile.h"
+#include "moxread/FormatError.h"
+#include "moxread/Verify.h"
+#include "support/Environment.h"
+
+#include <Zyl2/Exception/Exception.h>
+#include <Zyl2/Mox2/Model.h>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+
+#include <fcntl.h>
+#include <grp.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Fault {
+
+namespace {
+
+using namespace Zyl2::Mox2;
+
+constexpr std::uintmax_t Page = 4096;
+constexpr char const* Sound = "sound";
+constexpr char const* NotWritten = "7: Unable to write to file";
+constexpr char const* BlockNotSaved = "7: Saving the buffer failed";
+constexpr char const* Exists = "5: File exists.";
+
+std::string notOpened(std::string const& path)
+{
+    return "2: Unable to open file \"" + path + '"';
+}
+
+SaverOptions overwriting(bool overwrite)
+{
+    SaverOptions options;
+    options.overwrite = overwrite;
+    return options;
+}
+
+/// Values that hardly compress.
+Array1d<unsigned int> values(std::size_t count)
+{
+    std::mt19937 random(1);
+    std::vector<unsigned int> result(count);
+    for (unsigned int& value : result)
+        value = static_cast<unsigned int>(random());
+    return Array1d<unsigned int>(result);
+}
+
+void fill(Model& model, unsigned int datasets, std::size_t valuesEach)
+{
+    model.addNode(NodeType::RootGroup, "root");
+    unsigned int const shape = model.addNode(NodeType::Shape, "shape");
+    Array1d<unsigned int> const array = values(valuesEach);
+    for (unsigned int dataset = 0; dataset < datasets; ++dataset)
+        model.addArrayProperty("dataset " + std::to_string(dataset), DatasetType::Result10, array,
+                               shape, Step());
+}
+
+std::string verdictOn(std::string const& path)
+{
+    try {
+        MoxRead::verify(path);
+        return Sound;
+    } catch (MoxRead::FormatError const& error) {
+        return error.what();
+    }
+}
+
+/// What a host sees that does as the documentation says: it calls `close` before the model goes.
+struct Writing
+{
+    bool overwrite = false;
+    unsigned int datasets = 2;
+    std::size_t valuesEach = 1000;
+
+    /// \return the error code and the text of the first exception; without one, what the reader
+    ///         says of the file
+    std::string to(std::string const& path) const
+    {
+        Model model;
+        try {
+            model.saveTo(path, overwriting(overwrite));
+            fill(model, datasets, valuesEach);
+            model.close();
+            return verdictOn(path);
+        } catch (Zyl2::Exception::Exception const& failure) {
+            closeQuietly(model);
+            return std::to_string(failure.errorCode()) + ": " + failure.what();
+        }
+    }
+
+private:
+    static void closeQuietly(Model& model)
+    {
+        try {
+            model.close();
+        } catch (Zyl2::Exception::FileWriteException const&) {
+            // Said once is enough.
+        }
+    }
+};
+
+/// Files of this process can grow to a size only, as on a disk that fills up.
+void limitFileSize(rlim_t size)
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = size;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Permissions are no matter to the administrator.
+bool becomeSomebodyElse()
+{
+    constexpr uid_t nobody = 65534;
+    return ::geteuid() != 0 ||
+           (::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0);
+}
+
+constexpr char const* CannotBecomeSomebodyElse = "this process cannot become another user";
+
+std::string asSomebodyElse(std::function<std::string()> const& action)
+{
+    return inChild([&] { return becomeSomebodyElse() ? action() : CannotBecomeSomebodyElse; });
+}
+
+/// Gives this process a disk of its own, which goes when the process ends.
+bool mountDisk(std::string const& folder, std::string const& size)
+{
+    return ::unshare(CLONE_NEWNS) == 0 &&
+           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("tmpfs", folder.c_str(), "tmpfs", 0, ("size=" + size).c_str()) == 0;
+}
+
+constexpr char const* CannotMount = "this process cannot mount a disk";
+
+/// Takes all room on a disk but for some pages.
+void fillDisk(std::string const& file, std::uintmax_t pagesLeft)
+{
+    std::filesystem::remove(file);
+    std::uintmax_t const left =
+        std::filesystem::space(std::filesystem::path(file).parent_path()).available;
+    int const descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT, 0666);
+    static_cast<void>(
+        ::posix_fallocate(descriptor, 0, static_cast<off_t>(left - pagesLeft * Page)) == 0);
+    ::close(descriptor);
+}
+
+/// Writes models with ever more room, until one fits.
+/// \param makeRoom takes the number of the attempt
+/// \return how many failed; or what was wrong with one of them
+template <typename MakeRoom>
+std::string writeUntilItFits(std::string const& path, MakeRoom makeRoom)
+{
+    for (unsigned int attempt = 0;; ++attempt) {
+        makeRoom(attempt);
+        std::string const outcome = Writing().to(path);
+        if (outcome == Sound)
+            return std::to_string(attempt) + " failed";
+        if (outcome != NotWritten && outcome != BlockNotSaved)
+            return outcome;
+        if (std::filesystem::exists(path) && verdictOn(path) == Sound)
+            return "reported as failed, and yet sound";
+        std::filesystem::remove(path);
+    }
+}
+
+class RealFaultTest : public testing::Test
+{
+protected:
+    Support::TemporaryFolder folder;
+    std::string path = folder.File("model.mox");
+};
+
+} // namespace
+
+TEST_F(RealFaultTest, AFullDiskIsReportedHoweverMuchRoomItHasLeft)
+{
+    Support::DefaultBlockSizeSetting const setting("1000");
+    std::string const outcome = inChild([&]() -> std::string {
+        if (!mountDisk(folder.File("."), "4m"))
+            return CannotMount;
+        return writeUntilItFits(path,
+                                [&](unsigned int attempt) { fillDisk(folder.File("x"), attempt); });
+    });
+    if (outcome == CannotMount)
+        GTEST_SKIP() << outcome;
+    ASSERT_EQ(Writing().to(path), Sound);
+    EXPECT_EQ(outcome,
+              std::to_string((std::filesystem::file_size(path) + Page - 1) / Page) + " failed");
+}
+
+TEST_F(RealFaultTest, ADiskThatFillsUpWhileDatasetsAreAddedIsReported)
+{
+    Support::DefaultBlockSizeSetting const setting("100000");
+    std::string const outcome = inChild([&]() -> std::string {
+        if (!mountDisk(folder.File("."), "2m"))
+            return CannotMount;
+        Writing const large{false, 50, 25000};
+        std::string const result = large.to(path);
+        return result + ", " + verdictOn(path);
+    });
+    if (outcome == CannotMount)
+        GTEST_SKIP() << outcome;
+    EXPECT_EQ(outcome, std::string(NotWritten) +
+                           ", incomplete: the root index at byte 12 was never written");
+}
+
+TEST_F(RealFaultTest, AFileThatMayNotGrowIsReportedAtAnyByte)
+{
+    for (char const* const blockSize : {"1000", "10485760"}) {
+        Support::DefaultBlockSizeSetting const setting(blockSize);
+        constexpr rlim_t step = 97;
+        std::string const outcome = inChild([&] {
+            return writeUntilItFits(path,
+                                    [](unsigned int attempt) { limitFileSize(attempt * step); });
+        });
+        std::filesystem::remove(path);
+        ASSERT_EQ(Writing().to(path), Sound);
+        // The time of writing, which is compressed, takes a byte more or less.
+        std::uintmax_t const size = std::filesystem::file_size(path);
+        std::filesystem::remove(path);
+        EXPECT_NEAR(std::stod(outcome), static_cast<double>(size) / step, 2) << outcome;
+    }
+}
+
+TEST_F(RealFaultTest, AFullDeviceIsReported)
+{
+    Writing writing;
+    writing.overwrite = true;
+    Support::DefaultBlockSizeSetting const setting(nullptr);
+    EXPECT_EQ(writing.to("/dev/full"), BlockNotSaved);
+    Support::DefaultBlockSizeSetting const small("1000");
+    EXPECT_EQ(writing.to("/dev/full"), BlockNotSaved);
+}
+
+TEST_F(RealFaultTest, ADestructorThatCannotWriteEndsTheProcess)
+{
+    std::string const outcome = inChild([] {
+        Model model;
+        model.saveTo("/dev/full", overwriting(true));
+        model.addNode(NodeType::RootGroup, "root");
+        return Sound;
+    });
+    EXPECT_EQ(outcome, "signal " + std::to_string(SIGABRT));
+}
+
+TEST_F(RealFaultTest, AFolderThatMayNotBeWrittenToIsReported)
+{
+    std::filesystem::permissions(folder.File("."), std::filesystem::perms(0555));
+    std::string const outcome = asSomebodyElse([&] { return Writing().to(path); });
+    std::filesystem::permissions(folder.File("."), std::filesystem::perms(0755));
+    if (outcome == CannotBecomeSomebodyElse)
+        GTEST_SKIP() << outcome;
+    EXPECT_EQ(outcome, notOpened(path));
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(RealFaultTest, AnUnreadableFileIsReportedAndKept)
+{
+    Support::WriteFile(path, "kept");
+    std::filesystem::permissions(folder.File("."), std::filesystem::perms(0755));
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    for (bool const overwrite : {false, true}) {
+        Writing writing;
+        writing.overwrite = overwrite;
+        std::string const outcome = asSomebodyElse([&] { return writing.to(path); });
+        if (outcome == CannotBecomeSomebodyElse)
+            GTEST_SKIP() << outcome;
+        EXPECT_EQ(outcome, overwrite ? notOpened(path) : Exists);
+    }
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    EXPECT_EQ(Support::ReadFile(path), "kept");
+}
+
+TEST_F(RealFaultTest, AnExistingFileIsKeptUnlessItMayBeOverwritten)
+{
+    Support::WriteFile(path, "kept");
+    EXPECT_EQ(Writing().to(path), Exists);
+    EXPECT_EQ(Support::ReadFile(path), "kept");
+    Writing writing;
+    writing.overwrite = true;
+    EXPECT_EQ(writing.to(path), Sound);
+}
+
+TEST_F(RealFaultTest, AFolderIsNoFile)
+{
+    std::filesystem::create_directory(path);
+    EXPECT_EQ(Writing().to(path), Exists);
+    Writing writing;
+    writing.overwrite = true;
+    EXPECT_EQ(writing.to(path), notOpened(path));
+    EXPECT_TRUE(std::filesystem::is_empty(path));
+}
+
+TEST_F(RealFaultTest, AFolderThatIsMissingIsNotMade)
+{
+    std::string const deep = folder.File("missing/model.mox");
+    EXPECT_EQ(Writing().to(deep), notOpened(deep));
+    EXPECT_FALSE(std::filesystem::exists(folder.File("missing")));
+}
+
+TEST_F(RealFaultTest, ANameThatIsTooLongIsReported)
+{
+    std::string const longName = folder.File(std::string(300, 'n'));
+    EXPECT_EQ(Writing().to(longName), notOpened(longName));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File(".")));
+}
+
+// The system goes on writing to a file that has lost its name, and so does the library.
+TEST_F(RealFaultTest, AFileThatIsRemovedWhileItIsWrittenStaysAway)
+{
+    Model model;
+    model.saveTo(path);
+    std::filesystem::remove(path);
+    fill(model, 2, 1000);
+    EXPECT_NO_THROW(model.close());
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_EQ(Writing().to(path), Sound);
+}
+
+} // namespace Fault

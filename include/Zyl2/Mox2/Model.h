@@ -82,8 +82,8 @@ struct IfArrayProperty
 /// model.close();
 /// \endcode
 ///
-/// All failures are exceptions of `Zyl2::Exception`; work already done when a later step of a call
-/// fails is not undone.
+/// All failures are exceptions of `Zyl2::Exception`, or `std::bad_alloc` when memory runs out; work
+/// already done when a later step of a call fails is not undone.
 ///
 /// One model belongs to one thread at a time; different models may be driven by different threads
 /// at the same time. This is the way to use several cores: the library starts no threads itself,

@@ -253,6 +253,20 @@ TEST(WvFile, ClosingClosesTheStreamAndTellsOfIt)
     }
 }
 
+TEST(WvFile, AFileThatTheSystemRefusesToCloseIsKnownToBe)
+{
+    WvFile file;
+    file.OpenFileForWriting(std::string("/dev/full"), true);
+    file.WriteHeader();
+    EXPECT_FALSE(file.HasFailedToClose());
+    EXPECT_NO_THROW(file.CloseFile());
+    EXPECT_TRUE(file.HasFailedToClose());
+    Support::TemporaryFolder const folder;
+    file.OpenFileForWriting(folder.File("a"), false);
+    file.CloseFile();
+    EXPECT_FALSE(file.HasFailedToClose());
+}
+
 TEST(WvFile, ClosingAClosedFileOnlySaysThatItCloses)
 {
     WvFile file;

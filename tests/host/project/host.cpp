@@ -93,13 +93,14 @@ struct CountingLog : Zyl2::Log::LogSystem
     int records;
 };
 
-void writeModel()
+void writeModel(char const* path)
 {
     SaverOptions options;
     options.overwrite = true;
     options.text1 = "host";
     Model model;
-    model.saveTo(L"host.mox", options);
+    std::string const narrow(path);
+    model.saveTo(std::wstring(narrow.begin(), narrow.end()), options);
 
     Attributes attributes;
     char buffer[] = "text";
@@ -132,12 +133,12 @@ void writeModel()
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
     exceptionsCrossTheLibrarysBoundary();
     CountingLog log;
     Zyl2::Log::LogSystem* const previous = Zyl2::Log::setActiveLogSystem(&log);
-    writeModel();
+    writeModel(argc > 1 ? argv[1] : "host.mox");
     Zyl2::Log::setActiveLogSystem(previous);
     expect(log.records > 10, "an installed log system receives records");
     return failures == 0 ? 0 : 1;

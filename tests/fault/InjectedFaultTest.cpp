@@ -147,9 +147,7 @@ private:
     std::string contentOf(std::size_t file) const
     {
         std::string const& path = paths_[file];
-        return std::filesystem::exists(path)
-                   ? Support::withoutWritingRecord(Support::ReadFile(path), path)
-                   : std::string();
+        return std::filesystem::exists(path) ? Support::withoutWritingRecord(path) : std::string();
     }
 
     Scenario scenario_;

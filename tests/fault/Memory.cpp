@@ -3,6 +3,8 @@
 
 #include "fault/Faults.h"
 
+#include <sys/mman.h>
+
 #include <cstddef>
 #include <new>
 
@@ -12,10 +14,18 @@ void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* buffer, std::size_t size);
 void __real_free(void* buffer);
+void* __real_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset);
+void* __real_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags, ...);
+int __real_munmap(void* buffer, std::size_t size);
 void* __wrap_malloc(std::size_t size);
 void* __wrap_calloc(std::size_t count, std::size_t size);
 void* __wrap_realloc(void* buffer, std::size_t size);
 void __wrap_free(void* buffer);
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset);
+void* __wrap_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags);
+int __wrap_munmap(void* buffer, std::size_t size);
 }
 
 namespace {
@@ -56,6 +66,27 @@ void __wrap_free(void* buffer)
 {
     Fault::countAllocation(buffer == nullptr ? 0 : -1);
     __real_free(buffer);
+}
+
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
+                  off_t offset)
+{
+    if (Fault::strikes(Fault::Place::Allocation))
+        return MAP_FAILED;
+    return counted(__real_mmap(address, size, protection, flags, file, offset));
+}
+
+void* __wrap_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags)
+{
+    if (Fault::strikes(Fault::Place::Allocation))
+        return MAP_FAILED;
+    return __real_mremap(buffer, oldSize, size, flags);
+}
+
+int __wrap_munmap(void* buffer, std::size_t size)
+{
+    Fault::countAllocation(-1);
+    return __real_munmap(buffer, size);
 }
 }
 

@@ -15,7 +15,7 @@ int compare(std::vector<std::string> const& paths)
 {
     int different = 0;
     auto const bytesOf = [](std::string const& path) {
-        return Support::withoutWritingRecord(Support::ReadFile(path), path);
+        return Support::withoutWritingRecord(path);
     };
     std::string const first = bytesOf(paths.front());
     for (std::string const& path : paths)

@@ -1,6 +1,6 @@
 #include "integration/BlockSizeSetting.h"
 #include "integration/MirroredModel.h"
-#include "integration/WritingRecord.h"
+#include "support/WritingRecord.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Model.h"
@@ -58,7 +58,8 @@ TEST(DeterminismTest, TheSameCallsGiveTheSameBytesButForTheWritingRecord)
     std::string const first = write(firstPath, "AAA0");
     std::string const second = write(secondPath, "LONGERNAME-7");
     EXPECT_TRUE(first != second);
-    EXPECT_TRUE(bytesWithoutWritingRecord(firstPath) == bytesWithoutWritingRecord(secondPath));
+    EXPECT_TRUE(Support::withoutWritingRecord(firstPath) ==
+                Support::withoutWritingRecord(secondPath));
 }
 
 TEST(DeterminismTest, TheTimeStampIsThatOfTheZoneInWhichTheFileIsClosed)

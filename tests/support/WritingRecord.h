@@ -1,6 +1,7 @@
 #ifndef TESTS_SUPPORT_WRITINGRECORD_H
 #define TESTS_SUPPORT_WRITINGRECORD_H
 
+#include "container/TemporaryFile.h"
 #include "moxread/Container.h"
 
 #include <algorithm>
@@ -28,10 +29,11 @@ inline std::size_t placeOfSize(MoxRead::Container const& container, std::uint32_
     return indexBlock.position + countLength + inGroup * entryLength + sizeOffset;
 }
 
-/// A file's bytes without the writing record's blocks and with their sizes blanked: what is left
-/// depends on nothing but the calls.
-inline std::string withoutWritingRecord(std::string bytes, std::string const& path)
+/// A model file's bytes without the writing record's blocks and with their sizes blanked: what is
+/// left depends on nothing but the calls.
+inline std::string withoutWritingRecord(std::string const& path)
 {
+    std::string bytes = ReadFile(path);
     MoxRead::Container const container(path);
     std::vector<MoxRead::Slot> const slots = container.slotsOf("Global Information");
     for (MoxRead::Slot const& slot : slots)

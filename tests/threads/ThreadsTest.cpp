@@ -3,9 +3,9 @@
 #include "container/LogCapture.h"
 #include "container/TemporaryFile.h"
 #include "integration/BlockSizeSetting.h"
-#include "integration/WritingRecord.h"
 #include "moxread/Container.h"
 #include "moxread/Model.h"
+#include "support/WritingRecord.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ namespace Threads {
 
 namespace {
 
-using Integration::bytesWithoutWritingRecord;
+using Support::withoutWritingRecord;
 
 constexpr unsigned int modelCount = 8;
 
@@ -97,8 +97,7 @@ protected:
     static void expectSame(NumberedModel const& model, NumberedModel const& expected)
     {
         SCOPED_TRACE(model.signature());
-        EXPECT_TRUE(bytesWithoutWritingRecord(model.path()) ==
-                    bytesWithoutWritingRecord(expected.path()));
+        EXPECT_TRUE(withoutWritingRecord(model.path()) == withoutWritingRecord(expected.path()));
         MoxRead::Model const file(model.path());
         EXPECT_EQ(file.globalInformation().writings.at(0).text1, model.signature());
         EXPECT_EQ(model.failures(), expected.failures());
@@ -133,8 +132,8 @@ TEST_F(ThreadsTest, TheModelsDifferAndConsistOfManyBlocks)
         for (std::string const& failure : alone[index]->failures())
             EXPECT_NE(failure, "none");
         for (unsigned int other = 0; other < index; ++other)
-            EXPECT_FALSE(bytesWithoutWritingRecord(alone[index]->path()) ==
-                         bytesWithoutWritingRecord(alone[other]->path()));
+            EXPECT_FALSE(withoutWritingRecord(alone[index]->path()) ==
+                         withoutWritingRecord(alone[other]->path()));
     }
 }
 
@@ -171,8 +170,7 @@ TEST_F(ThreadsTest, SeveralModelsMayTakeTheSameValues)
     runAtOnce(modelCount, [&](unsigned int index) { write(path(index)); });
     write(path(modelCount));
     for (unsigned int index = 0; index < modelCount; ++index)
-        EXPECT_TRUE(bytesWithoutWritingRecord(path(index)) ==
-                    bytesWithoutWritingRecord(path(modelCount)));
+        EXPECT_TRUE(withoutWritingRecord(path(index)) == withoutWritingRecord(path(modelCount)));
 }
 
 TEST_F(ThreadsTest, ALogSystemGetsEveryThreadsRecordsInTheirOrder)

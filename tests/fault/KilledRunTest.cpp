@@ -252,9 +252,11 @@ TEST_F(KilledRunTest, KilledAtARandomMomentTheFileIsIncompleteUntilItIsWhole)
     for (std::uint32_t seed = first; seed != first + Runs; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         auto const write = [seed](std::string const& to) { SeededModel(seed).write(to); };
+        std::mt19937 random(~seed);
         Microseconds const whole = timeOf([&] { write(path); });
         std::filesystem::remove(path);
-        Microseconds const delay(std::mt19937(~seed)() % (whole.count() + 1));
+        Microseconds const delay(
+            std::uniform_int_distribution<Microseconds::rep>(0, whole.count())(random));
         judge(endingAfter(delay, [&] { write(path); }), write);
     }
     std::cout << tally << '\n';

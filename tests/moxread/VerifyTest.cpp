@@ -449,6 +449,14 @@ TEST(Verify, AnIndexBlockThatWasNeverWrittenIsIncomplete)
               R"(incomplete: slot 19 "\x0BIndex Block " at byte 2819 was never written)");
 }
 
+TEST(Verify, ABlockThatAnIndexBlockDoesNotKnowOfYetIsIncomplete)
+{
+    std::vector<TestSlot> slots = slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""}));
+    const std::string file = assemble(slots);
+    EXPECT_EQ(verdictOn(file + "abc"), "incomplete: 3 bytes follow the last block, from byte " +
+                                           std::to_string(file.size()));
+}
+
 TEST(Verify, AnIndexBlockThatIsCutShortIsIncomplete)
 {
     const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));

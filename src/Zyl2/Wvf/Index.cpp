@@ -293,13 +293,13 @@ void Index::WriteAllBuffersToFileStream(std::FILE* stream)
                                BOOST_CURRENT_FUNCTION);
     for (std::size_t slot = GetFirstUnsavedSlot(); slot < items_.size(); ++slot)
         WriteBufferToFileStream(slot, stream);
+    // Until the root index is there, nobody takes the file for a whole one.
+    CheckStream(stream);
+    WriteRootIndex(stream);
     auto const indexBlocks = limiters_.find(IndexBlockName);
     if (indexBlocks != limiters_.end())
         for (std::size_t const slot : indexBlocks->second.blocks)
             WriteIndexBufferToFileStream(slot, stream);
-    // Comes last: until it is there, a file can't be taken for a whole one.
-    CheckStream(stream);
-    WriteRootIndex(stream);
     CheckStream(stream);
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__,
                      "All buffers to file stream written.");

@@ -133,7 +133,7 @@ public:
     /// \throws FileWriteException "Unable to write to file"
     void WriteIndexBufferToFileStream(std::size_t slot, std::FILE* stream);
 
-    /// Saves everything that is not saved yet: blocks in slot order, index blocks, root index.
+    /// Saves everything that is not saved yet: blocks in slot order, root index, index blocks.
     /// \throws FileWriteException also when an earlier write failed: a file that lacks bytes is
     ///         never taken for a whole one
     /// \throws InvalidObjectState no block was ever added

@@ -3,6 +3,7 @@
 #include "FailingAllocation.h"
 #include "Zyl2/Wvf/Block.h"
 #include "Zyl2/Wvf/FastDeflate.h"
+#include "support/Environment.h"
 #include "support/ThrowSite.h"
 
 #include <zlib.h>
@@ -15,6 +16,7 @@ namespace {
 
 using namespace Zyl2Wvf;
 using Support::Content;
+using Support::DefaultBlockSizeSetting;
 using Support::Hex;
 
 std::string Compressed(std::string const& content, int level = 6)
@@ -159,6 +161,35 @@ TEST(BlockZlibCompressor, WithoutABufferTheBlockStaysAsItWas)
         {16, "Memory allocation error", "Zyl2Wvf::BlockZlibCompressor::operator()",
          "Zyl2/Wvf/BlockZlibCompressor"});
     EXPECT_EQ(Content(block), "aaaaaaaa");
+}
+
+TEST(BlockZlibCompressor, LeavesALargeContentsBufferAndTakesTheOneForStreams)
+{
+    SpareBuffers spares;
+    ASSERT_TRUE(spares.stream.Grow(8 * Zyl2Util::Buffer::LargeSize));
+    unsigned char const* const room = spares.stream.GetData();
+    std::string const content(Zyl2Util::Buffer::LargeSize, 'a');
+    Block block;
+    block.Append(content.data(), content.size());
+    unsigned char const* const held = block.GetData();
+    BlockZlibCompressor compress(6, spares);
+    compress(block);
+    EXPECT_EQ(block.GetData(), room);
+    EXPECT_EQ(spares.content.GetData(), held);
+    EXPECT_EQ(spares.stream.GetData(), nullptr);
+    EXPECT_EQ(Inflated(Content(block).substr(4), content.size()), content);
+}
+
+TEST(BlockZlibCompressor, KeepsNoSmallContentsBuffer)
+{
+    DefaultBlockSizeSetting const setting("100");
+    SpareBuffers spares;
+    Block block;
+    block.Append("aaaaaaaa", 8);
+    BlockZlibCompressor compress(6, spares);
+    compress(block);
+    EXPECT_EQ(spares.content.GetData(), nullptr);
+    EXPECT_EQ(Inflated(Content(block).substr(4), 8), "aaaaaaaa");
 }
 
 TEST(BlockZlibCompressor, WorksAsATransformationOfAnyKind)

@@ -438,6 +438,27 @@ TEST(Index, AFrozenBlockIsFollowedByANewOneForTheNextPut)
     EXPECT_EQ(Content(index.GetBlock(1)), Hex("02 00 00 00"));
 }
 
+TEST(Index, AKeyThatGoesOnAfterASavedBlockGetsThatBlocksBuffer)
+{
+    DefaultBlockSizeSetting const setting("5000000");
+    Support::TemporaryFolder const folder;
+    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
+    Index index(12);
+    std::string const full(5000000, 'x');
+    PutBytes(index, "Key", full);
+    unsigned char const* const buffer = index.GetBlock(0).GetData();
+    index.AddTransformation("Key", BlockTransformationType::Freeze);
+    index.AddTransformation("Key", BlockTransformationType::Compress);
+    PutBytes(index, "Key", full);
+    EXPECT_NE(index.GetBlock(1).GetData(), buffer);
+    index.FlushFrozen(stream.get());
+    PutBytes(index, "Other", "a");
+    EXPECT_NE(index.GetBlock(2).GetData(), buffer);
+    PutBytes(index, "Key", "abc");
+    EXPECT_EQ(index.GetBlock(3).GetData(), buffer);
+    EXPECT_EQ(Content(index.GetBlock(3)), "abc");
+}
+
 TEST(Index, APutThatWouldPassFourGibibytesGoesToANewBlock)
 {
     DefaultBlockSizeSetting const setting("4294967294");

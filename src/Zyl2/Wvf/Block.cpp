@@ -86,6 +86,13 @@ void Block::Reset() noexcept
     Adopt(Zyl2Util::Buffer(), 0);
 }
 
+Zyl2Util::Buffer Block::Release() noexcept
+{
+    Zyl2Util::Buffer released = std::move(buffer_);
+    Reset();
+    return released;
+}
+
 void Block::Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept
 {
     buffer_ = std::move(buffer);

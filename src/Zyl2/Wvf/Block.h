@@ -71,6 +71,9 @@ public:
     /// Releases the buffer; the block is empty again.
     void Reset() noexcept;
 
+    /// Gives the buffer away; the block is empty again.
+    Zyl2Util::Buffer Release() noexcept;
+
     /// Takes a buffer over in place of its own; `length` bytes of it are the content. The cursor
     /// goes to the end.
     void Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept;

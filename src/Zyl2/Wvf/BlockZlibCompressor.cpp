@@ -55,6 +55,8 @@ void BlockZlibCompressor::operator()(Block& block)
     std::uint32_t const length = block.GetLength();
     std::size_t const capacity = PrefixLength + CompressionBound(length);
     Zyl2Util::Buffer buffer;
+    if (spares_ != nullptr)
+        buffer = std::move(spares_->stream);
     if (!buffer.Grow(capacity))
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
@@ -71,7 +73,15 @@ void BlockZlibCompressor::operator()(Block& block)
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
     std::memcpy(buffer.GetData(), &length, PrefixLength);
-    block.Adopt(std::move(buffer), static_cast<std::uint32_t>(PrefixLength + *compressed));
+    Replace(block, std::move(buffer), static_cast<std::uint32_t>(PrefixLength + *compressed));
+}
+
+void BlockZlibCompressor::Replace(Block& block, Zyl2Util::Buffer stream, std::uint32_t length)
+{
+    Zyl2Util::Buffer content = block.Release();
+    if (spares_ != nullptr && content.GetSize() >= Zyl2Util::Buffer::LargeSize)
+        spares_->content = std::move(content);
+    block.Adopt(std::move(stream), length);
 }
 
 } // namespace Zyl2Wvf

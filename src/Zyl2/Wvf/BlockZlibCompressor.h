@@ -2,6 +2,9 @@
 #define ZYL2_WVF_BLOCKZLIBCOMPRESSOR_H
 
 #include "Zyl2/Wvf/BlockTransformation.h"
+#include "Zyl2/Wvf/SpareBuffers.h"
+
+#include <cstdint>
 
 namespace Zyl2Wvf {
 
@@ -14,13 +17,19 @@ public:
     /// \param level zlib's compression level; blocks are saved with 6
     explicit BlockZlibCompressor(int level) : level_(level) {}
 
+    /// \param spares taken from for the stream; a large content's buffer is left there
+    BlockZlibCompressor(int level, SpareBuffers& spares) : level_(level), spares_(&spares) {}
+
     /// Compresses the block; a block that can't be compressed is left empty.
     /// \throws MemoryAllocationException no buffer, or the compressed block would be too long; the
     ///         block is unchanged
     void operator()(Block& block) override;
 
 private:
+    void Replace(Block& block, Zyl2Util::Buffer stream, std::uint32_t length);
+
     int level_;
+    SpareBuffers* spares_ = nullptr;
 };
 
 } // namespace Zyl2Wvf

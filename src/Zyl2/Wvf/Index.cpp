@@ -134,6 +134,9 @@ std::size_t Index::AddBlock(std::string const& name)
     AssignSlot(limiter, slot);
     pool.pop_back();
     items_[slot].name = std::move(assignedName);
+    // A key that goes on after a full block is likely to fill another one.
+    if (limiter.blocks.size() > 1 && spares_.content.GetSize() != 0)
+        blocks_[slot].Adopt(std::move(spares_.content), 0);
     return slot;
 }
 
@@ -219,7 +222,7 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
         Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer length: ", length);
     bool const compressed = Has(item.transformations, BlockTransformationType::Compress);
     if (compressed) {
-        BlockZlibCompressor compress(SavingLevel);
+        BlockZlibCompressor compress(SavingLevel, spares_);
         compress(block);
         CheckCompressed(block);
     }
@@ -241,7 +244,9 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
         damaged_ = true;
         throw;
     }
-    block.Reset();
+    Zyl2Util::Buffer saved = block.Release();
+    if (compressed)
+        spares_.stream = std::move(saved);
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer ", slot,
                      " written to stream.");
 }

@@ -7,6 +7,7 @@
 #include "Zyl2/Wvf/BlockTransformation.h"
 #include "Zyl2/Wvf/CopyToBlock.h"
 #include "Zyl2/Wvf/IndexItem.h"
+#include "Zyl2/Wvf/SpareBuffers.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -178,6 +179,7 @@ private:
     std::vector<IndexItem> items_;
     std::vector<Block> blocks_;
     std::map<std::string, BlockSizeLimiter> limiters_;
+    SpareBuffers spares_;
     std::uint8_t nextId_ = 1;
     std::uint64_t headerLength_;
     std::uint64_t rootIndexLength_ = 0;

@@ -1,0 +1,32 @@
+#ifndef TESTS_FUZZ_INPUTS_H
+#define TESTS_FUZZ_INPUTS_H
+
+#include <cstddef>
+#include <cstdint>
+
+// What the fuzzers, and the replay of their corpora, do with one input. Each raises Violation when
+// the input makes the code do what it must not do.
+
+namespace Fuzz {
+
+/// Takes the bytes as a model file, for `mox verify` and for `mox ls`.
+///
+/// Each gives a clear verdict: status 0 and nothing on the error stream, or status 1, nothing on
+/// the output stream and one line that tells why. What `verify` calls sound can be listed.
+///
+/// Bound on memory: what is held at once stays below 4 MiB + 64 x (size of the file + size of what
+/// its compressed blocks inflate to). The fixed part is room to read and inflate a block in pieces.
+/// The factor is that of the least thing there is: a node of 44 bytes is about 300 in memory, and
+/// a line of the listing, while vectors and texts that grow hold their old content beside the new.
+/// No count or length in a file gets memory beyond that.
+void readModelFile(std::uint8_t const* bytes, std::size_t size);
+
+/// Takes the bytes as a solver's result file, for the reader of `mox translate`. What the reader
+/// accepts is translated, and the model has to be sound.
+///
+/// Bound on the reader's memory: 256 KiB + 64 x size of the file, for the same reasons.
+void readResultFile(std::uint8_t const* bytes, std::size_t size);
+
+} // namespace Fuzz
+
+#endif

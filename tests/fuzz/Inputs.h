@@ -27,6 +27,11 @@ void readModelFile(std::uint8_t const* bytes, std::size_t size);
 /// Bound on the reader's memory: 256 KiB + 64 x size of the file, for the same reasons.
 void readResultFile(std::uint8_t const* bytes, std::size_t size);
 
+/// Takes the bytes as choices: the size of a block, then calls of a model, valid or not, with their
+/// arguments. Every answer, every refusal and the file have to be as expected. What is not gets
+/// reported as failures of GoogleTest, too.
+void buildModel(std::uint8_t const* bytes, std::size_t size);
+
 } // namespace Fuzz
 
 #endif

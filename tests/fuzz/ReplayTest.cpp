@@ -49,4 +49,9 @@ TEST(Replay, EveryResultFileGetsAVerdict)
     replay("fuzz_frd", Fuzz::readResultFile);
 }
 
+TEST(Replay, EveryModelIsAsItsCallsDemand)
+{
+    replay("fuzz_model", Fuzz::buildModel);
+}
+
 } // namespace

@@ -45,7 +45,9 @@ void runWithIds(Model& model, ArrayCall const& call, ArrayT const& values, Compo
 template <typename ArrayT>
 void runWithArray(Model& model, ArrayCall const& call, ArrayT const& values)
 {
-    if (call.asSingleId)
+    if (call.asInt)
+        runWithIds(model, call, values, static_cast<int>(call.ids.at(0)));
+    else if (call.asSingleId)
         runWithIds(model, call, values, call.ids.at(0));
     else
         runWithIds(model, call, values, Array1d<unsigned int>(call.ids));

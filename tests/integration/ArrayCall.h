@@ -32,6 +32,8 @@ struct ArrayCall
     bool asColumn = false;
     /// The one id given as a number.
     bool asSingleId = false;
+    /// The one id given as an `int`.
+    bool asInt = false;
     /// The one step given as `Step`.
     bool asSingleStep = false;
 

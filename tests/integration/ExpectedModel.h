@@ -4,6 +4,7 @@
 #include "integration/ArrayCall.h"
 #include "integration/AttributeSet.h"
 #include "integration/PropertySet.h"
+#include "integration/Refusal.h"
 #include "integration/Values.h"
 
 #include <Zyl2/Mox2/NodeType.h>
@@ -65,8 +66,9 @@ struct ComponentPath
     std::string text(std::string const& separator) const;
 };
 
-/// What a file has to hold after the same calls were made of a model. Shares no code with the
-/// library.
+/// What a file has to hold after the same calls were made of an open model. A call that the model
+/// has to refuse throws `Refusal`, and what the call had done before stays done. Shares no code
+/// with the library.
 class ExpectedModel
 {
 public:
@@ -79,8 +81,9 @@ public:
     unsigned int addComponent(ComponentPath const& path);
     void addArray(ArrayCall const& call);
     unsigned int getNodeId(std::vector<std::string> const& names);
+    unsigned int getNodeId(std::string const& path, std::string const& separator);
     unsigned int moveToParentNode();
-    void setCurrentNodeId(unsigned int id) { current_ = id; }
+    void setCurrentNodeId(unsigned int id);
 
     std::size_t nodeCount() const { return nodes_.size(); }
     ExpectedNode const& node(std::uint32_t id) const { return nodes_.at(id - 1); }
@@ -92,7 +95,12 @@ private:
     ExpectedNode& at(std::uint32_t id) { return nodes_.at(id - 1); }
     void fillRoot(Zyl2::Mox2::NodeType type, std::string const& name,
                   AttributeSet const& attributes);
+    void requireCurrentNode() const;
+    void requireNode(std::uint32_t id) const;
+    unsigned int addBelowRoot(Zyl2::Mox2::NodeType type, std::string const& name,
+                              AttributeSet const& attributes);
     void addChild(Kind kind, std::string const& name);
+    std::uint32_t childOf(std::uint32_t id, std::string const& name) const;
     void moveToOrAdd(Kind kind, std::string const& name);
     MoxRead::VariableReference registerVariable(unsigned int id, ArrayCall const& call,
                                                 NamedStep const& step,
@@ -101,6 +109,7 @@ private:
     void link(MoxRead::VariableReference const& target, MoxRead::VariableReference const& source);
 
     std::vector<ExpectedNode> nodes_;
+    /// 0 for none.
     unsigned int current_ = 1;
     std::uint64_t heavyLength_ = 0;
 };

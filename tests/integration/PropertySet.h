@@ -3,6 +3,7 @@
 
 #include <Zyl2/Mox2/NodeProperties.h>
 
+#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -12,16 +13,33 @@ namespace Integration {
 class PropertySet
 {
 public:
+    enum class Form
+    {
+        Number,
+        Numbers,
+        /// Of a type that no property is read in.
+        Other
+    };
+    struct Entry
+    {
+        Form form;
+        /// A single number is a vector of one.
+        std::vector<float> values;
+    };
+
     void set(Zyl2::Mox2::PropertyType type, std::vector<float> const& values);
     void set(Zyl2::Mox2::PropertyType type, float value);
+    void set(Zyl2::Mox2::PropertyType type, double value);
+    /// A value of a type that no property is read in, of the kinds from 0 on.
+    void setOther(Zyl2::Mox2::PropertyType type, std::size_t kind);
+    static std::size_t otherKinds();
 
     Zyl2::Mox2::NodeProperties const& host() const { return host_; }
-    /// A single number is a vector of one.
-    std::map<Zyl2::Mox2::PropertyType, std::vector<float>> const& values() const { return values_; }
+    std::map<Zyl2::Mox2::PropertyType, Entry> const& entries() const { return entries_; }
 
 private:
     Zyl2::Mox2::NodeProperties host_;
-    std::map<Zyl2::Mox2::PropertyType, std::vector<float>> values_;
+    std::map<Zyl2::Mox2::PropertyType, Entry> entries_;
 };
 
 } // namespace Integration

@@ -7,11 +7,18 @@
 
 namespace Integration {
 
-/// Repeatable random numbers, the same on every platform for the same seed.
+/// Repeatable random numbers, the same on every platform for the same seed or the same bytes.
 class Random
 {
 public:
     explicit Random(std::uint32_t seed);
+
+    /// Takes its numbers from bytes, front to back, and goes on with zeros. The bytes stay the
+    /// caller's.
+    Random(std::uint8_t const* bytes, std::size_t count);
+
+    /// Whether all given bytes were taken; never so for numbers from a seed.
+    bool isExhausted() const;
 
     /// Any 32 bits.
     std::uint32_t word();
@@ -28,7 +35,12 @@ public:
     }
 
 private:
+    std::uint32_t wordFromBytes(std::size_t size);
+
     std::mt19937 engine_;
+    bool hasBytes_ = false;
+    std::uint8_t const* next_ = nullptr;
+    std::uint8_t const* end_ = nullptr;
 };
 
 } // namespace Integration

@@ -1,0 +1,42 @@
+#include "integration/CallSequence.h"
+
+#include "integration/BlockSizeSetting.h"
+
+#include "container/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+namespace Integration {
+
+namespace {
+
+constexpr std::uint32_t sequences = 2000;
+
+class CallSequenceTest : public testing::TestWithParam<std::size_t>
+{};
+
+} // namespace
+
+TEST_P(CallSequenceTest, IsAnsweredRefusedAndWrittenAsItHasToBe)
+{
+    BlockSizeSetting const setting(blockSizes.at(GetParam()));
+    Support::TemporaryFolder const folder;
+    for (auto seed = static_cast<std::uint32_t>(GetParam() + 1); seed <= sequences;
+         seed += static_cast<std::uint32_t>(blockSizes.size())) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::string const path = folder.File(std::to_string(seed));
+        Random random(seed);
+        runCallSequence(random, path);
+        std::remove(path.c_str());
+        if (HasFailure())
+            return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BlockSizes, CallSequenceTest, testing::Range<std::size_t>(0, 6),
+                         [](auto const& size) { return std::string(blockSizes.at(size.param)); });
+
+} // namespace Integration

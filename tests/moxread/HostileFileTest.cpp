@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <sstream>
 
@@ -43,6 +44,36 @@ void expectRefusal(Outcome const& outcome)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+// A file with a geometry that has these variables, and with values for them.
+std::string fileWith(std::vector<TestVariable> const& variables, std::size_t heavyLength)
+{
+    Sample sample;
+    sample.nodes.pop_back();
+    sample.nodes[0].last = 2;
+    sample.nodes[1].next = 0;
+    sample.variables = variables;
+    sample.attributes.assign(1 + variables.size(), TestAttributes());
+    // Without the group that the sample has last.
+    std::string const light = sample.light().substr(0, sample.light().size() - 41);
+    return assemble(slotsFor({{"Heavy Data", 1, deflated(std::string(heavyLength, '\0'))},
+                              {"Mox Tree", 1, deflated(sample.tree())},
+                              {"Light Data", 1, deflated(light)},
+                              {"Attributes", 1, deflated(sample.attributeBytes())},
+                              {"Resources", 1, deflated(sample.resources())},
+                              {"Global Information", 1, deflated(sample.global())}}));
+}
+
+TestVariable variableOf(std::size_t number, std::uint32_t rows)
+{
+    TestVariable variable;
+    variable.name = std::to_string(number);
+    variable.type = 12;
+    variable.elementCode = 5;
+    variable.width = 1;
+    variable.count = rows;
+    return variable;
 }
 
 // The offset of the byte with the transformations in the entry of a slot of the root index.
@@ -169,4 +200,24 @@ TEST(HostileFile, ATreeThatIsOneDeepBranchIsListed)
     const Outcome outcome = outcomeOfLs(file);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), depth + 3);
+}
+
+TEST(HostileFile, LinksThatFormOneLongChainAreListedInTheTimeThatTheirNumberTakes)
+{
+    constexpr std::uint32_t count = 300000;
+    std::vector<TestVariable> variables;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        variables.push_back(variableOf(i, 1));
+        variables.back().linked = i + 1 < count ? 1 : 0;
+        variables.back().linkNode = 3;
+        variables.back().linkIndex = i + 1;
+    }
+    const TemporaryFile file(fileWith(variables, 4));
+    auto const start = std::chrono::steady_clock::now();
+    const Outcome outcome = outcomeOfLs(file);
+    auto const time = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("link to node 3 \"299999\""), std::string::npos);
+    // Walking the whole chain for each of them takes minutes.
+    EXPECT_LT(time, std::chrono::seconds(30));
 }

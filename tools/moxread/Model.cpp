@@ -30,6 +30,7 @@ Model::Model(std::string const& path)
 {
     checkViewPoints();
     VariableCheck(nodes_, heavy_).run();
+    findTargets();
 }
 
 Container const& Model::container() const noexcept
@@ -85,10 +86,10 @@ Variable const& Model::variable(VariableReference const& reference) const
 
 Variable const& Model::resolve(Variable const& variable) const
 {
-    Variable const* current = &variable;
-    while (current->linked)
-        current = &this->variable(current->link);
-    return *current;
+    if (!variable.linked)
+        return variable;
+    Variable const& next = this->variable(variable.link);
+    return next.linked ? *targets_.at(&next) : next;
 }
 
 Dataset Model::read(Variable const& variable)
@@ -146,6 +147,32 @@ std::vector<Variable const*> Model::storedVariables() const
     }
     std::stable_sort(result.begin(), result.end(), liesBefore);
     return result;
+}
+
+void Model::findTargets()
+{
+    for (Node const& node : nodes_) {
+        if (node.geometry() == nullptr)
+            continue;
+        for (Variable const& variable : node.geometry()->variables)
+            findTarget(variable);
+    }
+}
+
+// Links may form one chain of all variables; each of its ends is found in one walk, and for all
+// that the walk passes.
+void Model::findTarget(Variable const& variable)
+{
+    std::vector<Variable const*> passed;
+    Variable const* current = &variable;
+    while (current->linked) {
+        auto const known = targets_.find(current);
+        if (known == targets_.end())
+            passed.push_back(current);
+        current = known == targets_.end() ? &this->variable(current->link) : known->second;
+    }
+    for (Variable const* link : passed)
+        targets_.emplace(link, current);
 }
 
 // The key is reserved; nothing is known that could stand there.

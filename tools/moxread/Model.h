@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace MoxRead {
@@ -58,11 +59,15 @@ public:
 private:
     std::vector<Variable const*> storedVariables() const;
     void checkViewPoints() const;
+    void findTargets();
+    void findTarget(Variable const& variable);
 
     std::unique_ptr<Container> container_;
     std::vector<Node> nodes_;
     GlobalInformation globalInformation_;
     HeavyData heavy_;
+    /// Where the links of each linked variable end.
+    std::unordered_map<Variable const*, Variable const*> targets_;
 };
 
 } // namespace MoxRead

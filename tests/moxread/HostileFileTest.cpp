@@ -221,3 +221,21 @@ TEST(HostileFile, LinksThatFormOneLongChainAreListedInTheTimeThatTheirNumberTake
     // Walking the whole chain for each of them takes minutes.
     EXPECT_LT(time, std::chrono::seconds(30));
 }
+
+TEST(HostileFile, DatasetsThatShareTheirValuesAreListedInTheTimeThatTheirNumberTakes)
+{
+    constexpr std::uint32_t count = 100000;
+    constexpr std::uint32_t rows = 1U << 20U;
+    std::vector<TestVariable> variables;
+    for (std::uint32_t i = 0; i < count; ++i)
+        variables.push_back(variableOf(i, rows));
+    const TemporaryFile file(fileWith(variables, std::size_t{4} * rows));
+    auto const start = std::chrono::steady_clock::now();
+    const Outcome outcome = outcomeOfLs(file);
+    auto const time = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("\"99999\": type 12, uint32, width 1, 1048576 rows, range 0..0"),
+              std::string::npos);
+    // Reading the values for each of them takes minutes.
+    EXPECT_LT(time, std::chrono::seconds(30));
+}

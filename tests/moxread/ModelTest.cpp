@@ -145,10 +145,33 @@ TEST(Model, AllStoredVariablesAreVisitedInTheOrderOfTheFile)
     sample.variables[2].linkIndex = 1;
     Model model = modelOf(sample);
     std::vector<std::string> names;
-    model.readAll([&](Variable const& variable, MoxRead::Dataset const& dataset) {
-        names.push_back(variable.name + " " + std::to_string(dataset.rows()));
+    model.readAll([&](Model::Variables const& variables, MoxRead::Dataset const& dataset) {
+        for (Variable const* variable : variables)
+            names.push_back(variable->name + " " + std::to_string(dataset.rows()));
     });
     EXPECT_EQ(names, (std::vector<std::string>{"Coordinates 2", "Ids 2"}));
+}
+
+TEST(Model, VariablesOfTheSameValuesAreVisitedTogetherUnlessTheyTakeThemOtherwise)
+{
+    Sample sample;
+    sample.variables[2].linked = 0;
+    // Values of its own take 16 bytes more than a link.
+    sample.nodes[3].lightPosition += 16;
+    sample.variables[2].count = 6;
+    sample.variables[2].width = 3;
+    Model same = modelOf(sample);
+    std::vector<std::size_t> visits;
+    auto const count = [&](Model::Variables const& variables, MoxRead::Dataset const& /*dataset*/) {
+        visits.push_back(variables.size());
+    };
+    same.readAll(count);
+    EXPECT_EQ(visits, (std::vector<std::size_t>{2, 1}));
+    sample.variables[2].elementCode = 5;
+    Model other = modelOf(sample);
+    visits.clear();
+    other.readAll(count);
+    EXPECT_EQ(visits, (std::vector<std::size_t>{1, 1, 1}));
 }
 
 TEST(Model, HeavyBytesInNoDatasetAreCounted)

@@ -97,8 +97,10 @@ Node const* nextInTree(MoxRead::Model const& model, Node const* node, std::size_
 
 Listing::Listing(MoxRead::Model& model) : model_(model)
 {
-    model.readAll([&](Variable const& variable, MoxRead::Dataset const& dataset) {
-        ranges_.emplace(&variable, rangeText(dataset));
+    model.readAll([&](MoxRead::Model::Variables const& variables, MoxRead::Dataset const& dataset) {
+        std::string const range = rangeText(dataset);
+        for (Variable const* variable : variables)
+            ranges_.emplace(variable, range);
     });
 }
 

@@ -6,6 +6,7 @@
 #include "moxread/VariableCheck.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace MoxRead {
 
@@ -17,9 +18,16 @@ GlobalInformation readGlobalInformation(Container const& container)
     return GlobalInformation::read(stream);
 }
 
+// Where and how a variable's values lie in the heavy data.
+auto pieceOf(Variable const* variable)
+{
+    return std::make_tuple(variable->dataPosition, variable->valueCount, variable->width,
+                           variable->elementCode());
+}
+
 bool liesBefore(Variable const* left, Variable const* right)
 {
-    return left->dataPosition < right->dataPosition;
+    return pieceOf(left) < pieceOf(right);
 }
 
 } // namespace
@@ -100,8 +108,14 @@ Dataset Model::read(Variable const& variable)
 
 void Model::readAll(DatasetVisitor const& visit)
 {
-    for (Variable const* stored : storedVariables())
-        visit(*stored, read(*stored));
+    Variables const all = storedVariables();
+    for (auto first = all.begin(); first != all.end();) {
+        auto const last = std::find_if(first, all.end(), [&](Variable const* variable) {
+            return pieceOf(variable) != pieceOf(*first);
+        });
+        visit(Variables(first, last), read(**first));
+        first = last;
+    }
 }
 
 void Model::checkValues() const
@@ -135,9 +149,9 @@ std::uint64_t Model::unusedHeavyLength() const
 }
 
 // In the order of their positions.
-std::vector<Variable const*> Model::storedVariables() const
+Model::Variables Model::storedVariables() const
 {
-    std::vector<Variable const*> result;
+    Variables result;
     for (Node const& node : nodes_) {
         if (node.geometry() == nullptr)
             continue;

@@ -43,9 +43,11 @@ public:
     /// The values of a variable, of its target if it is linked.
     Dataset read(Variable const& variable);
 
-    using DatasetVisitor = std::function<void(Variable const&, Dataset const&)>;
+    using Variables = std::vector<Variable const*>;
+    using DatasetVisitor = std::function<void(Variables const&, Dataset const&)>;
     /// Reads the values of all variables that are not linked, in the order in which they lie in the
-    /// file, so that every block is loaded only once.
+    /// file, so that every block is loaded only once. Variables of the same values are visited
+    /// together, and their values read once.
     void readAll(DatasetVisitor const& visit);
 
     /// Inflates every block with values to see whether it is sound, and keeps none.
@@ -57,7 +59,7 @@ public:
     std::uint64_t unusedHeavyLength() const;
 
 private:
-    std::vector<Variable const*> storedVariables() const;
+    Variables storedVariables() const;
     void checkViewPoints() const;
     void findTargets();
     void findTarget(Variable const& variable);

@@ -5,8 +5,9 @@ namespace Frd {
 std::string UniqueNames::make(std::string const& name)
 {
     std::string candidate = name;
-    for (int n = 2; !used_.insert(candidate).second; ++n)
-        candidate = name + " (" + std::to_string(n) + ")";
+    int& number = next_.try_emplace(name, 2).first->second;
+    for (; !used_.insert(candidate).second; ++number)
+        candidate = name + " (" + std::to_string(number) + ")";
     return candidate;
 }
 

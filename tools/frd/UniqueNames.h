@@ -1,6 +1,7 @@
 #ifndef FRD_UNIQUENAMES_H
 #define FRD_UNIQUENAMES_H
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -14,6 +15,8 @@ public:
 
 private:
     std::set<std::string> used_;
+    /// The number that the next name is tried with; all below are known to be taken.
+    std::map<std::string, int> next_;
 };
 
 } // namespace Frd

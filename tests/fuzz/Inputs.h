@@ -14,17 +14,18 @@ namespace Fuzz {
 /// Each gives a clear verdict: status 0 and nothing on the error stream, or status 1, nothing on
 /// the output stream and one line that tells why. What `verify` calls sound can be listed.
 ///
-/// Bound on memory: what is held at once stays below 4 MiB + 64 x (size of the file + size of what
+/// Bound on memory: what is held at once stays below 4 MiB + 32 x (size of the file + size of what
 /// its compressed blocks inflate to). The fixed part is room to read and inflate a block in pieces.
-/// The factor is that of the least thing there is: a node of 44 bytes is about 300 in memory, and
-/// a line of the listing, while vectors and texts that grow hold their old content beside the new.
-/// No count or length in a file gets memory beyond that.
+/// The factor is about twice what the worst files take that could be thought of: nodes of 44 bytes,
+/// which are 232 in memory and make a line of the listing each; attributes of 15 bytes; a complaint
+/// about names of control characters, each of which is told as four. No count or length in a file
+/// gets memory beyond that.
 void readModelFile(std::uint8_t const* bytes, std::size_t size);
 
 /// Takes the bytes as a solver's result file, for the reader of `mox translate`. What the reader
 /// accepts is translated, and the model has to be sound.
 ///
-/// Bound on the reader's memory: 256 KiB + 64 x size of the file, for the same reasons.
+/// Bound on the reader's memory: 256 KiB + 32 x size of the file.
 void readResultFile(std::uint8_t const* bytes, std::size_t size);
 
 /// Takes the bytes as choices: the size of a block, then calls of a model, valid or not, with their

@@ -17,7 +17,7 @@ namespace Fuzz {
 namespace {
 
 constexpr std::size_t fixedMemory = std::size_t{4} << 20U;
-constexpr std::size_t memoryPerByte = 64;
+constexpr std::size_t memoryPerByte = 32;
 
 struct Outcome
 {

@@ -18,7 +18,7 @@ namespace Fuzz {
 namespace {
 
 constexpr std::size_t fixedMemory = std::size_t{256} << 10U;
-constexpr std::size_t memoryPerByte = 64;
+constexpr std::size_t memoryPerByte = 32;
 
 /// \return whether the reader accepts the file as one that has nodes
 bool canBeRead(std::string const& path)

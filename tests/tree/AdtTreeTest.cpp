@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -27,6 +28,9 @@ struct SameName
     }
 };
 
+/// Stands for an index of children that finds no memory.
+bool lookUpKeysFail = false;
+
 /// Tells how often it was asked, and about which payloads.
 struct CountingFunctor
 {
@@ -48,6 +52,8 @@ struct LookUpKey<PayloadPointer>
 {
     static std::string_view Of(PayloadPointer const& payload)
     {
+        if (lookUpKeysFail)
+            throw std::bad_alloc();
         return payload == nullptr ? std::string_view() : std::string_view(payload->name);
     }
 };
@@ -381,6 +387,24 @@ TEST(AdtTree, AnOnlyChildOfAnotherNameIsNotAskedAbout)
     Payload const other{"b"};
     EXPECT_THROW(tree.MoveToChild(&other, CountingFunctor{&asked}), KeyNotFound);
     EXPECT_TRUE(asked.empty());
+}
+
+TEST(AdtTree, AChildThatCannotBeAddedLeavesTheTreeAsItWas)
+{
+    TestTree tree;
+    unsigned int const only = tree.AddNamed("only");
+    lookUpKeysFail = true;
+    EXPECT_THROW(tree.AddChild(), std::bad_alloc);
+    lookUpKeysFail = false;
+    EXPECT_EQ(tree.GetNodeCount(), 2U);
+    EXPECT_EQ(tree.GetCurrentId(), 1U);
+    EXPECT_EQ(tree.GetReqNode(1).lastChild, only);
+    EXPECT_EQ(tree.AddNamed("second"), 3U);
+    tree.MoveToNamed("only");
+    EXPECT_EQ(tree.GetCurrentId(), only);
+    tree.SetCurrentId(1);
+    tree.MoveToNamed("second");
+    EXPECT_EQ(tree.GetCurrentId(), 3U);
 }
 
 TEST(AdtTree, NoChildCanBeAddedToNoNode)

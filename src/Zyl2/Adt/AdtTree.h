@@ -37,11 +37,10 @@ public:
     IdType AddChild()
     {
         NodeType& parent = GetCurrentNode();
-        if (parent.firstChild != 0 && parent.firstChild == parent.lastChild)
-            IndexFormerOnlyChild(RecordOf(parent.firstChild));
         IdType const id = GetNextId();
         // Growing a deque at its end leaves the parent where it is.
         NodeType& child = records_.emplace_back();
+        IndexOnlyChild(parent);
         child.id = id;
         child.parent = currentId_;
         child.previousSibling = parent.lastChild;
@@ -157,10 +156,21 @@ private:
         return parent.firstChild == parent.lastChild;
     }
 
-    void IndexFormerOnlyChild(NodeType const& node)
+    /// For a parent that is about to get the newest record for another child. Takes that record
+    /// back when there is no memory.
+    void IndexOnlyChild(NodeType const& parent)
     {
-        if (HasValue(node))
-            children_.Insert(node.parent, LookUpKey<T>::Of(node.value), node.id);
+        if (parent.firstChild == 0 || parent.firstChild != parent.lastChild)
+            return;
+        NodeType const& only = RecordOf(parent.firstChild);
+        if (!HasValue(only))
+            return;
+        try {
+            children_.Insert(parent.id, LookUpKey<T>::Of(only.value), only.id);
+        } catch (...) {
+            records_.pop_back();
+            throw;
+        }
     }
 
     /// First of the current node's children that may have that key; 0 when there is none.

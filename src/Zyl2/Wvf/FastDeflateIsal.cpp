@@ -13,12 +13,22 @@ namespace {
 
 struct Free
 {
-    void operator()(unsigned char* buffer) const noexcept { std::free(buffer); }
+    void operator()(void* memory) const noexcept { std::free(memory); }
 };
 
-using Workspace = std::unique_ptr<unsigned char, Free>;
+template <typename T>
+using Memory = std::unique_ptr<T, Free>;
 
-/// The fastest level that looks for matches with tables made for the data.
+/// Zeroed memory, or null.
+template <typename T>
+Memory<T> ZeroedMemory(std::size_t size)
+{
+    return Memory<T>(static_cast<T*>(std::calloc(1, size)));
+}
+
+/// The fastest level that looks for matches with tables made for the data. The address of the
+/// stream finds its way into a hash there, so that now and then, at another address, another match
+/// is found: what a block inflates to is always the same, how it is expressed is not.
 constexpr std::uint32_t Level = 1;
 
 /// With a larger workspace it changes its tables less often: long blocks gain some speed.
@@ -49,24 +59,25 @@ std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t 
     if (level < 1 || level > 9 || length > UINT32_MAX)
         return std::nullopt;
     std::uint32_t const workspaceSize = WorkspaceSizeFor(length);
-    Workspace const workspace(static_cast<unsigned char*>(std::malloc(workspaceSize)));
-    if (workspace == nullptr)
+    auto const workspace = ZeroedMemory<unsigned char>(workspaceSize);
+    // Too large for the stacks of some hosts' threads.
+    auto const stream = ZeroedMemory<isal_zstream>(sizeof(isal_zstream));
+    if (workspace == nullptr || stream == nullptr)
         return std::nullopt;
-    isal_zstream stream;
-    isal_deflate_stateless_init(&stream);
-    stream.level = Level;
-    stream.level_buf = workspace.get();
-    stream.level_buf_size = workspaceSize;
-    stream.gzip_flag = IGZIP_ZLIB;
-    stream.end_of_stream = 1;
+    isal_deflate_stateless_init(stream.get());
+    stream->level = Level;
+    stream->level_buf = workspace.get();
+    stream->level_buf_size = workspaceSize;
+    stream->gzip_flag = IGZIP_ZLIB;
+    stream->end_of_stream = 1;
     // It reads through a pointer that its header declares as one to write through.
-    stream.next_in = const_cast<unsigned char*>(source);
-    stream.avail_in = static_cast<std::uint32_t>(length);
-    stream.next_out = destination;
-    stream.avail_out = Limited(capacity);
-    if (isal_deflate_stateless(&stream) != COMP_OK || stream.avail_in != 0)
+    stream->next_in = const_cast<unsigned char*>(source);
+    stream->avail_in = static_cast<std::uint32_t>(length);
+    stream->next_out = destination;
+    stream->avail_out = Limited(capacity);
+    if (isal_deflate_stateless(stream.get()) != COMP_OK || stream->avail_in != 0)
         return std::nullopt;
-    return static_cast<std::size_t>(stream.next_out - destination);
+    return static_cast<std::size_t>(stream->next_out - destination);
 }
 
 } // namespace Zyl2Wvf

@@ -18,13 +18,14 @@ namespace {
 
 unsigned int const partitions = 4;
 unsigned int const nodesPerEdge = 65;
+unsigned int const nodesPerPartition = nodesPerEdge * nodesPerEdge;
 
 // A square plate of nodesPerEdge x nodesPerEdge nodes; the partitions lie side by side.
 Array2d<float> coordinates(unsigned int partition)
 {
-    Array2d<float> result(nodesPerEdge * nodesPerEdge, 3, 0.0F);
+    Array2d<float> result(nodesPerPartition, 3, 0.0F);
     float const spacing = 1.0F / static_cast<float>(nodesPerEdge - 1);
-    for (unsigned int node = 0; node < nodesPerEdge * nodesPerEdge; ++node) {
+    for (unsigned int node = 0; node < nodesPerPartition; ++node) {
         unsigned int const column = node % nodesPerEdge;
         unsigned int const row = node / nodesPerEdge;
         result(node, 0) = static_cast<float>(partition) + spacing * static_cast<float>(column);
@@ -49,8 +50,8 @@ Array1d<unsigned int> quadrilaterals()
 // Ids of the whole mesh, by which readers put the partitions together.
 Array1d<unsigned int> nodeIds(unsigned int partition)
 {
-    Array1d<unsigned int> result(nodesPerEdge * nodesPerEdge);
-    for (unsigned int node = 0; node < nodesPerEdge * nodesPerEdge; ++node) {
+    Array1d<unsigned int> result(nodesPerPartition);
+    for (unsigned int node = 0; node < nodesPerPartition; ++node) {
         unsigned int const column = node % nodesPerEdge + partition * (nodesPerEdge - 1);
         unsigned int const row = node / nodesPerEdge;
         result[node] = row * (partitions * (nodesPerEdge - 1) + 1) + column + 1;
@@ -60,8 +61,8 @@ Array1d<unsigned int> nodeIds(unsigned int partition)
 
 Array2d<float> displacement(Array2d<float> const& nodes, float time)
 {
-    Array2d<float> result(nodesPerEdge * nodesPerEdge, 3, 0.0F);
-    for (unsigned int node = 0; node < nodesPerEdge * nodesPerEdge; ++node)
+    Array2d<float> result(nodesPerPartition, 3, 0.0F);
+    for (unsigned int node = 0; node < nodesPerPartition; ++node)
         result(node, 2) = 0.1F * std::sin(nodes(node, 0) + time);
     return result;
 }

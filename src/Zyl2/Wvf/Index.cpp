@@ -150,10 +150,10 @@ std::size_t Index::GetWritingBlockIndex(Key& key)
 {
     BlockSizeLimiter const* const limiter = Find(key);
     if (limiter == nullptr || limiter->blocks.empty())
-        return AddBlock(key.name_);
+        return AddBlock(std::string(key.name_));
     std::size_t const slot = limiter->blocks.back();
     if (items_[slot].frozen || blocks_[slot].GetLength() >= limiter->limit)
-        return AddBlock(key.name_);
+        return AddBlock(std::string(key.name_));
     return slot;
 }
 
@@ -363,7 +363,7 @@ std::size_t Index::GetSlotWithRoom(Key& key, std::uint64_t size)
     // What can't fit into any block goes nowhere; the block itself says so.
     bool const fitsIntoEmptyBlock = size <= Block::MaximumLength;
     bool const fitsHere = fitsIntoEmptyBlock && length + size <= Block::MaximumLength;
-    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(key.name_);
+    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(std::string(key.name_));
 }
 
 std::size_t Index::GetUnfrozenSlotWithRoom(std::string const& key, std::uint64_t size)

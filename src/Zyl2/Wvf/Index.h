@@ -12,8 +12,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Zyl2Wvf {
@@ -34,12 +36,13 @@ public:
     class Key
     {
     public:
-        explicit Key(std::string const& name) : name_(name) {}
+        /// \param name has to outlive the key
+        explicit Key(std::string_view name) : name_(name) {}
 
     private:
         friend class Index;
 
-        std::string name_;
+        std::string_view name_;
         BlockSizeLimiter* limiter_ = nullptr;
     };
 
@@ -178,7 +181,7 @@ private:
 
     std::vector<IndexItem> items_;
     std::vector<Block> blocks_;
-    std::map<std::string, BlockSizeLimiter> limiters_;
+    std::map<std::string, BlockSizeLimiter, std::less<>> limiters_;
     SpareBuffers spares_;
     std::uint8_t nextId_ = 1;
     std::uint64_t headerLength_;

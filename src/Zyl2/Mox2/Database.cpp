@@ -55,7 +55,7 @@ void Database::close()
     openedForReading = false;
 }
 
-/// The positions say nothing once the file is closed to others that share the tree.
+/// The positions say nothing once the file is closed; only others that share the tree could look.
 void Database::forgetDatasetPositions()
 {
     if (tree.use_count() == 1)

@@ -2,13 +2,8 @@
 
 #include <frd/Error.h>
 
-#include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
-
-#include <stdlib.h>
 
 namespace TestFiles {
 
@@ -23,46 +18,6 @@ std::string image(T value)
 }
 
 } // namespace
-
-Folder::Folder()
-{
-    std::string name = (std::filesystem::temp_directory_path() / "frd-test-XXXXXX").string();
-    if (::mkdtemp(&name[0]) == nullptr)
-        throw std::runtime_error("no folder for the test");
-    path_ = name;
-}
-
-Folder::~Folder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::filesystem::path Folder::write(std::string const& name, std::string const& content) const
-{
-    std::ofstream file(path(name), std::ios::binary);
-    file << content;
-    if (!file.flush())
-        throw std::runtime_error("the test's file can't be written");
-    return path(name);
-}
-
-std::vector<std::string> Folder::names() const
-{
-    std::vector<std::string> names;
-    for (auto const& entry : std::filesystem::directory_iterator(path_))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-std::string contentOf(std::filesystem::path const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("no file " + path.string());
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::filesystem::path solverFile(std::string const& name)
 {

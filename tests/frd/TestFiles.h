@@ -1,6 +1,8 @@
 #ifndef TESTS_FRD_TESTFILES_H
 #define TESTS_FRD_TESTFILES_H
 
+#include "support/Folder.h"
+
 #include <frd/Reader.h>
 
 #include <filesystem>
@@ -9,26 +11,8 @@
 
 namespace TestFiles {
 
-/// A folder of its own for each test, gone when the test is over.
-class Folder
-{
-public:
-    Folder();
-    ~Folder();
-    Folder(Folder const&) = delete;
-    Folder& operator=(Folder const&) = delete;
-
-    std::filesystem::path path(std::string const& name) const { return path_ / name; }
-    /// Makes a file of that content.
-    std::filesystem::path write(std::string const& name, std::string const& content) const;
-    /// Names of the files in the folder, sorted.
-    std::vector<std::string> names() const;
-
-private:
-    std::filesystem::path path_;
-};
-
-std::string contentOf(std::filesystem::path const& path);
+using Support::contentOf;
+using Support::Folder;
 
 /// Small results of the solver, one element each, by name without ending.
 std::filesystem::path solverFile(std::string const& name);

@@ -1,6 +1,6 @@
 #include "ShapePartition.h"
 
-#include "UniqueNames.h"
+#include "common/UniqueNames.h"
 
 #include <algorithm>
 #include <map>
@@ -80,7 +80,7 @@ std::vector<std::uint32_t> unusedNodes(Mesh const& mesh, std::vector<Shape> cons
 std::vector<Shape> partition(Mesh const& mesh, Header const& header)
 {
     std::vector<Shape> shapes;
-    UniqueNames names;
+    Common::UniqueNames names;
     for (auto& [key, elements] : elementsByKey(mesh)) {
         Shape shape = makeShape(key, header);
         shape.name = names.make(shape.name);

@@ -2,7 +2,7 @@
 #define FRD_STEPNAMES_H
 
 #include "ResultBlock.h"
-#include "UniqueNames.h"
+#include "common/UniqueNames.h"
 
 #include <map>
 #include <string>
@@ -25,13 +25,13 @@ private:
     struct StepEntry
     {
         std::string name;
-        UniqueNames resultNames;
+        Common::UniqueNames resultNames;
     };
 
     StepEntry& entryOf(ResultBlock const& block);
 
     std::map<std::string, StepEntry> steps_;
-    UniqueNames stepNames_;
+    Common::UniqueNames stepNames_;
 };
 
 } // namespace Frd

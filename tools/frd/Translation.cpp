@@ -2,8 +2,9 @@
 
 #include "Error.h"
 #include "ModelWriter.h"
-#include "PartialFile.h"
 #include "Reader.h"
+
+#include "common/PartialFile.h"
 
 #include <new>
 #include <stdexcept>
@@ -31,7 +32,7 @@ void run(std::filesystem::path const& input, std::filesystem::path const& output
     Reader reader(input);
     if (reader.mesh().nodes().empty())
         throw Error("The file holds no nodes.");
-    PartialFile file(output, options.overwrite);
+    Common::PartialFile file(output, options.overwrite);
     ModelWriter::Source const source{reader.header(), reader.mesh(), input.filename().string()};
     ModelWriter writer(source, file.path(), options.application);
     ResultBlock block;

@@ -1,6 +1,6 @@
 #include "UniqueNames.h"
 
-namespace Frd {
+namespace Common {
 
 std::string UniqueNames::make(std::string const& name)
 {
@@ -11,4 +11,4 @@ std::string UniqueNames::make(std::string const& name)
     return candidate;
 }
 
-} // namespace Frd
+} // namespace Common

@@ -1,11 +1,11 @@
-#ifndef FRD_UNIQUENAMES_H
-#define FRD_UNIQUENAMES_H
+#ifndef COMMON_UNIQUENAMES_H
+#define COMMON_UNIQUENAMES_H
 
 #include <map>
 #include <set>
 #include <string>
 
-namespace Frd {
+namespace Common {
 
 /// Hands out names of which no two are alike: DISP, then DISP (2), then DISP (3).
 class UniqueNames
@@ -19,6 +19,6 @@ private:
     std::map<std::string, int> next_;
 };
 
-} // namespace Frd
+} // namespace Common
 
 #endif

@@ -1,4 +1,4 @@
-#include <frd/UniqueNames.h>
+#include <common/UniqueNames.h>
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 TEST(UniqueNames, ANameThatIsTakenGetsTheNextFreeNumber)
 {
-    Frd::UniqueNames names;
+    Common::UniqueNames names;
     EXPECT_EQ(names.make("DISP"), "DISP");
     EXPECT_EQ(names.make("DISP"), "DISP (2)");
     EXPECT_EQ(names.make("DISP (3)"), "DISP (3)");
@@ -19,7 +19,7 @@ TEST(UniqueNames, ANameThatIsTakenGetsTheNextFreeNumber)
 
 TEST(UniqueNames, ManyNamesAlikeTakeTheTimeOfTheirNumber)
 {
-    Frd::UniqueNames names;
+    Common::UniqueNames names;
     std::string last;
     auto const start = std::chrono::steady_clock::now();
     for (int i = 0; i < 300000; ++i)

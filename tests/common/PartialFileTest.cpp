@@ -1,6 +1,6 @@
-#include "TestFiles.h"
+#include "support/Folder.h"
 
-#include <frd/PartialFile.h>
+#include <common/PartialFile.h>
 
 #include <gtest/gtest.h>
 
@@ -11,9 +11,9 @@
 
 namespace {
 
-using Frd::PartialFile;
-using TestFiles::contentOf;
-using TestFiles::Folder;
+using Common::PartialFile;
+using Support::contentOf;
+using Support::Folder;
 using Names = std::vector<std::string>;
 
 void write(PartialFile const& file, std::string const& content)

@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace Frd {
+namespace Common {
 
 namespace {
 
@@ -92,4 +92,4 @@ void PartialFile::publishWithoutOverwriting()
         failWith(errno);
 }
 
-} // namespace Frd
+} // namespace Common

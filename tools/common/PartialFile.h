@@ -1,9 +1,9 @@
-#ifndef FRD_PARTIALFILE_H
-#define FRD_PARTIALFILE_H
+#ifndef COMMON_PARTIALFILE_H
+#define COMMON_PARTIALFILE_H
 
 #include <filesystem>
 
-namespace Frd {
+namespace Common {
 
 /// An output file that comes into being whole or not at all: it is written under a temporary name
 /// in the folder of its target, and removed again unless it was published.
@@ -33,6 +33,6 @@ private:
     bool isPublished_ = false;
 };
 
-} // namespace Frd
+} // namespace Common
 
 #endif

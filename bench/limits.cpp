@@ -146,7 +146,7 @@ void measureLibdeflate(Arguments const& arguments)
 #ifdef BENCH_ISAL
 std::size_t deflateByIsal(Bytes const& block, Bytes& room)
 {
-    Bytes workspace(ISAL_DEF_LVL1_EXTRA_LARGE);
+    Bytes workspace(ISAL_DEF_LVL1_REQ + ISAL_DEF_LVL1_TOKEN_SIZE * 96 * IGZIP_K);
     isal_zstream stream;
     isal_deflate_stateless_init(&stream);
     stream.level = IsalLevel;

@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <new>
 
@@ -15,6 +16,7 @@ bool MustFail()
     if (allocationsLeft < 0 || allocationsLeft-- > 0)
         return false;
     hasFailed = true;
+    errno = ENOMEM;
     return true;
 }
 

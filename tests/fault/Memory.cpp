@@ -5,6 +5,7 @@
 
 #include <sys/mman.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <new>
 
@@ -78,8 +79,10 @@ void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, in
 
 void* __wrap_mremap(void* buffer, std::size_t oldSize, std::size_t size, int flags)
 {
-    if (Fault::strikes(Fault::Place::Allocation))
+    if (Fault::strikes(Fault::Place::Allocation)) {
+        errno = ENOMEM;
         return MAP_FAILED;
+    }
     return __real_mremap(buffer, oldSize, size, flags);
 }
 

@@ -2,6 +2,8 @@
 
 #include <sys/mman.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -18,18 +20,27 @@ unsigned char* Map(std::size_t size) noexcept
 }
 
 /// Null without memory; the old pages stay then.
+unsigned char* CopyToPages(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
+{
+    unsigned char* const pages = Map(size);
+    if (pages == nullptr)
+        return nullptr;
+    std::memcpy(pages, data, oldSize);
+    munmap(data, oldSize);
+    return pages;
+}
+
+/// \copydoc CopyToPages
 unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
 {
 #ifdef MREMAP_MAYMOVE
     void* const pages = mremap(data, oldSize, size, MREMAP_MAYMOVE);
-    return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
+    if (pages != MAP_FAILED)
+        return static_cast<unsigned char*>(pages);
+    // Pages of which only some are to be huge count as several mappings, and move as one only.
+    return errno == EFAULT ? CopyToPages(data, oldSize, size) : nullptr;
 #else
-    unsigned char* const pages = Map(size);
-    if (pages != nullptr) {
-        std::memcpy(pages, data, oldSize);
-        munmap(data, oldSize);
-    }
-    return pages;
+    return CopyToPages(data, oldSize, size);
 #endif
 }
 
@@ -84,12 +95,12 @@ bool Buffer::Grow(std::size_t size) noexcept
     return true;
 }
 
-void Buffer::PreferHugePages() noexcept
+void Buffer::PreferHugePages(std::size_t length) noexcept
 {
 #ifdef MADV_HUGEPAGE
     // It is advice: where it is not taken, the pages are small.
     if (IsMapped())
-        static_cast<void>(madvise(data_, size_, MADV_HUGEPAGE));
+        static_cast<void>(madvise(data_, std::min(length, size_), MADV_HUGEPAGE));
 #endif
 }
 

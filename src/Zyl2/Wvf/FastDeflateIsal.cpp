@@ -31,11 +31,14 @@ Memory<T> ZeroedMemory(std::size_t size)
 /// is found: what a block inflates to is always the same, how it is expressed is not.
 constexpr std::uint32_t Level = 1;
 
-/// With a larger workspace it changes its tables less often: long blocks gain some speed.
+/// With a larger workspace it changes its tables less often: long blocks gain some speed. Beyond
+/// this the gain is not worth the memory.
 std::uint32_t WorkspaceSizeFor(std::size_t length)
 {
     constexpr std::size_t longBlock = 1048576;
-    return length < longBlock ? ISAL_DEF_LVL1_DEFAULT : ISAL_DEF_LVL1_EXTRA_LARGE;
+    constexpr std::uint32_t longWorkspace =
+        ISAL_DEF_LVL1_REQ + ISAL_DEF_LVL1_TOKEN_SIZE * 96 * IGZIP_K;
+    return length < longBlock ? ISAL_DEF_LVL1_DEFAULT : longWorkspace;
 }
 
 /// The encoder counts its bytes in 32 bits.

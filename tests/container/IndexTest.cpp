@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <new>
@@ -880,6 +881,56 @@ TEST(Index, AValueThatWasPutInPartKeepsTheFileFromPassingForWhole)
     }
     EXPECT_TRUE(wasPutInPart);
     EXPECT_TRUE(wasNotPut);
+}
+
+TEST(Index, WhatIsPutTogetherGoesOnWhereTheLastPutEnded)
+{
+    Index index(12);
+    PutBytes(index, "Key", "abc");
+    Index::Key key("Key");
+    unsigned char* const place = index.PutTogether(key, 4);
+    ASSERT_NE(place, nullptr);
+    std::copy_n("defg", 4, place);
+    PutBytes(index, "Key", "h");
+    EXPECT_EQ(Support::KeyContent(index, "Key"), "abcdefgh");
+    EXPECT_EQ(index.GetBlockPosition("Key"), 8U);
+}
+
+TEST(Index, NothingIsPutTogetherWhereThereIsNoBlock)
+{
+    Index index(12);
+    Index::Key key("Key");
+    EXPECT_EQ(index.PutTogether(key, 1), nullptr);
+    EXPECT_TRUE(Support::KeySlots(index, "Key").empty());
+}
+
+TEST(Index, WhatWouldBePartedByAFullBlockIsNotPutTogether)
+{
+    DefaultBlockSizeSetting const setting("10");
+    Index index(12);
+    PutBytes(index, "Key", "abcd");
+    Index::Key key("Key");
+    EXPECT_EQ(index.PutTogether(key, 7), nullptr);
+    EXPECT_EQ(Support::KeyContent(index, "Key"), "abcd");
+    unsigned char* const place = index.PutTogether(key, 6);
+    ASSERT_NE(place, nullptr);
+    std::copy_n("efghij", 6, place);
+    EXPECT_EQ(index.PutTogether(key, 1), nullptr);
+    PutBytes(index, "Key", "k");
+    ASSERT_EQ(Support::KeySlots(index, "Key").size(), 2U);
+    EXPECT_EQ(Support::KeyContent(index, "Key"), "abcdefghijk");
+}
+
+TEST(Index, NothingIsPutTogetherIntoAFrozenBlock)
+{
+    Index index(12);
+    PutBytes(index, "Key", "abc");
+    index.AddTransformation("Key", BlockTransformationType::Freeze);
+    Support::TemporaryFolder const folder;
+    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
+    index.WriteAllBuffersToFileStream(stream.get());
+    Index::Key key("Key");
+    EXPECT_EQ(index.PutTogether(key, 1), nullptr);
 }
 
 TEST(Index, AFailedFirstSlotLeavesNoPoolThatSeemsToHaveRunDry)

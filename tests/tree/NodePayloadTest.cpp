@@ -111,6 +111,20 @@ TEST_F(NodePayload, AShapeWritesItsMaterialAndNothingElse)
         EXPECT_TRUE(IsUntouched(key)) << key;
 }
 
+TEST_F(NodePayload, AShapeThatNobodyChangedWritesTheMaterialOfANewOne)
+{
+    for (int shape = 0; shape < 2; ++shape)
+        SaveNodePayload(file, Shape("s"));
+    std::string const material = Hex("54 00 00 00 03 00 00 00 30 2E 33 "
+                                     "CD CC 4C 3F CD CC 4C 3F CD CC 4C 3F 00 00 80 3F "
+                                     "00 00 00 00 00 00 00 00 00 00 00 00 00 00 80 3F "
+                                     "00 00 00 00 00 00 00 00 00 00 00 00 00 00 80 3F "
+                                     "0B D7 23 3E 0B D7 23 3E 0B D7 23 3E CD CC 4C 3E "
+                                     "00 00 00 00 CD CC 4C 3E 01 ");
+    EXPECT_EQ(material.size(), 84U);
+    EXPECT_EQ(Content("Resources"), material + material);
+}
+
 TEST_F(NodePayload, AGeometryWritesHeadersAndAttributes)
 {
     Geometry geometry("g");

@@ -17,6 +17,9 @@
 #include "Zyl2/Mox/WriteAttributesToWvf.h"
 #include "Zyl2/Util/Assert.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace Zyl2Mox {
 
 namespace {
@@ -48,6 +51,27 @@ void Save(Zyl2Wvf::WvFile& file, Group const& group)
     index.Put<unsigned char>(BlockNames::LightData, group.GetFlag());
 }
 
+std::vector<unsigned char> EncodedNewMaterial()
+{
+    Zyl2Wvf::Block block;
+    CopyToBlock(block, Material());
+    return {block.GetData(), block.GetData() + block.GetLength()};
+}
+
+void Save(Zyl2Wvf::WvFile& file, Shape const& shape)
+{
+    // Most shapes of a large assembly look alike.
+    static std::vector<unsigned char> const newMaterial = EncodedNewMaterial();
+    Zyl2Wvf::Index& index = file.GetIndex();
+    Zyl2Wvf::Index::Key key(BlockNames::Resources);
+    unsigned char* const place =
+        shape.HasOwnMaterial() ? nullptr : index.PutTogether(key, newMaterial.size());
+    if (place == nullptr)
+        index.Put(key, shape.GetMaterial());
+    else
+        std::copy(newMaterial.begin(), newMaterial.end(), place);
+}
+
 void Save(Zyl2Wvf::WvFile& file, NodeSets const& nodeSets)
 {
     Zyl2Wvf::Index& index = file.GetIndex();
@@ -67,8 +91,7 @@ void SaveNodePayload(Zyl2Wvf::WvFile& file, Node const& node)
     if (type == "Group")
         Save(file, Expect<Group>(node, "0 != grp_ptr", 2261));
     else if (type == "Shape")
-        file.GetIndex().Put(BlockNames::Resources,
-                            Expect<Shape>(node, "0 != shape_ptr", 2267).GetMaterial());
+        Save(file, Expect<Shape>(node, "0 != shape_ptr", 2267));
     else if (type == "Geometry")
         Expect<Geometry>(node, "0 != geom_ptr", 2274)
             .WriteWv(file, BlockNames::LightData, BlockNames::HeavyData, BlockNames::Attributes);

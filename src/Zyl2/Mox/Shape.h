@@ -22,6 +22,8 @@ public:
 
     Material& GetMaterial();
     Material const& GetMaterial() const;
+    /// Whether the material was ever asked for in order to be changed.
+    bool HasOwnMaterial() const { return material_ != nullptr; }
 
 private:
     /// Made when it is to be changed: most of the shapes of a large assembly look alike.

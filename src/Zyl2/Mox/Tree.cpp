@@ -1,10 +1,7 @@
 // The tree's own block, "Mox Tree":
 //
 //     number of records, 4
-//     for each record, in ascending id order:
-//         id, parent, previous sibling, next sibling, first child, last child, 4 each; 0 for none
-//         name, type, version, strings; empty for a record without a node
-//         light position, 8: where the node's payload begins in "Light Data"
+//     records, in ascending id order; NodeRecord.cpp draws them
 //
 // "Global Information":
 //
@@ -20,6 +17,7 @@
 #include "Zyl2/Mox/BlockNames.h"
 #include "Zyl2/Mox/Group.h"
 #include "Zyl2/Mox/NodePayload.h"
+#include "Zyl2/Mox/NodeRecord.h"
 #include "Zyl2/Mox/NodesWithSameName.h"
 #include "Zyl2/Mox/Shape.h"
 #include "Zyl2/Mox/TargetVersion.h"
@@ -259,25 +257,14 @@ bool Tree::RootHasNode() const
     return GetReqNode(RootId).value != nullptr;
 }
 
-void Tree::PutIdentity(Zyl2Wvf::Index& index, RecordKeys& keys, Node const* node)
-{
-    static std::string const nothing;
-    index.Put(keys.tree, node == nullptr ? nothing : node->GetName());
-    index.Put(keys.tree, node == nullptr ? nothing : node->GetType());
-    index.Put(keys.tree, node == nullptr ? nothing : node->GetVersion());
-}
-
 void Tree::SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& record)
 {
-    for (std::uint32_t const id : {record.id, record.parent, record.previousSibling,
-                                   record.nextSibling, record.firstChild, record.lastChild})
-        index.Put<unsigned int>(keys.tree, id);
-    PutIdentity(index, keys, record.value);
-    std::size_t const position = index.GetBlockPosition(keys.lightData);
-    if (IsOlderLayout())
-        index.Put<unsigned int>(keys.tree, static_cast<std::uint32_t>(position));
+    NodeRecord const image(record, index.GetBlockPosition(keys.lightData));
+    // Field by field takes a tenth of the time that a large tree needs in all.
+    if (unsigned char* const place = index.PutTogether(keys.tree, image.GetSize()))
+        image.CopyTo(place);
     else
-        index.Put<unsigned long>(keys.tree, position);
+        image.PutInto(index, keys.tree);
 }
 
 void Tree::SaveAll(Zyl2Wvf::WvFile& file, std::string const& text)

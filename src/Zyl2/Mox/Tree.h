@@ -108,8 +108,7 @@ private:
     void AddNodeBelow(Node& node);
     void SetRootNode(std::unique_ptr<Node> node);
     bool RootHasNode() const;
-    static void PutIdentity(Zyl2Wvf::Index& index, RecordKeys& keys, Node const* node);
-    void SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& record);
+    static void SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& record);
     void SaveAll(Zyl2Wvf::WvFile& file, std::string const& text);
 
     Zyl2Wvf::WvFile file_;

@@ -167,6 +167,19 @@ unsigned char* Index::PutInPlace(std::string const& key, std::size_t size)
     return blocks_[GetUnfrozenSlotWithRoom(key, size)].Extend(size);
 }
 
+unsigned char* Index::PutTogether(Key& key, std::size_t size)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
+        return nullptr;
+    std::size_t const slot = limiter->blocks.back();
+    Block& block = blocks_[slot];
+    std::uint64_t const most = std::min<std::uint64_t>(limiter->limit, Block::MaximumLength);
+    if (items_[slot].frozen || std::uint64_t(block.GetLength()) + size > most)
+        return nullptr;
+    return block.Extend(size);
+}
+
 std::size_t Index::GetBlockPosition(std::string const& key)
 {
     Key found(key);

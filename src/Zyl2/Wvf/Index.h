@@ -116,6 +116,11 @@ public:
     /// \throws KeyNotFound the block is frozen
     unsigned char* PutInPlace(std::string const& key, std::size_t size);
 
+    /// The same for bytes that would else be put one by one: room for all of them in the block that
+    /// the first would go to. Null, and nothing done, where they would be parted: there is no block
+    /// yet, or it gets full on the way.
+    unsigned char* PutTogether(Key& key, std::size_t size);
+
     /// Logical offset, in untransformed bytes over all the key's blocks, at which the next `Put`
     /// starts; 0 for an unknown key.
     std::size_t GetBlockPosition(std::string const& key);

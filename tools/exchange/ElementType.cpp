@@ -22,8 +22,9 @@ std::vector<ElementType> const& allTypes()
         {"Triangle 7", 2, 7, true},
         {"Quadrangle 8", 2, 8, true},
         {"Quadrangle 9", 2, 9, true},
-        {"Quadrangle 6", 2, 6, false},
+        {"Quadratic linear quad", 2, 6, false},
         {"Polygon", 2, 0, false},
+        {"Quadratic polygon", 2, 0, false},
         {"Triangle strip", 2, 0, false},
         {"Tetrahedron", 3, 4, true},
         {"Pyramid", 3, 5, true},
@@ -38,7 +39,12 @@ std::vector<ElementType> const& allTypes()
         {"Hexahedron 27", 3, 27, true},
         {"Pentagonal prism", 3, 10, false},
         {"Hexagonal prism", 3, 12, false},
-        {"Wedge 12", 3, 12, false},
+        {"Quadratic linear wedge", 3, 12, false},
+        {"Tetrahedron 14", 3, 14, false},
+        {"Tetrahedron 15", 3, 15, false},
+        {"Pyramid 14", 3, 14, false},
+        {"Pyramid 19", 3, 19, false},
+        {"Wedge 21", 3, 21, false},
     };
     return types;
 }

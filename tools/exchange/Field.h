@@ -25,6 +25,8 @@ struct Field
     /// Which of the source's parts it is on.
     std::size_t part = 0;
     Location location = Location::Nodes;
+    /// Whether these are the coordinates that the part's nodes have in this step.
+    bool movesNodes = false;
     std::size_t components = 1;
     /// What the components are called, when the source says so; else empty.
     std::vector<std::string> componentNames;

@@ -1,10 +1,14 @@
 #ifndef EXCHANGE_REPORT_H
 #define EXCHANGE_REPORT_H
 
+#include <cmath>
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace Exchange {
 
@@ -23,16 +27,35 @@ public:
 
     /// The value as a float; remembers the largest relative error. What is too large becomes
     /// infinite, NaN stays NaN.
-    float narrow(double value);
+    float narrow(double value)
+    {
+        if (!(std::fabs(value) <= std::numeric_limits<float>::max()))
+            return narrowOutside(value);
+        float const narrowed = static_cast<float>(value);
+        if (static_cast<double>(narrowed) != value)
+            countLoss(value, narrowed);
+        return narrowed;
+    }
+
+    /// The largest relative error of all values that became floats; 0 when all are exact. Values
+    /// beyond the range of normal floats are not among them.
+    double largestError() const { return largestError_; }
 
     /// All warnings, each one sentence: at most one of them says what narrowing cost.
     void forEachWarning(std::function<void(std::string const&)> const& tell) const;
 
 private:
+    float narrowOutside(double value);
+    void countLoss(double value, float narrowed);
+    std::string narrowingSentence() const;
+
     std::map<std::string, std::size_t> unknown_;
-    std::map<std::string, bool> warnings_;
+    /// In the order in which they came up.
+    std::vector<std::string> warnings_;
+    std::set<std::string> told_;
     std::size_t narrowed_ = 0;
     std::size_t overflowed_ = 0;
+    std::size_t underflowed_ = 0;
     double largestError_ = 0;
 };
 

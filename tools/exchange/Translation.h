@@ -1,0 +1,46 @@
+#ifndef EXCHANGE_TRANSLATION_H
+#define EXCHANGE_TRANSLATION_H
+
+#include "Report.h"
+#include "Source.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace Exchange {
+
+struct TranslationOptions
+{
+    /// Whether an existing output file is replaced.
+    bool overwrite = false;
+    /// Name of the program that writes, for the model's writing record.
+    std::string application = "mox";
+};
+
+/// What a translation has written.
+struct Summary
+{
+    std::size_t nodes = 0;
+    std::size_t elements = 0;
+    std::size_t steps = 0;
+    /// Of all parts and steps.
+    std::size_t fields = 0;
+};
+
+/// Opens the file of that name.
+using SourceOpener = std::function<std::unique_ptr<Source>(std::filesystem::path const&, Report&)>;
+
+/// Translates a result file into a model. The output file appears when it is whole; after a
+/// failure there is none, and one that was there before is as it was.
+///
+/// Throws `Error`: the name of the file that it is about, a colon, and one sentence.
+Summary translate(std::filesystem::path const& input, SourceOpener const& open,
+                  std::filesystem::path const& output, TranslationOptions const& options,
+                  Report& report);
+
+} // namespace Exchange
+
+#endif

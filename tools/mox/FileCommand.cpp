@@ -3,15 +3,26 @@
 #include <exception>
 #include <new>
 
-int runOnFile(std::string const& path, std::ostream& err, std::function<void()> const& action)
+void inFile(std::string const& path, std::function<void()> const& action)
 {
     try {
         action();
-        return 0;
+    } catch (FileError const&) {
+        throw;
     } catch (std::bad_alloc const&) {
-        err << path << ": there is not enough memory\n";
+        throw FileError(path + ": there is not enough memory");
     } catch (std::exception const& error) {
-        err << path << ": " << error.what() << '\n';
+        throw FileError(path + ": " + error.what());
     }
-    return 1;
+}
+
+int runOnFile(std::string const& path, std::ostream& err, std::function<void()> const& action)
+{
+    try {
+        inFile(path, action);
+        return 0;
+    } catch (FileError const& error) {
+        err << error.what() << '\n';
+        return 1;
+    }
 }

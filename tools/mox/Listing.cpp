@@ -2,6 +2,7 @@
 
 #include "ValueText.h"
 
+#include "moxread/NodeVisit.h"
 #include "moxread/Text.h"
 
 #include <algorithm>
@@ -78,38 +79,18 @@ std::string nameOf(Variable const& variable)
     return variable.hasStep() ? name + " step " + quoted(variable.stepName()) : name;
 }
 
-// The next node in depth-first order, with its depth. Goes by the links, without a stack, whatever
-// the depth of the tree is.
-Node const* nextInTree(MoxRead::Model const& model, Node const* node, std::size_t& depth)
-{
-    if (node->firstChild != 0) {
-        ++depth;
-        return &model.node(node->firstChild);
-    }
-    while (node->nextSibling == 0 && node->parent != 0) {
-        --depth;
-        node = &model.node(node->parent);
-    }
-    return node->nextSibling == 0 ? nullptr : &model.node(node->nextSibling);
-}
-
 } // namespace
 
-Listing::Listing(MoxRead::Model& model) : model_(model)
-{
-    model.readAll([&](MoxRead::Model::Variables const& variables, MoxRead::Dataset const& dataset) {
-        std::string const range = rangeText(dataset);
-        for (Variable const* variable : variables)
-            ranges_.emplace(variable, range);
-    });
-}
+Listing::Listing(ModelContents const& contents) : contents_(contents), model_(contents.model()) {}
 
 void Listing::print(std::ostream& out) const
 {
-    printSummary(out);
-    printWritings(out);
+    if (contents_.isWholeModel())
+        printSummary(out);
     printTree(out);
-    printHeavyData(out);
+    printSteps(out);
+    if (contents_.isWholeModel())
+        printHeavyData(out);
 }
 
 void Listing::printSummary(std::ostream& out) const
@@ -117,16 +98,7 @@ void Listing::printSummary(std::ostream& out) const
     out << "mox 1.3: " << model_.container().blockCount() << " blocks, " << model_.nodes().size()
         << " nodes, " << model_.variableCount() << " datasets, " << model_.container().file().size()
         << " bytes\n";
-}
-
-void Listing::printWritings(std::ostream& out) const
-{
-    for (WritingRecord const& writing : model_.globalInformation().writings) {
-        out << "written " << quoted(writing.time) << " on host " << quoted(writing.host)
-            << " by user " << quoted(writing.user) << ", format " << quoted(writing.formatVersion)
-            << ", texts " << quoted(writing.text1) << ' ' << quoted(writing.text2) << ' '
-            << quoted(writing.text) << '\n';
-    }
+    printWritings(out, model_.globalInformation().writings);
     const std::size_t results = model_.globalInformation().resultAttributes.size();
     if (results > 0)
         out << "result attributes: " << results << " of 96 bytes\n";
@@ -134,10 +106,9 @@ void Listing::printWritings(std::ostream& out) const
 
 void Listing::printTree(std::ostream& out) const
 {
-    std::size_t depth = 0;
-    for (Node const* node = &model_.node(1); node != nullptr;
-         node = nextInTree(model_, node, depth))
-        printNode(out, *node, indentFor(depth));
+    MoxRead::visitNodes(model_, contents_.first(), [&](Node const& node, std::size_t depth) {
+        printNode(out, node, indentFor(depth));
+    });
 }
 
 void Listing::printNode(std::ostream& out, Node const& node, std::string const& indent) const
@@ -161,7 +132,7 @@ void Listing::printVariable(std::ostream& out, Variable const& variable,
     bool const isFloat = stored.elementType() == MoxRead::ElementType::Float;
     out << indent << "dataset " << nameOf(variable) << ": type " << variable.variableType() << ", "
         << (isFloat ? "float" : "uint32") << ", width " << unsigned{stored.width} << ", "
-        << stored.rows() << " rows, " << ranges_.at(&stored);
+        << stored.rows() << " rows, " << contents_.rangeOf(stored).text();
     if (variable.vibration)
         out << ", vibration";
     if (variable.linked) {
@@ -172,8 +143,29 @@ void Listing::printVariable(std::ostream& out, Variable const& variable,
     printAttributes(out, variable.attributes, indent + "  ");
 }
 
+void Listing::printSteps(std::ostream& out) const
+{
+    for (StepUse const& step : contents_.steps()) {
+        out << "step " << quoted(step.name) << ": " << step.datasets
+            << (step.datasets == 1 ? " dataset" : " datasets");
+        for (auto const& [name, value] : step.times)
+            out << ", " << name << ' ' << std::visit(AttributeText(), value);
+        out << '\n';
+    }
+}
+
 void Listing::printHeavyData(std::ostream& out) const
 {
     out << "heavy data: " << model_.heavyLength() << " bytes, " << model_.unusedHeavyLength()
         << " of them in no dataset\n";
+}
+
+void printWritings(std::ostream& out, std::vector<WritingRecord> const& writings)
+{
+    for (WritingRecord const& writing : writings) {
+        out << "written " << quoted(writing.time) << " on host " << quoted(writing.host)
+            << " by user " << quoted(writing.user) << ", format " << quoted(writing.formatVersion)
+            << ", texts " << quoted(writing.text1) << ' ' << quoted(writing.text2) << ' '
+            << quoted(writing.text) << '\n';
+    }
 }

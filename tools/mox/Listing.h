@@ -1,34 +1,37 @@
 #ifndef MOX_LISTING_H
 #define MOX_LISTING_H
 
-#include "moxread/Model.h"
+#include "ModelContents.h"
 
-#include <cstddef>
-#include <cstdint>
+#include "moxread/GlobalInformation.h"
+
 #include <ostream>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 /// What a model contains, as text for people.
 class Listing
 {
 public:
-    /// Reads the values of all datasets, one block at a time, to know their ranges.
-    explicit Listing(MoxRead::Model& model);
+    explicit Listing(ModelContents const& contents);
 
+    /// Of the whole model, also what is known about the file.
     void print(std::ostream& out) const;
 
 private:
     void printSummary(std::ostream& out) const;
-    void printWritings(std::ostream& out) const;
     void printTree(std::ostream& out) const;
     void printNode(std::ostream& out, MoxRead::Node const& node, std::string const& indent) const;
     void printVariable(std::ostream& out, MoxRead::Variable const& variable,
                        std::string const& indent) const;
+    void printSteps(std::ostream& out) const;
     void printHeavyData(std::ostream& out) const;
 
+    ModelContents const& contents_;
     MoxRead::Model const& model_;
-    std::unordered_map<MoxRead::Variable const*, std::string> ranges_;
 };
+
+/// Who wrote the file, and when: a line for each time.
+void printWritings(std::ostream& out, std::vector<MoxRead::WritingRecord> const& writings);
 
 #endif

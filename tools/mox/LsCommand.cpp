@@ -1,25 +1,56 @@
 #include "LsCommand.h"
 
 #include "FileCommand.h"
+#include "JsonListing.h"
 #include "Listing.h"
+#include "ModelContents.h"
+
+#include "moxread/NodePath.h"
 
 #include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <memory>
 
+namespace {
+
+void list(LsOptions const& options, std::ostream& out)
+{
+    MoxRead::Model model(options.file);
+    MoxRead::Node const& first =
+        options.node ? MoxRead::NodePath(*options.node).find(model) : model.node(1);
+    Common::Progress progress("ls " + options.file);
+    ModelContents const contents(model, first, progress);
+    progress.wipe();
+    if (options.json)
+        JsonListing(contents, options.file).print(out);
+    else
+        Listing(contents).print(out);
+}
+
+} // namespace
+
 void addLsCommand(CLI::App& app, int& exitStatus)
 {
-    auto const path = std::make_shared<std::string>();
+    auto const options = std::make_shared<LsOptions>();
     CLI::App* const command = app.add_subcommand("ls", "List what is in a model file");
-    command->add_option("FILE", *path, "Model file")->required();
-    command->callback([&exitStatus, path] { exitStatus = listFile(*path, std::cout, std::cerr); });
+    command->add_option("FILE", options->file, "Model file")->required();
+    command->add_option("PATH", options->node,
+                        "Node to begin with: names from the root down, joined by /, or #ID");
+    command->add_flag("--json", options->json, "Print JSON");
+    command->footer("Example:\n  mox ls beam.mox Beam/Steel");
+    command->callback(
+        [&exitStatus, options] { exitStatus = listFile(*options, std::cout, std::cerr); });
+}
+
+int listFile(LsOptions const& options, std::ostream& out, std::ostream& err)
+{
+    return runOnFile(options.file, err, [&] { list(options, out); });
 }
 
 int listFile(std::string const& path, std::ostream& out, std::ostream& err)
 {
-    return runOnFile(path, err, [&] {
-        MoxRead::Model model(path);
-        Listing(model).print(out);
-    });
+    LsOptions options;
+    options.file = path;
+    return listFile(options, out, err);
 }

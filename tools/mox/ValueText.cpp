@@ -2,7 +2,6 @@
 
 #include "moxread/LittleEndian.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -17,30 +16,9 @@ std::string shortestText(Number value)
     return {text.data(), result.ptr};
 }
 
-std::string uintRangeText(std::vector<std::uint32_t> const& words)
+double numberOf(std::uint32_t word, bool isFloat)
 {
-    auto const [least, greatest] = std::minmax_element(words.begin(), words.end());
-    return "range " + std::to_string(*least) + ".." + std::to_string(*greatest);
-}
-
-std::string floatRangeText(std::vector<std::uint32_t> const& words)
-{
-    float least = INFINITY;
-    float greatest = -INFINITY;
-    std::size_t notNumbers = 0;
-    for (const std::uint32_t word : words) {
-        float const value = MoxRead::floatFromBits(word);
-        if (std::isnan(value)) {
-            ++notNumbers;
-            continue;
-        }
-        least = std::min(least, value);
-        greatest = std::max(greatest, value);
-    }
-    if (notNumbers == words.size())
-        return "all NaN";
-    const std::string range = "range " + textOf(least) + ".." + textOf(greatest);
-    return notNumbers == 0 ? range : range + " and " + std::to_string(notNumbers) + " NaN";
+    return isFloat ? static_cast<double>(MoxRead::floatFromBits(word)) : word;
 }
 
 } // namespace
@@ -55,10 +33,33 @@ std::string textOf(double value)
     return shortestText(value);
 }
 
-std::string rangeText(MoxRead::Dataset const& dataset)
+ValueRange ValueRange::of(MoxRead::Dataset const& dataset)
 {
-    if (dataset.words.empty())
+    ValueRange range;
+    range.isFloat = dataset.elementType == MoxRead::ElementType::Float;
+    range.count = dataset.words.size();
+    range.least = INFINITY;
+    range.greatest = -INFINITY;
+    for (std::uint32_t const word : dataset.words) {
+        double const value = numberOf(word, range.isFloat);
+        range.notNumbers += std::isnan(value) ? 1 : 0;
+        // NaN is neither less nor greater.
+        range.least = value < range.least ? value : range.least;
+        range.greatest = value > range.greatest ? value : range.greatest;
+    }
+    return range;
+}
+
+std::string ValueRange::text() const
+{
+    if (count == 0)
         return "empty";
-    return dataset.elementType == MoxRead::ElementType::Float ? floatRangeText(dataset.words)
-                                                              : uintRangeText(dataset.words);
+    if (!hasNumbers())
+        return "all NaN";
+    auto const numberText = [this](double value) {
+        return isFloat ? textOf(static_cast<float>(value))
+                       : std::to_string(static_cast<std::uint32_t>(value));
+    };
+    std::string const range = "range " + numberText(least) + ".." + numberText(greatest);
+    return notNumbers == 0 ? range : range + " and " + std::to_string(notNumbers) + " NaN";
 }

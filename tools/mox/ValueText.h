@@ -3,6 +3,7 @@
 
 #include "moxread/Dataset.h"
 
+#include <cstddef>
 #include <string>
 
 /// The shortest text from which the number can be recovered exactly.
@@ -19,7 +20,22 @@ std::string textOf(Iterator begin, Iterator end)
     return text;
 }
 
-/// Such as "range 0..2.5", "range 0..2.5 and 3 NaN", "all NaN" or "empty".
-std::string rangeText(MoxRead::Dataset const& dataset);
+/// The least and the greatest value of a dataset.
+struct ValueRange
+{
+    bool isFloat = true;
+    std::size_t count = 0;
+    std::size_t notNumbers = 0;
+    /// Of those that are numbers; floats and uint32s are exact here.
+    double least = 0;
+    double greatest = 0;
+
+    static ValueRange of(MoxRead::Dataset const& dataset);
+
+    bool hasNumbers() const { return notNumbers < count; }
+
+    /// Such as "range 0..2.5", "range 0..2.5 and 3 NaN", "all NaN" or "empty".
+    std::string text() const;
+};
 
 #endif

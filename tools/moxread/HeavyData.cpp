@@ -56,12 +56,22 @@ std::uint8_t const* HeavyData::bytesAt(std::uint64_t position)
     return bytes_.data() + (position - block->start);
 }
 
-void HeavyData::check() const
+std::size_t HeavyData::blockAt(std::uint64_t position) const
+{
+    Block const* const block = find(position);
+    return block == nullptr ? blocks_.size() : static_cast<std::size_t>(block - blocks_.data());
+}
+
+void HeavyData::check(ProgressVisitor const& tell) const
 {
     std::vector<std::uint8_t> piece(pieceSize);
     for (Block const& block : blocks_) {
         BlockReader reader(*file_, block.slot);
-        while (reader.read(piece.data(), piece.size()) > 0) {
+        std::uint64_t done = block.start;
+        while (std::size_t const count = reader.read(piece.data(), piece.size())) {
+            done += count;
+            if (tell)
+                tell(done, length());
         }
     }
 }

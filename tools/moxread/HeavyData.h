@@ -3,10 +3,15 @@
 
 #include "moxread/Container.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace MoxRead {
+
+/// Called while work goes on: how much of it is done, and how much there is in all.
+using ProgressVisitor = std::function<void(std::uint64_t done, std::uint64_t all)>;
 
 /// The stream of the datasets' values, of which one block at a time is in memory.
 class HeavyData
@@ -29,8 +34,11 @@ public:
     /// call. Calls in ascending order of the positions load each block once.
     std::uint8_t const* bytesAt(std::uint64_t position);
 
+    /// The number of the block that holds the byte at a position, from 0.
+    std::size_t blockAt(std::uint64_t position) const;
+
     /// Reads all blocks in small pieces, to see whether they are sound.
-    void check() const;
+    void check(ProgressVisitor const& tell = {}) const;
 
 private:
     struct Block

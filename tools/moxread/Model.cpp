@@ -106,11 +106,11 @@ Dataset Model::read(Variable const& variable)
     return Dataset::decode(stored, heavy_.bytesAt(stored.dataPosition));
 }
 
-void Model::readAll(DatasetVisitor const& visit)
+void Model::read(Variables variables, DatasetVisitor const& visit)
 {
-    Variables const all = storedVariables();
-    for (auto first = all.begin(); first != all.end();) {
-        auto const last = std::find_if(first, all.end(), [&](Variable const* variable) {
+    std::stable_sort(variables.begin(), variables.end(), liesBefore);
+    for (auto first = variables.begin(); first != variables.end();) {
+        auto const last = std::find_if(first, variables.end(), [&](Variable const* variable) {
             return pieceOf(variable) != pieceOf(*first);
         });
         visit(Variables(first, last), read(**first));
@@ -118,9 +118,19 @@ void Model::readAll(DatasetVisitor const& visit)
     }
 }
 
-void Model::checkValues() const
+void Model::readAll(DatasetVisitor const& visit)
 {
-    heavy_.check();
+    read(storedVariables(), visit);
+}
+
+void Model::checkValues(ProgressVisitor const& tell) const
+{
+    heavy_.check(tell);
+}
+
+std::size_t Model::heavyBlock(Variable const& variable) const
+{
+    return heavy_.blockAt(resolve(variable).dataPosition);
 }
 
 std::size_t Model::variableCount() const

@@ -19,6 +19,12 @@ namespace MoxRead {
 /// A model in a file. Opening it reads all but the values of the datasets into memory and checks
 /// every rule of the layout, other than whether the blocks with the values inflate: that shows when
 /// they are read. Raises FormatError.
+///
+///     MoxRead::Model model("beam.mox");
+///     for (MoxRead::Node const& node : model.nodes())
+///         if (node.geometry() != nullptr)
+///             for (MoxRead::Variable const& variable : node.geometry()->variables)
+///                 use(node.name, variable, model.read(variable));
 class Model
 {
 public:
@@ -45,13 +51,19 @@ public:
 
     using Variables = std::vector<Variable const*>;
     using DatasetVisitor = std::function<void(Variables const&, Dataset const&)>;
-    /// Reads the values of all variables that are not linked, in the order in which they lie in the
+    /// Reads the values of variables that are not linked, in the order in which they lie in the
     /// file, so that every block is loaded only once. Variables of the same values are visited
     /// together, and their values read once.
+    void read(Variables variables, DatasetVisitor const& visit);
+    /// The same for all of them.
     void readAll(DatasetVisitor const& visit);
 
     /// Inflates every block with values to see whether it is sound, and keeps none.
-    void checkValues() const;
+    void checkValues(ProgressVisitor const& tell = {}) const;
+
+    /// The number of the block of heavy data that a variable's values lie in, from 0. Only one
+    /// block at a time is in memory: to change between two for each dataset takes long.
+    std::size_t heavyBlock(Variable const& variable) const;
 
     std::size_t variableCount() const;
     std::uint64_t heavyLength() const;

@@ -4,10 +4,10 @@
 
 namespace MoxRead {
 
-Summary verify(std::string const& path)
+Summary verify(std::string const& path, ProgressVisitor const& tell)
 {
     const Model model(path);
-    model.checkValues();
+    model.checkValues(tell);
     Summary summary;
     summary.blocks = model.container().blockCount();
     summary.nodes = model.nodes().size();

@@ -1,6 +1,8 @@
 #ifndef MOXREAD_VERIFY_H
 #define MOXREAD_VERIFY_H
 
+#include "moxread/HeavyData.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -18,7 +20,7 @@ struct Summary
 
 /// Checks every rule of the layout down to the last byte. Raises FormatError at the first that a
 /// file breaks.
-Summary verify(std::string const& path);
+Summary verify(std::string const& path, ProgressVisitor const& tell = {});
 
 } // namespace MoxRead
 

@@ -1,5 +1,5 @@
-#include "Sample.h"
-#include "TestFile.h"
+#include "moxread/Sample.h"
+#include "moxread/TestFile.h"
 
 #include <gtest/gtest.h>
 

@@ -31,11 +31,11 @@ TEST(ValueText, NumbersAreWrittenAsShortAsTheyCanBeReadBack)
 
 TEST(ValueText, ARangeLeavesOutWhatIsNoNumber)
 {
-    EXPECT_EQ(rangeText(floatsOf({2, -1.5F, 7})), "range -1.5..7");
-    EXPECT_EQ(rangeText(floatsOf({NAN, 2, NAN})), "range 2..2 and 2 NaN");
-    EXPECT_EQ(rangeText(floatsOf({NAN, NAN})), "all NaN");
-    EXPECT_EQ(rangeText(floatsOf({})), "empty");
-    EXPECT_EQ(rangeText(floatsOf({INFINITY, 0})), "range 0..inf");
+    EXPECT_EQ(ValueRange::of(floatsOf({2, -1.5F, 7})).text(), "range -1.5..7");
+    EXPECT_EQ(ValueRange::of(floatsOf({NAN, 2, NAN})).text(), "range 2..2 and 2 NaN");
+    EXPECT_EQ(ValueRange::of(floatsOf({NAN, NAN})).text(), "all NaN");
+    EXPECT_EQ(ValueRange::of(floatsOf({})).text(), "empty");
+    EXPECT_EQ(ValueRange::of(floatsOf({INFINITY, 0})).text(), "range 0..inf");
 }
 
 TEST(ValueText, ARangeOfUnsignedNumbersIsUnsigned)
@@ -44,5 +44,5 @@ TEST(ValueText, ARangeOfUnsignedNumbersIsUnsigned)
     dataset.elementType = MoxRead::ElementType::Uint32;
     dataset.width = 1;
     dataset.words = {4294967295U, 3, 9};
-    EXPECT_EQ(rangeText(dataset), "range 3..4294967295");
+    EXPECT_EQ(ValueRange::of(dataset).text(), "range 3..4294967295");
 }

@@ -1,7 +1,7 @@
 #include "VerifyCommand.h"
 
-#include "Sample.h"
-#include "TestFile.h"
+#include "moxread/Sample.h"
+#include "moxread/TestFile.h"
 
 #include <gtest/gtest.h>
 

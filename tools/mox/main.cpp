@@ -1,6 +1,8 @@
+#include "ExportCommand.h"
 #include "LsCommand.h"
 #include "TranslateCommand.h"
 #include "VerifyCommand.h"
+#include "ViewCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,6 +36,8 @@ int run(int argc, char** argv)
     addTranslateCommand(app, exitStatus);
     addVerifyCommand(app, exitStatus);
     addLsCommand(app, exitStatus);
+    addExportCommand(app, exitStatus);
+    addViewCommand(app, exitStatus);
     app.require_subcommand(0, 1);
     app.callback([&app] { requireCommand(app); });
     try {

@@ -1,0 +1,69 @@
+#include "ExportCommand.h"
+
+#include "vtkexport/SummaryText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+struct Arguments
+{
+    std::string input;
+    std::string output;
+    VtkExport::ExportOptions options;
+    bool asJson = false;
+};
+
+std::string complaintAboutTarget(std::string const& path)
+{
+    return VtkExport::isExportTarget(path) ? "" : path + " does not end with .vtu, .vtm or .pvd";
+}
+
+void addArguments(CLI::App& command, Arguments& arguments)
+{
+    command.add_option("FILE", arguments.input, "Model file")->required();
+    command.add_option("OUT", arguments.output, "What to make: .vtu, .vtm or .pvd")
+        ->required()
+        ->check(CLI::Validator(complaintAboutTarget, ""));
+    command.add_option("--step", arguments.options.step,
+                       "Write this step only (default: the last; for .pvd, all)");
+    command.add_flag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
+    command.add_flag("--json", arguments.asJson, "Say as JSON what was written");
+}
+
+} // namespace
+
+void addExportCommand(CLI::App& app, int& exitStatus)
+{
+    auto const arguments = std::make_shared<Arguments>();
+    CLI::App* const command =
+        app.add_subcommand("export", "Write a model as files for viewers that read VTK's formats");
+    addArguments(*command, *arguments);
+    command->footer(
+        "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
+        "collection (.pvd).\nExample: mox export cantilever.mox cantilever.pvd");
+    command->callback([&exitStatus, arguments] {
+        exitStatus = exportFile(arguments->input, arguments->output, arguments->options,
+                                arguments->asJson, std::cout, std::cerr);
+    });
+}
+
+int exportFile(std::string const& input, std::string const& output,
+               VtkExport::ExportOptions const& options, bool asJson, std::ostream& out,
+               std::ostream& err)
+{
+    try {
+        VtkExport::ExportSummary const summary = VtkExport::exportModel(input, output, options);
+        for (std::string const& warning : summary.warnings)
+            err << "mox export: warning: " << warning << '\n';
+        out << (asJson ? jsonOf(summary, output) : textOf(summary, output)) << '\n';
+        return 0;
+    } catch (std::exception const& error) {
+        err << "mox export: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,23 @@
+#ifndef MOX_EXPORTCOMMAND_H
+#define MOX_EXPORTCOMMAND_H
+
+#include "vtkexport/Export.h"
+
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+/// Adds the command `export` and stores its exit status when it runs.
+void addExportCommand(CLI::App& app, int& exitStatus);
+
+/// Writes a model as VTK's XML files and says on `out` what was written, as JSON if wanted. A
+/// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.
+/// Returns the exit status.
+int exportFile(std::string const& input, std::string const& output,
+               VtkExport::ExportOptions const& options, bool asJson, std::ostream& out,
+               std::ostream& err);
+
+#endif

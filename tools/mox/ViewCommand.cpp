@@ -1,0 +1,134 @@
+#include "ViewCommand.h"
+
+#include "vtkexport/SummaryText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <memory>
+
+namespace {
+
+constexpr int leastSize = 200;
+constexpr int greatestSize = 8192;
+
+struct Arguments
+{
+    std::string input;
+    std::string output;
+    std::string size;
+    std::string camera;
+    VtkExport::ViewOptions options;
+    bool asJson = false;
+};
+
+std::string complaintAboutTarget(std::string const& path)
+{
+    return std::filesystem::path(path).extension() == ".png" ? ""
+                                                             : path + " does not end with .png";
+}
+
+bool isSize(int pixels)
+{
+    return pixels >= leastSize && pixels <= greatestSize;
+}
+
+bool readSize(std::string const& text, VtkExport::ViewOptions& options)
+{
+    char rest = 0;
+    int const found = std::sscanf(text.c_str(), "%dx%d%c", &options.width, &options.height, &rest);
+    return found == 2 && isSize(options.width) && isSize(options.height);
+}
+
+std::string complaintAboutSize(std::string const& text)
+{
+    VtkExport::ViewOptions ignored;
+    return readSize(text, ignored)
+               ? ""
+               : text + " is no size such as 1280x960, of " + std::to_string(leastSize) + " to " +
+                     std::to_string(greatestSize) + " pixels";
+}
+
+std::map<std::string, VtkExport::Camera> const& cameras()
+{
+    static std::map<std::string, VtkExport::Camera> const all = {{"iso", VtkExport::Camera::Iso},
+                                                                 {"x", VtkExport::Camera::X},
+                                                                 {"y", VtkExport::Camera::Y},
+                                                                 {"z", VtkExport::Camera::Z}};
+    return all;
+}
+
+void addAppearance(CLI::App& command, Arguments& arguments)
+{
+    command
+        .add_option(
+            "--warp", arguments.options.warp,
+            "Factor of the displacements (default: the largest becomes a tenth of the size)")
+        ->type_name("N");
+    command.add_option("--size", arguments.size, "Width and height (default: 1280x960)")
+        ->type_name("WxH")
+        ->check(CLI::Validator(complaintAboutSize, ""));
+    command.add_option("--camera", arguments.camera, "Where to look from (default: iso)")
+        ->type_name("iso|x|y|z")
+        ->check(CLI::IsMember(cameras()).description(""));
+    command.add_flag("--edges", arguments.options.edges, "Draw the edges of the elements, too");
+}
+
+void addArguments(CLI::App& command, Arguments& arguments)
+{
+    std::vector<std::string> const components = {"magnitude", "x",  "y",  "z",  "xx",   "yy",
+                                                 "zz",        "xy", "yz", "zx", "mises"};
+    command.add_option("FILE", arguments.input, "Model file")->required();
+    command.add_option("OUT", arguments.output, "Picture to be made: .png")
+        ->required()
+        ->check(CLI::Validator(complaintAboutTarget, ""));
+    command.add_option("--step", arguments.options.step, "Step to show (default: the last)");
+    command.add_option("--field", arguments.options.field,
+                       "Field to show (default: Displacement, else the first)");
+    command
+        .add_option("--component", arguments.options.component,
+                    "What of the field to show (default: magnitude, or mises of a tensor)")
+        ->type_name("magnitude|x|y|z|xx|yy|zz|xy|yz|zx|mises")
+        ->check(CLI::IsMember(components).description(""));
+    addAppearance(command, arguments);
+    command.add_flag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
+    command.add_flag("--json", arguments.asJson, "Say as JSON what the picture shows");
+}
+
+} // namespace
+
+void addViewCommand(CLI::App& app, int& exitStatus)
+{
+    auto const arguments = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("view", "Draw a picture of a model");
+    addArguments(*command, *arguments);
+    command->footer("Example: mox view cantilever.mox stress.png --field STRESS --component mises");
+    command->callback([&exitStatus, arguments] {
+        if (!arguments->size.empty())
+            readSize(arguments->size, arguments->options);
+        if (!arguments->camera.empty())
+            arguments->options.camera = cameras().at(arguments->camera);
+        exitStatus = viewFile(arguments->input, arguments->output, arguments->options,
+                              arguments->asJson, std::cout, std::cerr);
+    });
+}
+
+int viewFile(std::string const& input, std::string const& output,
+             VtkExport::ViewOptions const& options, bool asJson, std::ostream& out,
+             std::ostream& err)
+{
+    try {
+        VtkExport::ViewSummary const summary = VtkExport::viewModel(input, output, options);
+        for (std::string const& warning : summary.warnings)
+            err << "mox view: warning: " << warning << '\n';
+        out << (asJson ? jsonOf(summary, output) : textOf(summary, output)) << '\n';
+        return 0;
+    } catch (std::exception const& error) {
+        err << "mox view: " << error.what() << '\n';
+        return 1;
+    }
+}

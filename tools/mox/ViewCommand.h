@@ -1,0 +1,23 @@
+#ifndef MOX_VIEWCOMMAND_H
+#define MOX_VIEWCOMMAND_H
+
+#include "vtkexport/View.h"
+
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+/// Adds the command `view` and stores its exit status when it runs.
+void addViewCommand(CLI::App& app, int& exitStatus);
+
+/// Draws a model into a PNG file and says on `out` what the picture shows, as JSON if wanted. A
+/// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.
+/// Returns the exit status.
+int viewFile(std::string const& input, std::string const& output,
+             VtkExport::ViewOptions const& options, bool asJson, std::ostream& out,
+             std::ostream& err);
+
+#endif

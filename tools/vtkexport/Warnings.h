@@ -1,0 +1,24 @@
+#ifndef VTKEXPORT_WARNINGS_H
+#define VTKEXPORT_WARNINGS_H
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace VtkExport {
+
+/// What could not be carried over: sentences, each of them once.
+class Warnings
+{
+public:
+    void add(std::string const& sentence);
+    std::vector<std::string> const& sentences() const { return sentences_; }
+
+private:
+    std::vector<std::string> sentences_;
+    std::set<std::string> known_;
+};
+
+} // namespace VtkExport
+
+#endif

@@ -48,7 +48,7 @@ TEST(MoxCommand, WrongUsageHasStatus2)
     EXPECT_EQ(statusOf("paint"), 2);
     EXPECT_EQ(statusOf("verify"), 2);
     EXPECT_EQ(statusOf("ls"), 2);
-    EXPECT_EQ(statusOf("verify a b"), 2);
+    EXPECT_EQ(statusOf("ls a b c"), 2);
     EXPECT_EQ(statusOf("verify --fast a"), 2);
 }
 

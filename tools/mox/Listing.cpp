@@ -6,7 +6,6 @@
 #include "moxread/Text.h"
 
 #include <algorithm>
-#include <variant>
 
 using MoxRead::Attributes;
 using MoxRead::Group;
@@ -27,19 +26,10 @@ std::string indentFor(std::size_t depth)
     return std::string(2 * std::min(depth, greatestIndentedDepth), ' ');
 }
 
-struct AttributeText
-{
-    std::string operator()(std::uint32_t value) const { return std::to_string(value); }
-    std::string operator()(float value) const { return textOf(value) + " (float)"; }
-    std::string operator()(double value) const { return textOf(value) + " (double)"; }
-    std::string operator()(std::string const& value) const { return quoted(value); }
-};
-
 void printAttributes(std::ostream& out, Attributes const& attributes, std::string const& indent)
 {
     for (auto const& [name, value] : attributes) {
-        out << indent << "attribute " << quoted(name) << " = " << std::visit(AttributeText(), value)
-            << '\n';
+        out << indent << "attribute " << quoted(name) << " = " << textOf(value) << '\n';
     }
 }
 
@@ -149,7 +139,7 @@ void Listing::printSteps(std::ostream& out) const
         out << "step " << quoted(step.name) << ": " << step.datasets
             << (step.datasets == 1 ? " dataset" : " datasets");
         for (auto const& [name, value] : step.times)
-            out << ", " << name << ' ' << std::visit(AttributeText(), value);
+            out << ", " << name << ' ' << textOf(value);
         out << '\n';
     }
 }

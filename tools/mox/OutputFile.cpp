@@ -1,19 +1,18 @@
 #include "OutputFile.h"
 
-#include <cerrno>
 #include <cstring>
 #include <stdexcept>
 
 OutputFile::OutputFile(std::string const& path, bool overwrite)
-    : file_(path, overwrite), stream_(file_.path(), std::ios::binary | std::ios::trunc)
+    : file_(path, overwrite), buffer_(file_.path().string()), stream_(&buffer_)
 {}
 
 void OutputFile::finish()
 {
-    errno = 0;
-    stream_.close();
-    if (!stream_) {
-        std::string const reason = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
+    bool const isWritten = static_cast<bool>(stream_.flush());
+    if (!buffer_.close() || !isWritten) {
+        std::string const reason =
+            buffer_.error() == 0 ? "" : std::string(": ") + std::strerror(buffer_.error());
         throw std::runtime_error("The file cannot be written" + reason + ".");
     }
     file_.publish();

@@ -1,9 +1,11 @@
 #ifndef MOX_OUTPUTFILE_H
 #define MOX_OUTPUTFILE_H
 
+#include "FileBuffer.h"
+
 #include "common/PartialFile.h"
 
-#include <fstream>
+#include <ostream>
 #include <string>
 
 /// A file that a command makes: it gets its name when all of it is written, or not at all.
@@ -21,7 +23,8 @@ public:
 
 private:
     Common::PartialFile file_;
-    std::ofstream stream_;
+    FileBuffer buffer_;
+    std::ostream stream_;
 };
 
 #endif

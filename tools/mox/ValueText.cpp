@@ -1,10 +1,12 @@
 #include "ValueText.h"
 
 #include "moxread/LittleEndian.h"
+#include "moxread/Text.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <variant>
 
 namespace {
 
@@ -15,6 +17,14 @@ std::string shortestText(Number value)
     auto const result = std::to_chars(text.data(), text.data() + text.size(), value);
     return {text.data(), result.ptr};
 }
+
+struct AttributeText
+{
+    std::string operator()(std::uint32_t value) const { return std::to_string(value); }
+    std::string operator()(float value) const { return textOf(value) + " (float)"; }
+    std::string operator()(double value) const { return textOf(value) + " (double)"; }
+    std::string operator()(std::string const& value) const { return MoxRead::quoted(value); }
+};
 
 double numberOf(std::uint32_t word, bool isFloat)
 {
@@ -31,6 +41,11 @@ std::string textOf(float value)
 std::string textOf(double value)
 {
     return shortestText(value);
+}
+
+std::string textOf(MoxRead::AttributeValue const& value)
+{
+    return std::visit(AttributeText(), value);
 }
 
 ValueRange ValueRange::of(MoxRead::Dataset const& dataset)

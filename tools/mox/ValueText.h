@@ -20,6 +20,9 @@ std::string textOf(Iterator begin, Iterator end)
     return text;
 }
 
+/// An attribute's value; numbers tell their type, unless they are integers, and texts are quoted.
+std::string textOf(MoxRead::AttributeValue const& value);
+
 /// The least and the greatest value of a dataset.
 struct ValueRange
 {

@@ -3,15 +3,26 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
 }
 
+struct VerifyOptions
+{
+    std::vector<std::string> files;
+    bool json = false;
+};
+
 /// Adds the command `verify` and stores its exit status when it runs.
 void addVerifyCommand(CLI::App& app, int& exitStatus);
 
-/// Says on `out` that a file is sound, or on `err` what is wrong with it. Returns the exit status.
+/// Says on `out` that files are sound, or on `err` what is wrong with them: a line for each, and
+/// for several one more that counts them. Returns the exit status.
+int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err);
+
+/// The same for one file, as text.
 int verifyFile(std::string const& path, std::ostream& out, std::ostream& err);
 
 #endif

@@ -1,4 +1,7 @@
+#include "DiffCommand.h"
+#include "DumpCommand.h"
 #include "ExportCommand.h"
+#include "InfoCommand.h"
 #include "LsCommand.h"
 #include "TranslateCommand.h"
 #include "VerifyCommand.h"
@@ -6,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -28,6 +32,13 @@ void requireCommand(CLI::App const& app)
         throw CLI::RequiredError("A command");
 }
 
+// A reader that went away and a file that may not grow are told like any other failed write.
+void takeFailedWritesAsErrors()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
 int run(int argc, char** argv)
 {
     CLI::App app("Looks into model files and makes them", "mox");
@@ -38,6 +49,9 @@ int run(int argc, char** argv)
     addLsCommand(app, exitStatus);
     addExportCommand(app, exitStatus);
     addViewCommand(app, exitStatus);
+    addInfoCommand(app, exitStatus);
+    addDumpCommand(app, exitStatus);
+    addDiffCommand(app, exitStatus);
     app.require_subcommand(0, 1);
     app.callback([&app] { requireCommand(app); });
     try {
@@ -56,6 +70,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    takeFailedWritesAsErrors();
     try {
         return run(argc, argv);
     } catch (std::exception const& error) {

@@ -134,6 +134,11 @@ std::string NodePath::of(Model const& model, Node const& node)
     return path.empty() || path.front() != idMark ? path : escape + path;
 }
 
+Node const& ownerOf(Model const& model, Node const& geometry)
+{
+    return geometry.parent == 0 ? geometry : model.node(geometry.parent);
+}
+
 Node const* geometryOf(Model const& model, Node const& node)
 {
     if (node.geometry() != nullptr)

@@ -52,6 +52,9 @@ private:
     std::vector<std::string> names_;
 };
 
+/// The node that people name when they speak of a geometry's datasets: its shape.
+Node const& ownerOf(Model const& model, Node const& geometry);
+
 /// The geometry that carries the datasets of a node: the node itself, or for a shape its child.
 /// Null for other nodes.
 Node const* geometryOf(Model const& model, Node const& node);

@@ -1,0 +1,28 @@
+#ifndef MOX_DIFFCOMMAND_H
+#define MOX_DIFFCOMMAND_H
+
+#include "Tolerance.h"
+
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+struct DiffOptions
+{
+    std::string left;
+    std::string right;
+    Tolerance tolerance;
+    bool json = false;
+};
+
+/// Adds the command `diff` and stores its exit status when it runs.
+void addDiffCommand(CLI::App& app, int& exitStatus);
+
+/// Prints on `out` in what two models differ, a line for each difference. A bad file gets one line
+/// on `err` and nothing on `out`. Returns the exit status: 0 when they are equal, else 1.
+int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

@@ -1,0 +1,151 @@
+#include "DumpCommand.h"
+
+#include "ComponentNames.h"
+#include "DatasetSearch.h"
+#include "DatasetWriter.h"
+#include "FileCommand.h"
+#include "JsonListing.h"
+#include "JsonWriter.h"
+#include "OutputFile.h"
+
+#include "common/Progress.h"
+#include "moxread/NodePath.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+#include <unistd.h>
+
+namespace {
+
+std::string formatOf(DumpOptions const& options)
+{
+    if (!options.format.empty())
+        return options.format;
+    std::string const ending = std::filesystem::path(options.output).extension().string();
+    return ending == ".csv" ? "csv" : ending == ".npy" ? "npy" : "text";
+}
+
+/// A dataset with all that a format may tell of it.
+class Dump
+{
+public:
+    Dump(DumpOptions const& options, MoxRead::Model& model)
+        : options_(options), node_(MoxRead::NodePath(options.node).findGeometry(model)),
+          path_(MoxRead::NodePath::of(model, MoxRead::ownerOf(model, node_))),
+          variable_(findDataset(model, node_, options.dataset, options.step)),
+          dataset_(model.read(variable_)),
+          columns_(componentNames(variable_.variableType(), variable_.datasetName()))
+    {}
+
+    void write(std::ostream& out) const
+    {
+        Common::Progress progress("dump " + options_.file, progressStream());
+        DatasetWriter const writer(dataset_, out, progress);
+        std::string const format = formatOf(options_);
+        if (options_.json)
+            writeJson(out, writer);
+        else if (format == "npy")
+            writer.writeNpy();
+        else if (format == "csv")
+            writer.writeCsv(columns_);
+        else
+            writer.writeText();
+    }
+
+private:
+    // No bar between the values on a terminal that shows both.
+    int progressStream() const
+    {
+        constexpr int none = -1;
+        bool const showsValues = options_.output.empty() && ::isatty(STDOUT_FILENO) == 1;
+        return showsValues ? none : STDERR_FILENO;
+    }
+
+    void writeJson(std::ostream& out, DatasetWriter const& writer) const
+    {
+        bool const isFloat = dataset_.elementType == MoxRead::ElementType::Float;
+        JsonWriter json(out);
+        json.beginObject().member("file", options_.file);
+        json.member("node", node_.id).member("path", path_);
+        writeDatasetName(json, variable_);
+        json.member("type", variable_.variableType());
+        json.member("elementType", isFloat ? "float" : "uint32");
+        json.member("rows", dataset_.rows()).member("width", unsigned{dataset_.width});
+        json.key("columns").values(columns_);
+        json.key("values").beginArray();
+        writer.writeJsonRows();
+        json.endArray().endObject();
+    }
+
+    DumpOptions const& options_;
+    MoxRead::Node const& node_;
+    std::string path_;
+    MoxRead::Variable const& variable_;
+    MoxRead::Dataset dataset_;
+    std::vector<std::string> columns_;
+};
+
+void writeFile(Dump const& dump, DumpOptions const& options)
+{
+    OutputFile file(options.output, options.overwrite);
+    dump.write(file.stream());
+    file.finish();
+}
+
+void dumpTo(std::ostream& out, DumpOptions const& options)
+{
+    MoxRead::Model model(options.file);
+    Dump const dump(options, model);
+    if (options.output.empty())
+        dump.write(out);
+    else
+        inFile(options.output, [&] { writeFile(dump, options); });
+}
+
+void refuseBytesOnATerminal(DumpOptions const& options)
+{
+    bool const isNpy = !options.json && formatOf(options) == "npy";
+    if (isNpy && options.output.empty() && ::isatty(STDOUT_FILENO) == 1)
+        throw CLI::ValidationError("npy is not for a terminal: name a file with -o");
+}
+
+} // namespace
+
+void addDumpCommand(CLI::App& app, int& exitStatus)
+{
+    auto const options = std::make_shared<DumpOptions>();
+    CLI::App* const command = app.add_subcommand("dump", "Write out the values of one dataset");
+    command->add_option("FILE", options->file, "Model file")->required();
+    command
+        ->add_option("PATH", options->node,
+                     "Shape with the dataset: names from the root down, joined by /, or #ID")
+        ->required();
+    command->add_option("DATASET", options->dataset, "Name of the dataset")->required();
+    command->add_option("--step", options->step, "Step of the dataset, if it belongs to one")
+        ->type_name("STEP");
+    CLI::Option* const format = command
+                                    ->add_option("--format", options->format,
+                                                 "text, csv or npy; the ending of OUT unless given")
+                                    ->type_name("FORMAT")
+                                    ->check(CLI::IsMember({"text", "csv", "npy"}));
+    command->add_flag("--json", options->json, "Write JSON")->excludes(format);
+    CLI::Option* const output =
+        command->add_option("-o,--output", options->output, "File to write to")->type_name("OUT");
+    command->add_flag("--overwrite", options->overwrite, "Replace OUT if it exists")->needs(output);
+    command->footer(
+        "Example:\n  mox dump beam.mox Beam/Steel Displacement --step \"Load 1\" -o u.csv");
+    command->callback([&exitStatus, options] {
+        refuseBytesOnATerminal(*options);
+        exitStatus = dumpDataset(*options, std::cout, std::cerr);
+    });
+}
+
+int dumpDataset(DumpOptions const& options, std::ostream& out, std::ostream& err)
+{
+    return runOnFile(options.file, err, [&] { dumpTo(out, options); });
+}

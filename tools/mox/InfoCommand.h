@@ -1,0 +1,24 @@
+#ifndef MOX_INFOCOMMAND_H
+#define MOX_INFOCOMMAND_H
+
+#include <ostream>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+struct InfoOptions
+{
+    std::string file;
+    bool json = false;
+};
+
+/// Adds the command `info` and stores its exit status when it runs.
+void addInfoCommand(CLI::App& app, int& exitStatus);
+
+/// Prints on `out` of which blocks a file is made, and who wrote it. Needs a sound container, but
+/// looks into no values. A bad file gets one line on `err`. Returns the exit status.
+int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

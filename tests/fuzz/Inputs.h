@@ -9,10 +9,12 @@
 
 namespace Fuzz {
 
-/// Takes the bytes as a model file, for `mox verify` and for `mox ls`.
+/// Takes the bytes as a model file, for `mox verify`, `ls`, `info`, `diff` with itself, and `dump`
+/// of its first datasets.
 ///
 /// Each gives a clear verdict: status 0 and nothing on the error stream, or status 1, nothing on
-/// the output stream and one line that tells why. What `verify` calls sound can be listed.
+/// the output stream and one line that tells why. What `verify` calls sound none of the others
+/// refuses, and it is equal to itself.
 ///
 /// Bound on memory: what is held at once stays below 4 MiB + 32 x (size of the file + size of what
 /// its compressed blocks inflate to). The fixed part is room to read and inflate a block in pieces.

@@ -5,10 +5,16 @@
 #include "MemoryFile.h"
 #include "Violation.h"
 
+#include "DiffCommand.h"
+#include "DumpCommand.h"
+#include "InfoCommand.h"
 #include "LsCommand.h"
 #include "VerifyCommand.h"
 
+#include "moxread/Model.h"
+
 #include <algorithm>
+#include <functional>
 #include <sstream>
 #include <string>
 
@@ -26,9 +32,9 @@ struct Outcome
     std::string err;
 };
 
-using Command = int (*)(std::string const&, std::ostream&, std::ostream&);
+using Command = std::function<int(std::string const&, std::ostream&, std::ostream&)>;
 
-Outcome outcomeOf(Command command, std::string const& path)
+Outcome outcomeOf(Command const& command, std::string const& path)
 {
     std::ostringstream out;
     std::ostringstream err;
@@ -36,7 +42,7 @@ Outcome outcomeOf(Command command, std::string const& path)
     return {status, out.str(), err.str()};
 }
 
-Outcome outcomeWithin(std::size_t bound, Command command, std::string const& path)
+Outcome outcomeWithin(std::size_t bound, Command const& command, std::string const& path)
 {
     AllocationMeter const meter;
     Outcome outcome = outcomeOf(command, path);
@@ -58,11 +64,72 @@ void requireVerdict(Outcome const& outcome)
             "a complaint is not one line");
 }
 
+int verify(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    return verifyFile(path, out, err);
+}
+
+int list(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    return listFile(path, out, err);
+}
+
+int showBlocks(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    InfoOptions options;
+    options.file = path;
+    return showInfo(options, out, err);
+}
+
+int compareWithItself(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    DiffOptions options;
+    options.left = path;
+    options.right = path;
+    int const status = diffFiles(options, out, err);
+    // Of equal files there is nothing to say.
+    if (status == 0)
+        out << "equal";
+    return status;
+}
+
 std::size_t memoryBound(std::uint8_t const* bytes, std::size_t size)
 {
     auto const file = FileParts::of(std::string(bytes, bytes + size));
     std::size_t const inflated = file ? inflatedSizeOf(*file) : 0;
     return fixedMemory + memoryPerByte * (size + inflated);
+}
+
+Command dumpOf(MoxRead::Node const& node, MoxRead::Variable const& variable)
+{
+    return [&](std::string const& path, std::ostream& out, std::ostream& err) {
+        DumpOptions options;
+        options.file = path;
+        options.node = "#" + std::to_string(node.id);
+        options.dataset = variable.datasetName();
+        if (variable.hasStep())
+            options.step = variable.stepName();
+        return dumpDataset(options, out, err);
+    };
+}
+
+/// A few of them: what can go wrong with one that is sound can go wrong with the first ones.
+void dumpSomeDatasets(std::string const& path, std::size_t bound)
+{
+    constexpr std::size_t enough = 8;
+    MoxRead::Model const model(path);
+    std::size_t done = 0;
+    for (MoxRead::Node const& node : model.nodes()) {
+        if (node.geometry() == nullptr)
+            continue;
+        for (MoxRead::Variable const& variable : node.geometry()->variables) {
+            if (++done > enough)
+                return;
+            Outcome const outcome = outcomeWithin(bound, dumpOf(node, variable), path);
+            require(outcome.status == 0 && outcome.err.empty(),
+                    "a dataset of a sound file could not be written out");
+        }
+    }
 }
 
 } // namespace
@@ -71,11 +138,17 @@ void readModelFile(std::uint8_t const* bytes, std::size_t size)
 {
     MemoryFile const file(bytes, size);
     std::size_t const bound = memoryBound(bytes, size);
-    Outcome const verified = outcomeWithin(bound, verifyFile, file.path());
+    Outcome const verified = outcomeWithin(bound, verify, file.path());
     requireVerdict(verified);
-    Outcome const listed = outcomeWithin(bound, listFile, file.path());
-    requireVerdict(listed);
-    require(verified.status != 0 || listed.status == 0, "a sound file could not be listed");
+    bool const isSound = verified.status == 0;
+    for (Command const& command :
+         {Command(list), Command(showBlocks), Command(compareWithItself)}) {
+        Outcome const outcome = outcomeWithin(bound, command, file.path());
+        requireVerdict(outcome);
+        require(!isSound || outcome.status == 0, "a sound file was refused by another command");
+    }
+    if (isSound)
+        dumpSomeDatasets(file.path(), bound);
 }
 
 } // namespace Fuzz

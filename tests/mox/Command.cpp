@@ -2,10 +2,13 @@
 
 #include "support/Folder.h"
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace MoxTest {
 
@@ -37,6 +40,17 @@ Outcome runInto(std::string const& target, std::string const& arguments)
         std::string(MOX_COMMAND) + " " + arguments + " 2>" + err + " >" + target;
     int const status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, "", contentIfAny(err)};
+}
+
+Outcome runIntoClosedPipe(std::string const& arguments)
+{
+    std::array<int, 2> ends = {};
+    if (::pipe(ends.data()) != 0)
+        throw std::runtime_error("no pipe for the test");
+    ::close(ends[0]);
+    Outcome const outcome = runInto("&" + std::to_string(ends[1]), arguments);
+    ::close(ends[1]);
+    return outcome;
 }
 
 } // namespace MoxTest

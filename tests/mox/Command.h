@@ -19,6 +19,9 @@ Outcome run(std::string const& arguments, std::string const& prefix = "");
 /// Runs it with an output stream that goes to a file or device.
 Outcome runInto(std::string const& target, std::string const& arguments);
 
+/// Runs it with an output stream that nobody reads any more.
+Outcome runIntoClosedPipe(std::string const& arguments);
+
 } // namespace MoxTest
 
 #endif

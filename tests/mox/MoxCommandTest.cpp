@@ -1,84 +1,137 @@
+#include "mox/Command.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <sys/wait.h>
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
 
 using namespace MoxReadTest;
+using MoxTest::Outcome;
+using MoxTest::run;
+using MoxTest::runInto;
+using MoxTest::runIntoClosedPipe;
 
 namespace {
 
-int statusOf(std::string const& arguments)
+/// Every command that reads a model file, as it is called for one.
+std::vector<std::string> callsFor(std::string const& path)
 {
-    const std::string command = std::string(MOX_COMMAND) + " " + arguments + " >/dev/null 2>&1";
-    int const status = std::system(command.c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::string const file = "'" + path + "'";
+    return {"ls " + file,
+            "ls --json " + file,
+            "ls " + file + " root/part",
+            "info " + file,
+            "info --json " + file,
+            "verify " + file,
+            "verify --json " + file,
+            "dump " + file + " root/part Ids",
+            "dump --json " + file + " root/part Ids",
+            "diff " + file + " " + file,
+            "diff --json " + file + " " + file};
 }
 
-/// What the command says on the error stream.
-std::string errorOf(std::string const& arguments)
+bool isOneLine(std::string const& text)
 {
-    const TemporaryFile text("");
-    const std::string command =
-        std::string(MOX_COMMAND) + " " + arguments + " >/dev/null 2>" + text.path();
-    EXPECT_NE(std::system(command.c_str()), -1);
-    std::ifstream stream(text.path());
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return std::count(text.begin(), text.end(), '\n') == 1 && text.back() == '\n';
 }
 
 } // namespace
 
-TEST(MoxCommand, WrongUsageGetsOneLineThatNamesIt)
+TEST(MoxCommand, WrongUsageGetsOneLineThatNamesItAndStatus2)
 {
-    EXPECT_EQ(errorOf(""), "mox: A command is required; see mox --help\n");
-    EXPECT_EQ(errorOf("paint"),
-              "mox: The following argument was not expected: paint; see mox --help\n");
-    EXPECT_EQ(errorOf("ls"), "mox: FILE is required; see mox --help\n");
-    EXPECT_EQ(errorOf("verify --fast a"),
-              "mox: The following argument was not expected: --fast; see mox --help\n");
+    std::vector<std::pair<std::string, std::string>> const calls = {
+        {"", "A command is required"},
+        {"paint", "The following argument was not expected: paint"},
+        {"ls", "FILE is required"},
+        {"ls a b c", "The following argument was not expected: c"},
+        {"info", "FILE is required"},
+        {"info a b", "The following argument was not expected: b"},
+        {"verify", "FILE is required"},
+        {"verify --fast a", "The following argument was not expected: --fast"},
+        {"dump a b", "DATASET is required"},
+        {"diff a", "B is required"}};
+    for (auto const& [arguments, complaint] : calls) {
+        Outcome const outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "mox: " + complaint + "; see mox --help\n");
+    }
 }
 
-TEST(MoxCommand, WrongUsageHasStatus2)
+TEST(MoxCommand, HelpHasAnExampleAndStatus0)
 {
-    EXPECT_EQ(statusOf(""), 2);
-    EXPECT_EQ(statusOf("paint"), 2);
-    EXPECT_EQ(statusOf("verify"), 2);
-    EXPECT_EQ(statusOf("ls"), 2);
-    EXPECT_EQ(statusOf("ls a b c"), 2);
-    EXPECT_EQ(statusOf("verify --fast a"), 2);
+    EXPECT_EQ(run("--help").status, 0);
+    for (std::string const command : {"ls", "info", "verify", "dump", "diff"}) {
+        Outcome const outcome = run(command + " --help");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_NE(outcome.out.find("\nExample:\n  mox " + command + " "), std::string::npos);
+    }
 }
 
-TEST(MoxCommand, HelpHasStatus0)
+TEST(MoxCommand, ABadFileGetsOneSentenceAndStatus1)
 {
-    EXPECT_EQ(statusOf("--help"), 0);
-    EXPECT_EQ(statusOf("verify --help"), 0);
+    std::string const sound = Sample().file();
+    for (std::string const& content :
+         {std::string("something else"), std::string(), sound.substr(0, 7), sound.substr(0, 2000),
+          sound.substr(0, 2900), sound.substr(0, sound.size() - 1), sound + "x"}) {
+        const TemporaryFile file(content);
+        for (std::string const& call : callsFor(file.path())) {
+            Outcome const outcome = run(call);
+            EXPECT_EQ(outcome.status, 1) << call;
+            EXPECT_TRUE(isOneLine(outcome.err)) << call << ": " << outcome.err;
+            EXPECT_EQ(outcome.err.find(file.path() + ": "), 0U) << outcome.err;
+            bool const isVerdict = call.find("verify --json") == 0;
+            EXPECT_EQ(outcome.out.empty(), !isVerdict) << call;
+        }
+    }
 }
 
-TEST(MoxCommand, ABadFileHasStatus1)
+TEST(MoxCommand, WhatIsNoFileGetsOneSentenceAndStatus1)
 {
-    const TemporaryFile file("something else");
-    EXPECT_EQ(statusOf("verify " + file.path()), 1);
-    EXPECT_EQ(statusOf("ls " + file.path()), 1);
-    EXPECT_EQ(statusOf("ls " + file.path() + ".absent"), 1);
+    for (std::string const path : {"/absent/model.mox", "/", "/dev/null"}) {
+        for (std::string const& call : callsFor(path)) {
+            Outcome const outcome = run(call);
+            EXPECT_EQ(outcome.status, 1) << call;
+            EXPECT_TRUE(isOneLine(outcome.err)) << call << ": " << outcome.err;
+        }
+    }
 }
 
 TEST(MoxCommand, AGoodFileHasStatus0)
 {
     const TemporaryFile file(Sample().file());
-    EXPECT_EQ(statusOf("verify " + file.path()), 0);
-    EXPECT_EQ(statusOf("ls " + file.path()), 0);
+    for (std::string const& call : callsFor(file.path())) {
+        Outcome const outcome = run(call);
+        EXPECT_EQ(outcome.status, 0) << call;
+        EXPECT_EQ(outcome.err, "") << call;
+    }
 }
 
 TEST(MoxCommand, OutputThatCannotBeWrittenHasStatus1)
 {
     const TemporaryFile file(Sample().file());
-    const std::string command =
-        std::string(MOX_COMMAND) + " ls " + file.path() + " >/dev/full 2>&1";
-    int const status = std::system(command.c_str());
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 1);
+    for (std::string const& call : callsFor(file.path())) {
+        if (call.find("diff '") == 0)
+            continue; // Says nothing of equal files.
+        Outcome const outcome = runInto("/dev/full", call);
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_EQ(outcome.err, "mox: the output cannot be written\n") << call;
+    }
+}
+
+TEST(MoxCommand, AReaderThatWentAwayHasStatus1)
+{
+    const TemporaryFile file(Sample().file());
+    for (std::string const& call : callsFor(file.path())) {
+        if (call.find("diff '") == 0)
+            continue;
+        Outcome const outcome = runIntoClosedPipe(call);
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_EQ(outcome.err, "mox: the output cannot be written\n") << call;
+    }
 }

@@ -19,8 +19,6 @@ namespace VtkExport {
 
 namespace {
 
-constexpr int samplesPerPixel = 8;
-
 void require(bool condition)
 {
     if (!condition)
@@ -123,7 +121,7 @@ OffScreenWindow::OffScreenWindow(int width, int height) : context_(std::make_uni
     window->SetIsCurrent(true);
     window->SetOwnContext(0);
     window->SetOffScreenRendering(1);
-    window->SetMultiSamples(samplesPerPixel);
+    window->SetMultiSamples(0);
     window->SetSize(width, height);
     window->OpenGLInitContext();
     require(window->hasFunctions());

@@ -1,6 +1,7 @@
 #include "vtkexport/Picture.h"
 
-#include "vtkexport/NumberFormat.h"
+#include "vtkexport/ColorScale.h"
+#include "vtkexport/Shrink.h"
 
 #include <vtkActor.h>
 #include <vtkAxesActor.h>
@@ -14,7 +15,6 @@
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
 #include <vtkRenderWindow.h>
-#include <vtkScalarBarActor.h>
 #include <vtkTextActor.h>
 #include <vtkTextProperty.h>
 #include <vtkTextRenderer.h>
@@ -28,60 +28,17 @@ namespace {
 
 using Vector = std::array<double, 3>;
 
-constexpr int colorCount = 256;
 constexpr Vector black = {0.1, 0.1, 0.1};
 constexpr Vector grey = {0.6, 0.6, 0.6};
 constexpr Vector darkGrey = {0.25, 0.25, 0.25};
+constexpr int leastFontSize = 9;
 constexpr double modelTop = 0.9;
 constexpr double modelRight = 0.84;
+constexpr double scaleLeft = 0.86;
+constexpr int leastAxes = 80;
 constexpr double axesSize = 0.2;
 
-// From dark blue over green to yellow: equal steps look alike, without colour vision, too.
-constexpr std::array<Vector, 10> colorScale = {{{68, 1, 84},
-                                                {72, 40, 120},
-                                                {62, 74, 137},
-                                                {49, 104, 142},
-                                                {38, 130, 142},
-                                                {31, 158, 137},
-                                                {53, 183, 121},
-                                                {110, 206, 88},
-                                                {181, 222, 43},
-                                                {253, 231, 37}}};
-
-Vector scaleColor(double place)
-{
-    double const position = place * (colorScale.size() - 1);
-    auto const left = std::min(static_cast<std::size_t>(position), colorScale.size() - 2);
-    double const part = position - static_cast<double>(left);
-    Vector color = {};
-    for (std::size_t i = 0; i < color.size(); ++i)
-        color[i] = ((1 - part) * colorScale[left][i] + part * colorScale[left + 1][i]) / 255;
-    return color;
-}
-
-// A scale needs some width, even where all values are the same.
-std::array<double, 2> scaleRange(ShownField const& field)
-{
-    if (!field.hasRange())
-        return {0, 1};
-    if (field.least < field.greatest)
-        return {field.least, field.greatest};
-    double const margin = field.least == 0 ? 1 : std::abs(field.least) / 2;
-    return {field.least - margin, field.least + margin};
-}
-
-void fillColors(vtkLookupTable& colors, std::array<double, 2> const& range)
-{
-    colors.SetNumberOfTableValues(colorCount);
-    for (int i = 0; i < colorCount; ++i) {
-        Vector const color = scaleColor(static_cast<double>(i) / (colorCount - 1));
-        colors.SetTableValue(i, color[0], color[1], color[2]);
-    }
-    colors.SetTableRange(range.data());
-    colors.SetNanColor(grey[0], grey[1], grey[2], 1);
-}
-
-void color(vtkPolyDataMapper& mapper, PictureContent const& content, vtkLookupTable* colors)
+void color(vtkPolyDataMapper& mapper, PictureContent const& content)
 {
     if (!content.field) {
         mapper.SetScalarModeToUseCellData();
@@ -94,9 +51,32 @@ void color(vtkPolyDataMapper& mapper, PictureContent const& content, vtkLookupTa
     else
         mapper.SetScalarModeToUseCellFieldData();
     mapper.SelectColorArray("Shown");
-    mapper.SetLookupTable(colors);
+    mapper.SetLookupTable(ColorScale(*content.field).table());
     mapper.UseLookupTableScalarRangeOn();
     mapper.InterpolateScalarsBeforeMappingOn();
+}
+
+// Cuts the text until it is no wider than that.
+void shorten(vtkTextActor& actor, std::string text, vtkRenderer& renderer, double width)
+{
+    std::array<double, 2> size = {};
+    for (actor.GetSize(&renderer, size.data()); size[0] > width && !text.empty();
+         actor.GetSize(&renderer, size.data())) {
+        // No character may be cut in two.
+        do
+            text.pop_back();
+        while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0x80U) != 0);
+        actor.SetInput((text + "...").c_str());
+    }
+}
+
+// How many pixels are drawn for one, in each direction: OpenGL's own ways to smooth edges depend on
+// the machine.
+int samplesFor(int size)
+{
+    if (size <= 2048)
+        return 3;
+    return size <= 4096 ? 2 : 1;
 }
 
 /// Where the eye is, seen from the model, and what is up in the picture.
@@ -167,17 +147,20 @@ Extent extentAlong(PictureContent const& content, Vector const& axis)
 
 } // namespace
 
-Picture::Picture(int width, int height) : window_(width, height), width_(width), height_(height)
+Picture::Picture(int width, int height)
+    : samples_(samplesFor(std::max(width, height))), width_(samples_ * width),
+      height_(samples_ * height), window_(width_, height_)
 {
     vtkTextRenderer::GetInstance()->SetDefaultBackend(vtkTextRenderer::FreeType);
-    window_.get().SetNumberOfLayers(2);
-    for (vtkRenderer* renderer : {model_.Get(), overlay_.Get(), axes_.Get()}) {
-        renderer->SetBackground(1, 1, 1);
+    window_.get().SetNumberOfLayers(3);
+    background_->SetBackground(1, 1, 1);
+    for (vtkRenderer* renderer : {background_.Get(), model_.Get(), overlay_.Get(), axes_.Get()})
         window_.get().AddRenderer(renderer);
-    }
-    overlay_->SetLayer(1);
-    axes_->SetLayer(1);
-    axes_->SetViewport(0, 0, axesSize * height / width, axesSize);
+    model_->SetLayer(1);
+    overlay_->SetLayer(2);
+    axes_->SetLayer(2);
+    double const size = std::max(axesSize * textUnit(), static_cast<double>(leastAxes * samples_));
+    axes_->SetViewport(0, 0, size / width_, size / height_);
 }
 
 vtkSmartPointer<vtkImageData> Picture::draw(PictureContent const& content)
@@ -195,26 +178,24 @@ vtkSmartPointer<vtkImageData> Picture::draw(PictureContent const& content)
     addAxes();
     vtkNew<vtkLightKit> lights;
     lights->AddLightsToRenderer(model_);
-    return window_.render();
+    return shrink(*window_.render(), samples_);
 }
 
 void Picture::addSurface(PictureContent const& content)
 {
     vtkNew<vtkPolyDataMapper> mapper;
     mapper->SetInputData(content.surface);
-    if (content.field)
-        fillColors(*colors_, scaleRange(*content.field));
-    color(*mapper, content, colors_);
+    color(*mapper, content);
     // Lines that lie in a face are to be seen.
     mapper->SetResolveCoincidentTopologyToPolygonOffset();
-    mapper->SetRelativeCoincidentTopologyPolygonOffsetParameters(1, 1);
+    mapper->SetRelativeCoincidentTopologyPolygonOffsetParameters(2, 4);
     vtkNew<vtkActor> actor;
     actor->SetMapper(mapper);
     actor->GetProperty()->SetPointSize(static_cast<float>(height_) / 160);
     actor->GetProperty()->SetLineWidth(static_cast<float>(height_) / 320);
-    actor->GetProperty()->SetAmbient(0.2);
-    actor->GetProperty()->SetDiffuse(0.85);
-    actor->GetProperty()->SetSpecular(0.1);
+    actor->GetProperty()->SetAmbient(0.4);
+    actor->GetProperty()->SetDiffuse(0.65);
+    actor->GetProperty()->SetSpecular(0.05);
     actor->GetProperty()->SetSpecularPower(20);
     model_->AddActor(actor);
 }
@@ -226,6 +207,8 @@ void Picture::addLines(vtkPolyData* lines, std::array<double, 3> const& lineColo
     vtkNew<vtkPolyDataMapper> mapper;
     mapper->SetInputData(lines);
     mapper->ScalarVisibilityOff();
+    mapper->SetResolveCoincidentTopologyToPolygonOffset();
+    mapper->SetRelativeCoincidentTopologyLineOffsetParameters(0, -8);
     vtkNew<vtkActor> actor;
     actor->SetMapper(mapper);
     actor->GetProperty()->SetColor(lineColor[0], lineColor[1], lineColor[2]);
@@ -236,30 +219,22 @@ void Picture::addLines(vtkPolyData* lines, std::array<double, 3> const& lineColo
 
 void Picture::addScale(ShownField const& field)
 {
-    auto const range = scaleRange(field);
-    vtkNew<vtkScalarBarActor> bar;
-    bar->SetLookupTable(colors_);
-    bar->SetMaximumNumberOfColors(colorCount);
-    bar->SetNumberOfLabels(7);
-    bar->SetLabelFormat(numberFormat(range[0], range[1]).c_str());
-    bar->UnconstrainedFontSizeOn();
-    bar->SetBarRatio(0.2);
-    bar->SetTextPad(fontSize(0.008));
-    bar->GetPositionCoordinate()->SetCoordinateSystemToNormalizedViewport();
-    bar->GetPositionCoordinate()->SetValue(0.86, 0.18);
-    bar->SetWidth(0.125);
-    bar->SetHeight(0.62);
-    prepare(*bar->GetLabelTextProperty(), 0.02);
-    overlay_->AddActor2D(bar);
+    vtkNew<vtkTextProperty> text;
+    prepare(*text, 0.02);
+    ColorScale const scale(field);
+    scale.draw(*overlay_, {scaleLeft * width_, 0.2 * height_, 0.026 * textUnit(), 0.6 * height_},
+               *text);
 }
 
 void Picture::addTitle(PictureContent const& content)
 {
-    addText(content.title, fontSize(0.028), true, 0.02);
-    addText(content.subtitle, fontSize(0.022), false, 0.06);
+    int const size = fontSize(0.028);
+    double const top = height_ - 0.6 * size;
+    addText(content.title, size, true, top);
+    addText(content.subtitle, fontSize(0.022), false, top - 1.4 * size);
 }
 
-void Picture::addText(std::string const& text, int size, bool isBold, double fromTop)
+void Picture::addText(std::string const& text, int size, bool isBold, double top)
 {
     vtkNew<vtkTextActor> actor;
     actor->SetInput(text.c_str());
@@ -267,7 +242,9 @@ void Picture::addText(std::string const& text, int size, bool isBold, double fro
     actor->GetTextProperty()->SetFontSize(size);
     actor->GetTextProperty()->SetBold(isBold ? 1 : 0);
     actor->GetTextProperty()->SetVerticalJustificationToTop();
-    actor->SetPosition(fontSize(0.02), (1 - fromTop) * height_);
+    double const left = fontSize(0.02);
+    actor->SetPosition(left, top);
+    shorten(*actor, text, *overlay_, width_ - 2 * left);
     overlay_->AddActor2D(actor);
 }
 
@@ -278,6 +255,7 @@ void Picture::addAxes()
     actor->SetCylinderRadius(0.03);
     actor->SetConeRadius(0.25);
     actor->SetTotalLength(1, 1, 1);
+    actor->SetNormalizedLabelPosition(1.3, 1.3, 1.3);
     for (vtkCaptionActor2D* caption :
          {actor->GetXAxisCaptionActor2D(), actor->GetYAxisCaptionActor2D(),
           actor->GetZAxisCaptionActor2D()}) {
@@ -328,19 +306,25 @@ void Picture::aim(PictureContent const& content)
     model_->ResetCameraClippingRange();
 }
 
-int Picture::fontSize(double partOfHeight) const
+// Texts must have room beside the model of a narrow picture, too.
+double Picture::textUnit() const
 {
-    return std::max(8, static_cast<int>(std::lround(partOfHeight * height_)));
+    return std::min<double>(height_, 0.75 * width_);
 }
 
-void Picture::prepare(vtkTextProperty& text, double partOfHeight) const
+int Picture::fontSize(double part) const
+{
+    return std::max(leastFontSize * samples_, static_cast<int>(std::lround(part * textUnit())));
+}
+
+void Picture::prepare(vtkTextProperty& text, double size) const
 {
     text.SetColor(black[0], black[1], black[2]);
     text.SetFontFamilyToArial();
     text.ItalicOff();
     text.BoldOff();
     text.ShadowOff();
-    text.SetFontSize(fontSize(partOfHeight));
+    text.SetFontSize(fontSize(size));
 }
 
 } // namespace VtkExport

@@ -6,7 +6,6 @@
 #include "vtkexport/View.h"
 
 #include <vtkImageData.h>
-#include <vtkLookupTable.h>
 #include <vtkNew.h>
 #include <vtkPolyData.h>
 #include <vtkRenderer.h>
@@ -15,7 +14,6 @@
 #include <array>
 #include <string>
 
-class vtkScalarsToColors;
 class vtkTextProperty;
 
 namespace VtkExport {
@@ -50,19 +48,21 @@ private:
     void addLines(vtkPolyData* lines, std::array<double, 3> const& color, double width);
     void addScale(ShownField const& field);
     void addTitle(PictureContent const& content);
-    void addText(std::string const& text, int fontSize, bool isBold, double fromTop);
+    void addText(std::string const& text, int fontSize, bool isBold, double top);
     void addAxes();
     void aim(PictureContent const& content);
-    int fontSize(double partOfHeight) const;
-    void prepare(vtkTextProperty& text, double partOfHeight) const;
+    double textUnit() const;
+    int fontSize(double part) const;
+    void prepare(vtkTextProperty& text, double size) const;
 
-    OffScreenWindow window_;
+    int samples_;
     int width_;
     int height_;
+    OffScreenWindow window_;
+    vtkNew<vtkRenderer> background_;
     vtkNew<vtkRenderer> model_;
     vtkNew<vtkRenderer> overlay_;
     vtkNew<vtkRenderer> axes_;
-    vtkNew<vtkLookupTable> colors_;
 };
 
 } // namespace VtkExport

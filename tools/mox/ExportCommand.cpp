@@ -1,6 +1,7 @@
 #include "ExportCommand.h"
 
-#include "vtkexport/SummaryText.h"
+#include "SummaryText.h"
+#include "common/Progress.h"
 
 #include <CLI/CLI.hpp>
 
@@ -47,6 +48,10 @@ void addExportCommand(CLI::App& app, int& exitStatus)
         "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
         "collection (.pvd).\nExample: mox export cantilever.mox cantilever.pvd");
     command->callback([&exitStatus, arguments] {
+        Common::Progress progress("export " + arguments->input);
+        arguments->options.progress = [&progress](std::size_t done, std::size_t all) {
+            progress.show(done, all);
+        };
         exitStatus = exportFile(arguments->input, arguments->output, arguments->options,
                                 arguments->asJson, std::cout, std::cerr);
     });
@@ -60,7 +65,10 @@ int exportFile(std::string const& input, std::string const& output,
         VtkExport::ExportSummary const summary = VtkExport::exportModel(input, output, options);
         for (std::string const& warning : summary.warnings)
             err << "mox export: warning: " << warning << '\n';
-        out << (asJson ? jsonOf(summary, output) : textOf(summary, output)) << '\n';
+        if (asJson)
+            printJson(summary, output, out);
+        else
+            printText(summary, output, out);
         return 0;
     } catch (std::exception const& error) {
         err << "mox export: " << error.what() << '\n';

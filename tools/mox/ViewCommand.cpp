@@ -1,6 +1,6 @@
 #include "ViewCommand.h"
 
-#include "vtkexport/SummaryText.h"
+#include "SummaryText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -125,7 +125,10 @@ int viewFile(std::string const& input, std::string const& output,
         VtkExport::ViewSummary const summary = VtkExport::viewModel(input, output, options);
         for (std::string const& warning : summary.warnings)
             err << "mox view: warning: " << warning << '\n';
-        out << (asJson ? jsonOf(summary, output) : textOf(summary, output)) << '\n';
+        if (asJson)
+            printJson(summary, output, out);
+        else
+            printText(summary, output, out);
         return 0;
     } catch (std::exception const& error) {
         err << "mox view: " << error.what() << '\n';

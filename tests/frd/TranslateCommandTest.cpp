@@ -27,6 +27,17 @@ int runWith(std::vector<std::string> arguments)
     return exitStatus;
 }
 
+int translate(std::string const& input, std::string const& output, std::ostream& err)
+{
+    std::ostringstream out;
+    TranslateArguments arguments;
+    arguments.input = input;
+    arguments.output = output;
+    int const status = translateFile(arguments, out, err);
+    EXPECT_EQ(out.str(), "");
+    return status;
+}
+
 /// What the command says on the error stream while this lives.
 class ErrorStream
 {
@@ -48,7 +59,7 @@ TEST(TranslateCommand, ASoundFileBecomesAModelWithoutAWord)
     Folder const folder;
     std::ostringstream err;
     std::string const output = folder.path("out.mox").string();
-    EXPECT_EQ(translateFile(exampleFile("cantilever.frd").string(), output, false, err), 0);
+    EXPECT_EQ(translate(exampleFile("cantilever.frd").string(), output, err), 0);
     EXPECT_EQ(err.str(), "");
     EXPECT_NO_THROW(MoxRead::verify(output));
 }
@@ -60,7 +71,7 @@ TEST(TranslateCommand, ABadFileGetsOneSentenceWithItsLine)
     std::string const input =
         folder.write("in.frd", replaced(triangleFile(), "   7    7    2", "  13    7    2"))
             .string();
-    EXPECT_EQ(translateFile(input, folder.path("out.mox").string(), false, err), 1);
+    EXPECT_EQ(translate(input, folder.path("out.mox").string(), err), 1);
     EXPECT_EQ(err.str(),
               "mox translate: " + input + ": line 9: Element 5 has the unknown type 13.\n");
     EXPECT_EQ(folder.names(), (Names{"in.frd"}));
@@ -72,7 +83,7 @@ TEST(TranslateCommand, AnExistingOutputIsRefused)
     std::ostringstream err;
     std::string const input = folder.write("in.frd", triangleFile()).string();
     std::string const output = folder.write("out.mox", "old").string();
-    EXPECT_EQ(translateFile(input, output, false, err), 1);
+    EXPECT_EQ(translate(input, output, err), 1);
     EXPECT_EQ(err.str(), "mox translate: " + output + ": File exists.\n");
     EXPECT_EQ(contentOf(output), "old");
 }

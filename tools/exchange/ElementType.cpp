@@ -43,7 +43,7 @@ std::vector<ElementType> const& allTypes()
         {"Tetrahedron 14", 3, 14, false},
         {"Tetrahedron 15", 3, 15, false},
         {"Pyramid 14", 3, 14, false},
-        {"Pyramid 19", 3, 19, false},
+        {"Pyramid 19", 3, 19, true},
         {"Wedge 21", 3, 21, false},
     };
     return types;

@@ -59,12 +59,17 @@ StepInfo namedStep(Source const& source, std::size_t index)
     return step;
 }
 
-void writeSteps(Source& source, ModelWriter& writer)
+/// Returns how many steps there are that deserve the name.
+std::size_t writeSteps(Source& source, ModelWriter& writer)
 {
+    std::size_t count = 0;
     for (std::size_t i = 0; i < source.stepCount(); ++i) {
-        writer.startStep(namedStep(source, i));
+        StepInfo const step = namedStep(source, i);
+        count += step.name.empty() ? 0 : 1;
+        writer.startStep(step);
         source.readStep(i, [&writer](Field const& field) { writer.addField(field); });
     }
+    return count;
 }
 
 Summary run(std::filesystem::path const& input, SourceOpener const& open,
@@ -75,10 +80,10 @@ Summary run(std::filesystem::path const& input, SourceOpener const& open,
     Common::PartialFile file(output, options.overwrite);
     ModelWriter writer(file.path(), signatureOf(input, options), source->attributes(), report);
     writeParts(*source, writer);
-    writeSteps(*source, writer);
+    std::size_t const steps = writeSteps(*source, writer);
     writer.close();
     file.publish();
-    return {writer.nodeCount(), writer.elementCount(), source->stepCount(), writer.fieldCount()};
+    return {writer.nodeCount(), writer.elementCount(), steps, writer.fieldCount()};
 }
 
 } // namespace

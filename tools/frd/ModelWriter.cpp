@@ -180,6 +180,7 @@ std::vector<std::uint32_t> ModelWriter::rowsOf(Shape const& shape) const
 
 void ModelWriter::addResult(ResultBlock const& block)
 {
+    ++resultCount_;
     findPlaces(block);
     for (ResultLayout const& layout : layoutsOf(block))
         addLayout(block, layout);

@@ -10,6 +10,7 @@
 
 #include <Zyl2/Mox2/Model.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -45,6 +46,10 @@ public:
     /// Finishes the file.
     void close();
 
+    std::size_t stepCount() const { return names_.stepCount(); }
+    /// Of all steps.
+    std::size_t resultCount() const { return resultCount_; }
+
 private:
     void addRoot(Source const& source);
     void addShape(Shape const& shape);
@@ -63,6 +68,7 @@ private:
     /// For each node of the mesh, where the current block has it.
     std::vector<std::uint32_t> places_;
     StepNames names_;
+    std::size_t resultCount_ = 0;
     unsigned int root_ = 0;
     Zyl2::Mox2::Model model_;
 };

@@ -25,8 +25,8 @@ void refuseSameFile(std::filesystem::path const& input, std::filesystem::path co
         throw std::runtime_error("This is the input itself.");
 }
 
-void run(std::filesystem::path const& input, std::filesystem::path const& output,
-         TranslationOptions const& options)
+Summary run(std::filesystem::path const& input, std::filesystem::path const& output,
+            TranslationOptions const& options)
 {
     refuseSameFile(input, output);
     Reader reader(input);
@@ -40,15 +40,17 @@ void run(std::filesystem::path const& input, std::filesystem::path const& output
         writer.addResult(block);
     writer.close();
     file.publish();
+    return {reader.mesh().nodes().size(), reader.mesh().elements().size(), writer.stepCount(),
+            writer.resultCount()};
 }
 
 } // namespace
 
-void translate(std::filesystem::path const& input, std::filesystem::path const& output,
-               TranslationOptions const& options)
+Summary translate(std::filesystem::path const& input, std::filesystem::path const& output,
+                  TranslationOptions const& options)
 {
     try {
-        run(input, output, options);
+        return run(input, output, options);
     } catch (Error const& error) {
         throw Error(sentence(input, error.what()));
     } catch (std::bad_alloc const&) {

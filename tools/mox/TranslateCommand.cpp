@@ -1,49 +1,123 @@
 #include "TranslateCommand.h"
 
-#include "frd/Translation.h"
+#include "Formats.h"
+
+#include <exchange/Error.h>
+#include <frd/Translation.h>
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <memory>
+#include <vector>
 
 namespace {
 
-struct Arguments
+constexpr char const* application = "mox translate";
+
+Exchange::Error errorAbout(std::string const& file, std::string const& sentence)
 {
-    std::string input;
-    std::string output;
-    bool overwrite = false;
-};
+    return Exchange::Error(file + ": " + sentence);
+}
+
+Format const& formatOfInput(std::string const& input)
+{
+    if (!std::filesystem::exists(input))
+        throw errorAbout(input, "There is no such file.");
+    Format const* const format = formatOf(FileProbe(input));
+    if (format == nullptr)
+        throw errorAbout(input, "The file is of no format that can be translated.");
+    return *format;
+}
+
+Exchange::Summary translateFrd(TranslateArguments const& arguments)
+{
+    Frd::TranslationOptions options;
+    options.overwrite = arguments.overwrite;
+    options.application = application;
+    Frd::Summary const summary = Frd::translate(arguments.input, arguments.output, options);
+    return {summary.nodes, summary.elements, summary.steps, summary.fields};
+}
+
+Exchange::Summary translateWith(Format const& format, TranslateArguments const& arguments,
+                                Exchange::Report& report)
+{
+    if (format.package.empty())
+        return translateFrd(arguments);
+    if (!format.open)
+        throw errorAbout(arguments.input,
+                         "This is a file of the format " + format.name +
+                             ", and this mox was built without it: " + format.package +
+                             " has to be there when it is built.");
+    Exchange::TranslationOptions options;
+    options.overwrite = arguments.overwrite;
+    options.application = application;
+    return Exchange::translate(arguments.input, format.open, arguments.output, options, report);
+}
+
+std::vector<std::string> warningsOf(Exchange::Report const& report)
+{
+    std::vector<std::string> warnings;
+    report.forEachWarning([&](std::string const& sentence) { warnings.push_back(sentence); });
+    return warnings;
+}
+
+void printSummary(Format const& format, Exchange::Summary const& summary,
+                  Exchange::Report const& report, std::ostream& out)
+{
+    nlohmann::ordered_json json = {{"format", format.name},
+                                   {"nodes", summary.nodes},
+                                   {"elements", summary.elements},
+                                   {"steps", summary.steps},
+                                   {"fields", summary.fields},
+                                   {"warnings", warningsOf(report)},
+                                   {"largestRelativeError", report.largestError()}};
+    constexpr int indent = 2;
+    // Names in warnings are those of the file, whatever bytes they have.
+    out << json.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+void run(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)
+{
+    Format const& format = formatOfInput(arguments.input);
+    Exchange::Report report;
+    report.skipUnknown = arguments.skipUnknown;
+    Exchange::Summary const summary = translateWith(format, arguments, report);
+    for (std::string const& warning : warningsOf(report))
+        err << application << ": warning: " << warning << '\n';
+    if (arguments.json)
+        printSummary(format, summary, report, out);
+}
 
 } // namespace
 
 void addTranslateCommand(CLI::App& app, int& exitStatus)
 {
-    auto const arguments = std::make_shared<Arguments>();
-    CLI::App* const command =
-        app.add_subcommand("translate", "Make a model file of a solver's result file (.frd)");
-    command->add_option("IN", arguments->input, "Result file, text or binary")->required();
+    auto const arguments = std::make_shared<TranslateArguments>();
+    CLI::App* const command = app.add_subcommand(
+        "translate", "Make a model file of a result file: .frd, VTK, EnSight, CGNS, OpenFOAM, "
+                     "Exodus or Gmsh, as its content says");
+    command->add_option("IN", arguments->input, "Result file or case folder")->required();
     command->add_option("OUT", arguments->output, "Model file to be made")->required();
     command->add_flag("--overwrite", arguments->overwrite, "Replace OUT if it exists");
-    command->callback([&exitStatus, arguments] {
-        exitStatus =
-            translateFile(arguments->input, arguments->output, arguments->overwrite, std::cerr);
-    });
+    command->add_flag("--skip-unknown", arguments->skipUnknown,
+                      "Leave elements out that a model can't hold, such as polyhedra");
+    command->add_flag("--json", arguments->json, "Print what was written as JSON");
+    command->footer("Example: mox translate result.pvd result.mox");
+    command->callback(
+        [&exitStatus, arguments] { exitStatus = translateFile(*arguments, std::cout, std::cerr); });
 }
 
-int translateFile(std::string const& input, std::string const& output, bool overwrite,
-                  std::ostream& err)
+int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)
 {
-    Frd::TranslationOptions options;
-    options.overwrite = overwrite;
-    options.application = "mox translate";
     try {
-        Frd::translate(input, output, options);
+        run(arguments, out, err);
         return 0;
     } catch (std::exception const& error) {
-        err << "mox translate: " << error.what() << '\n';
+        err << application << ": " << error.what() << '\n';
         return 1;
     }
 }

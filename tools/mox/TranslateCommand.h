@@ -8,12 +8,23 @@ namespace CLI {
 class App;
 }
 
+struct TranslateArguments
+{
+    std::string input;
+    std::string output;
+    /// Whether an existing output is replaced.
+    bool overwrite = false;
+    /// Whether elements that a model can't hold are left out; else they end the translation.
+    bool skipUnknown = false;
+    /// Whether a summary is printed.
+    bool json = false;
+};
+
 /// Adds the command `translate` and stores its exit status when it runs.
 void addTranslateCommand(CLI::App& app, int& exitStatus);
 
-/// Translates a solver's result file into a model. A failure gets one line on `err`, which names
-/// the file that is wrong, and leaves no output file behind. Returns the exit status.
-int translateFile(std::string const& input, std::string const& output, bool overwrite,
-                  std::ostream& err);
+/// Translates a result file into a model. Warnings get one line each on `err`, so does a failure,
+/// which names the file that is wrong, and leaves no output file behind. Returns the exit status.
+int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err);
 
 #endif

@@ -1,0 +1,8 @@
+#include "Openers.h"
+
+#include <gmsh/Gmsh.h>
+
+Exchange::SourceOpener gmshOpener()
+{
+    return Gmsh::open;
+}

@@ -1,0 +1,6 @@
+#include "Openers.h"
+
+Exchange::SourceOpener exodusOpener()
+{
+    return {};
+}

@@ -1,0 +1,6 @@
+#include "Openers.h"
+
+Exchange::SourceOpener gmshOpener()
+{
+    return {};
+}

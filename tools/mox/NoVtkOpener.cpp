@@ -1,0 +1,6 @@
+#include "Openers.h"
+
+Exchange::SourceOpener vtkOpener(VtkRead::FileKind /*kind*/)
+{
+    return {};
+}

@@ -1,0 +1,39 @@
+#ifndef VTKREAD_COLLECTIONINPUT_H
+#define VTKREAD_COLLECTIONINPUT_H
+
+#include "Input.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace VtkRead {
+
+/// A file that names the files of a series, several for one time when there are parts.
+class CollectionInput : public Input
+{
+public:
+    explicit CollectionInput(std::filesystem::path const& path);
+
+    std::vector<double> const& times() const override { return times_; }
+    vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
+
+private:
+    struct Entry
+    {
+        std::filesystem::path file;
+        std::string group;
+        std::string name;
+    };
+
+    void addEntries(std::filesystem::path const& path);
+
+    /// In the order of the file, for each time.
+    std::map<double, std::vector<Entry>> entries_;
+    bool hasTimes_ = false;
+    std::vector<double> times_;
+};
+
+} // namespace VtkRead
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef VTKREAD_MESSAGES_H
+#define VTKREAD_MESSAGES_H
+
+#include <vtkOutputWindow.h>
+#include <vtkSmartPointer.h>
+
+#include <string>
+#include <vector>
+
+namespace VtkRead {
+
+/// While it lives, VTK prints nothing: what it says is kept, to be told in one sentence.
+class Messages
+{
+public:
+    Messages();
+    ~Messages();
+    Messages(Messages const&) = delete;
+    Messages& operator=(Messages const&) = delete;
+
+    /// Raises `Exchange::Error` with the first error that VTK told, if there was one.
+    void raiseError() const;
+
+    /// Each in one line.
+    std::vector<std::string> const& warnings() const;
+
+private:
+    class Window;
+
+    vtkSmartPointer<vtkOutputWindow> before_;
+    vtkSmartPointer<Window> window_;
+    int verbosityBefore_;
+};
+
+} // namespace VtkRead
+
+#endif

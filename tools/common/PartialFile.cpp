@@ -32,6 +32,11 @@ void checkTarget(std::filesystem::path const& target, bool overwrite)
         throw std::runtime_error("This is not a regular file and is not overwritten.");
 }
 
+std::string stemOf(std::filesystem::path const& target, int process)
+{
+    return target.string() + ".partial-" + std::to_string(process) + "-";
+}
+
 bool createNew(std::filesystem::path const& path)
 {
     int const file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -58,9 +63,17 @@ PartialFile::~PartialFile()
         std::filesystem::remove(path_, ignored);
 }
 
+void PartialFile::removeLeftBy(int process, std::filesystem::path const& target)
+{
+    std::error_code ignored;
+    std::string const stem = stemOf(target, process);
+    for (int attempt = 0; std::filesystem::remove(stem + std::to_string(attempt), ignored);)
+        ++attempt;
+}
+
 void PartialFile::create()
 {
-    std::string const stem = target_.string() + ".partial-" + std::to_string(::getpid()) + "-";
+    std::string const stem = stemOf(target_, ::getpid());
     int attempt = 0;
     do {
         path_ = stem + std::to_string(attempt++);

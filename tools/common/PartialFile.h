@@ -18,6 +18,9 @@ public:
     PartialFile(PartialFile const&) = delete;
     PartialFile& operator=(PartialFile const&) = delete;
 
+    /// Removes what a process that crashed has left of such a file.
+    static void removeLeftBy(int process, std::filesystem::path const& target);
+
     std::filesystem::path const& path() const { return path_; }
 
     /// Gives the file its target's name, in one step that leaves either the old or the new file.

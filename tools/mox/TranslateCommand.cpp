@@ -1,7 +1,9 @@
 #include "TranslateCommand.h"
 
+#include "ChildProcess.h"
 #include "Formats.h"
 
+#include <common/PartialFile.h>
 #include <exchange/Error.h>
 #include <frd/Translation.h>
 
@@ -92,6 +94,25 @@ void run(TranslateArguments const& arguments, std::ostream& out, std::ostream& e
         printSummary(format, summary, report, out);
 }
 
+/// Readers of other formats may crash when a file is damaged: their crash is told in a sentence.
+int translateInChild(TranslateArguments const& arguments)
+{
+    ChildResult const child =
+        runInChild([&] { return translateFile(arguments, std::cout, std::cerr); });
+    if (child.status)
+        return *child.status;
+    Common::PartialFile::removeLeftBy(child.id, arguments.output);
+    std::cerr << application << ": " << arguments.input
+              << ": The file is damaged in a way that the library reading it does not survive.\n";
+    return 1;
+}
+
+bool needsChild(std::string const& input)
+{
+    Format const* const format = formatOf(FileProbe(input));
+    return format != nullptr && format->open;
+}
+
 } // namespace
 
 void addTranslateCommand(CLI::App& app, int& exitStatus)
@@ -107,8 +128,10 @@ void addTranslateCommand(CLI::App& app, int& exitStatus)
                       "Leave elements out that a model can't hold, such as polyhedra");
     command->add_flag("--json", arguments->json, "Print what was written as JSON");
     command->footer("Example: mox translate result.pvd result.mox");
-    command->callback(
-        [&exitStatus, arguments] { exitStatus = translateFile(*arguments, std::cout, std::cerr); });
+    command->callback([&exitStatus, arguments] {
+        exitStatus = needsChild(arguments->input) ? translateInChild(*arguments)
+                                                  : translateFile(*arguments, std::cout, std::cerr);
+    });
 }
 
 int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)

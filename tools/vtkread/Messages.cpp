@@ -5,20 +5,39 @@
 #include <vtkLogger.h>
 
 #include <algorithm>
+#include <cctype>
 
 namespace VtkRead {
 
 namespace {
 
-/// VTK's texts have several lines: where in its sources, then what.
+/// VTK's texts have several lines: where in its sources, which object, then what.
 std::string inOneLine(std::string const& text)
 {
-    std::string const begin = "): ";
-    auto const start = text.find(begin);
-    std::string line = start == std::string::npos ? text : text.substr(start + begin.size());
+    std::string const behindObject = "): ";
+    auto const object = text.find(behindObject);
+    auto const firstLine = text.find('\n');
+    std::string line = text;
+    if (object != std::string::npos)
+        line = text.substr(object + behindObject.size());
+    else if (firstLine != std::string::npos && text.find(" In ") < firstLine)
+        line = text.substr(firstLine + 1);
     std::replace(line.begin(), line.end(), '\n', ' ');
     line.erase(line.find_last_not_of(" .!") + 1);
     return line;
+}
+
+/// Some readers only warn when values are missing or aren't what they should be.
+bool tellsOfDamage(std::string const& warning)
+{
+    std::string lower = warning;
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char const* const word : {"error", "mismatch", "premature", "end of file", "too short",
+                                   "truncated", "could not", "cannot", "can't", "unable", "failed"})
+        if (lower.find(word) != std::string::npos)
+            return true;
+    return false;
 }
 
 } // namespace
@@ -39,7 +58,11 @@ public:
     void DisplayText(char const* /*text*/) override {}
     void DisplayDebugText(char const* /*text*/) override {}
     void DisplayErrorText(char const* text) override { errors_.push_back(inOneLine(text)); }
-    void DisplayWarningText(char const* text) override { warnings_.push_back(inOneLine(text)); }
+    void DisplayWarningText(char const* text) override
+    {
+        std::string const line = inOneLine(text);
+        (tellsOfDamage(line) ? errors_ : warnings_).push_back(line);
+    }
     void DisplayGenericWarningText(char const* text) override { DisplayWarningText(text); }
 
     std::vector<std::string> errors_;

@@ -33,11 +33,13 @@ void checkErrorCode(vtkAlgorithm& reader)
 
 } // namespace
 
-PipelineInput::PipelineInput(vtkSmartPointer<vtkAlgorithm> reader) : reader_(std::move(reader))
+PipelineInput::PipelineInput(vtkSmartPointer<vtkAlgorithm> reader, bool tellsTimes)
+    : reader_(std::move(reader))
 {
     reader_->UpdateInformation();
     checkErrorCode(*reader_);
-    times_ = timesOf(*reader_);
+    if (tellsTimes)
+        times_ = timesOf(*reader_);
 }
 
 vtkSmartPointer<vtkDataObject> PipelineInput::read(std::size_t step)

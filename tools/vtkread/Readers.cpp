@@ -107,7 +107,7 @@ std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& pat
 {
     if (kind == FileKind::Collection)
         return std::make_unique<CollectionInput>(path);
-    return std::make_unique<PipelineInput>(readerOf(kind, path));
+    return std::make_unique<PipelineInput>(readerOf(kind, path), kind != FileKind::Legacy);
 }
 
 } // namespace VtkRead

@@ -10,7 +10,10 @@
 
 #include <exchange/Error.h>
 
+#include <vtkUnstructuredGrid.h>
+
 #include <algorithm>
+#include <fstream>
 #include <new>
 #include <utility>
 
@@ -46,6 +49,15 @@ auto guarded(Report& report, Action const& action)
     }
 }
 
+bool hasCellSection(std::filesystem::path const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    for (std::string line; std::getline(file, line);)
+        if (line.rfind("CELLS ", 0) == 0)
+            return true;
+    return false;
+}
+
 class DataSource : public Exchange::Source
 {
 public:
@@ -56,6 +68,8 @@ public:
             return 0;
         });
         load(0);
+        if (kind == FileKind::Legacy)
+            requireCells(path);
         rememberMesh();
         if (input_->times().empty())
             timeOfOnlyStep_ = timeIn(object_);
@@ -113,6 +127,14 @@ private:
         if (object_ == nullptr)
             throw Error("VTK makes nothing of the file.");
         blocks_ = blocksOf(object_);
+    }
+
+    /// The reader takes a file for whole that ends before its cells.
+    void requireCells(std::filesystem::path const& path) const
+    {
+        auto* const grid = vtkUnstructuredGrid::SafeDownCast(object_);
+        if (grid != nullptr && grid->GetNumberOfCells() == 0 && !hasCellSection(path))
+            throw Error("The file ends before its cells.");
     }
 
     void release()

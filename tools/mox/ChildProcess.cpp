@@ -1,0 +1,59 @@
+#include "ChildProcess.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+#include <system_error>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int failure = 1;
+
+/// A crash that is expected needs no image of the process on the disk.
+void leaveNoCore()
+{
+    rlimit const none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
+}
+
+[[noreturn]] void runAndExit(std::function<int()> const& action)
+{
+    leaveNoCore();
+    int status = failure;
+    try {
+        status = action();
+        if (!std::cout.flush()) {
+            std::cerr << "mox: the output cannot be written\n";
+            status = failure;
+        }
+    } catch (std::exception const& error) {
+        std::cerr << "mox: " << error.what() << '\n';
+    }
+    std::cerr.flush();
+    // The parent's files and objects are not the child's to close.
+    std::_Exit(status);
+}
+
+} // namespace
+
+ChildResult runInChild(std::function<int()> const& action)
+{
+    std::cout.flush();
+    std::cerr.flush();
+    pid_t const id = ::fork();
+    if (id < 0)
+        throw std::system_error(errno, std::generic_category(), "no process can be started");
+    if (id == 0)
+        runAndExit(action);
+    int status = 0;
+    while (::waitpid(id, &status, 0) < 0)
+        if (errno != EINTR)
+            throw std::system_error(errno, std::generic_category(), "a process got lost");
+    if (WIFEXITED(status))
+        return {id, WEXITSTATUS(status)};
+    return {id, std::nullopt};
+}

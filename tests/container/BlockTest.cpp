@@ -171,6 +171,17 @@ TEST(Block, FillAtDoesNotRaiseTheLengthItself)
     EXPECT_EQ(std::string(reinterpret_cast<char const*>(block.GetData()), 4), "abcd");
 }
 
+TEST(Block, FillAtOfNothingNeedsNoSource)
+{
+    Block block;
+    block.Append("abcdef", 6);
+    void const* const source = nullptr;
+    unsigned int at = 2;
+    block.FillAt(source, 0, at);
+    EXPECT_EQ(at, 2U);
+    EXPECT_EQ(Content(block), "abcdef");
+}
+
 TEST(Block, FillAtFarBehindTheBufferGrowsFarEnough)
 {
     DefaultBlockSizeSetting const setting("8");

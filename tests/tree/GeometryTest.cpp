@@ -106,6 +106,23 @@ TEST(Geometry, LoadSaveAndCopyingHaveNoEffect)
     EXPECT_FALSE(geometry.IsLoaded());
 }
 
+TEST(Geometry, ClearingTheDatasetsLeavesTheVariables)
+{
+    Geometry geometry("g");
+    AddData(geometry, "x", 1, 0);
+    geometry.ClearDatasets();
+    EXPECT_TRUE(geometry.GetDatasets().empty());
+    EXPECT_EQ(geometry.GetVariables().size(), 1U);
+}
+
+TEST(Geometry, ANewOneHasNoDatasetsToClear)
+{
+    Geometry geometry("g");
+    geometry.ClearDatasets();
+    EXPECT_TRUE(geometry.GetDatasets().empty());
+    EXPECT_TRUE(geometry.GetVariables().empty());
+}
+
 TEST(Geometry, ANewVariableHasItsNameAlone)
 {
     Geometry geometry("g");

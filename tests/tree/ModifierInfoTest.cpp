@@ -1,6 +1,7 @@
 #include "Zyl2/Mox/ModifierInfo.h"
 
 #include "HostIdentity.h"
+#include "SystemClock.h"
 #include "Zyl2/Wvf/VersionedRecord.h"
 #include "container/Bytes.h"
 #include "support/Encoding.h"
@@ -10,6 +11,7 @@
 #include <array>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +21,7 @@ namespace {
 using Support::Content;
 using Support::Count;
 using Support::HostIdentity;
+using Support::SystemClock;
 using Support::Text;
 using Zyl2Mox::ModifierInfo;
 
@@ -102,6 +105,24 @@ TEST(ModifierInfo, TheTimeIsLocalAndNamesItsZone)
     std::tm shifted{};
     gmtime_r(&now, &shifted);
     EXPECT_EQ(stamp.substr(20, 4), std::to_string(shifted.tm_year + 1900));
+}
+
+TEST(ModifierInfo, AClockThatIsFarOffIsWrittenAsItIs)
+{
+    TimeZone const zone("UTC0");
+    SystemClock const clock(253402300800);
+    ModifierInfo info;
+    info.Update("1.3", "");
+    EXPECT_EQ(info.GetTimeStamp(), "Sat Jan 01 00:00:00 10000 UTC");
+}
+
+TEST(ModifierInfo, ATimeThatNoCalendarHoldsIsNoText)
+{
+    SystemClock const clock(std::numeric_limits<std::time_t>::max());
+    ModifierInfo info;
+    info.Update("1.3", "text");
+    EXPECT_EQ(info.GetTimeStamp(), "");
+    EXPECT_EQ(info.GetText(), "text");
 }
 
 TEST(ModifierInfo, WithoutTheFlagHostAndUserKeepTheirValues)

@@ -545,6 +545,16 @@ TEST_F(TreeVariable, AnUnknownIdIsRefusedAndTheCursorIsLeftThere)
     EXPECT_EQ(tree.GetNodeCount(), 3U);
 }
 
+TEST_F(TreeVariable, BelowAnUnknownIdNothingIsFoundAndNothingIsAdded)
+{
+    for (unsigned int const id : {0U, 4U, 4294967295U}) {
+        EXPECT_THROW(tree.SetAndGetIndex(id, "u", Result, 0, Floats(1, 1), {}), KeyNotFound);
+        EXPECT_THROW(tree.MoveToOrAddGroup("new"), KeyNotFound);
+        EXPECT_EQ(tree.GetCurrentId(), id);
+    }
+    EXPECT_EQ(tree.GetNodeCount(), 3U);
+}
+
 TEST_F(TreeLink, ALinkedVariableNamesItsSourceAndLosesItsAttributes)
 {
     Register("a", 10);

@@ -722,6 +722,23 @@ TEST(Index, FlushingSavesOnlyFullBlocksThatAreMarked)
     EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
 }
 
+TEST(Index, FlushingAgainWritesNothingASecondTime)
+{
+    DefaultBlockSizeSetting const setting("10");
+    Support::TemporaryFolder const folder;
+    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
+    Index index(12);
+    PutBytes(index, "Key", std::string(10, 'x'));
+    index.AddTransformation("Key", BlockTransformationType::Freeze);
+    index.FlushFrozen(stream.get());
+    long const end = std::ftell(stream.get());
+    EXPECT_NO_THROW(index.FlushFrozen(stream.get()));
+    EXPECT_EQ(std::ftell(stream.get()), end);
+    EXPECT_EQ(index.GetItem(0).size, 10U);
+    std::fflush(stream.get());
+    EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
+}
+
 TEST(Index, FlushingGoesThroughTheKeysInTheirOrder)
 {
     DefaultBlockSizeSetting const setting("10");

@@ -340,6 +340,28 @@ TEST(Tree, AFailedLookUpByNameTypeAndVersionSaysWhere)
     EXPECT_EQ(tree.GetCurrentId(), 1U);
 }
 
+TEST(Tree, NothingIsFoundByTheNameOfNoNode)
+{
+    Tree tree;
+    tree.MoveToOrAddGroup("");
+    tree.SetCurrentId(1);
+    EXPECT_THROW(tree.MoveToChild(nullptr, Zyl2Mox::VirtualNodesWithSameName()), KeyNotFound);
+    EXPECT_EQ(tree.GetCurrentId(), 1U);
+}
+
+TEST(Tree, ARecordThatIsGivenNoNodeIsStillFreeForOne)
+{
+    Tree tree;
+    tree.AddChild();
+    tree.SetCurrentValue(nullptr);
+    EXPECT_EQ(tree.GetCurrentNode().value, nullptr);
+    Group group("a", {});
+    tree.SetCurrentValue(&group);
+    tree.SetCurrentId(1);
+    tree.MoveToChild(&group, Zyl2Mox::VirtualNodesWithSameName());
+    EXPECT_EQ(tree.GetCurrentId(), 2U);
+}
+
 TEST(Tree, AnIdThatWasNeverHandedOutCantBeMadeCurrent)
 {
     Tree tree;

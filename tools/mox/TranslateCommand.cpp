@@ -19,6 +19,8 @@
 namespace {
 
 constexpr char const* application = "mox translate";
+constexpr int success = 0;
+constexpr int failure = 1;
 
 Exchange::Error errorAbout(std::string const& file, std::string const& sentence)
 {
@@ -99,12 +101,13 @@ int translateInChild(TranslateArguments const& arguments)
 {
     ChildResult const child =
         runInChild([&] { return translateFile(arguments, std::cout, std::cerr); });
-    if (child.status)
+    // Some of these libraries end the process themselves, without a word.
+    if (child.status == success || child.status == failure)
         return *child.status;
     Common::PartialFile::removeLeftBy(child.id, arguments.output);
     std::cerr << application << ": " << arguments.input
               << ": The file is damaged in a way that the library reading it does not survive.\n";
-    return 1;
+    return failure;
 }
 
 bool needsChild(std::string const& input)
@@ -138,9 +141,9 @@ int translateFile(TranslateArguments const& arguments, std::ostream& out, std::o
 {
     try {
         run(arguments, out, err);
-        return 0;
+        return success;
     } catch (std::exception const& error) {
         err << application << ": " << error.what() << '\n';
-        return 1;
+        return failure;
     }
 }

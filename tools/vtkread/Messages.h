@@ -1,6 +1,8 @@
 #ifndef VTKREAD_MESSAGES_H
 #define VTKREAD_MESSAGES_H
 
+#include "SilencedStreams.h"
+
 #include <vtkOutputWindow.h>
 #include <vtkSmartPointer.h>
 
@@ -9,7 +11,7 @@
 
 namespace VtkRead {
 
-/// While it lives, VTK prints nothing: what it says is kept, to be told in one sentence.
+/// While it lives, nothing is printed: what VTK says is kept, to be told in one sentence.
 class Messages
 {
 public:
@@ -27,6 +29,7 @@ public:
 private:
     class Window;
 
+    SilencedStreams silence_;
     vtkSmartPointer<vtkOutputWindow> before_;
     vtkSmartPointer<Window> window_;
     int verbosityBefore_;

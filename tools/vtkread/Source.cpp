@@ -49,11 +49,11 @@ auto guarded(Report& report, Action const& action)
     }
 }
 
-bool hasCellSection(std::filesystem::path const& path)
+bool hasCellTypes(std::filesystem::path const& path)
 {
     std::ifstream file(path, std::ios::binary);
     for (std::string line; std::getline(file, line);)
-        if (line.rfind("CELLS ", 0) == 0)
+        if (line.rfind("CELL_TYPES", 0) == 0)
             return true;
     return false;
 }
@@ -133,7 +133,7 @@ private:
     void requireCells(std::filesystem::path const& path) const
     {
         auto* const grid = vtkUnstructuredGrid::SafeDownCast(object_);
-        if (grid != nullptr && grid->GetNumberOfCells() == 0 && !hasCellSection(path))
+        if (grid != nullptr && grid->GetNumberOfCells() == 0 && !hasCellTypes(path))
             throw Error("The file ends before its cells.");
     }
 

@@ -24,6 +24,8 @@ using Exchange::Report;
 using Exchange::RowSelection;
 
 constexpr char const* timeName = "TimeValue";
+/// A mark that the CGNS reader makes, not its file.
+constexpr char const* patchMark = "ispatch";
 
 std::string nameOf(vtkAbstractArray& array, int index)
 {
@@ -153,7 +155,7 @@ AttributeList attributesIn(vtkDataObject* object, Report& report)
     for (int i = 0; fields != nullptr && i < fields->GetNumberOfArrays(); ++i) {
         vtkAbstractArray& array = *fields->GetAbstractArray(i);
         std::string const name = nameOf(array, i);
-        if (name == timeName)
+        if (name == timeName || name == patchMark)
             continue;
         if (isSingleValue(array))
             addAttribute(attributes, name, array, report);

@@ -33,13 +33,14 @@ void checkErrorCode(vtkAlgorithm& reader)
 
 } // namespace
 
-PipelineInput::PipelineInput(vtkSmartPointer<vtkAlgorithm> reader, bool tellsTimes)
+PipelineInput::PipelineInput(vtkSmartPointer<vtkAlgorithm> reader, bool inventsTime)
     : reader_(std::move(reader))
 {
     reader_->UpdateInformation();
     checkErrorCode(*reader_);
-    if (tellsTimes)
-        times_ = timesOf(*reader_);
+    times_ = timesOf(*reader_);
+    if (inventsTime && times_ == std::vector<double>{0})
+        times_.clear();
 }
 
 vtkSmartPointer<vtkDataObject> PipelineInput::read(std::size_t step)

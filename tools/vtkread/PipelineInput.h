@@ -11,9 +11,9 @@ namespace VtkRead {
 class PipelineInput : public Input
 {
 public:
-    /// The reader knows its file. Some readers tell a time of 0 when their file has none: what
-    /// they tell is then not asked for.
-    explicit PipelineInput(vtkSmartPointer<vtkAlgorithm> reader, bool tellsTimes = true);
+    /// The reader knows its file. Some readers tell a single time of 0 when their file has none:
+    /// of these it is not believed.
+    explicit PipelineInput(vtkSmartPointer<vtkAlgorithm> reader, bool inventsTime = false);
 
     std::vector<double> const& times() const override { return times_; }
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;

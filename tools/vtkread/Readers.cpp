@@ -92,6 +92,11 @@ vtkSmartPointer<vtkAlgorithm> readerOf(FileKind kind, std::filesystem::path cons
     }
 }
 
+bool inventsTime(FileKind kind)
+{
+    return kind == FileKind::Legacy || kind == FileKind::Cgns;
+}
+
 } // namespace
 
 vtkSmartPointer<vtkAlgorithm> xmlReader(std::filesystem::path const& path)
@@ -107,7 +112,7 @@ std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& pat
 {
     if (kind == FileKind::Collection)
         return std::make_unique<CollectionInput>(path);
-    return std::make_unique<PipelineInput>(readerOf(kind, path), kind != FileKind::Legacy);
+    return std::make_unique<PipelineInput>(readerOf(kind, path), inventsTime(kind));
 }
 
 } // namespace VtkRead

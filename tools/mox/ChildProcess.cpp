@@ -1,6 +1,7 @@
 #include "ChildProcess.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <system_error>
@@ -23,6 +24,8 @@ void leaveNoCore()
 [[noreturn]] void runAndExit(std::function<int()> const& action)
 {
     leaveNoCore();
+    // A file that may not grow is told like any other failed write.
+    std::signal(SIGXFSZ, SIG_IGN);
     int status = failure;
     try {
         status = action();

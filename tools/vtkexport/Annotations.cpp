@@ -77,15 +77,6 @@ std::string pathOf(std::vector<MoxRead::Node const*> const& groups)
     return xmlText(path);
 }
 
-std::vector<MoxRead::Node const*> groupsDownTo(MoxRead::Model const& model,
-                                               MoxRead::Node const& node)
-{
-    std::vector<MoxRead::Node const*> groups;
-    for (std::uint32_t id = node.id; id != 0; id = model.node(id).parent)
-        groups.insert(groups.begin(), &model.node(id));
-    return groups;
-}
-
 void addNames(vtkFieldData& data, Grid const& grid)
 {
     Texts names;
@@ -184,6 +175,17 @@ std::map<std::string, std::string> commonAttributes(Grid const& grid, std::strin
     return common;
 }
 
+void addGroupAttributes(vtkFieldData& data, Part const& part)
+{
+    std::vector<MoxRead::Node const*> path;
+    for (MoxRead::Node const* group : part.groups) {
+        path.push_back(group);
+        std::string const place = path.size() == 1 ? "Root" : "Group " + pathOf(path);
+        for (auto const& [key, value] : group->group()->attributes)
+            addTexts(data, place + ": " + key, {textOf(value)});
+    }
+}
+
 void addTime(vtkFieldData& data, double time)
 {
     // The name under which VTK's readers look for it.
@@ -204,22 +206,12 @@ bool belongsToCommon(std::string const& name, std::map<std::string, std::string>
 
 } // namespace
 
-void addGroupAttributes(vtkFieldData& data, MoxRead::Model const& model)
-{
-    for (MoxRead::Node const& node : model.nodes()) {
-        if (node.group() == nullptr)
-            continue;
-        std::string const place =
-            node.parent == 0 ? "Root" : "Group " + pathOf(groupsDownTo(model, node));
-        for (auto const& [key, value] : node.group()->attributes)
-            addTexts(data, place + ": " + key, {textOf(value)});
-    }
-}
-
 Annotations::Annotations(Grid const& grid) : grid_(grid)
 {
     addNames(*constant_, grid);
     addMaterials(*constant_, grid);
+    for (Placement const& placement : grid.placements())
+        addGroupAttributes(*constant_, *placement.part);
     addTable(*constant_, attributesIn(grid, ""));
     grid.get()->GetFieldData()->ShallowCopy(constant_);
 }

@@ -17,7 +17,8 @@ void addGroupAttributes(vtkFieldData& data, MoxRead::Model const& model);
 class Annotations
 {
 public:
-    /// Adds names, groups, materials, and the attributes of datasets that belong to no step.
+    /// Adds names, groups, materials, the attributes of the groups that the shapes are in (`Root:
+    /// Title`, `Group body/door: Supplier`) and of datasets that belong to no step.
     explicit Annotations(Grid const& grid);
 
     /// Puts the step's name, its time and the attributes of its datasets in the place of those of

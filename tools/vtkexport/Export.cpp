@@ -2,12 +2,10 @@
 
 #include "common/PartialFile.h"
 #include "vtkexport/AboutFile.h"
-#include "vtkexport/BlockTree.h"
+#include "vtkexport/BlockFiles.h"
 #include "vtkexport/OutputFiles.h"
 #include "vtkexport/StepReader.h"
 #include "vtkexport/XmlFiles.h"
-
-#include <vtkFieldData.h>
 
 #include <filesystem>
 #include <set>
@@ -159,15 +157,10 @@ void Exporter::show(Step const& step)
 
 void Exporter::write(fs::path const& file)
 {
-    if (layout() == StepReader::Layout::Apart) {
-        auto const blocks = blockTreeOf(reader_.model(), reader_.grids());
-        addGroupAttributes(*blocks->GetFieldData(), reader_.model());
-        writeBlocks(*blocks, file);
-        return;
-    }
-    vtkUnstructuredGrid& grid = *reader_.grids().front()->get();
-    addGroupAttributes(*grid.GetFieldData(), reader_.model());
-    writeGrid(grid, file);
+    if (layout() == StepReader::Layout::Apart)
+        writeBlocks(reader_.model(), reader_.grids(), file);
+    else
+        writeGrid(*reader_.grids().front()->get(), file);
 }
 
 void Exporter::countParts()

@@ -1,6 +1,7 @@
 #include "vtkexport/Grid.h"
 
 #include <vtkCellData.h>
+#include <vtkIdTypeArray.h>
 #include <vtkIntArray.h>
 #include <vtkPointData.h>
 #include <vtkUnsignedIntArray.h>
@@ -39,11 +40,21 @@ bool areUnique(vtkUnsignedIntArray& ids)
     return std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
 }
 
+// VTK wants its own type of integer for numbers that are unique.
+vtkSmartPointer<vtkIdTypeArray> asVtkIds(vtkUnsignedIntArray& ids)
+{
+    auto result = vtkSmartPointer<vtkIdTypeArray>::New();
+    result->SetName(ids.GetName());
+    result->SetNumberOfValues(ids.GetNumberOfValues());
+    std::copy_n(ids.GetPointer(0), ids.GetNumberOfValues(), result->GetPointer(0));
+    return result;
+}
+
 void markGlobalIds(vtkDataSetAttributes& data, char const* name)
 {
     auto* const ids = vtkArrayDownCast<vtkUnsignedIntArray>(data.GetArray(name));
     if (ids != nullptr && ids->GetNumberOfComponents() == 1 && areUnique(*ids))
-        data.SetGlobalIds(ids);
+        data.SetGlobalIds(asVtkIds(*ids));
 }
 
 void addFieldNames(vtkDataSetAttributes& data, std::set<std::string>& names)

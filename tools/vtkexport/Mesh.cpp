@@ -60,7 +60,9 @@ void warnOfOthers(Mesh const& mesh, Part const& part, Warnings& warnings)
     for (MoxRead::Variable const* variable : part.datasetsOf("")) {
         bool const isUsed = variable == mesh.coordinates || variable == mesh.connectivity ||
                             variable == mesh.polylength;
-        if (isOfMesh(*variable) && !isUsed)
+        // Connectivity that can't be used has got a warning of its own.
+        bool const isTold = isConnectivity(*variable) && !mesh.hasElements();
+        if (isOfMesh(*variable) && !isUsed && !isTold)
             warnings.add("The dataset " + MoxRead::quoted(variable->datasetName()) +
                          " of the shape " + MoxRead::quoted(part.name) +
                          " has no place in a grid and is left out.");

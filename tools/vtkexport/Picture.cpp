@@ -177,6 +177,12 @@ vtkSmartPointer<vtkImageData> Picture::draw(PictureContent const& content)
     aim(content);
     addAxes();
     vtkNew<vtkLightKit> lights;
+    // White light: the colours mean something.
+    constexpr double white = 0.5;
+    lights->SetKeyLightWarmth(white);
+    lights->SetFillLightWarmth(white);
+    lights->SetHeadLightWarmth(white);
+    lights->SetBackLightWarmth(white);
     lights->AddLightsToRenderer(model_);
     return shrink(*window_.render(), samples_);
 }
@@ -213,7 +219,9 @@ void Picture::addLines(vtkPolyData* lines, std::array<double, 3> const& lineColo
     actor->SetMapper(mapper);
     actor->GetProperty()->SetColor(lineColor[0], lineColor[1], lineColor[2]);
     actor->GetProperty()->LightingOff();
-    actor->GetProperty()->SetLineWidth(static_cast<float>(width * height_ / 960));
+    // In pixels of the picture, where they would be lost if they were thinner.
+    double const pixels = std::max(0.8, width * height_ / samples_ / 960);
+    actor->GetProperty()->SetLineWidth(static_cast<float>(pixels * samples_));
     model_->AddActor(actor);
 }
 

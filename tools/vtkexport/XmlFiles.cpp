@@ -1,14 +1,13 @@
 #include "vtkexport/XmlFiles.h"
 
 #include "vtkexport/Error.h"
+#include "vtkexport/EscapedNames.h"
 #include "vtkexport/VtkMessages.h"
 
 #include <vtkErrorCode.h>
-#include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLDataElement.h>
-#include <vtkXMLMultiBlockDataWriter.h>
 #include <vtkXMLUnstructuredGridWriter.h>
 #include <vtkXMLUtilities.h>
 
@@ -44,13 +43,6 @@ void checkWhole(std::filesystem::path const& file)
 {
     if (!isWhole(file))
         failWith("it is not whole, as on a full disk");
-}
-
-void checkFolder(std::filesystem::path const& folder)
-{
-    std::error_code ignored;
-    for (auto const& entry : std::filesystem::directory_iterator(folder, ignored))
-        checkWhole(entry.path());
 }
 
 void configure(vtkXMLWriter& writer, std::filesystem::path const& file)
@@ -98,6 +90,7 @@ void addEntry(vtkXMLDataElement& collection, CollectionEntry const& entry)
 
 void writeGrid(vtkUnstructuredGrid& grid, std::filesystem::path const& file)
 {
+    EscapedNames const names(grid);
     vtkNew<vtkXMLUnstructuredGridWriter> writer;
     configure(*writer, file);
     writer->SetInputData(&grid);
@@ -105,14 +98,21 @@ void writeGrid(vtkUnstructuredGrid& grid, std::filesystem::path const& file)
     checkWhole(file);
 }
 
-void writeBlocks(vtkMultiBlockDataSet& blocks, std::filesystem::path const& file)
+void writeXml(std::string const& type, vtkXMLDataElement& content,
+              std::filesystem::path const& file)
 {
-    vtkNew<vtkXMLMultiBlockDataWriter> writer;
-    configure(*writer, file);
-    writer->SetInputData(&blocks);
-    write(*writer);
-    checkWhole(file);
-    checkFolder(std::filesystem::path(file).replace_extension());
+    vtkNew<vtkXMLDataElement> root;
+    root->SetName("VTKFile");
+    root->SetAttribute("type", type.c_str());
+    root->SetAttribute("version", "1.0");
+    root->SetAttribute("byte_order", "LittleEndian");
+    root->AddNestedElement(&content);
+    std::ofstream stream(file, std::ios::binary);
+    stream << "<?xml version=\"1.0\"?>\n";
+    vtkXMLUtilities::FlattenElement(root, stream);
+    stream.close();
+    if (!stream)
+        failWith(std::strerror(errno));
 }
 
 void writeCollection(std::vector<CollectionEntry> const& entries, std::filesystem::path const& file)
@@ -121,18 +121,7 @@ void writeCollection(std::vector<CollectionEntry> const& entries, std::filesyste
     collection->SetName("Collection");
     for (CollectionEntry const& entry : entries)
         addEntry(*collection, entry);
-    vtkNew<vtkXMLDataElement> root;
-    root->SetName("VTKFile");
-    root->SetAttribute("type", "Collection");
-    root->SetAttribute("version", "1.0");
-    root->SetAttribute("byte_order", "LittleEndian");
-    root->AddNestedElement(collection);
-    std::ofstream stream(file, std::ios::binary);
-    stream << "<?xml version=\"1.0\"?>\n";
-    vtkXMLUtilities::FlattenElement(root, stream);
-    stream.close();
-    if (!stream)
-        failWith("there is no room for it");
+    writeXml("Collection", *collection, file);
 }
 
 } // namespace VtkExport

@@ -1,22 +1,22 @@
 #ifndef VTKEXPORT_XMLFILES_H
 #define VTKEXPORT_XMLFILES_H
 
-#include "vtkexport/Steps.h"
-
 #include <filesystem>
 #include <string>
 #include <vector>
 
-class vtkMultiBlockDataSet;
 class vtkUnstructuredGrid;
+class vtkXMLDataElement;
 
 namespace VtkExport {
 
-/// These throw `Error` when VTK complains or when the file is not whole afterwards.
+/// These throw `Error` when the system refuses, when VTK complains, or when the file is not whole
+/// afterwards.
 void writeGrid(vtkUnstructuredGrid& grid, std::filesystem::path const& file);
 
-/// Its blocks go into files of their own, in a folder beside it.
-void writeBlocks(vtkMultiBlockDataSet& blocks, std::filesystem::path const& file);
+/// A file of VTK that consists of nothing but XML, with an element below its root.
+void writeXml(std::string const& type, vtkXMLDataElement& content,
+              std::filesystem::path const& file);
 
 struct CollectionEntry
 {

@@ -1,0 +1,269 @@
+#include "ExodusFile.h"
+#include "Opened.h"
+
+#include <support/Folder.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace ExodusTest;
+
+class ExodusFields : public testing::Test
+{
+protected:
+    /// Two blocks of lines: nodes 1, 2, 3 and nodes 3, 4; node 5 is in none.
+    static void putMesh(ExodusFile& file)
+    {
+        file.coordinates(counting(5), Values(5), Values(5));
+        file.block(1, "BAR", 2, {1, 2, 2, 3});
+        file.block(2, "BAR", 2, {3, 4});
+    }
+
+    Support::Folder const folder_;
+    std::filesystem::path const path_ = folder_.path("in.exo");
+};
+
+TEST_F(ExodusFields, EveryStepHasItsTimeAndValues)
+{
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_NODAL, {"T"});
+        for (int step = 1; step <= 3; ++step) {
+            file.time(step, step * 0.1);
+            file.variable(step, EX_NODAL, 1, 1, counting(5, 100 * step));
+        }
+    }
+    Opened const opened(path_);
+    ASSERT_EQ(opened.steps.size(), 3u);
+    for (std::size_t i = 0; i < 3; ++i) {
+        double const first = 100 * static_cast<double>(i + 1);
+        EXPECT_EQ(opened.steps[i].name, "Step " + std::to_string(i + 1));
+        EXPECT_EQ(opened.steps[i].time, static_cast<double>(i + 1) * 0.1);
+        EXPECT_EQ(opened.values<double>(i, "T", 0), (Values{first, first + 1, first + 2}));
+        EXPECT_EQ(opened.values<double>(i, "T", 1), (Values{first + 2, first + 3}));
+        EXPECT_EQ(opened.values<double>(i, "T", 2), Values{first + 4});
+        EXPECT_EQ(opened.fields[i].size(), 3u);
+    }
+    EXPECT_EQ(opened.find(0, "T", 0)->location, Exchange::Location::Nodes);
+}
+
+TEST_F(ExodusFields, SinglePrecisionStaysSingle)
+{
+    {
+        ExodusFile::Options options;
+        options.bytesOfReal = 4;
+        ExodusFile file(path_, parameters(5, 3, 2), options);
+        putMesh(file);
+        file.variables(EX_NODAL, {"T"});
+        file.time(1, 0.5);
+        file.variable(1, EX_NODAL, 1, 1, {0.1, 0.2, 0.3, 0.4, 0.5});
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.values<float>(0, "T", 0), (std::vector<float>{0.1F, 0.2F, 0.3F}));
+    EXPECT_EQ(opened.warnings(), Names{});
+}
+
+TEST_F(ExodusFields, ValuesThatAreNoNumbersAreKept)
+{
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    double const infinity = std::numeric_limits<double>::infinity();
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_NODAL, {"T"});
+        file.time(1, 0);
+        file.variable(1, EX_NODAL, 1, 1, {nan, infinity, -infinity, -0.0, 5});
+    }
+    Values const values = Opened(path_).values<double>(0, "T", 0);
+    EXPECT_TRUE(std::isnan(values[0]));
+    EXPECT_EQ(values[1], infinity);
+    EXPECT_EQ(values[2], -infinity);
+    EXPECT_TRUE(std::signbit(Opened(path_).values<double>(0, "T", 1)[1]));
+}
+
+TEST_F(ExodusFields, ComponentsBecomeVectors)
+{
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_NODAL, {"VZ", "VX", "T", "VY"});
+        file.time(1, 0);
+        for (int variable = 1; variable <= 4; ++variable)
+            file.variable(1, EX_NODAL, variable, 1, counting(5, 10 * variable));
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.find(0, "V", 0)->components, 3u);
+    EXPECT_EQ(opened.values<double>(0, "V", 0), (Values{20, 40, 10, 21, 41, 11, 22, 42, 12}));
+    EXPECT_EQ(opened.values<double>(0, "V", 2), (Values{24, 44, 14}));
+    EXPECT_EQ(opened.values<double>(0, "T", 2), Values{34});
+    EXPECT_EQ(opened.fields[0].size(), 6u);
+}
+
+TEST_F(ExodusFields, VectorsOfThePlaneHaveNoHeight)
+{
+    {
+        ExodusFile file(path_, parameters(3, 1, 1, 2));
+        file.coordinates({0, 1, 0}, {0, 0, 1}, {});
+        file.block(1, "TRI", 3, {1, 2, 3});
+        file.variables(EX_NODAL, {"disp_x", "disp_y"});
+        file.variables(EX_ELEM_BLOCK, {"qx", "qy"});
+        file.time(1, 0);
+        file.variable(1, EX_NODAL, 1, 1, {1, 2, 3});
+        file.variable(1, EX_NODAL, 2, 1, {4, 5, 6});
+        file.variable(1, EX_ELEM_BLOCK, 1, 1, {7});
+        file.variable(1, EX_ELEM_BLOCK, 2, 1, {8});
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.values<double>(0, "disp", 0), (Values{1, 4, 0, 2, 5, 0, 3, 6, 0}));
+    EXPECT_EQ(opened.values<double>(0, "q", 0), (Values{7, 8, 0}));
+}
+
+TEST_F(ExodusFields, SymmetricTensorsAreInTheModelsOrder)
+{
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_ELEM_BLOCK, {"SXY", "SXX", "SXZ", "SYY", "SYZ", "SZZ"});
+        file.time(1, 0);
+        for (int variable = 1; variable <= 6; ++variable) {
+            file.variable(1, EX_ELEM_BLOCK, variable, 1, {10.0 * variable, 10.0 * variable + 1});
+            file.variable(1, EX_ELEM_BLOCK, variable, 2, {10.0 * variable + 2});
+        }
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.find(0, "S", 0)->location, Exchange::Location::Elements);
+    EXPECT_EQ(opened.values<double>(0, "S", 0),
+              (Values{20, 40, 60, 10, 50, 30, 21, 41, 61, 11, 51, 31}));
+    EXPECT_EQ(opened.values<double>(0, "S", 1), (Values{22, 42, 62, 12, 52, 32}));
+}
+
+TEST_F(ExodusFields, WhatABlockDoesNotHaveIsNotThere)
+{
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_ELEM_BLOCK, {"A", "VX", "VY", "VZ"});
+        file.truthTable(2, 4, {1, 1, 1, 1, 0, 1, 0, 1});
+        file.time(1, 0);
+        for (int variable = 1; variable <= 4; ++variable)
+            file.variable(1, EX_ELEM_BLOCK, variable, 1, {1.0 * variable, 2.0 * variable});
+        file.variable(1, EX_ELEM_BLOCK, 2, 2, {7});
+        file.variable(1, EX_ELEM_BLOCK, 4, 2, {8});
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.values<double>(0, "A", 0), (Values{1, 2}));
+    EXPECT_EQ(opened.find(0, "A", 1), nullptr);
+    EXPECT_EQ(opened.values<double>(0, "V", 0), (Values{2, 3, 4, 4, 6, 8}));
+    EXPECT_EQ(opened.find(0, "V", 1), nullptr);
+    EXPECT_EQ(opened.values<double>(0, "VX", 1), Values{7});
+    EXPECT_EQ(opened.find(0, "VY", 1), nullptr);
+    EXPECT_EQ(opened.values<double>(0, "VZ", 1), Values{8});
+}
+
+TEST_F(ExodusFields, BlocksLeftOutHaveNoElementResults)
+{
+    {
+        ExodusFile file(path_, parameters(9, 2, 2));
+        file.coordinates(counting(9), Values(9), Values(9));
+        file.block(1, "HEX9", 9, numbersFromOne(9));
+        file.block(2, "BAR", 2, {1, 2});
+        file.variables(EX_ELEM_BLOCK, {"A"});
+        file.variables(EX_NODAL, {"T"});
+        file.time(1, 0);
+        file.variable(1, EX_ELEM_BLOCK, 1, 1, {1});
+        file.variable(1, EX_ELEM_BLOCK, 1, 2, {2});
+        file.variable(1, EX_NODAL, 1, 1, counting(9));
+    }
+    Opened const opened(path_, true);
+    EXPECT_EQ(opened.find(0, "A", 0), nullptr);
+    EXPECT_EQ(opened.values<double>(0, "A", 1), Values{2});
+    EXPECT_EQ(opened.find(0, "T", 0), nullptr);
+    EXPECT_EQ(opened.values<double>(0, "T", 2), counting(7, 2));
+}
+
+TEST_F(ExodusFields, GlobalVariablesAreAttributesOfTheSteps)
+{
+    {
+        ExodusFile file(path_, parameters(5, 3, 2));
+        putMesh(file);
+        file.variables(EX_GLOBAL, {"energy in J", "Time"});
+        for (int step = 1; step <= 2; ++step) {
+            file.time(step, step);
+            file.variable(step, EX_GLOBAL, 1, 1, {step + 0.25, step + 0.5});
+        }
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.steps[0].attributes,
+              (Exchange::AttributeList{{"energy in J", 1.25F}, {"Time (2)", 1.5F}}));
+    EXPECT_EQ(opened.steps[1].attributes,
+              (Exchange::AttributeList{{"energy in J", 2.25F}, {"Time (2)", 2.5F}}));
+}
+
+TEST_F(ExodusFields, TitleAndRecordsAreAttributesOfTheModel)
+{
+    ex_init_params sizes = parameters(5, 3, 2);
+    std::string const title = "A title \xC3\xA4";
+    title.copy(sizes.title, MAX_LINE_LENGTH);
+    {
+        ExodusFile file(path_, sizes);
+        putMesh(file);
+        std::string texts[4] = {"solver", "1.2", "2024-01-01", "12:00"};
+        char* qa[1][4] = {{&texts[0][0], &texts[1][0], &texts[2][0], &texts[3][0]}};
+        ASSERT_EQ(ex_put_qa(file.id(), 1, qa), 0);
+        std::string lines[2] = {"first line", "second line"};
+        char* info[2] = {&lines[0][0], &lines[1][0]};
+        ASSERT_EQ(ex_put_info(file.id(), 2, info), 0);
+    }
+    EXPECT_EQ(Opened(path_).source->attributes(),
+              (Exchange::AttributeList{{"Title", title},
+                                       {"QA 1 Code", std::string("solver")},
+                                       {"QA 1 Version", std::string("1.2")},
+                                       {"QA 1 Date", std::string("2024-01-01")},
+                                       {"QA 1 Time", std::string("12:00")},
+                                       {"Info 1", std::string("first line")},
+                                       {"Info 2", std::string("second line")}}));
+}
+
+TEST_F(ExodusFields, WhatAModelGetsNothingOfIsTold)
+{
+    ex_init_params sizes = parameters(5, 3, 2);
+    sizes.num_side_sets = 2;
+    sizes.num_node_sets = 1;
+    {
+        ExodusFile file(path_, sizes);
+        file.coordinates(counting(5), Values(5), Values(5));
+        ASSERT_EQ(ex_put_block(file.id(), EX_ELEM_BLOCK, 1, "BAR", 2, 2, 0, 0, 3), 0);
+        Ids const nodes = {1, 2, 2, 3};
+        ASSERT_EQ(ex_put_conn(file.id(), EX_ELEM_BLOCK, 1, nodes.data(), nullptr, nullptr), 0);
+        file.block(2, "BAR", 2, {3, 4});
+        for (std::int64_t set : {1, 2}) {
+            Ids const one = {1};
+            ASSERT_EQ(ex_put_set_param(file.id(), EX_SIDE_SET, set, 1, 0), 0);
+            ASSERT_EQ(ex_put_set(file.id(), EX_SIDE_SET, set, one.data(), one.data()), 0);
+        }
+        Ids const entry = {1};
+        double const factor = 2;
+        ASSERT_EQ(ex_put_set_param(file.id(), EX_NODE_SET, 1, 1, 1), 0);
+        ASSERT_EQ(ex_put_set(file.id(), EX_NODE_SET, 1, entry.data(), nullptr), 0);
+        ASSERT_EQ(ex_put_set_dist_fact(file.id(), EX_NODE_SET, 1, &factor), 0);
+        file.variables(EX_NODE_SET, {"onSet"});
+        ASSERT_EQ(ex_put_prop(file.id(), EX_ELEM_BLOCK, 1, "material", 5), 0);
+    }
+    Names warnings = Opened(path_).warnings();
+    std::sort(warnings.begin(), warnings.end());
+    EXPECT_EQ(warnings,
+              (Names{"1 list of distribution factors of sets was left out.",
+                     "1 property of blocks and sets was left out.",
+                     "1 variable on node sets was left out.", "2 side sets were left out.",
+                     "3 attributes of elements were left out."}));
+}
+
+} // namespace

@@ -1,0 +1,20 @@
+#ifndef EXODUS_EXODUS_H
+#define EXODUS_EXODUS_H
+
+#include "exchange/Report.h"
+#include "exchange/Source.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace Exodus {
+
+/// Whether the file is an Exodus file, by what it begins with and by its global attributes.
+bool recognises(std::filesystem::path const& path);
+
+/// Opens an Exodus file; throws `Exchange::Error`.
+std::unique_ptr<Exchange::Source> open(std::filesystem::path const& path, Exchange::Report& report);
+
+} // namespace Exodus
+
+#endif

@@ -1,0 +1,123 @@
+#include "Views.h"
+
+#include <gmsh.h>
+
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace Gmsh {
+
+namespace {
+
+struct ModelData
+{
+    std::string type;
+    std::vector<std::size_t> tags;
+    std::vector<double> values;
+    double time = 0;
+    int components = 0;
+};
+
+ModelData read(int view, int step)
+{
+    ModelData data;
+    gmsh::view::getHomogeneousModelData(view, step, data.type, data.tags, data.values, data.time,
+                                        data.components);
+    return data;
+}
+
+std::string option(int view, char const* name)
+{
+    return "View[" + std::to_string(gmsh::view::getIndex(view)) + "]." + name;
+}
+
+std::string nameOf(int view)
+{
+    std::string name;
+    gmsh::option::getString(option(view, "Name"), name);
+    return name;
+}
+
+int stepCountOf(int view)
+{
+    double count = 0;
+    gmsh::option::getNumber(option(view, "NbTimeStep"), count);
+    return static_cast<int>(count);
+}
+
+/// Whether each node or element has as many values as there are components: Gmsh also knows values
+/// on the nodes of each element, and several values in one element.
+bool isUsable(ModelData const& data)
+{
+    return (data.type == "NodeData" || data.type == "ElementData") && data.components > 0 &&
+           data.values.size() == data.tags.size() * static_cast<std::size_t>(data.components);
+}
+
+std::string leftOutSentence(std::string const& name, ModelData const& data)
+{
+    std::string const what =
+        data.type == "ElementNodeData" ? "on the nodes of each element" : "(" + data.type + ")";
+    return "The values of '" + name + "' " + what + " were left out.";
+}
+
+class StepCollector
+{
+public:
+    explicit StepCollector(Exchange::Report& report) : report_(report) {}
+
+    void addView(int view)
+    {
+        std::map<double, int> occurrences;
+        for (int step = 0; step < stepCountOf(view); ++step) {
+            ModelData const data = read(view, step);
+            if (data.tags.empty())
+                continue;
+            if (!isUsable(data)) {
+                report_.warn(leftOutSentence(nameOf(view), data));
+                continue;
+            }
+            double const time = std::isnan(data.time) ? 0 : data.time;
+            places_[{time, occurrences[time]++}].push_back({view, step});
+        }
+    }
+
+    std::vector<Views::Step> steps() const
+    {
+        std::vector<Views::Step> steps;
+        for (auto const& [key, places] : places_)
+            steps.push_back({key.first, places});
+        return steps;
+    }
+
+private:
+    Exchange::Report& report_;
+    std::map<std::pair<double, int>, std::vector<Views::Place>> places_;
+};
+
+} // namespace
+
+Views::Views(Exchange::Report& report)
+{
+    std::vector<int> views;
+    gmsh::view::getTags(views);
+    StepCollector collector(report);
+    for (int const view : views)
+        collector.addView(view);
+    steps_ = collector.steps();
+}
+
+ViewData Views::read(Place const& place)
+{
+    ModelData data = Gmsh::read(place.view, place.step);
+    ViewData result;
+    result.name = nameOf(place.view);
+    result.location =
+        data.type == "NodeData" ? Exchange::Location::Nodes : Exchange::Location::Elements;
+    result.components = static_cast<std::size_t>(data.components);
+    result.tags = std::move(data.tags);
+    result.values = std::move(data.values);
+    return result;
+}
+
+} // namespace Gmsh

@@ -321,6 +321,30 @@ TEST_F(Source, TheTimeOfASingleFileIsItsStep)
     }
 }
 
+TEST_F(Source, AFileWithSeveralStepsHasTheirTimes)
+{
+    auto const grid = twoTriangles();
+    auto const array = arrayOf<vtkFloatArray>("T", 1, {0, 0, 0, 0});
+    grid->GetPointData()->AddArray(array);
+    vtkNew<vtkXMLUnstructuredGridWriter> writer;
+    std::filesystem::path const path = folder_.path("in.vtu");
+    writer->SetFileName(path.c_str());
+    writer->SetInputDataObject(grid);
+    writer->SetNumberOfTimeSteps(3);
+    writer->Start();
+    for (double const time : {0.5, 1.5, 2.25}) {
+        array->SetValue(0, static_cast<float>(time));
+        array->Modified();
+        writer->WriteNextTime(time);
+    }
+    writer->Stop();
+    OpenedFile const file(FileKind::Xml, path);
+    ASSERT_EQ(file.steps().size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(file.steps()[i].time, std::get<std::vector<float>>(file.field("T", i).values)[0]);
+    EXPECT_EQ(file.steps()[2].time, 2.25);
+}
+
 TEST_F(Source, SingleValuesThatBelongToNoPointAreAttributesOfThePart)
 {
     auto const grid = twoTriangles();

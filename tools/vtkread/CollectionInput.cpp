@@ -1,7 +1,6 @@
 #include "CollectionInput.h"
 
-#include "PipelineInput.h"
-#include "Readers.h"
+#include "XmlInput.h"
 
 #include <exchange/Error.h>
 
@@ -82,12 +81,12 @@ vtkSmartPointer<vtkDataObject> CollectionInput::read(std::size_t step)
 {
     auto const& entries = std::next(entries_.begin(), static_cast<std::ptrdiff_t>(step))->second;
     if (entries.size() == 1 && entries.front().group.empty())
-        return PipelineInput(xmlReader(entries.front().file)).read(0);
+        return XmlInput(entries.front().file).read(0);
     auto blocks = vtkSmartPointer<vtkMultiBlockDataSet>::New();
     for (Entry const& entry : entries) {
         vtkMultiBlockDataSet& group = entry.group.empty() ? *blocks : groupIn(*blocks, entry.group);
         unsigned int const index = group.GetNumberOfBlocks();
-        group.SetBlock(index, PipelineInput(xmlReader(entry.file)).read(0));
+        group.SetBlock(index, XmlInput(entry.file).read(0));
         setName(group, index, entry.name);
     }
     return blocks;

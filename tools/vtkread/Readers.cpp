@@ -2,17 +2,12 @@
 
 #include "CollectionInput.h"
 #include "PipelineInput.h"
-
-#include <exchange/Error.h>
+#include "XmlInput.h"
 
 #include <vtkCGNSReader.h>
-#include <vtkDataArraySelection.h>
 #include <vtkGenericDataObjectReader.h>
 #include <vtkGenericEnSightReader.h>
 #include <vtkOpenFOAMReader.h>
-#include <vtkXMLGenericDataObjectReader.h>
-
-#include <stdexcept>
 
 namespace VtkRead {
 
@@ -74,45 +69,31 @@ vtkSmartPointer<vtkAlgorithm> openFoamReader(std::filesystem::path const& path)
     return reader;
 }
 
-vtkSmartPointer<vtkAlgorithm> readerOf(FileKind kind, std::filesystem::path const& path)
+std::unique_ptr<Input> pipelineOf(vtkSmartPointer<vtkAlgorithm> const& reader,
+                                  bool inventsTime = false)
 {
-    switch (kind) {
-    case FileKind::Xml:
-        return xmlReader(path);
-    case FileKind::Legacy:
-        return legacyReader(path);
-    case FileKind::EnSight:
-        return enSightReader(path);
-    case FileKind::Cgns:
-        return cgnsReader(path);
-    case FileKind::OpenFoam:
-        return openFoamReader(path);
-    default:
-        throw std::logic_error("no single reader is for this kind of file");
-    }
-}
-
-bool inventsTime(FileKind kind)
-{
-    return kind == FileKind::Legacy || kind == FileKind::Cgns;
+    return std::make_unique<PipelineInput>(reader, inventsTime);
 }
 
 } // namespace
 
-vtkSmartPointer<vtkAlgorithm> xmlReader(std::filesystem::path const& path)
-{
-    if (!std::filesystem::is_regular_file(path))
-        throw Exchange::Error("There is no file '" + path.string() + "'.");
-    auto reader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
-    reader->SetFileName(path.c_str());
-    return reader;
-}
-
 std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path)
 {
-    if (kind == FileKind::Collection)
+    constexpr bool inventsTime = true;
+    switch (kind) {
+    case FileKind::Xml:
+        return std::make_unique<XmlInput>(path);
+    case FileKind::Collection:
         return std::make_unique<CollectionInput>(path);
-    return std::make_unique<PipelineInput>(readerOf(kind, path), inventsTime(kind));
+    case FileKind::Legacy:
+        return pipelineOf(legacyReader(path), inventsTime);
+    case FileKind::EnSight:
+        return pipelineOf(enSightReader(path));
+    case FileKind::Cgns:
+        return pipelineOf(cgnsReader(path), inventsTime);
+    default:
+        return pipelineOf(openFoamReader(path));
+    }
 }
 
 } // namespace VtkRead

@@ -56,11 +56,14 @@ std::string const element = "$Elements\n1\n1 2 2 0 1 1 2 3\n$EndElements\n";
 TEST_F(DamagedGmshFile, OnlyItsOwnFilesAreRecognised)
 {
     EXPECT_TRUE(Gmsh::recognises(folder_.write("a", format)));
-    for (char const* const content : {"", "$", "$MeshForma", "$NOD\n", "<?xml version=\"1.0\"?>",
-                                      "CDF\x01", "Point(1) = {};"}) {
+    for (char const* const content :
+         {"", "$", "$MeshForma", "$NOD\n", "$Comments\nSystemCall \"true\";\n$MeshFormat\n",
+          "<?xml version=\"1.0\"?>", "CDF\x01", "Point(1) = {};"}) {
         auto const path = folder_.write("b", content);
         EXPECT_FALSE(Gmsh::recognises(path)) << content;
-        EXPECT_EQ(errorOf(path), "The file is no mesh of Gmsh.") << content;
+        EXPECT_EQ(errorOf(path),
+                  "The file does not begin as a mesh of Gmsh does: with $MeshFormat.")
+            << content;
     }
     EXPECT_FALSE(Gmsh::recognises(folder_.path("nothing")));
     EXPECT_FALSE(Gmsh::recognises(folder_.path("")));
@@ -78,23 +81,12 @@ TEST_F(DamagedGmshFile, NodesThatAreNotThereAreTold)
     std::string const error =
         errorOfContent(format + nodes + "$Elements\n1\n1 2 2 0 1 1 2 99\n$EndElements\n");
     EXPECT_NE(error, "");
-    EXPECT_EQ(error.find("mesh.msh"), std::string::npos) << error;
+    EXPECT_EQ(error.find("/proc"), std::string::npos) << error;
 }
 
 TEST_F(DamagedGmshFile, UnknownVersionsAreRefused)
 {
     EXPECT_NE(errorOfContent("$MeshFormat\n9.9 0 8\n$EndMeshFormat\n" + nodes + element), "");
-}
-
-TEST_F(DamagedGmshFile, FilesThatMakeGmshCrashAreRefused)
-{
-    // Gmsh takes tags for numbers of 32 bits in places.
-    EXPECT_EQ(errorOfContent("$MeshFormat\n4.1 0 8\n$EndMeshFormat\n"
-                             "$Entities\n0 1 0 0\n1 0 0 0 1 0 0 0 0\n$EndEntities\n"
-                             "$Nodes\n1 2 7 3000000000\n1 1 0 2\n3000000000\n7\n0 0 0\n1 0 0\n"
-                             "$EndNodes\n$Elements\n1 1 1 1\n1 1 1 1\n1 3000000000 7\n"
-                             "$EndElements\n"),
-              "The file is damaged: Gmsh crashes or runs out of memory.");
 }
 
 TEST_F(DamagedGmshFile, ASecondFileIsRefusedWhileOneIsOpen)
@@ -107,22 +99,6 @@ TEST_F(DamagedGmshFile, ASecondFileIsRefusedWhileOneIsOpen)
         EXPECT_EQ(source->readParts().size(), 1u);
     }
     EXPECT_EQ(errorOf(path), "");
-}
-
-TEST_F(DamagedGmshFile, NothingIsLeftBehind)
-{
-    auto const folders = [] {
-        std::size_t count = 0;
-        for (auto const& entry :
-             std::filesystem::directory_iterator(std::filesystem::temp_directory_path()))
-            if (std::filesystem::exists(entry.path() / "mesh.msh"))
-                ++count;
-        return count;
-    };
-    std::size_t const before = folders();
-    EXPECT_EQ(errorOfContent(format + nodes + element), "");
-    EXPECT_NE(errorOfContent(format), "");
-    EXPECT_EQ(folders(), before);
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <gmsh.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -109,25 +108,6 @@ TEST_P(GmshWrittenFile, IsRefusedWhenItIsCutOff)
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(taken, std::vector<std::size_t>{}) << "of " << whole.size();
-}
-
-TEST_P(GmshWrittenFile, EndsNoProgramWhateverIsChanged)
-{
-    write(path_, GetParam());
-    std::string const whole = Support::contentOf(path_);
-    std::mt19937 random(20240607);
-    int refused = 0;
-    for (int round = 0; round < 60; ++round) {
-        std::string changed = whole;
-        for (int i = 0; i < 1 + round % 4; ++i)
-            changed[random() % changed.size()] = static_cast<char>(random() % 256);
-        try {
-            Opened const opened(folder_.write("changed.msh", changed), true);
-        } catch (Exchange::Error const&) {
-            ++refused;
-        }
-    }
-    EXPECT_GT(refused, 0);
 }
 
 std::string nameOf(testing::TestParamInfo<Format> const& format)

@@ -26,7 +26,7 @@ bool recognises(std::filesystem::path const& path)
 std::unique_ptr<Exchange::Source> open(std::filesystem::path const& path, Exchange::Report& report)
 {
     if (!recognises(path))
-        throw Exchange::Error("The file is no mesh of Gmsh.");
+        throw Exchange::Error("The file does not begin as a mesh of Gmsh does: with $MeshFormat.");
     if (!hasEnding(path))
         throw Exchange::Error("The file is cut off: its last section has no end.");
     return std::make_unique<FileSource>(path, report);

@@ -9,7 +9,8 @@
 
 namespace Gmsh {
 
-/// Whether the file is a mesh of Gmsh, version 2 or later, by what it begins with.
+/// Whether the file is a mesh of Gmsh, version 2 or later, by what it begins with. Gmsh takes what
+/// begins otherwise for a script, unless the ending of the name says what it is.
 bool recognises(std::filesystem::path const& path);
 
 /// Opens a mesh of Gmsh; throws `Exchange::Error`. Only one can be open at a time.

@@ -1,13 +1,11 @@
 #include "Session.h"
 
-#include "LinkToFile.h"
-#include "Trial.h"
+#include "NamelessFile.h"
 
 #include "exchange/Error.h"
 
 #include <gmsh.h>
 
-#include <cstdint>
 #include <exception>
 #include <new>
 #include <sstream>
@@ -73,19 +71,6 @@ void start()
     gmsh::option::setNumber("General.Terminal", 0);
 }
 
-/// Far more than a file that is not damaged takes, however short its lines are.
-std::uint64_t memoryFor(std::filesystem::path const& path)
-{
-    constexpr std::uint64_t always = std::uint64_t(512) << 20U;
-    return always + 100 * std::uint64_t(std::filesystem::file_size(path));
-}
-
-void tryToRead(std::string const& path)
-{
-    start();
-    gmsh::merge(path);
-}
-
 } // namespace
 
 void Session::call(std::function<void()> const& function)
@@ -109,13 +94,11 @@ Session::Session(std::filesystem::path const& path, Exchange::Report& report)
 {
     if (isOpen)
         throw Exchange::Error("Only one Gmsh file can be open at a time.");
-    LinkToFile const link(path);
-    if (!survives([&link] { tryToRead(link.path().string()); }, memoryFor(path)))
-        throw Exchange::Error("The file is damaged: Gmsh crashes or runs out of memory.");
+    NamelessFile const file(path);
     start();
     isOpen = true;
     try {
-        read(link.path().string(), report);
+        read(file.path(), report);
     } catch (...) {
         gmsh::finalize();
         isOpen = false;

@@ -11,6 +11,9 @@
 namespace Gmsh {
 
 /// The library with one file in it. There is one at a time, because the library is one big state.
+///
+/// Some damaged files make Gmsh crash: who reads files of strangers does so in a process of its
+/// own.
 class Session
 {
 public:

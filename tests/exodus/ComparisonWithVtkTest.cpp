@@ -5,6 +5,9 @@
 
 #include <support/Folder.h>
 
+#include <exchange/Translation.h>
+#include <vtkexport/Export.h>
+
 #include <gtest/gtest.h>
 
 #include <vtkCell.h>
@@ -16,6 +19,7 @@
 #include <vtkPointData.h>
 #include <vtkSmartPointer.h>
 #include <vtkUnstructuredGrid.h>
+#include <vtkXMLUnstructuredGridReader.h>
 
 #include <array>
 #include <string>
@@ -139,6 +143,38 @@ TEST_F(ComparisonWithVtk, ResultsOfEveryStepAreTheSame)
                           ofPoints->GetComponent(point, axis));
         }
     }
+}
+
+TEST_F(ComparisonWithVtk, ModelsComeBackAsGridsOfVtkWithTheSameNodesAndValues)
+{
+    {
+        ExodusFile::Options options;
+        options.bytesOfReal = 4;
+        ExodusFile file(path_, parameters(20, 1, 1), options);
+        file.coordinates(counting(20, 1), counting(20, 0, 0.5), counting(20, 0, 0.25));
+        file.block(1, "HEX", 20, numbersFromOne(20));
+        file.variables(EX_NODAL, {"T"});
+        file.time(1, 1);
+        file.variable(1, EX_NODAL, 1, 1, counting(20, 0.1, 0.7));
+    }
+    auto const model = folder_.path("out.mox");
+    auto const grid = folder_.path("out.vtu");
+    Exchange::Report report;
+    Exchange::translate(path_, Exodus::open, model, {}, report);
+    VtkExport::exportModel(model.string(), grid.string());
+    vtkNew<vtkXMLUnstructuredGridReader> reader;
+    reader->SetFileName(grid.c_str());
+    reader->Update();
+    vtkUnstructuredGrid& back = *reader->GetOutput();
+    auto const original = readWithVtk(path_).at(0);
+    ASSERT_EQ(back.GetNumberOfCells(), 1);
+    EXPECT_EQ(back.GetCellType(0), original->GetCellType(0));
+    EXPECT_EQ(nodesOf(back, 0), nodesOf(*original, 0));
+    vtkDataArray* const values = back.GetPointData()->GetArray("T");
+    ASSERT_NE(values, nullptr);
+    for (vtkIdType point = 0; point < 20; ++point)
+        EXPECT_EQ(values->GetComponent(point, 0),
+                  static_cast<float>(0.1 + 0.7 * (back.GetPoint(point)[0] - 1)));
 }
 
 } // namespace

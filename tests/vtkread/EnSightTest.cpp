@@ -116,4 +116,11 @@ TEST_F(EnSight, MissingFilesAreRefused)
     EXPECT_NE(OpenedFile::complaint(FileKind::EnSight, writeCase("gone.geo")), "");
 }
 
+TEST_F(EnSight, VariablesWithoutValuesAreRefused)
+{
+    folder_.write("temperature1", "temperature\n");
+    EXPECT_EQ(OpenedFile::complaint(FileKind::EnSight, writeCase()),
+              "The values of the variable 'Temperature' are missing.");
+}
+
 } // namespace

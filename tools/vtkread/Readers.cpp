@@ -1,12 +1,12 @@
 #include "Readers.h"
 
 #include "CollectionInput.h"
+#include "EnSightInput.h"
 #include "PipelineInput.h"
 #include "XmlInput.h"
 
 #include <vtkCGNSReader.h>
 #include <vtkGenericDataObjectReader.h>
-#include <vtkGenericEnSightReader.h>
 #include <vtkOpenFOAMReader.h>
 
 namespace VtkRead {
@@ -24,14 +24,6 @@ vtkSmartPointer<vtkAlgorithm> legacyReader(std::filesystem::path const& path)
     reader->ReadAllColorScalarsOn();
     reader->ReadAllTCoordsOn();
     reader->ReadAllFieldsOn();
-    return reader;
-}
-
-vtkSmartPointer<vtkAlgorithm> enSightReader(std::filesystem::path const& path)
-{
-    auto reader = vtkSmartPointer<vtkGenericEnSightReader>::New();
-    reader->SetCaseFileName(path.c_str());
-    reader->ReadAllVariablesOn();
     return reader;
 }
 
@@ -88,7 +80,7 @@ std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& pat
     case FileKind::Legacy:
         return pipelineOf(legacyReader(path), inventsTime);
     case FileKind::EnSight:
-        return pipelineOf(enSightReader(path));
+        return std::make_unique<EnSightInput>(path);
     case FileKind::Cgns:
         return pipelineOf(cgnsReader(path), inventsTime);
     default:

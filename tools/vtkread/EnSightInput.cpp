@@ -1,0 +1,59 @@
+#include "EnSightInput.h"
+
+#include "Blocks.h"
+
+#include <exchange/Error.h>
+
+#include <vtkCellData.h>
+#include <vtkGenericEnSightReader.h>
+#include <vtkPointData.h>
+
+#include <algorithm>
+#include <string>
+
+namespace VtkRead {
+
+namespace {
+
+vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path)
+{
+    auto reader = vtkSmartPointer<vtkGenericEnSightReader>::New();
+    reader->SetCaseFileName(path.c_str());
+    reader->ReadAllVariablesOn();
+    return reader;
+}
+
+/// \param dataOf gives the arrays of a block that the variable has to be among
+template <typename DataOf>
+void requireVariable(std::vector<Block> const& blocks, std::string const& name,
+                     DataOf const& dataOf)
+{
+    bool const isThere = std::any_of(blocks.begin(), blocks.end(), [&](Block const& block) {
+        return block.data != nullptr && dataOf(*block.data)->HasArray(name.c_str()) != 0;
+    });
+    if (!isThere)
+        throw Exchange::Error("The values of the variable '" + name + "' are missing.");
+}
+
+} // namespace
+
+EnSightInput::EnSightInput(std::filesystem::path const& path) : EnSightInput(readerOf(path)) {}
+
+EnSightInput::EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader)
+    : PipelineInput(reader), reader_(reader)
+{}
+
+vtkSmartPointer<vtkDataObject> EnSightInput::read(std::size_t step)
+{
+    auto object = PipelineInput::read(step);
+    std::vector<Block> const blocks = blocksOf(object);
+    for (int i = 0; i < reader_->GetNumberOfPointArrays(); ++i)
+        requireVariable(blocks, reader_->GetPointArrayName(i),
+                        [](vtkDataSet& data) { return data.GetPointData(); });
+    for (int i = 0; i < reader_->GetNumberOfCellArrays(); ++i)
+        requireVariable(blocks, reader_->GetCellArrayName(i),
+                        [](vtkDataSet& data) { return data.GetCellData(); });
+    return object;
+}
+
+} // namespace VtkRead

@@ -1,0 +1,29 @@
+#ifndef VTKREAD_ENSIGHTINPUT_H
+#define VTKREAD_ENSIGHTINPUT_H
+
+#include "PipelineInput.h"
+
+#include <filesystem>
+
+class vtkGenericEnSightReader;
+
+namespace VtkRead {
+
+/// A case of EnSight. Its reader takes a file that ends between two parts for whole, so that every
+/// variable of the case is looked for in what it made.
+class EnSightInput : public PipelineInput
+{
+public:
+    explicit EnSightInput(std::filesystem::path const& path);
+
+    vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
+
+private:
+    explicit EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader);
+
+    vtkSmartPointer<vtkGenericEnSightReader> reader_;
+};
+
+} // namespace VtkRead
+
+#endif

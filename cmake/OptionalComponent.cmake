@@ -3,11 +3,14 @@
 # never, and then the package isn't even looked for. MOXWRITER_HAS_<NAME> says, in every directory,
 # what came of it.
 #
-# moxwriter_optional_component(NAME DEBIAN debian-package PACKAGE argument of find_package...)
+# moxwriter_optional_component(NAME DEBIAN debian-packages PACKAGE argument of find_package...
+#                              [ALSO argument of find_package...])
+#
+# ALSO is a second package that is needed with the first.
 #
 # A macro, so that what the package sets and imports is there for the caller.
 macro(moxwriter_optional_component name)
-    cmake_parse_arguments(component "" "DEBIAN" "PACKAGE" ${ARGN})
+    cmake_parse_arguments(component "" "DEBIAN" "PACKAGE;ALSO" ${ARGN})
     set(MOXWRITER_WITH_${name} AUTO CACHE STRING "Build what needs ${component_DEBIAN}: AUTO, ON or OFF")
     set_property(CACHE MOXWRITER_WITH_${name} PROPERTY STRINGS AUTO ON OFF)
 
@@ -16,8 +19,16 @@ macro(moxwriter_optional_component name)
     if(MOXWRITER_WITH_${name} STREQUAL "AUTO")
         find_package(${component_PACKAGE} QUIET)
         set(component_found ${${component_package_name}_FOUND})
+        if(component_found AND component_ALSO)
+            list(GET component_ALSO 0 component_package_name)
+            find_package(${component_ALSO} QUIET)
+            set(component_found ${${component_package_name}_FOUND})
+        endif()
     elseif(MOXWRITER_WITH_${name})
         find_package(${component_PACKAGE} REQUIRED)
+        if(component_ALSO)
+            find_package(${component_ALSO} REQUIRED)
+        endif()
         set(component_found ON)
     endif()
 

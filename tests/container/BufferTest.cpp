@@ -93,6 +93,23 @@ TEST(Buffer, WithoutMemoryNothingChanges)
     }
 }
 
+TEST(Buffer, PagesOfTwoKindsStayAsTheyAreWithoutMemoryForOthers)
+{
+    Buffer buffer;
+    ASSERT_TRUE(buffer.Grow(4 * Buffer::LargeSize));
+    buffer.PreferHugePages(2 * Buffer::LargeSize);
+    FillFrom(buffer, 0);
+    // Moving the pages may work where huge ones are not to be had, and then takes no others.
+    for (std::size_t const allocation : {0U, 1U}) {
+        std::size_t const size = buffer.GetSize();
+        Support::FailingAllocation const failing(allocation);
+        bool const hasGrown = buffer.Grow(size + 1);
+        EXPECT_EQ(hasGrown, !failing.HasFailed());
+        EXPECT_EQ(buffer.GetSize(), hasGrown ? size + 1 : size);
+        EXPECT_EQ(CountMarks(buffer, size), size);
+    }
+}
+
 TEST(Buffer, MoreThanTheAddressSpaceIsRefused)
 {
     Buffer buffer;

@@ -15,8 +15,10 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <linux/capability.h>
@@ -179,51 +181,90 @@ protected:
     std::string path = folder.File("model.mox");
 };
 
-/// Some containers let no process have a disk of its own, not even in a namespace of its own.
-class OwnDiskTest : public RealFaultTest
+std::unique_ptr<OwnDisk> ownDiskIfAllowed(std::uintmax_t pages)
 {
-protected:
-    void SetUp() override
+    try {
+        return std::make_unique<OwnDisk>(std::to_string(pages * Page));
+    } catch (std::system_error const&) {
+        return nullptr;
+    }
+}
+
+/// A disk that a process can fill. Some containers let none have a disk of its own, not even in a
+/// namespace of its own; files that may not grow stand in for it there, and refuse the same bytes.
+class SmallDisk
+{
+public:
+    /// \param standIn folder to be used where there is no disk
+    SmallDisk(std::unique_ptr<OwnDisk> disk, std::uintmax_t pages, std::string const& standIn)
+        : disk_(std::move(disk)), folder_(disk_ ? disk_->folder() : standIn)
     {
-        std::string const outcome = onOwnDisk("1m", [](std::string const&) { return Sound; });
-        if (outcome != Sound)
-            GTEST_SKIP() << "no disk of its own: " << outcome;
+        if (!disk_)
+            leaveRoom(pages);
     }
 
-    /// \param action takes the disk's folder
-    static std::string onOwnDisk(std::string const& size,
-                                 std::function<std::string(std::string const&)> const& action)
+    std::string const& folder() const { return folder_; }
+
+    void leaveRoom(std::uintmax_t pages) const
     {
-        return inChild([&]() -> std::string {
-            try {
-                OwnDisk const disk(size);
-                return action(disk.folder());
-            } catch (std::system_error const& failure) {
-                return failure.what();
-            }
+        if (disk_)
+            fillDisk(folder_ + "/other", pages);
+        else
+            limitFileSize(pages * Page);
+    }
+
+private:
+    std::unique_ptr<OwnDisk> disk_;
+    std::string folder_;
+};
+
+enum class Disk
+{
+    OwnWhereAllowed,
+    StandIn
+};
+
+std::string nameOf(testing::TestParamInfo<Disk> const& info)
+{
+    return info.param == Disk::StandIn ? "StandIn" : "OwnWhereAllowed";
+}
+
+class FullDiskTest : public RealFaultTest, public testing::WithParamInterface<Disk>
+{
+protected:
+    std::string onDisk(std::uintmax_t pages,
+                       std::function<std::string(SmallDisk const&)> const& action)
+    {
+        return inChild([&] {
+            auto own = GetParam() == Disk::StandIn ? nullptr : ownDiskIfAllowed(pages);
+            return action(SmallDisk(std::move(own), pages, folder.File("")));
         });
     }
 };
 
+INSTANTIATE_TEST_SUITE_P(Disks, FullDiskTest, testing::Values(Disk::OwnWhereAllowed, Disk::StandIn),
+                         nameOf);
+
 } // namespace
 
-TEST_F(OwnDiskTest, AFullDiskIsReportedHoweverMuchRoomItHasLeft)
+TEST_P(FullDiskTest, IsReportedHoweverMuchRoomItHasLeft)
 {
     Support::DefaultBlockSizeSetting const setting("1000");
-    std::string const outcome = onOwnDisk("4m", [](std::string const& disk) {
-        return writeUntilItFits(disk + "/model.mox",
-                                [&](unsigned int attempt) { fillDisk(disk + "/other", attempt); });
+    std::string const outcome = onDisk(1024, [](SmallDisk const& disk) {
+        return writeUntilItFits(disk.folder() + "/model.mox",
+                                [&](unsigned int attempt) { disk.leaveRoom(attempt); });
     });
+    std::filesystem::remove(path);
     ASSERT_EQ(Writing().to(path), Sound);
     EXPECT_EQ(outcome,
               std::to_string((std::filesystem::file_size(path) + Page - 1) / Page) + " failed");
 }
 
-TEST_F(OwnDiskTest, ADiskThatFillsUpWhileDatasetsAreAddedIsReported)
+TEST_P(FullDiskTest, IsReportedWhenItFillsUpWhileDatasetsAreAdded)
 {
     Support::DefaultBlockSizeSetting const setting("100000");
-    std::string const outcome = onOwnDisk("2m", [](std::string const& disk) {
-        std::string const file = disk + "/model.mox";
+    std::string const outcome = onDisk(512, [](SmallDisk const& disk) {
+        std::string const file = disk.folder() + "/model.mox";
         Writing const large{false, 50, 25000};
         std::string const result = large.to(file);
         return result + ", " + verdictOn(file);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -36,6 +37,18 @@ TEST(Files, AWideNameExistsWhenItsNarrowedFormDoes)
     EXPECT_TRUE(FileExists((wideBase + L"A").c_str()));
     EXPECT_TRUE(FileExists((wideBase + wchar_t(0x141)).c_str()));
     EXPECT_FALSE(FileExists((wideBase + L"B").c_str()));
+}
+
+TEST(Files, AFileHasANameUntilTheLastOneIsRemoved)
+{
+    Support::TemporaryFolder const folder;
+    Support::Stream const stream = Support::OpenStream(folder.File("first"), "wb");
+    EXPECT_TRUE(HasName(stream.get()));
+    std::filesystem::create_hard_link(folder.File("first"), folder.File("second"));
+    std::filesystem::remove(folder.File("first"));
+    EXPECT_TRUE(HasName(stream.get()));
+    std::filesystem::remove(folder.File("second"));
+    EXPECT_FALSE(HasName(stream.get()));
 }
 
 } // namespace

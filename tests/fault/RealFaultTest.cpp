@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <random>
 #include <system_error>
@@ -22,6 +23,7 @@
 
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -370,16 +372,65 @@ TEST_F(RealFaultTest, ANameThatIsTooLongIsReported)
     EXPECT_TRUE(std::filesystem::is_empty(folder.File(".")));
 }
 
-// The system goes on writing to a file that has lost its name, and so does the library.
-TEST_F(RealFaultTest, AFileThatIsRemovedWhileItIsWrittenStaysAway)
+TEST_F(RealFaultTest, AFileThatIsRemovedWhileItIsWrittenIsReported)
 {
     Model model;
     model.saveTo(path);
     std::filesystem::remove(path);
     fill(model, 2, 1000);
+    EXPECT_THROW(model.close(), Zyl2::Exception::FileWriteException);
     EXPECT_NO_THROW(model.close());
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_EQ(Writing().to(path), Sound);
+}
+
+TEST_F(RealFaultTest, AModelWhoseFileWasThrownAwayGoesQuietly)
+{
+    EXPECT_NO_THROW({
+        Model model;
+        model.saveTo(path);
+        fill(model, 2, 1000);
+        std::filesystem::remove(path);
+    });
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(RealFaultTest, AFileThatIsReplacedWhileItIsWrittenIsReported)
+{
+    Model model;
+    model.saveTo(path);
+    fill(model, 2, 1000);
+    std::string const other = folder.File("other");
+    std::ofstream(other) << "somebody else's";
+    std::filesystem::rename(other, path);
+    EXPECT_THROW(model.close(), Zyl2::Exception::FileWriteException);
+    EXPECT_EQ(std::filesystem::file_size(path), 15U);
+}
+
+TEST_F(RealFaultTest, AFileThatIsMovedWhileItIsWrittenIsWhole)
+{
+    Model model;
+    model.saveTo(path);
+    fill(model, 2, 1000);
+    std::string const other = folder.File("other");
+    std::filesystem::rename(path, other);
+    EXPECT_NO_THROW(model.close());
+    EXPECT_NO_THROW(MoxRead::verify(other));
+}
+
+TEST_F(RealFaultTest, AFileThatNeverHadANameIsWrittenAllTheSame)
+{
+    int const file = ::memfd_create("model", MFD_CLOEXEC);
+    ASSERT_GE(file, 0);
+    std::string const name = "/proc/self/fd/" + std::to_string(file);
+    Model model;
+    Zyl2::Mox2::SaverOptions options;
+    options.overwrite = true;
+    model.saveTo(name, options);
+    fill(model, 2, 1000);
+    EXPECT_NO_THROW(model.close());
+    EXPECT_NO_THROW(MoxRead::verify(name));
+    ::close(file);
 }
 
 } // namespace Fault

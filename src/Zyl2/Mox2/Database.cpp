@@ -43,11 +43,13 @@ void Database::assertOpenedForWriting() const
 
 void Database::close()
 {
+    writtenInVain_ = false;
     if (tree == nullptr)
         return;
     if (openedForWriting)
         tree->FlushAndClose(tree->GetFile(), "");
     tree->GetFile().CloseFile();
+    writtenInVain_ = tree->GetFile().HasLostItsName();
     forgetDatasetPositions();
     tree.reset();
     accessMode = 1;

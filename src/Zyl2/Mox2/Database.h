@@ -36,8 +36,14 @@ public:
     bool openedForWriting = false;
     std::int32_t accessMode = 1;
 
+    /// Whether the last `close` wrote to a file that somebody had removed. Apart from it, because
+    /// the destructor's call must be able to pass over that: who throws a file away won't miss it.
+    bool hasWrittenInVain() const { return writtenInVain_; }
+
 private:
     void forgetDatasetPositions();
+
+    bool writtenInVain_ = false;
 };
 
 } // namespace Mox2

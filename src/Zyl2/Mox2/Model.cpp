@@ -1,6 +1,7 @@
 #include <Zyl2/Mox2/Model.h>
 
 #include "Zyl2/Base/File.h"
+#include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Mox2/Adder/ArrayProperty.h"
 #include "Zyl2/Mox2/Adder/Components.h"
 #include "Zyl2/Mox2/Adder/Node.h"
@@ -73,7 +74,7 @@ Model::Model() : database_(new Database) {}
 
 Model::~Model() noexcept
 {
-    close();
+    database_->close();
     delete database_;
 }
 
@@ -177,6 +178,9 @@ Model::addArrayProperty(std::string const& name, DatasetType type, ArrayT const&
 void Model::close()
 {
     database_->close();
+    if (database_->hasWrittenInVain())
+        Exception::raise(Exception::FileWriteException("Unable to write to file"),
+                         "Zyl2/Mox2/Model", __LINE__, BOOST_CURRENT_FUNCTION);
 }
 
 // One macro for what the language has no other way to repeat: 16 combinations of types, each with

@@ -1,5 +1,6 @@
 #include "Zyl2/Util/Files.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Zyl2Util {
@@ -21,6 +22,14 @@ bool FileExists(char const* name)
 bool FileExists(wchar_t const* name)
 {
     return FileExists(Narrowed(name).c_str());
+}
+
+bool HasName(std::FILE* stream)
+{
+    struct stat status
+    {};
+    int const file = fileno(stream);
+    return file >= 0 && fstat(file, &status) == 0 && status.st_nlink != 0;
 }
 
 } // namespace Zyl2Util

@@ -58,6 +58,7 @@ void WvFile::OpenFile(std::string const& path, char const* mode)
         Zyl2::Exception::raise(Zyl2::Exception::MiscelleneousException(message.c_str()), Source,
                                __LINE__, BOOST_CURRENT_FUNCTION);
     }
+    hadName_ = Zyl2Util::HasName(stream_);
 }
 
 void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
@@ -95,6 +96,8 @@ void WvFile::CloseFile()
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     if (stream_ == nullptr)
         return;
+    // Some hosts hand over a file that never had a name, and keep it open themselves.
+    hasLostItsName_ = hadName_ && !Zyl2Util::HasName(stream_);
     hasFailedToClose_ = std::fclose(stream_) != 0;
     stream_ = nullptr;
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");

@@ -47,13 +47,18 @@ public:
     /// Whether the system refused to close the last stream, so that bytes may be lost.
     bool HasFailedToClose() const { return hasFailedToClose_; }
 
+    /// Whether the last file that was closed had lost its name by then, so that nobody can find it.
+    bool HasLostItsName() const { return hasLostItsName_; }
+
     /// Null when no file is open.
     std::FILE* GetStream() const { return stream_; }
     Index& GetIndex() { return index_; }
 
 private:
     std::FILE* stream_ = nullptr;
+    bool hadName_ = false;
     bool hasFailedToClose_ = false;
+    bool hasLostItsName_ = false;
     Index index_;
 };
 

@@ -3,6 +3,7 @@
 #include "FailingAllocation.h"
 #include "Zyl2/Wvf/Block.h"
 #include "Zyl2/Wvf/FastDeflate.h"
+#include "support/DeflateEncoder.h"
 #include "support/Environment.h"
 #include "support/ThrowSite.h"
 
@@ -60,13 +61,13 @@ TEST(BlockZlibCompressor, GivesTheLengthAndOneZlibStream)
 
 TEST(BlockZlibCompressor, TheEncoderIsTheOneThatWasBuiltIn)
 {
-    EXPECT_STREQ(DeflateEncoderName(), MOXWRITER_DEFLATE);
+    EXPECT_STREQ(DeflateEncoderName(), Support::DeflateEncoder);
     std::string const content(100000, 'a');
     std::string buffer(1000, '\0');
     auto* const target = reinterpret_cast<unsigned char*>(buffer.data());
     auto const* const source = reinterpret_cast<unsigned char const*>(content.data());
     auto const written = FastDeflate(source, content.size(), target, buffer.size(), 6);
-    EXPECT_EQ(written.has_value(), std::string(MOXWRITER_DEFLATE) != "zlib");
+    EXPECT_EQ(written.has_value(), std::string(Support::DeflateEncoder) != "zlib");
     if (written) {
         EXPECT_EQ(Inflated(buffer.substr(0, *written), content.size()), content);
     }

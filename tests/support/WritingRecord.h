@@ -3,6 +3,7 @@
 
 #include "container/TemporaryFile.h"
 #include "moxread/Container.h"
+#include "support/DeflateEncoder.h"
 
 #include <zlib.h>
 
@@ -67,7 +68,7 @@ inline std::string inflatedWithoutWritingRecord(std::string const& path)
 /// the same way; for it, what the blocks inflate to.
 inline std::string withoutWritingRecord(std::string const& path)
 {
-    if (std::string(MOXWRITER_DEFLATE) == "isal")
+    if (std::string(DeflateEncoder) == "isal")
         return inflatedWithoutWritingRecord(path);
     std::string bytes = ReadFile(path);
     MoxRead::Container const container(path);

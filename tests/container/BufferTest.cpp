@@ -56,7 +56,7 @@ TEST(Buffer, KeepsItsContentWhileItGrowsFromSmallToLarge)
     EXPECT_EQ(CountMarks(buffer, filled), filled);
 }
 
-TEST(Buffer, DoesNotShrink)
+TEST(Buffer, DoesNotGrowToLessThanItHas)
 {
     Buffer buffer;
     ASSERT_TRUE(buffer.Grow(10));
@@ -65,6 +65,50 @@ TEST(Buffer, DoesNotShrink)
     EXPECT_TRUE(buffer.Grow(9));
     EXPECT_EQ(buffer.GetSize(), 10U);
     EXPECT_EQ(CountMarks(buffer, 10), 10U);
+}
+
+TEST(Buffer, GivesBackPagesThatAreNotUsedAndGrowsAgain)
+{
+    constexpr std::size_t used = Buffer::LargeSize + 5;
+    Buffer buffer;
+    ASSERT_TRUE(buffer.Grow(6 * Buffer::LargeSize));
+    // Only in part: pages of two kinds have to shrink as well.
+    buffer.PreferHugePages(3 * Buffer::LargeSize);
+    FillFrom(buffer, 0);
+    unsigned char const* const data = buffer.GetData();
+    buffer.Shrink(used);
+    EXPECT_EQ(buffer.GetSize(), used);
+    EXPECT_EQ(buffer.GetData(), data);
+    EXPECT_EQ(CountMarks(buffer, used), used);
+    ASSERT_TRUE(buffer.Grow(9 * Buffer::LargeSize));
+    EXPECT_EQ(CountMarks(buffer, used), used);
+    FillFrom(buffer, used);
+    EXPECT_EQ(CountMarks(buffer, 9 * Buffer::LargeSize), 9 * Buffer::LargeSize);
+}
+
+TEST(Buffer, StaysMappedWhenLittleOfItIsUsed)
+{
+    Buffer buffer;
+    ASSERT_TRUE(buffer.Grow(3 * Buffer::LargeSize));
+    FillFrom(buffer, 0);
+    buffer.Shrink(10);
+    EXPECT_EQ(buffer.GetSize(), Buffer::LargeSize);
+    EXPECT_EQ(CountMarks(buffer, Buffer::LargeSize), Buffer::LargeSize);
+}
+
+TEST(Buffer, WhatIsSmallOrUsedDoesNotShrink)
+{
+    Buffer small;
+    ASSERT_TRUE(small.Grow(1000));
+    small.Shrink(10);
+    EXPECT_EQ(small.GetSize(), 1000U);
+    Buffer large;
+    ASSERT_TRUE(large.Grow(Buffer::LargeSize + 10));
+    large.Shrink(2 * Buffer::LargeSize);
+    EXPECT_EQ(large.GetSize(), Buffer::LargeSize + 10);
+    Buffer none;
+    none.Shrink(0);
+    EXPECT_EQ(none.GetSize(), 0U);
 }
 
 TEST(Buffer, AskedForNothingItStaysWithoutData)

@@ -87,6 +87,31 @@ TEST(IndexLog, TheWholeStoryOfAFileIsToldInOrder)
     EXPECT_EQ(log.Texts(), expected);
 }
 
+/// What is told of a key with three blocks, the first of which are compressed when they are full or
+/// when they are saved.
+std::vector<std::string> StoryOfThreeBlocks(std::string const& path, bool compressesFullBlocks)
+{
+    Support::Stream const stream = Support::OpenStream(path, "wb");
+    Index index(12);
+    if (compressesFullBlocks)
+        index.CompressFullBlocks("Key");
+    LogCapture log;
+    for (char const letter : {'a', 'b', 'c'})
+        PutBytes(index, "Key", std::string(16, letter));
+    index.AddTransformation("Key", BlockTransformationType::Compress);
+    index.WriteAllBuffersToFileStream(stream.get());
+    return log.Texts();
+}
+
+TEST(IndexLog, SavingTellsTheSameOfABlockThatWasCompressedBefore)
+{
+    DefaultBlockSizeSetting const setting("10");
+    Support::TemporaryFolder const folder;
+    std::vector<std::string> const late = StoryOfThreeBlocks(folder.File("late"), false);
+    EXPECT_EQ(late[2], "Buffer length: 16");
+    EXPECT_EQ(StoryOfThreeBlocks(folder.File("early"), true), late);
+}
+
 TEST(IndexLog, IndexBlocksAreToldOfWhenTheirTurnComesAndAgainAtTheEnd)
 {
     DefaultBlockSizeSetting const setting("0");

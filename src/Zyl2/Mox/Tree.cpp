@@ -269,6 +269,11 @@ void Tree::SaveRecord(Zyl2Wvf::Index& index, RecordKeys& keys, NodeType const& r
 
 void Tree::SaveAll(Zyl2Wvf::WvFile& file, std::string const& text)
 {
+    // Each block's place follows from the lengths of all before it, so that none can be saved while
+    // the tree goes through them; at full length they would take several hundred bytes a node.
+    for (char const* name : {BlockNames::MoxTree, BlockNames::LightData, BlockNames::Attributes,
+                             BlockNames::Resources})
+        file.GetIndex().CompressFullBlocks(name);
     SaveTree(file);
     SaveGlobalInfo(file, text);
     for (char const* name :

@@ -95,6 +95,17 @@ bool Buffer::Grow(std::size_t size) noexcept
     return true;
 }
 
+void Buffer::Shrink(std::size_t size) noexcept
+{
+    std::size_t const kept = std::max(size, LargeSize);
+    if (kept >= size_)
+        return;
+#ifdef MREMAP_MAYMOVE
+    if (mremap(data_, size_, kept, 0) == data_)
+        size_ = kept;
+#endif
+}
+
 void Buffer::PreferHugePages(std::size_t length) noexcept
 {
 #ifdef MADV_HUGEPAGE

@@ -26,6 +26,10 @@ public:
     /// \return whether there was memory; without, nothing changes
     bool Grow(std::size_t size) noexcept;
 
+    /// Gives pages behind the first `size` bytes back. What isn't mapped, or would no longer be,
+    /// stays.
+    void Shrink(std::size_t size) noexcept;
+
     /// Asks the system for huge pages: taking hundreds of megabytes page by page costs as much as
     /// shuffling them. For buffers of which at least the first `length` bytes will be filled; small
     /// ones stay as they are.

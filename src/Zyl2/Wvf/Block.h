@@ -74,6 +74,9 @@ public:
     /// Gives the buffer away; the block is empty again.
     Zyl2Util::Buffer Release() noexcept;
 
+    /// Gives memory behind the content back, as far as that costs nothing.
+    void ReleaseUnused() noexcept { buffer_.Shrink(length_); }
+
     /// Takes a buffer over in place of its own; `length` bytes of it are the content. The cursor
     /// goes to the end.
     void Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept;

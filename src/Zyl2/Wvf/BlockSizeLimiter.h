@@ -21,6 +21,8 @@ struct BlockSizeLimiter
     std::vector<std::size_t> blocks;
     /// Bytes.
     std::uint32_t limit;
+    /// Whether a block is compressed when the next one is begun, rather than when it is saved.
+    bool compressesFullBlocks = false;
 
     // The rest saves walks over all blocks of a key.
 

@@ -134,10 +134,22 @@ std::size_t Index::AddBlock(std::string const& name)
     AssignSlot(limiter, slot);
     pool.pop_back();
     items_[slot].name = std::move(assignedName);
-    // A key that goes on after a full block is likely to fill another one.
-    if (limiter.blocks.size() > 1 && spares_.content.GetSize() != 0)
-        blocks_[slot].Adopt(std::move(spares_.content), 0);
+    if (limiter.blocks.size() > 1)
+        HandOn(limiter);
     return slot;
+}
+
+/// A key that goes on after a full block is likely to fill another one: gives the new block what
+/// memory there is.
+void Index::HandOn(BlockSizeLimiter const& limiter)
+{
+    std::size_t const full = limiter.blocks[limiter.blocks.size() - 2];
+    if (limiter.compressesFullBlocks && !items_[full].frozen) {
+        Compress(full);
+        blocks_[full].ReleaseUnused();
+    }
+    if (spares_.content.GetSize() != 0)
+        blocks_[limiter.blocks.back()].Adopt(std::move(spares_.content), 0);
 }
 
 std::size_t Index::GetWritingBlockIndex(std::string const& name)
@@ -207,6 +219,11 @@ void Index::AddTransformation(std::string const& name, BlockTransformationType t
             MarkBlocks(found->second, bit);
 }
 
+void Index::CompressFullBlocks(std::string const& name)
+{
+    GetOrAddLimiter(name).compressesFullBlocks = true;
+}
+
 void Index::UpdateBlockPositionInStream(std::size_t slot)
 {
     if (slot == 0) {
@@ -230,15 +247,12 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
     if (item.frozen)
         Zyl2::Exception::raise(Zyl2::Exception::InvalidObjectState(), Source, __LINE__,
                                BOOST_CURRENT_FUNCTION);
-    std::uint32_t const length = block.GetLength();
+    std::uint32_t const length = item.compressed ? item.contentLength : block.GetLength();
     if (length != 0)
         Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer length: ", length);
     bool const compressed = Has(item.transformations, BlockTransformationType::Compress);
-    if (compressed) {
-        BlockZlibCompressor compress(SavingLevel, spares_);
-        compress(block);
-        CheckCompressed(block);
-    }
+    if (compressed)
+        Compress(slot);
 
     try {
         if (compressed)
@@ -253,15 +267,34 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
         SaveBlock(slot, stream);
     } catch (...) {
         // What was transformed can't be saved a second time.
+        item.compressed = false;
         block.Reset();
         damaged_ = true;
         throw;
     }
+    item.compressed = false;
     Zyl2Util::Buffer saved = block.Release();
     if (compressed)
         spares_.stream = std::move(saved);
     Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer ", slot,
                      " written to stream.");
+}
+
+/// Does nothing to a block that is compressed already.
+void Index::Compress(std::size_t slot)
+{
+    IndexItem& item = items_[slot];
+    if (item.compressed)
+        return;
+    Block& block = blocks_[slot];
+    std::uint32_t const length = block.GetLength();
+    BlockZlibCompressor compress(SavingLevel, spares_);
+    compress(block);
+    CheckCompressed(block);
+    item.transformations = static_cast<std::uint8_t>(
+        item.transformations | static_cast<unsigned int>(BlockTransformationType::Compress));
+    item.compressed = true;
+    item.contentLength = length;
 }
 
 /// zlib gives up when it gets no memory, and the block's content goes with that.

@@ -129,10 +129,15 @@ public:
     /// Sets the bit of `type` on every block that the key has now; later blocks don't inherit it.
     void AddTransformation(std::string const& name, BlockTransformationType type);
 
+    /// From now on a block of the key is compressed as soon as the key gets its next one, which
+    /// takes the memory over. For keys whose blocks can't be saved before all of them are there:
+    /// what waits for that is a fraction of what was put.
+    void CompressFullBlocks(std::string const& name);
+
     /// Computes where slot `slot` begins in the file: behind its predecessor.
     void UpdateBlockPositionInStream(std::size_t slot);
 
-    /// Transforms the slot's block, saves it and releases its buffer.
+    /// Transforms the slot's block, unless that was done before, saves it and releases its buffer.
     /// \throws InvalidObjectState the slot is frozen: it was saved before
     /// \throws FileWriteException "Saving the buffer failed", "Unable to write to file"
     /// \throws MemoryAllocationException the block can't be compressed
@@ -177,6 +182,8 @@ private:
     std::uint64_t GetLogicalLength(std::size_t slot) const;
     void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit);
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
+    void HandOn(BlockSizeLimiter const& limiter);
+    void Compress(std::size_t slot);
     void CheckCompressed(Block const& block);
     void CheckStream(std::FILE* stream) const;
     void SaveBlock(std::size_t slot, std::FILE* stream);

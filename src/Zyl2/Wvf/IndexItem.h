@@ -34,6 +34,10 @@ struct IndexItem
     bool detached = false;
     /// The block's length before transformation, once it is frozen.
     std::uint32_t frozenLength = 0;
+    /// The block was compressed and waits to be saved.
+    bool compressed = false;
+    /// The block's length before that.
+    std::uint32_t contentLength = 0;
 };
 
 } // namespace Zyl2Wvf

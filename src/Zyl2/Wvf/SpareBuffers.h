@@ -5,8 +5,8 @@
 
 namespace Zyl2Wvf {
 
-/// What saved blocks leave to those that follow: a long run of blocks then takes its memory from
-/// the system once. The first touch of a page may cost as much as compressing it.
+/// What compressed and saved blocks leave to those that follow: a long run of blocks then takes its
+/// memory from the system once. The first touch of a page may cost as much as compressing it.
 struct SpareBuffers
 {
     /// Large enough for the content of a full block, or empty.

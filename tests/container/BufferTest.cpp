@@ -48,8 +48,7 @@ TEST(Buffer, KeepsItsContentWhileItGrowsFromSmallToLarge)
         ASSERT_TRUE(buffer.Grow(size));
         ASSERT_EQ(buffer.GetSize(), size);
         EXPECT_EQ(CountMarks(buffer, filled), filled) << size;
-        // Only in part: pages of two kinds have to grow as well.
-        buffer.PreferHugePages(size / 2);
+        buffer.PreferHugePages();
         FillFrom(buffer, filled);
         filled = size;
     }
@@ -72,8 +71,7 @@ TEST(Buffer, GivesBackPagesThatAreNotUsedAndGrowsAgain)
     constexpr std::size_t used = Buffer::LargeSize + 5;
     Buffer buffer;
     ASSERT_TRUE(buffer.Grow(6 * Buffer::LargeSize));
-    // Only in part: pages of two kinds have to shrink as well.
-    buffer.PreferHugePages(3 * Buffer::LargeSize);
+    buffer.PreferHugePages();
     FillFrom(buffer, 0);
     unsigned char const* const data = buffer.GetData();
     buffer.Shrink(used);
@@ -137,21 +135,17 @@ TEST(Buffer, WithoutMemoryNothingChanges)
     }
 }
 
-TEST(Buffer, PagesOfTwoKindsStayAsTheyAreWithoutMemoryForOthers)
+TEST(Buffer, HugePagesGrowWithoutBeingCopied)
 {
     Buffer buffer;
     ASSERT_TRUE(buffer.Grow(4 * Buffer::LargeSize));
-    buffer.PreferHugePages(2 * Buffer::LargeSize);
+    buffer.PreferHugePages();
     FillFrom(buffer, 0);
-    // Moving the pages may work where huge ones are not to be had, and then takes no others.
-    for (std::size_t const allocation : {0U, 1U}) {
-        std::size_t const size = buffer.GetSize();
-        Support::FailingAllocation const failing(allocation);
-        bool const hasGrown = buffer.Grow(size + 1);
-        EXPECT_EQ(hasGrown, !failing.HasFailed());
-        EXPECT_EQ(buffer.GetSize(), hasGrown ? size + 1 : size);
-        EXPECT_EQ(CountMarks(buffer, size), size);
-    }
+    // A copy would need a second mapping.
+    Support::FailingAllocation const failing(1);
+    ASSERT_TRUE(buffer.Grow(40 * Buffer::LargeSize));
+    EXPECT_FALSE(failing.HasFailed());
+    EXPECT_EQ(CountMarks(buffer, 4 * Buffer::LargeSize), 4 * Buffer::LargeSize);
 }
 
 TEST(Buffer, MoreThanTheAddressSpaceIsRefused)

@@ -63,7 +63,7 @@ void ChildIndex::Grow()
     if (!table.Grow(count * sizeof(Chain)))
         throw std::bad_alloc();
     // Look-ups jump about in it.
-    table.PreferHugePages(table.GetSize());
+    table.PreferHugePages();
     std::memset(table.GetData(), 0, table.GetSize());
     std::swap(table_, table);
     placeCount_ = count;

@@ -187,6 +187,9 @@ BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, un
     // that the last one stays open for more.
     file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Freeze);
     file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Compress);
+    // These values then go where those of the full block were.
+    if (file_.GetStream() != nullptr)
+        index.CompressFullBlocks(BlockNames::HeavyData);
     unsigned char* const place = index.PutInPlace(BlockNames::HeavyData, values * ValueSize);
     Zyl2Util::ShuffleColumns(data, count, width, place);
     index.FlushFrozen(file_.GetStream());

@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -20,27 +19,18 @@ unsigned char* Map(std::size_t size) noexcept
 }
 
 /// Null without memory; the old pages stay then.
-unsigned char* CopyToPages(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
+unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
 {
+#ifdef MREMAP_MAYMOVE
+    void* const pages = mremap(data, oldSize, size, MREMAP_MAYMOVE);
+    return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
+#else
     unsigned char* const pages = Map(size);
     if (pages == nullptr)
         return nullptr;
     std::memcpy(pages, data, oldSize);
     munmap(data, oldSize);
     return pages;
-}
-
-/// \copydoc CopyToPages
-unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
-{
-#ifdef MREMAP_MAYMOVE
-    void* const pages = mremap(data, oldSize, size, MREMAP_MAYMOVE);
-    if (pages != MAP_FAILED)
-        return static_cast<unsigned char*>(pages);
-    // Pages of which only some are to be huge count as several mappings, and move as one only.
-    return errno == EFAULT ? CopyToPages(data, oldSize, size) : nullptr;
-#else
-    return CopyToPages(data, oldSize, size);
 #endif
 }
 
@@ -106,12 +96,13 @@ void Buffer::Shrink(std::size_t size) noexcept
 #endif
 }
 
-void Buffer::PreferHugePages(std::size_t length) noexcept
+void Buffer::PreferHugePages() noexcept
 {
 #ifdef MADV_HUGEPAGE
-    // It is advice: where it is not taken, the pages are small.
+    // It is advice: where it is not taken, the pages are small. The same for all of them, since
+    // pages of two kinds could not be moved as one.
     if (IsMapped())
-        static_cast<void>(madvise(data_, std::min(length, size_), MADV_HUGEPAGE));
+        static_cast<void>(madvise(data_, size_, MADV_HUGEPAGE));
 #endif
 }
 

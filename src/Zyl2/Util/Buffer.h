@@ -31,9 +31,8 @@ public:
     void Shrink(std::size_t size) noexcept;
 
     /// Asks the system for huge pages: taking hundreds of megabytes page by page costs as much as
-    /// shuffling them. For buffers of which at least the first `length` bytes will be filled; small
-    /// ones stay as they are.
-    void PreferHugePages(std::size_t length) noexcept;
+    /// shuffling them. Small buffers stay as they are.
+    void PreferHugePages() noexcept;
 
     unsigned char* GetData() const noexcept { return data_; }
     std::size_t GetSize() const noexcept { return size_; }

@@ -109,7 +109,7 @@ void Block::Grow(std::uint64_t count, std::uint64_t at)
     AllocateAdditionalMemory(std::max({count, step, at + count - buffer_.GetSize()}));
     // Judged by what is in use: most blocks of small models stay small, whatever their capacity.
     if (at + count >= Zyl2Util::Buffer::LargeSize)
-        buffer_.PreferHugePages(buffer_.GetSize());
+        buffer_.PreferHugePages();
 }
 
 } // namespace Zyl2Wvf

@@ -60,9 +60,7 @@ void BlockZlibCompressor::operator()(Block& block)
     if (!buffer.Grow(capacity))
         Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
                                "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
-    // The stream is to end among small pages: the rest of a huge one would be memory for nothing.
-    if (length >= Zyl2Util::Buffer::LargeSize)
-        buffer.PreferHugePages(length / 3);
+    buffer.PreferHugePages();
 
     auto const compressed =
         Deflate(block, buffer.GetData() + PrefixLength, capacity - PrefixLength, level_);

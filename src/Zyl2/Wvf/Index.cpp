@@ -247,7 +247,7 @@ void Index::WriteBufferToFileStream(std::size_t slot, std::FILE* stream)
     if (item.frozen)
         Zyl2::Exception::raise(Zyl2::Exception::InvalidObjectState(), Source, __LINE__,
                                BOOST_CURRENT_FUNCTION);
-    std::uint32_t const length = item.compressed ? item.contentLength : block.GetLength();
+    std::uint32_t const length = GetContentLength(slot);
     if (length != 0)
         Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Buffer length: ", length);
     bool const compressed = Has(item.transformations, BlockTransformationType::Compress);
@@ -473,9 +473,18 @@ void Index::AssignSlot(BlockSizeLimiter& limiter, std::size_t slot)
     limiter.lengthBeforeLast += lastLength;
 }
 
+/// The block's length without regard to whether it is compressed.
+std::uint32_t Index::GetContentLength(std::size_t slot) const
+{
+    return items_[slot].compressed ? items_[slot].contentLength : blocks_[slot].GetLength();
+}
+
 std::uint64_t Index::GetLogicalLength(std::size_t slot) const
 {
-    return items_[slot].frozen ? items_[slot].frozenLength : blocks_[slot].GetPosition();
+    IndexItem const& item = items_[slot];
+    if (item.frozen)
+        return item.frozenLength;
+    return item.compressed ? item.contentLength : blocks_[slot].GetPosition();
 }
 
 void Index::MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit)
@@ -496,7 +505,7 @@ void Index::FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream)
         std::size_t const slot = blocks[block];
         IndexItem const& item = items_[slot];
         if (item.frozen || !Has(item.transformations, BlockTransformationType::Freeze) ||
-            blocks_[slot].GetLength() < limiter.limit)
+            GetContentLength(slot) < limiter.limit)
             continue;
         if (GetFirstUnsavedSlot() < slot)
             Zyl2::Exception::raise(Zyl2::Exception::NotYetImplemented(), Source, __LINE__,

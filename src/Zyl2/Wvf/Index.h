@@ -130,8 +130,7 @@ public:
     void AddTransformation(std::string const& name, BlockTransformationType type);
 
     /// From now on a block of the key is compressed as soon as the key gets its next one, which
-    /// takes the memory over. For keys whose blocks can't be saved before all of them are there:
-    /// what waits for that is a fraction of what was put.
+    /// takes the memory over. What waits to be saved is then a fraction of what was put.
     void CompressFullBlocks(std::string const& name);
 
     /// Computes where slot `slot` begins in the file: behind its predecessor.
@@ -179,6 +178,7 @@ private:
     void FillPool();
     void TurnLastSpareIntoIndexBlock();
     void AssignSlot(BlockSizeLimiter& limiter, std::size_t slot);
+    std::uint32_t GetContentLength(std::size_t slot) const;
     std::uint64_t GetLogicalLength(std::size_t slot) const;
     void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit);
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);

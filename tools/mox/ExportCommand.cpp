@@ -1,5 +1,6 @@
 #include "ExportCommand.h"
 
+#include "RunWithLibraries.h"
 #include "SummaryText.h"
 #include "common/Progress.h"
 
@@ -48,12 +49,14 @@ void addExportCommand(CLI::App& app, int& exitStatus)
         "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
         "collection (.pvd).\nExample: mox export cantilever.mox cantilever.pvd");
     command->callback([&exitStatus, arguments] {
-        Common::Progress progress("export " + arguments->input);
-        arguments->options.progress = [&progress](std::size_t done, std::size_t all) {
-            progress.show(done, all);
-        };
-        exitStatus = exportFile(arguments->input, arguments->output, arguments->options,
-                                arguments->asJson, std::cout, std::cerr);
+        exitStatus = runWithLibraries("mox export", [&] {
+            Common::Progress progress("export " + arguments->input);
+            arguments->options.progress = [&progress](std::size_t done, std::size_t all) {
+                progress.show(done, all);
+            };
+            return exportFile(arguments->input, arguments->output, arguments->options,
+                              arguments->asJson, std::cout, std::cerr);
+        });
     });
 }
 

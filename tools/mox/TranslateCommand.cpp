@@ -2,6 +2,7 @@
 
 #include "ChildProcess.h"
 #include "Formats.h"
+#include "RunWithLibraries.h"
 
 #include <common/PartialFile.h>
 #include <exchange/Error.h>
@@ -111,10 +112,18 @@ int translateInChild(TranslateArguments const& arguments)
     return failure;
 }
 
-bool needsChild(std::string const& input)
+int translateSafely(TranslateArguments const& arguments, Format const* format)
 {
-    Format const* const format = formatOf(FileProbe(input));
-    return format != nullptr && format->open;
+    return format != nullptr && format->open ? translateInChild(arguments)
+                                             : translateFile(arguments, std::cout, std::cerr);
+}
+
+int translateWhereItCanBeRead(TranslateArguments const& arguments)
+{
+    Format const* const format = formatOf(FileProbe(arguments.input));
+    auto const translate = [&] { return translateSafely(arguments, format); };
+    bool const needsLibrary = format != nullptr && !format->package.empty();
+    return needsLibrary ? runWithLibraries(application, translate) : translate();
 }
 
 } // namespace
@@ -132,10 +141,8 @@ void addTranslateCommand(CLI::App& app, int& exitStatus)
                       "Leave elements out that a model can't hold, such as polyhedra");
     command->add_flag("--json", arguments->json, "Print what was written as JSON");
     command->footer("Example: mox translate result.pvd result.mox");
-    command->callback([&exitStatus, arguments] {
-        exitStatus = needsChild(arguments->input) ? translateInChild(*arguments)
-                                                  : translateFile(*arguments, std::cout, std::cerr);
-    });
+    command->callback(
+        [&exitStatus, arguments] { exitStatus = translateWhereItCanBeRead(*arguments); });
 }
 
 int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)

@@ -1,5 +1,6 @@
 #include "ViewCommand.h"
 
+#include "RunWithLibraries.h"
 #include "SummaryText.h"
 
 #include <CLI/CLI.hpp>
@@ -112,8 +113,10 @@ void addViewCommand(CLI::App& app, int& exitStatus)
             readSize(arguments->size, arguments->options);
         if (!arguments->camera.empty())
             arguments->options.camera = cameras().at(arguments->camera);
-        exitStatus = viewFile(arguments->input, arguments->output, arguments->options,
-                              arguments->asJson, std::cout, std::cerr);
+        exitStatus = runWithLibraries("mox view", [&] {
+            return viewFile(arguments->input, arguments->output, arguments->options,
+                            arguments->asJson, std::cout, std::cerr);
+        });
     });
 }
 

@@ -1,0 +1,2 @@
+// Is compiled for its precompiled header only.
+int main() {}

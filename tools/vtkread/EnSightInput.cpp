@@ -1,6 +1,7 @@
 #include "EnSightInput.h"
 
 #include "Blocks.h"
+#include "EnSightCheck.h"
 
 #include <exchange/Error.h>
 
@@ -17,6 +18,7 @@ namespace {
 
 vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path)
 {
+    requireWholeFiles(path);
     auto reader = vtkSmartPointer<vtkGenericEnSightReader>::New();
     reader->SetCaseFileName(path.c_str());
     reader->ReadAllVariablesOn();

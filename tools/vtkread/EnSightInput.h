@@ -9,8 +9,8 @@ class vtkGenericEnSightReader;
 
 namespace VtkRead {
 
-/// A case of EnSight. Its reader takes a file that ends between two parts for whole, so that every
-/// variable of the case is looked for in what it made.
+/// A case of EnSight. Its reader takes a file that was cut off for whole, so that the files are
+/// walked through before, and every variable of the case is looked for in what it made.
 class EnSightInput : public PipelineInput
 {
 public:

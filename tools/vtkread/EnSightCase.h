@@ -1,0 +1,90 @@
+#ifndef VTKREAD_ENSIGHTCASE_H
+#define VTKREAD_ENSIGHTCASE_H
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace VtkRead {
+
+/// Which files a case of EnSight names, and what they are to hold. What is not understood is left
+/// out: of a case that makes no sense, VTK's reader says so.
+class EnSightCase
+{
+public:
+    struct DataFile
+    {
+        std::filesystem::path path;
+        std::uint64_t steps;
+    };
+
+    struct Variable
+    {
+        std::string name;
+        std::uint64_t components;
+        bool isPerElement;
+        bool isMeasured;
+        std::vector<DataFile> files;
+    };
+
+    explicit EnSightCase(std::filesystem::path const& path);
+
+    bool isGold() const { return isGold_; }
+    std::vector<DataFile> const& meshes() const { return meshes_; }
+    std::vector<DataFile> const& measured() const { return measured_; }
+    std::vector<Variable> const& variables() const { return variables_; }
+
+private:
+    using Words = std::vector<std::string>;
+
+    struct Entry
+    {
+        std::string section;
+        Words key;
+        Words values;
+    };
+
+    struct TimeSet
+    {
+        std::string id;
+        std::uint64_t steps = 1;
+        std::uint64_t first = 0;
+        std::uint64_t increment = 1;
+        std::vector<std::uint64_t> numbers;
+    };
+
+    struct FileSet
+    {
+        std::string id;
+        std::vector<std::uint64_t> indices;
+        std::vector<std::uint64_t> steps;
+    };
+
+    void addLine(std::string const& line);
+    void readEntry(Entry const& entry);
+    void readTime(Entry const& entry);
+    void readFileSet(Entry const& entry);
+    void resolve(Entry const& entry);
+    void resolveVariable(Entry const& entry);
+
+    /// \param sets the numbers of a time set and a file set, where they are given
+    std::vector<DataFile> filesOf(std::string const& pattern, Words const& sets) const;
+    std::vector<DataFile> filesOf(std::string const& pattern, TimeSet const& set) const;
+    std::vector<DataFile> filesOf(std::string const& pattern, FileSet const& set) const;
+    std::filesystem::path pathOf(std::string pattern, std::uint64_t number) const;
+
+    std::filesystem::path folder_;
+    std::string section_;
+    std::vector<Entry> entries_;
+    std::vector<TimeSet> timeSets_;
+    std::vector<FileSet> fileSets_;
+    bool isGold_ = false;
+    std::vector<DataFile> meshes_;
+    std::vector<DataFile> measured_;
+    std::vector<Variable> variables_;
+};
+
+} // namespace VtkRead
+
+#endif

@@ -1,0 +1,111 @@
+#include "EnSightCheck.h"
+
+#include "EnSightCase.h"
+#include "EnSightFile.h"
+#include "EnSightMesh.h"
+#include "EnSightMeshWalker.h"
+#include "EnSightVariableWalker.h"
+
+#include <exchange/Error.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace VtkRead {
+
+namespace {
+
+using DataFiles = std::vector<EnSightCase::DataFile>;
+using Format = EnSightFile::Format;
+
+/// \return whether all steps of all files were understood
+template <typename WalkStep>
+bool walk(DataFiles const& files, Format format, WalkStep const& walkStep)
+{
+    try {
+        for (EnSightCase::DataFile const& each : files) {
+            EnSightFile file(each.path, format);
+            for (std::uint64_t i = 0; i == 0 || (file.isSeries() && i < each.steps); ++i)
+                walkStep(file);
+        }
+        return true;
+    } catch (EnSightFile::Unknown const&) {
+        return false;
+    }
+}
+
+class Check
+{
+public:
+    explicit Check(std::filesystem::path const& caseFile) : case_(caseFile) {}
+
+    void run()
+    {
+        bool const isGold = case_.isGold();
+        checkMesh(case_.meshes(), false,
+                  [isGold](EnSightFile& file) { return EnSightMeshWalker(file, isGold).walk(); });
+        checkMesh(case_.measured(), true, [isGold](EnSightFile& file) {
+            return EnSightMeshWalker(file, isGold).walkMeasured();
+        });
+        requireCommonEnds();
+    }
+
+private:
+    /// The variables are only checked when the mesh is the same in all steps.
+    template <typename WalkMesh>
+    void checkMesh(DataFiles const& files, bool isMeasured, WalkMesh const& walkMesh)
+    {
+        if (files.empty())
+            return;
+        Format const format = EnSightFile::formatOf(files.front().path);
+        std::vector<EnSightMesh> different;
+        bool const isUnderstood = walk(files, format, [&](EnSightFile& file) {
+            EnSightMesh const mesh = walkMesh(file);
+            if (different.empty() || !(different.front() == mesh))
+                different.push_back(mesh);
+        });
+        if (!isUnderstood || different.size() != 1)
+            return;
+        for (EnSightCase::Variable const& variable : case_.variables())
+            if (variable.isMeasured == isMeasured)
+                checkVariable(variable, different.front(), format);
+    }
+
+    void checkVariable(EnSightCase::Variable const& variable, EnSightMesh const& mesh,
+                       Format format)
+    {
+        for (EnSightCase::DataFile const& each : variable.files)
+            walk({each}, format, [&](EnSightFile& file) {
+                EnSightVariableWalker walker(file, mesh, variable);
+                walker.walk();
+                if (auto const part = walker.partAtEarlyEnd())
+                    filesThatEndEarly_[*part].insert(each.path);
+            });
+    }
+
+    /// A variable need not have values of all parts. Where one file alone ends before the last of
+    /// them it was cut off, since variables of some parts only have more files that end there.
+    void requireCommonEnds() const
+    {
+        for (auto const& [part, files] : filesThatEndEarly_)
+            if (files.size() == 1)
+                throw Exchange::Error("The file '" + files.begin()->string() +
+                                      "' ends before the values of the last part.");
+    }
+
+    EnSightCase case_;
+    std::map<std::uint64_t, std::set<std::filesystem::path>> filesThatEndEarly_;
+};
+
+} // namespace
+
+void requireWholeFiles(std::filesystem::path const& caseFile)
+{
+    Check(caseFile).run();
+}
+
+} // namespace VtkRead

@@ -19,10 +19,12 @@ public:
         std::vector<Part> parts;
         /// The steps and what each of them has.
         std::vector<std::pair<StepInfo, std::vector<Field>>> steps;
+        std::string modelName = {};
     };
 
     explicit MemorySource(Content content) : content_(std::move(content)) {}
 
+    std::string modelName() const override { return content_.modelName; }
     AttributeList attributes() const override { return content_.attributes; }
     std::vector<Part> readParts() override { return content_.parts; }
     std::size_t stepCount() const override { return content_.steps.size(); }

@@ -146,6 +146,24 @@ TEST_F(Translation, IdsThatAModelCannotHoldBecomeRunningNumbers)
     EXPECT_EQ(warnings().size(), 2U);
 }
 
+TEST_F(Translation, TheSourceTellsTheSmallestId)
+{
+    Part part = twoTriangles("Plate");
+    part.nodeIds = {3, 2, 1, 0};
+    part.smallestId = 0;
+    EXPECT_EQ(modelOf({{}, {part}, {}}).numbers({"Plate"}, "Node Ids"), (Numbers{3, 2, 1, 0}));
+    EXPECT_EQ(warnings(), Names());
+}
+
+TEST_F(Translation, AModelIsCalledAsTheSourceCallsItOrElseAsTheFile)
+{
+    Content content = {{}, {twoTriangles("Plate")}, {}};
+    EXPECT_EQ(modelOf(content).shapes(), (Names{"plate/Plate"}));
+    content.modelName = "Lid";
+    overwrite_ = true;
+    EXPECT_EQ(modelOf(content).shapes(), (Names{"Lid/Plate"}));
+}
+
 TEST_F(Translation, FieldsHaveTheTypeThatTheirPlaceAndWidthTell)
 {
     struct Case
@@ -229,6 +247,35 @@ TEST_F(Translation, StepsCarryNumberAndTime)
     EXPECT_EQ(ModelFile::attribute<float>(attributes, "Load"), 2.5F);
     EXPECT_EQ(warnings(),
               (Names{"The attribute 'Structure' was left out: a model reserves its name."}));
+}
+
+TEST_F(Translation, AStepThatMayGoOnDoesSoUnderItsNameAndNumber)
+{
+    auto const with = [](std::string const& name) {
+        return std::vector<Field>{fieldOf(name, Location::Elements, 1, Floats{1, 2})};
+    };
+    StepInfo const first = {"S", 1.0, {}, true};
+    StepInfo const second = {"T", 2.0, {}, true};
+    Content const content = {
+        {}, {twoTriangles("Plate")}, {{first, with("A")}, {second, with("A")}, {first, with("B")}}};
+    EXPECT_EQ(translateContent(content).steps, 2U);
+    ModelFile model(output_);
+    auto const number = [&model](std::string const& field, std::string const& step) {
+        return ModelFile::attribute<std::uint32_t>(model.get({"Plate"}, field, step).attributes,
+                                                   "StepNumber");
+    };
+    EXPECT_EQ(number("A", "S"), 1U);
+    EXPECT_EQ(number("A", "T"), 2U);
+    EXPECT_EQ(number("B", "S"), 1U);
+}
+
+TEST_F(Translation, StepsWithoutANameAreNumberedWhereThereAreSeveral)
+{
+    std::vector<Field> const fields = {fieldOf("F", Location::Elements, 1, Floats{1, 2})};
+    ModelFile& model =
+        modelOf({{}, {twoTriangles("Plate")}, {{StepInfo(), fields}, {StepInfo(), fields}}});
+    EXPECT_NE(model.find({"Plate"}, "F", "Step 1"), nullptr);
+    EXPECT_NE(model.find({"Plate"}, "F", "Step 2"), nullptr);
 }
 
 TEST_F(Translation, FieldsWithoutTimeBelongToNoStep)

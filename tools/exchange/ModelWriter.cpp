@@ -32,19 +32,21 @@ DatasetType polylengthType(int dimension)
     return dimension == 2 ? DatasetType::Polylength2 : DatasetType::Polylength3;
 }
 
-bool isId(std::int64_t id)
+bool areUsable(std::vector<std::int64_t> const& ids, std::int64_t smallest)
 {
-    return id >= 1 && id <= std::numeric_limits<std::uint32_t>::max();
+    return std::all_of(ids.begin(), ids.end(), [smallest](std::int64_t id) {
+        return id >= smallest && id <= std::numeric_limits<std::uint32_t>::max();
+    });
 }
 
-/// Empty when there are none, or when a model can't hold them.
+/// Null when there are none, or when a model can't hold them.
 std::vector<std::int64_t> const* usableIds(std::vector<std::int64_t> const& ids,
                                            std::string const& whose, Part const& part,
                                            Report& report)
 {
     if (ids.empty())
         return nullptr;
-    if (std::all_of(ids.begin(), ids.end(), isId))
+    if (areUsable(ids, part.smallestId))
         return &ids;
     report.warn("Numbers of the " + whose + " of '" + part.name +
                 "' don't fit into a model; they are numbered 1, 2, 3 and so on.");
@@ -258,13 +260,28 @@ void ModelWriter::addSet(NamedSet const& set, Location location, WrittenPart con
 
 void ModelWriter::startStep(StepInfo const& step)
 {
-    ++stepNumber_;
     if (step.name.empty()) {
         fields_.startStep(Step());
         return;
     }
-    std::string const name = stepNames_.make(withoutRecordSeparator(step.name, report_));
-    fields_.startStep(Step(name, datasetAttributes(stepAttributes(step, stepNumber_), report_)));
+    WrittenStep const written = writtenStep(step);
+    fields_.startStep(
+        Step(written.name, datasetAttributes(stepAttributes(step, written.number), report_)));
+}
+
+ModelWriter::WrittenStep ModelWriter::writtenStep(StepInfo const& step)
+{
+    std::string const name = withoutRecordSeparator(step.name, report_);
+    if (!step.mayGoOn)
+        return newStep(name);
+    auto const found = openSteps_.find(name);
+    return found != openSteps_.end() ? found->second
+                                     : openSteps_.emplace(name, newStep(name)).first->second;
+}
+
+ModelWriter::WrittenStep ModelWriter::newStep(std::string const& name)
+{
+    return {stepNames_.make(name), ++stepCount_};
 }
 
 void ModelWriter::addField(Field const& field)

@@ -4,7 +4,7 @@
 #include "FieldWriter.h"
 #include "Part.h"
 #include "Report.h"
-#include "Source.h"
+#include "StepInfo.h"
 
 #include "common/UniqueNames.h"
 
@@ -46,7 +46,8 @@ public:
     /// The part itself isn't needed afterwards.
     void addPart(Part const& part);
 
-    /// Begins a step; what `addField` gets from now on belongs to it. All parts must be there.
+    /// Begins a step, or goes on with one; what `addField` gets from now on belongs to it. All
+    /// parts must be there.
     void startStep(StepInfo const& step);
     void addField(Field const& field);
 
@@ -55,6 +56,8 @@ public:
 
     std::size_t nodeCount() const { return nodeCount_; }
     std::size_t elementCount() const { return elementCount_; }
+    /// Of the steps that have a name.
+    std::size_t stepCount() const { return static_cast<std::size_t>(stepCount_); }
     std::size_t fieldCount() const { return fields_.fieldCount(); }
 
 private:
@@ -63,6 +66,11 @@ private:
     {
         unsigned int id = 0;
         Common::UniqueNames children;
+    };
+    struct WrittenStep
+    {
+        std::string name;
+        int number;
     };
 
     Group& groupAt(GroupPath const& path);
@@ -74,6 +82,8 @@ private:
     void addElementIds(Part const& part, Shape const& shape, unsigned int id);
     void addSets(Part const& part, WrittenPart const& written);
     void addSet(NamedSet const& set, Location location, WrittenPart const& written);
+    WrittenStep writtenStep(StepInfo const& step);
+    WrittenStep newStep(std::string const& name);
 
     Report& report_;
     Zyl2::Mox2::Model model_;
@@ -82,7 +92,9 @@ private:
     std::map<GroupPath, Group> groups_;
     std::vector<WrittenPart> parts_;
     Common::UniqueNames stepNames_;
-    int stepNumber_ = 0;
+    /// Those that may go on, by the source's name.
+    std::map<std::string, WrittenStep> openSteps_;
+    int stepCount_ = 0;
     std::size_t nodeCount_ = 0;
     std::size_t elementCount_ = 0;
 };

@@ -32,6 +32,8 @@ struct Part
     std::vector<double> coordinates;
     /// The source's number of each node; empty for 1, 2, 3 and so on.
     std::vector<std::int64_t> nodeIds;
+    /// A node or element with a smaller number has none.
+    std::int64_t smallestId = 1;
 
     /// For each element, its type.
     std::vector<ElementType const*> types;

@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include "Error.h"
+#include "NearestFloat.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -42,11 +43,9 @@ void Report::unknownElements(std::string const& type, std::size_t count)
 
 float Report::narrowOutside(double value)
 {
-    if (std::isfinite(value)) {
+    if (std::isfinite(value))
         ++overflowed_;
-        return std::copysign(std::numeric_limits<float>::infinity(), value > 0 ? 1.0F : -1.0F);
-    }
-    return static_cast<float>(value);
+    return nearestFloat(value);
 }
 
 void Report::countLoss(double value, float narrowed)

@@ -1,9 +1,10 @@
 #include "StepAttributes.h"
 
+#include "NearestFloat.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace Exchange {
 
@@ -15,13 +16,6 @@ std::string exactText(double value)
     std::array<char, 32> text{};
     auto const end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
     return {text.data(), end};
-}
-
-float nearestFloat(double value)
-{
-    if (std::isfinite(value) && std::fabs(value) > std::numeric_limits<float>::max())
-        return std::copysign(std::numeric_limits<float>::infinity(), value > 0 ? 1.0F : -1.0F);
-    return static_cast<float>(value);
 }
 
 void addTime(AttributeList& attributes, double time)

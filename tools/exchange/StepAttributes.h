@@ -2,7 +2,7 @@
 #define EXCHANGE_STEPATTRIBUTES_H
 
 #include "Attribute.h"
-#include "Source.h"
+#include "StepInfo.h"
 
 namespace Exchange {
 

@@ -27,10 +27,12 @@ std::filesystem::path lastName(std::filesystem::path const& path)
 }
 
 ModelWriter::Signature signatureOf(std::filesystem::path const& input,
+                                   SequentialSource const& source,
                                    TranslationOptions const& options)
 {
     std::filesystem::path const name = lastName(input);
-    return {options.application, name.string(), name.stem().string()};
+    std::string const given = source.modelName();
+    return {options.application, name.string(), given.empty() ? name.stem().string() : given};
 }
 
 void refuseSameFile(std::filesystem::path const& input, std::filesystem::path const& output)
@@ -40,7 +42,7 @@ void refuseSameFile(std::filesystem::path const& input, std::filesystem::path co
         throw std::runtime_error("This is the input itself.");
 }
 
-void writeParts(Source& source, ModelWriter& writer)
+void writeParts(SequentialSource& source, ModelWriter& writer)
 {
     std::vector<Part> parts = source.readParts();
     if (parts.empty())
@@ -51,39 +53,25 @@ void writeParts(Source& source, ModelWriter& writer)
     }
 }
 
-StepInfo namedStep(Source const& source, std::size_t index)
+void writeSteps(SequentialSource& source, ModelWriter& writer)
 {
-    StepInfo step = source.step(index);
-    if (step.name.empty() && source.stepCount() > 1)
-        step.name = "Step " + std::to_string(index + 1);
-    return step;
-}
-
-/// Returns how many steps there are that deserve the name.
-std::size_t writeSteps(Source& source, ModelWriter& writer)
-{
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < source.stepCount(); ++i) {
-        StepInfo const step = namedStep(source, i);
-        count += step.name.empty() ? 0 : 1;
-        writer.startStep(step);
-        source.readStep(i, [&writer](Field const& field) { writer.addField(field); });
-    }
-    return count;
+    source.readSteps([&writer](StepInfo const& step) { writer.startStep(step); },
+                     [&writer](Field const& field) { writer.addField(field); });
 }
 
 Summary run(std::filesystem::path const& input, SourceOpener const& open,
             std::filesystem::path const& output, TranslationOptions const& options, Report& report)
 {
     refuseSameFile(input, output);
-    std::unique_ptr<Source> const source = open(input, report);
+    std::unique_ptr<SequentialSource> const source = open(input, report);
     Common::PartialFile file(output, options.overwrite);
-    ModelWriter writer(file.path(), signatureOf(input, options), source->attributes(), report);
+    ModelWriter writer(file.path(), signatureOf(input, *source, options), source->attributes(),
+                       report);
     writeParts(*source, writer);
-    std::size_t const steps = writeSteps(*source, writer);
+    writeSteps(*source, writer);
     writer.close();
     file.publish();
-    return {writer.nodeCount(), writer.elementCount(), steps, writer.fieldCount()};
+    return {writer.nodeCount(), writer.elementCount(), writer.stepCount(), writer.fieldCount()};
 }
 
 } // namespace

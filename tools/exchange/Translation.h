@@ -2,7 +2,7 @@
 #define EXCHANGE_TRANSLATION_H
 
 #include "Report.h"
-#include "Source.h"
+#include "SequentialSource.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -31,7 +31,8 @@ struct Summary
 };
 
 /// Opens the file of that name.
-using SourceOpener = std::function<std::unique_ptr<Source>(std::filesystem::path const&, Report&)>;
+using SourceOpener =
+    std::function<std::unique_ptr<SequentialSource>(std::filesystem::path const&, Report&)>;
 
 /// Translates a result file into a model. The output file appears when it is whole; after a
 /// failure there is none, and one that was there before is as it was.

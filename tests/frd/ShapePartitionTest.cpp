@@ -73,17 +73,4 @@ TEST(ShapePartition, NoNodesWithoutElementsNoShapeForThem)
     EXPECT_EQ(partition(mesh, Header()).size(), 1U);
 }
 
-TEST(ShapePartition, MaterialsOfTheSameNameGiveShapesOfDifferentNames)
-{
-    Mesh mesh = fiveNodes();
-    ElementType const& line = *ElementType::find(11);
-    mesh.addElement(1, line, 0, 1, {0, 1});
-    mesh.addElement(2, line, 0, 2, {0, 1});
-    Header header;
-    header.materials = {{1, "STEEL"}, {2, "STEEL"}};
-    std::vector<Shape> const shapes = partition(mesh, header);
-    EXPECT_EQ(shapes[0].name, "Group 0 Material STEEL 1D");
-    EXPECT_EQ(shapes[1].name, "Group 0 Material STEEL 1D (2)");
-}
-
 } // namespace

@@ -2,9 +2,11 @@
 
 #include "TestFiles.h"
 
-#include <frd/Error.h>
-#include <frd/ShapePartition.h>
-#include <frd/Translation.h>
+#include "support/ModelFile.h"
+
+#include <exchange/Error.h>
+#include <exchange/Translation.h>
+#include <frd/Frd.h>
 #include <moxread/Model.h>
 #include <moxread/Verify.h>
 
@@ -20,21 +22,30 @@
 namespace {
 
 using namespace TestFiles;
+using Support::ModelFile;
 using Floats = std::vector<float>;
 using Ids = std::vector<std::uint32_t>;
 using Names = std::vector<std::string>;
 
-/// A model made of a result file, with the shapes' variables by shape and name.
+Exchange::Summary translate(std::filesystem::path const& input, std::filesystem::path const& output,
+                            bool overwrite = false)
+{
+    Exchange::TranslationOptions options;
+    options.overwrite = overwrite;
+    Exchange::Report report;
+    Exchange::Summary const summary =
+        Exchange::translate(input, Frd::open, output, options, report);
+    report.forEachWarning([](std::string const& warning) { ADD_FAILURE() << warning; });
+    return summary;
+}
+
+/// A model made of a result file.
 class Translated
 {
 public:
     explicit Translated(std::filesystem::path const& input)
-        : output_(folder_.path("out.mox").string())
-    {
-        Frd::translate(input, output_);
-        MoxRead::verify(output_);
-        model_ = std::make_unique<MoxRead::Model>(output_);
-    }
+        : file_(translated(input, folder_.path("out.mox")))
+    {}
 
     static std::unique_ptr<Translated> ofContent(std::string const& content)
     {
@@ -42,20 +53,14 @@ public:
         return std::make_unique<Translated>(folder.write("in.frd", content));
     }
 
-    MoxRead::Model& model() { return *model_; }
+    MoxRead::Model& model() { return file_.model(); }
 
-    MoxRead::Group const& root() const
-    {
-        MoxRead::Group const* const group = model_->node(1).group();
-        if (group == nullptr)
-            throw std::runtime_error("the root is no group");
-        return *group;
-    }
+    MoxRead::Attributes const& rootAttributes() const { return file_.rootAttributes(); }
 
-    Names shapeNames() const
+    Names shapeNames()
     {
         Names names;
-        for (MoxRead::Node const& node : model_->nodes())
+        for (MoxRead::Node const& node : model().nodes())
             if (node.shape() != nullptr)
                 names.push_back(node.name);
         return names;
@@ -64,47 +69,39 @@ public:
     MoxRead::Variable const* find(std::string const& shape, std::string const& dataset,
                                   std::string const& step = "") const
     {
-        std::string const name = step.empty() ? dataset : dataset + '\x1E' + step;
-        MoxRead::Node const* const geometry = model_->find({model_->node(1).name, shape, shape});
-        return geometry == nullptr ? nullptr : model_->variable(geometry->id, name);
+        return file_.find({shape}, dataset, step);
     }
 
     MoxRead::Variable const& get(std::string const& shape, std::string const& dataset,
                                  std::string const& step = "") const
     {
-        MoxRead::Variable const* const variable = find(shape, dataset, step);
-        if (variable == nullptr)
-            throw std::runtime_error("no dataset " + dataset + " of step " + step);
-        return *variable;
+        return file_.get({shape}, dataset, step);
     }
 
     Ids ids(std::string const& shape, std::string const& dataset)
     {
-        return model_->read(get(shape, dataset)).words;
+        return file_.numbers({shape}, dataset);
     }
 
     Floats floats(std::string const& shape, std::string const& dataset,
                   std::string const& step = "")
     {
-        return model_->read(get(shape, dataset, step)).floats();
+        return file_.floats({shape}, dataset, step);
     }
 
-    std::size_t variableCount() const { return model_->variableCount(); }
+    std::size_t variableCount() { return model().variableCount(); }
 
 private:
-    Folder folder_;
-    std::string output_;
-    std::unique_ptr<MoxRead::Model> model_;
-};
+    static std::filesystem::path translated(std::filesystem::path const& input,
+                                            std::filesystem::path const& output)
+    {
+        translate(input, output);
+        return output;
+    }
 
-template <typename T>
-T attribute(MoxRead::Attributes const& attributes, std::string const& name)
-{
-    auto const found = attributes.find(name);
-    if (found == attributes.end())
-        throw std::runtime_error("no attribute " + name);
-    return std::get<T>(found->second);
-}
+    Folder folder_;
+    ModelFile file_;
+};
 
 constexpr std::uint32_t elementConnectivity2 = 5;
 constexpr std::uint32_t nodalScalar = 12;
@@ -141,9 +138,33 @@ TEST(Translation, ElementsCarryTheirGroupAndMaterial)
     auto const model = Translated::ofContent(
         replaced(triangleFile(), "    1C\n", "    1C\n    1UMAT    2BRASS\n"));
     auto const& attributes = model->get("Group 7 Material BRASS 2D", "Connectivity").attributes;
-    EXPECT_EQ(attribute<std::uint32_t>(attributes, "GroupNumber"), 7U);
-    EXPECT_EQ(attribute<std::uint32_t>(attributes, "MaterialNumber"), 2U);
-    EXPECT_EQ(attribute<std::string>(attributes, "MaterialName"), "BRASS");
+    EXPECT_EQ(ModelFile::attribute<std::uint32_t>(attributes, "GroupNumber"), 7U);
+    EXPECT_EQ(ModelFile::attribute<std::uint32_t>(attributes, "MaterialNumber"), 2U);
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "MaterialName"), "BRASS");
+}
+
+TEST(Translation, MaterialsOfTheSameNameGiveShapesOfDifferentNames)
+{
+    std::string const materials = "    1C\n    1UMAT    2BRASS\n    1UMAT    3BRASS\n";
+    std::string const element = " -1         5    7    7    2\n"
+                                " -2         1         2         3\n";
+    std::string const second = " -1         6    7    7    3\n"
+                               " -2         2         1         3\n";
+    std::string const head = "    3C                             ";
+    std::string content = replaced(triangleFile(), "    1C\n", materials);
+    content = replaced(content, head + "1", head + "2");
+    auto const model = Translated::ofContent(replaced(content, element, element + second));
+    std::string const shape = "Group 7 Material BRASS 2D";
+    EXPECT_EQ(model->shapeNames(), (Names{shape, shape + " (2)", loose}));
+    EXPECT_EQ(model->ids(shape + " (2)", "Element IDs"), (Ids{6}));
+    EXPECT_EQ(model->ids(shape + " (2)", "Connectivity"), (Ids{1, 0, 2}));
+}
+
+TEST(Translation, ANodeMayHaveTheNumber0)
+{
+    auto const model =
+        Translated::ofContent(replaced(triangleFile(), " -1         9", " -1         0"));
+    EXPECT_EQ(model->ids(loose, "Node Ids"), (Ids{0}));
 }
 
 TEST(Translation, TheRootTellsWhereTheModelComesFrom)
@@ -154,13 +175,13 @@ TEST(Translation, TheRootTellsWhereTheModelComesFrom)
                  "    1UPGM               Solver\n    1UVERSION           Version 1\n"
                  "    1UDATE              20.november.2026\n"));
     EXPECT_EQ(model->model().node(1).name, "BEAM");
-    MoxRead::Attributes const& attributes = model->root().attributes;
-    EXPECT_EQ(attribute<std::string>(attributes, "Title"), "A beam");
-    EXPECT_EQ(attribute<std::string>(attributes, "Title 2"), "of brass");
-    EXPECT_EQ(attribute<std::string>(attributes, "Solver"), "Solver");
-    EXPECT_EQ(attribute<std::string>(attributes, "SolverVersion"), "Version 1");
-    EXPECT_EQ(attribute<std::string>(attributes, "Date"), "20.november.2026");
-    EXPECT_EQ(attribute<std::string>(attributes, "Source"), "in.frd");
+    MoxRead::Attributes const& attributes = model->rootAttributes();
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Title"), "A beam");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Title 2"), "of brass");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Solver"), "Solver");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "SolverVersion"), "Version 1");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Date"), "20.november.2026");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Source"), "in.frd");
     EXPECT_EQ(attributes.size(), 6U);
     auto const& writings = model->model().globalInformation().writings;
     ASSERT_EQ(writings.size(), 1U);
@@ -189,11 +210,11 @@ TEST(Translation, AStepTellsItsNumberTimeAndAnalysis)
                  "    1PHID                         -1\n  100C"));
     auto const& variable = model->get(triangle, "Displacement", "Step 2 Increment 3");
     MoxRead::Attributes const& attributes = variable.attributes;
-    EXPECT_EQ(attribute<std::uint32_t>(attributes, "StepNumber"), 2U);
-    EXPECT_EQ(attribute<std::uint32_t>(attributes, "Increment"), 3U);
-    EXPECT_EQ(attribute<float>(attributes, "Time"), 0.5F);
-    EXPECT_EQ(attribute<std::string>(attributes, "AnalysisType"), "Static");
-    EXPECT_EQ(attribute<std::string>(attributes, "Parameter.HID"), "-1");
+    EXPECT_EQ(ModelFile::attribute<std::uint32_t>(attributes, "StepNumber"), 2U);
+    EXPECT_EQ(ModelFile::attribute<std::uint32_t>(attributes, "Increment"), 3U);
+    EXPECT_EQ(ModelFile::attribute<float>(attributes, "Time"), 0.5F);
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "AnalysisType"), "Static");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Parameter.HID"), "-1");
     EXPECT_EQ(attributes.size(), 5U);
     EXPECT_FALSE(variable.vibration);
 }
@@ -207,11 +228,11 @@ TEST(Translation, AModeTellsItsNumberAndFrequencyAndIsAVibration)
                  " 0    1           1\n -4", " 2    1MODAL      1\n -4"));
     auto const& variable = model->get(triangle, "Displacement", "Step 2 Mode 4");
     MoxRead::Attributes const& attributes = variable.attributes;
-    EXPECT_EQ(attribute<std::uint32_t>(attributes, "Mode"), 4U);
-    EXPECT_EQ(attribute<float>(attributes, "Frequency"), 0.5F);
-    EXPECT_EQ(attribute<std::string>(attributes, "AnalysisType"), "Frequency");
-    EXPECT_EQ(attribute<std::string>(attributes, "Analysis"), "MODAL");
-    EXPECT_EQ(attribute<std::string>(attributes, "Category"), "Vibration");
+    EXPECT_EQ(ModelFile::attribute<std::uint32_t>(attributes, "Mode"), 4U);
+    EXPECT_EQ(ModelFile::attribute<float>(attributes, "Frequency"), 0.5F);
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "AnalysisType"), "Frequency");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Analysis"), "MODAL");
+    EXPECT_EQ(ModelFile::attribute<std::string>(attributes, "Category"), "Vibration");
     EXPECT_EQ(attributes.count("Time"), 0U);
     EXPECT_EQ(attributes.count("Increment"), 0U);
     EXPECT_TRUE(variable.vibration);
@@ -234,6 +255,29 @@ TEST(Translation, ARepeatedResultOfAStepIsKeptBesideTheFirst)
     auto const model = Translated::ofContent(replaced(triangleFile(), " 9999", again + " 9999"));
     EXPECT_EQ(model->floats(triangle, "Displacement", "Step 1")[3], 1.0F);
     EXPECT_EQ(model->floats(triangle, "Displacement (2)", "Step 1")[3], 5.0F);
+}
+
+TEST(Translation, BlocksOfTwoStepsMayStandInTurns)
+{
+    std::string const second =
+        replaced(displacementBlock(), "    1           1\n -4", "    2           1\n -4");
+    std::string const again = replaced(displacementBlock(), "DISP", "FORC");
+    auto const model =
+        Translated::ofContent(replaced(triangleFile(), " 9999", second + again + " 9999"));
+    auto const displacement = model->get(triangle, "Displacement", "Step 1").attributes;
+    EXPECT_EQ(model->get(triangle, "FORC", "Step 1").attributes, displacement);
+    EXPECT_NE(model->get(triangle, "Displacement", "Step 2").attributes, displacement);
+}
+
+TEST(Translation, TheSummaryCountsWhatWasWritten)
+{
+    Folder const folder;
+    Exchange::Summary const summary =
+        translate(solverFile("frequency_response"), folder.path("out.mox"));
+    EXPECT_EQ(summary.nodes, 8U);
+    EXPECT_EQ(summary.elements, 1U);
+    EXPECT_EQ(summary.steps, 2U);
+    EXPECT_EQ(summary.fields, 48U);
 }
 
 /// Where a model has the corners and mid-side nodes of the solver's one-element decks.
@@ -451,10 +495,10 @@ TEST(Translation, BucklingModesBecomeStepsOfTheirOwn)
 {
     Translated model(solverFile("buckling"));
     std::string const shape = "Group 0 Material STEEL 3D";
-    EXPECT_EQ(attribute<float>(model.get(shape, "Displacement", "Step 1 Increment 1").attributes,
-                               "Value"),
+    EXPECT_EQ(ModelFile::attribute<float>(
+                  model.get(shape, "Displacement", "Step 1 Increment 1").attributes, "Value"),
               0.0F);
-    EXPECT_GT(attribute<float>(
+    EXPECT_GT(ModelFile::attribute<float>(
                   model.get(shape, "Displacement", "Step 1 Increment 1 (2)").attributes, "Value"),
               1.0F);
 }
@@ -462,12 +506,10 @@ TEST(Translation, BucklingModesBecomeStepsOfTheirOwn)
 std::string complaintOf(std::filesystem::path const& input, std::filesystem::path const& output,
                         bool overwrite = false)
 {
-    Frd::TranslationOptions options;
-    options.overwrite = overwrite;
     try {
-        Frd::translate(input, output, options);
+        translate(input, output, overwrite);
         return "";
-    } catch (Frd::Error const& error) {
+    } catch (Exchange::Error const& error) {
         return error.what();
     }
 }

@@ -5,9 +5,10 @@
 #include "Violation.h"
 
 #include "container/TemporaryFile.h"
+#include "exchange/Translation.h"
 #include "frd/Error.h"
+#include "frd/Frd.h"
 #include "frd/Reader.h"
-#include "frd/Translation.h"
 #include "moxread/Verify.h"
 
 #include <cstdio>
@@ -49,9 +50,10 @@ void requireSoundTranslation(std::string const& path)
 {
     static Support::TemporaryFolder const folder;
     std::string const model = folder.File("model.mox");
-    Frd::TranslationOptions options;
+    Exchange::TranslationOptions options;
     options.overwrite = true;
-    Frd::translate(path, model, options);
+    Exchange::Report report;
+    Exchange::translate(path, Frd::open, model, options, report);
     MoxRead::verify(model);
     std::remove(model.c_str());
 }

@@ -4,10 +4,11 @@
 #include "support/Folder.h"
 #include "vtkexport/ReadBack.h"
 
+#include <exchange/Translation.h>
+#include <frd/Frd.h>
 #include <frd/Reader.h>
 #include <frd/ResultLayout.h>
 #include <frd/StepNames.h>
-#include <frd/Translation.h>
 #include <vtkexport/Export.h>
 
 #include <vtkCell.h>
@@ -28,6 +29,12 @@ using Names = std::vector<std::string>;
 using Values = std::map<unsigned int, std::vector<float>>;
 /// By step and field.
 using Results = std::map<std::string, std::map<std::string, Values>>;
+
+void translate(std::filesystem::path const& file, std::string const& model)
+{
+    Exchange::Report report;
+    Exchange::translate(file, Frd::open, model, {}, report);
+}
 
 Results resultsOf(std::filesystem::path const& file)
 {
@@ -89,7 +96,7 @@ void expectSameAs(std::filesystem::path const& file)
     SCOPED_TRACE(file);
     Support::Folder const folder;
     std::string const model = folder.path("model.mox").string();
-    Frd::translate(file, model);
+    translate(file, model);
     Results const results = resultsOf(file);
     ASSERT_FALSE(results.empty());
     VtkExport::ExportOptions options;
@@ -131,7 +138,7 @@ TEST(TranslatedResult, HasAStepForEachOfTheSolver)
 {
     Support::Folder const folder;
     std::string const model = folder.path("model.mox").string();
-    Frd::translate(std::filesystem::path(EXAMPLE_DATA) / "cantilever.frd", model);
+    translate(std::filesystem::path(EXAMPLE_DATA) / "cantilever.frd", model);
     VtkExport::exportModel(model, folder.path("out.pvd").string());
     auto const entries = ReadBack::collection(folder.path("out.pvd"));
     ASSERT_EQ(entries.size(), 14U);

@@ -1,16 +1,16 @@
 #ifndef FRD_ERROR_H
 #define FRD_ERROR_H
 
-#include <stdexcept>
+#include "exchange/Error.h"
 
 namespace Frd {
 
-/// One sentence about what is wrong with a result file or with writing its model. What concerns a
-/// place in the file begins with that place: "line 12: ..." or "byte 4711: ...".
-class Error : public std::runtime_error
+/// One sentence about what is wrong with a result file. What concerns a place in the file begins
+/// with that place: "line 12: ..." or "byte 4711: ...".
+class Error : public Exchange::Error
 {
 public:
-    using std::runtime_error::runtime_error;
+    using Exchange::Error::Error;
 };
 
 } // namespace Frd

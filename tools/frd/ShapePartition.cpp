@@ -1,10 +1,9 @@
 #include "ShapePartition.h"
 
-#include "common/UniqueNames.h"
-
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <utility>
 
 namespace Frd {
 
@@ -80,16 +79,14 @@ std::vector<std::uint32_t> unusedNodes(Mesh const& mesh, std::vector<Shape> cons
 std::vector<Shape> partition(Mesh const& mesh, Header const& header)
 {
     std::vector<Shape> shapes;
-    Common::UniqueNames names;
     for (auto& [key, elements] : elementsByKey(mesh)) {
         Shape shape = makeShape(key, header);
-        shape.name = names.make(shape.name);
         shape.nodes = nodesOf(mesh, elements);
-        shape.elements = elements;
+        shape.elements = std::move(elements);
         shapes.push_back(std::move(shape));
     }
     Shape rest{};
-    rest.name = names.make("Nodes without elements");
+    rest.name = "Nodes without elements";
     rest.nodes = unusedNodes(mesh, shapes);
     if (!rest.nodes.empty())
         shapes.push_back(std::move(rest));

@@ -28,7 +28,7 @@ struct Shape
 
 /// Splits a mesh into shapes, in ascending order of group, material and dimension; nodes without
 /// elements, if there are any, come last. Every element is in one shape, every node in at least
-/// one, and no two shapes have the same name.
+/// one. Shapes of materials that are called alike have the same name.
 std::vector<Shape> partition(Mesh const& mesh, Header const& header);
 
 } // namespace Frd

@@ -1,5 +1,7 @@
 #include "StepAttributes.h"
 
+#include "exchange/NearestFloat.h"
+
 #include <string>
 
 namespace Frd {
@@ -34,30 +36,30 @@ char const* valueName(AnalysisKind kind)
     }
 }
 
-void setUnlessBlank(Zyl2::Mox2::Attributes& attributes, char const* name, std::string const& text)
+void addUnlessBlank(Exchange::AttributeList& attributes, char const* name, std::string const& text)
 {
     if (!text.empty())
-        attributes.set(name, text);
+        attributes.emplace_back(name, text);
 }
 
 } // namespace
 
-Zyl2::Mox2::Attributes stepAttributes(ResultBlock const& block)
+Exchange::AttributeList stepAttributes(ResultBlock const& block)
 {
-    Zyl2::Mox2::Attributes attributes;
-    attributes.set("StepNumber", block.step ? block.step->step : block.stepNumber);
-    attributes.set("AnalysisType", analysisType(block.kind));
-    attributes.set(valueName(block.kind), block.value);
-    setUnlessBlank(attributes, "Analysis", block.analysis);
-    setUnlessBlank(attributes, "Text", block.text);
+    Exchange::AttributeList attributes;
+    attributes.emplace_back("StepNumber", block.step ? block.step->step : block.stepNumber);
+    attributes.emplace_back("AnalysisType", analysisType(block.kind));
+    attributes.emplace_back(valueName(block.kind), Exchange::nearestFloat(block.value));
+    addUnlessBlank(attributes, "Analysis", block.analysis);
+    addUnlessBlank(attributes, "Text", block.text);
     if (block.mode)
-        attributes.set("Mode", *block.mode);
+        attributes.emplace_back("Mode", *block.mode);
     else if (block.step)
-        attributes.set("Increment", block.step->increment);
+        attributes.emplace_back("Increment", block.step->increment);
     if (block.kind == AnalysisKind::Frequency)
-        attributes.set("Category", "Vibration");
+        attributes.emplace_back("Category", "Vibration");
     for (auto const& [name, text] : block.parameters)
-        attributes.set("Parameter." + name, text);
+        attributes.emplace_back("Parameter." + name, text);
     return attributes;
 }
 

@@ -3,12 +3,12 @@
 
 #include "ResultBlock.h"
 
-#include <Zyl2/Mox2/Attributes.h>
+#include "exchange/Attribute.h"
 
 namespace Frd {
 
 /// What a model says of the step that a result block belongs to.
-Zyl2::Mox2::Attributes stepAttributes(ResultBlock const& block);
+Exchange::AttributeList stepAttributes(ResultBlock const& block);
 
 } // namespace Frd
 

@@ -2,6 +2,8 @@
 
 #include "Openers.h"
 
+#include <frd/Frd.h>
+
 #include <algorithm>
 
 namespace {
@@ -77,7 +79,7 @@ bool isGmsh(FileProbe const& probe)
 std::vector<Format> const& formats()
 {
     static std::vector<Format> const all = {
-        {"frd", isFrd, {}, ""},
+        {"frd", isFrd, Frd::open, ""},
         {"VTK series", isCollection, vtkOpener(FileKind::Collection), vtkPackage},
         {"VTK XML", isVtkXml, vtkOpener(FileKind::Xml), vtkPackage},
         {"VTK legacy", isLegacyVtk, vtkOpener(FileKind::Legacy), vtkPackage},

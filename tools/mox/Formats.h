@@ -15,7 +15,7 @@ struct Format
     /// As it is told to people: "VTK XML".
     std::string name;
     std::function<bool(FileProbe const&)> recognises;
-    /// Empty when what reads it isn't built in; also for .frd, which has a translation of its own.
+    /// Empty when what reads it isn't built in.
     Exchange::SourceOpener open;
     /// The Debian package that has to be there when the format's reader is built; empty for .frd,
     /// which is always there.

@@ -6,7 +6,6 @@
 
 #include <common/PartialFile.h>
 #include <exchange/Error.h>
-#include <frd/Translation.h>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -38,20 +37,14 @@ Format const& formatOfInput(std::string const& input)
     return *format;
 }
 
-Exchange::Summary translateFrd(TranslateArguments const& arguments)
+bool isReadByLibrary(Format const& format)
 {
-    Frd::TranslationOptions options;
-    options.overwrite = arguments.overwrite;
-    options.application = application;
-    Frd::Summary const summary = Frd::translate(arguments.input, arguments.output, options);
-    return {summary.nodes, summary.elements, summary.steps, summary.fields};
+    return !format.package.empty();
 }
 
 Exchange::Summary translateWith(Format const& format, TranslateArguments const& arguments,
                                 Exchange::Report& report)
 {
-    if (format.package.empty())
-        return translateFrd(arguments);
     if (!format.open)
         throw errorAbout(arguments.input,
                          "This is a file of the format " + format.name +
@@ -78,8 +71,8 @@ void printSummary(Format const& format, Exchange::Summary const& summary,
         {"elements", summary.elements},   {"steps", summary.steps},
         {"fields", summary.fields},       {"warnings", warningsOf(report)},
         {"largestRelativeError", nullptr}};
-    // The translation of .frd files doesn't count what it rounds.
-    if (!format.package.empty())
+    // Values of .frd files have few digits, and aren't counted when a float is not quite the same.
+    if (isReadByLibrary(format))
         json["largestRelativeError"] = report.largestError();
     constexpr int indent = 2;
     // Names in warnings are those of the file, whatever bytes they have.
@@ -112,18 +105,18 @@ int translateInChild(TranslateArguments const& arguments)
     return failure;
 }
 
-int translateSafely(TranslateArguments const& arguments, Format const* format)
+int translateWithLibrary(TranslateArguments const& arguments, Format const& format)
 {
-    return format != nullptr && format->open ? translateInChild(arguments)
-                                             : translateFile(arguments, std::cout, std::cerr);
+    return format.open ? translateInChild(arguments)
+                       : translateFile(arguments, std::cout, std::cerr);
 }
 
 int translateWhereItCanBeRead(TranslateArguments const& arguments)
 {
     Format const* const format = formatOf(FileProbe(arguments.input));
-    auto const translate = [&] { return translateSafely(arguments, format); };
-    bool const needsLibrary = format != nullptr && !format->package.empty();
-    return needsLibrary ? runWithLibraries(application, translate) : translate();
+    if (format == nullptr || !isReadByLibrary(*format))
+        return translateFile(arguments, std::cout, std::cerr);
+    return runWithLibraries(application, [&] { return translateWithLibrary(arguments, *format); });
 }
 
 } // namespace

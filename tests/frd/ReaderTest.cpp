@@ -120,7 +120,6 @@ TEST(Reader, TheHeadOfAResultBlockTellsAllAboutItsStep)
         replaced(triangleFile(),
                  "  100CL  101 5.00000E-01           2                     0    1           1",
                  "  100CL  112 1300.398827           2some text            2   12MODAL      1"));
-    EXPECT_EQ(block.setName, "L  112");
     EXPECT_EQ(block.value, 1300.398827);
     EXPECT_EQ(block.text, "some text");
     EXPECT_EQ(block.kind, AnalysisKind::Frequency);

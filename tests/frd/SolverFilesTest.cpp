@@ -151,7 +151,10 @@ TEST(SolverFiles, HeatFluxIsAVectorAndTemperatureAScalar)
     EXPECT_EQ(namesOf(blocks), (Names{"NDTEMP", "FLUX", "RFL"}));
     EXPECT_EQ(blocks[0].values[0], 100.0);
     EXPECT_EQ(blocks[0].values[6], 20.0);
-    EXPECT_EQ(layoutsOf(blocks[1])[0].kind, Frd::ResultLayout::Kind::Vector);
+    ASSERT_EQ(layoutsOf(blocks[0]).size(), 1U);
+    EXPECT_EQ(layoutsOf(blocks[0])[0].components.size(), 1U);
+    ASSERT_EQ(layoutsOf(blocks[1]).size(), 1U);
+    EXPECT_EQ(layoutsOf(blocks[1])[0].components.size(), 3U);
 }
 
 TEST(SolverFiles, ADynamicStepCountsItsIncrementsAndTimes)

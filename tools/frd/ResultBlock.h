@@ -50,8 +50,6 @@ struct StepNumbers
 struct ResultBlock
 {
     std::string name;
-    /// Name of the set in the 100C record, such as L  101.
-    std::string setName;
     /// Time, frequency or load factor.
     double value;
     std::string text;

@@ -49,13 +49,13 @@ std::vector<ResultLayout> scalars(std::string const& blockName,
                                   std::vector<Component> const& components)
 {
     if (components.size() == 1)
-        return {{ResultLayout::Kind::Scalar, blockName, {0}}};
+        return {{blockName, {0}}};
     std::vector<ResultLayout> layouts;
     for (std::size_t i = 0; i < components.size(); ++i) {
         std::string const& given = components[i].name;
         std::string name = blockName;
         name.append(" ").append(given.empty() ? std::to_string(i + 1) : given);
-        layouts.push_back({ResultLayout::Kind::Scalar, name, {i}});
+        layouts.push_back({name, {i}});
     }
     return layouts;
 }
@@ -67,13 +67,13 @@ std::vector<ResultLayout> layoutsOf(ResultBlock const& block)
     std::vector<Component> const components = block.storedComponents();
     auto const vector = findPlaces(components, Entity::vector, {{1, 0}, {2, 0}, {3, 0}});
     if (!vector.empty() && block.name == "DISP")
-        return {{ResultLayout::Kind::Displacement, "Displacement", vector}};
+        return {{"Displacement", vector}};
     if (!vector.empty())
-        return {{ResultLayout::Kind::Vector, block.name, vector}};
+        return {{block.name, vector}};
     auto const tensor =
         findPlaces(components, Entity::matrix, {{1, 1}, {2, 2}, {3, 3}, {1, 2}, {2, 3}, {3, 1}});
     if (!tensor.empty())
-        return {{ResultLayout::Kind::Tensor, block.name, tensor}};
+        return {{block.name, tensor}};
     return scalars(block.name, components);
 }
 

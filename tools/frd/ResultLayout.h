@@ -12,15 +12,6 @@ namespace Frd {
 /// One dataset that a result block becomes.
 struct ResultLayout
 {
-    enum class Kind
-    {
-        Scalar,
-        Vector,
-        Displacement,
-        Tensor
-    };
-
-    Kind kind;
     std::string name;
     /// Which of the stored components make a row, in the order of the row: x, y, z of a vector;
     /// xx, yy, zz, xy, yz, zx of a tensor.

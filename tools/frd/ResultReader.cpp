@@ -84,8 +84,7 @@ void ResultReader::end() const
 ResultReader::BlockHead ResultReader::parseHead(std::string const& head, ResultBlock& block)
 {
     Fields fields(source_, head);
-    fields.skip(6);
-    block.setName = fields.text(6);
+    fields.skip(6 + 6);
     block.value = fields.real(realWidth, "value of the step");
     std::int64_t const count = fields.integer(12, "number of nodes");
     block.text = fields.text(20);

@@ -2,9 +2,9 @@
 #define FRD_STEPNAMES_H
 
 #include "ResultBlock.h"
+
 #include "common/UniqueNames.h"
 
-#include <cstddef>
 #include <map>
 #include <string>
 
@@ -21,8 +21,6 @@ public:
 
     /// A name for one of the block's results that its step does not have yet.
     std::string resultName(ResultBlock const& block, std::string const& name);
-
-    std::size_t stepCount() const { return steps_.size(); }
 
 private:
     struct StepEntry

@@ -2,6 +2,7 @@
 #define EXCHANGE_MODELWRITER_H
 
 #include "FieldWriter.h"
+#include "MeshWriter.h"
 #include "Part.h"
 #include "Report.h"
 #include "StepInfo.h"
@@ -75,11 +76,6 @@ private:
 
     Group& groupAt(GroupPath const& path);
     WrittenShape addShape(Group& group, Part const& part, Shape const& shape);
-    void addNodes(Part const& part, Shape const& shape, unsigned int id);
-    void addNodeIds(Part const& part, Shape const& shape, unsigned int id);
-    void addElements(Part const& part, Shape const& shape, unsigned int id);
-    void addConnectivity(Part const& part, Shape const& shape, unsigned int id);
-    void addElementIds(Part const& part, Shape const& shape, unsigned int id);
     void addSets(Part const& part, WrittenPart const& written);
     void addSet(NamedSet const& set, Location location, WrittenPart const& written);
     WrittenStep writtenStep(StepInfo const& step);
@@ -88,6 +84,7 @@ private:
     Report& report_;
     Zyl2::Mox2::Model model_;
     DatasetWriter writer_;
+    MeshWriter mesh_;
     FieldWriter fields_;
     std::map<GroupPath, Group> groups_;
     std::vector<WrittenPart> parts_;

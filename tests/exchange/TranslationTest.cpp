@@ -11,6 +11,8 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <new>
+#include <stdexcept>
 
 #include <signal.h>
 #include <sys/resource.h>
@@ -331,6 +333,32 @@ TEST_F(Translation, TheSummaryCountsWhatWasWritten)
     EXPECT_EQ(summary.elements, 4U);
     EXPECT_EQ(summary.steps, 1U);
     EXPECT_EQ(summary.fields, 1U);
+}
+
+TEST_F(Translation, FieldsWithoutComponentsAreToldAndNotCounted)
+{
+    Content const content = withField(fieldOf("F", Location::Nodes, 0, Floats()));
+    EXPECT_EQ(translateContent(content).fields, 0U);
+    EXPECT_EQ(warnings(), (Names{"The field 'F' has no components and was left out."}));
+}
+
+TEST_F(Translation, WhatNoMemoryHoldsIsToldOfTheInput)
+{
+    for (bool const isBeyondAllMemory : {false, true}) {
+        auto const open = [&](std::filesystem::path const&,
+                              Report&) -> std::unique_ptr<SequentialSource> {
+            if (isBeyondAllMemory)
+                throw std::length_error("vector");
+            throw std::bad_alloc();
+        };
+        try {
+            translate(input_, open, output_, {}, report_);
+            FAIL() << "it was translated";
+        } catch (Error const& error) {
+            EXPECT_EQ(error.what(),
+                      input_.string() + ": There is not enough memory for this file.");
+        }
+    }
 }
 
 TEST_F(Translation, FieldsThatDontFitTheirPartAreRefused)

@@ -118,9 +118,11 @@ void FieldWriter::add(WrittenPart const& part, Field const& field)
         addNodeCoordinates(part, field);
         return;
     }
-    ++count_;
-    if (field.components == 0)
+    if (field.components == 0) {
         report_.warn("The field '" + field.name + "' has no components and was left out.");
+        return;
+    }
+    ++count_;
     for (FieldLayout const& layout : layoutsOf(field))
         addLayout(part, field, layout);
 }

@@ -88,6 +88,9 @@ Summary translate(std::filesystem::path const& input, SourceOpener const& open,
         throw Error(sentence(input, "It holds more than a model can count."));
     } catch (std::bad_alloc const&) {
         throw Error(sentence(input, "There is not enough memory for this file."));
+    } catch (std::length_error const&) {
+        // Containers refuse what no memory could ever hold.
+        throw Error(sentence(input, "There is not enough memory for this file."));
     } catch (std::exception const& error) {
         throw Error(sentence(output, error.what()));
     }

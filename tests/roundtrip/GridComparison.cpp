@@ -1,11 +1,10 @@
 #include "GridComparison.h"
 
+#include "CellPoints.h"
+
 #include <vtkCellData.h>
-#include <vtkCellType.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
-#include <vtkIdList.h>
-#include <vtkNew.h>
 #include <vtkPointData.h>
 
 #include <gtest/gtest.h>
@@ -44,20 +43,6 @@ void collectElements(ModelFile& model, Path const& shape,
             points.push_back(vtkIdType(nodes.at(connectivity.at(place++))) - 1);
     }
     EXPECT_EQ(place, connectivity.size());
-}
-
-std::vector<vtkIdType> pointsOf(vtkDataSet& grid, vtkIdType cell)
-{
-    vtkNew<vtkIdList> list;
-    grid.GetCellPoints(cell, list);
-    std::vector<vtkIdType> points;
-    for (vtkIdType i = 0; i < list->GetNumberOfIds(); ++i)
-        points.push_back(list->GetId(i));
-    int const type = grid.GetCellType(cell);
-    if (type == VTK_PIXEL || type == VTK_VOXEL)
-        for (std::size_t i = 2; i < points.size(); i += 4)
-            std::swap(points[i], points[i + 1]);
-    return points;
 }
 
 void expectSameCoordinates(vtkDataSet& grid, ModelFile& model, Path const& shape,

@@ -1,6 +1,8 @@
 // Files of VTK that become models and files of VTK again hold what they held before, in single
 // precision.
 
+#include "CellPoints.h"
+
 #include "support/Folder.h"
 #include "support/VtkGrids.h"
 
@@ -10,7 +12,6 @@
 #include <vtkCompositeDataSet.h>
 #include <vtkDoubleArray.h>
 #include <vtkFloatArray.h>
-#include <vtkIdList.h>
 #include <vtkInformation.h>
 #include <vtkIntArray.h>
 #include <vtkMultiBlockDataSet.h>
@@ -54,20 +55,6 @@ int plainType(int type, vtkIdType points)
     };
     auto const found = plain.find({type, points});
     return found == plain.end() ? type : found->second;
-}
-
-std::vector<vtkIdType> pointsOf(vtkDataSet& grid, vtkIdType cell)
-{
-    vtkNew<vtkIdList> list;
-    grid.GetCellPoints(cell, list);
-    std::vector<vtkIdType> points;
-    for (vtkIdType i = 0; i < list->GetNumberOfIds(); ++i)
-        points.push_back(list->GetId(i));
-    int const type = grid.GetCellType(cell);
-    if (type == VTK_PIXEL || type == VTK_VOXEL)
-        for (std::size_t i = 2; i < points.size(); i += 4)
-            std::swap(points[i], points[i + 1]);
-    return points;
 }
 
 /// For each row, which row of the original it was.

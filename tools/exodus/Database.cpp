@@ -129,16 +129,6 @@ double realAt(Reals const& values, std::size_t index)
                       values);
 }
 
-bool Database::isReadable(std::filesystem::path const& path)
-{
-    try {
-        return hasMagic(path) && classicFileSize(path) != std::uint64_t(0) &&
-               isExodus(NetcdfFile(path));
-    } catch (Exchange::Error const&) {
-        return false;
-    }
-}
-
 Database::Database(std::filesystem::path const& path)
 {
     ex_opts(EX_DEFAULT);
@@ -260,26 +250,23 @@ std::vector<int> Database::polygonSizes(ex_block const& block) const
     return sizes;
 }
 
-std::size_t Database::setSize(ex_entity_type type, std::int64_t id) const
+Database::SetSizes Database::setSizes(ex_entity_type type, std::int64_t id) const
 {
-    std::int64_t entries = 0;
-    std::int64_t factors = 0;
-    check(ex_get_set_param(file_, type, id, &entries, &factors), "the set " + std::to_string(id));
-    requireCount(entries, "entries in a set");
-    return static_cast<std::size_t>(entries);
+    SetSizes sizes;
+    check(ex_get_set_param(file_, type, id, &sizes.entries, &sizes.factors),
+          "the set " + std::to_string(id));
+    requireCount(sizes.entries, "entries in a set");
+    return sizes;
 }
 
 bool Database::hasDistributionFactors(ex_entity_type type, std::int64_t id) const
 {
-    std::int64_t entries = 0;
-    std::int64_t factors = 0;
-    check(ex_get_set_param(file_, type, id, &entries, &factors), "the set " + std::to_string(id));
-    return factors != 0;
+    return setSizes(type, id).factors != 0;
 }
 
 std::vector<std::int64_t> Database::setEntries(ex_entity_type type, std::int64_t id) const
 {
-    std::vector<std::int64_t> entries(setSize(type, id));
+    std::vector<std::int64_t> entries(static_cast<std::size_t>(setSizes(type, id).entries));
     if (!entries.empty())
         require(ex_get_set(file_, type, id, entries.data(), nullptr),
                 "the set " + std::to_string(id));

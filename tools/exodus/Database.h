@@ -22,9 +22,6 @@ double realAt(Reals const& values, std::size_t index);
 class Database
 {
 public:
-    /// Whether a file is of this format; says nothing on the terminal.
-    static bool isReadable(std::filesystem::path const& path);
-
     explicit Database(std::filesystem::path const& path);
     ~Database();
 
@@ -49,7 +46,6 @@ public:
     /// How many nodes each of a block's polygons has.
     std::vector<int> polygonSizes(ex_block const& block) const;
 
-    std::size_t setSize(ex_entity_type type, std::int64_t id) const;
     /// Nodes or elements of a set, from 1.
     std::vector<std::int64_t> setEntries(ex_entity_type type, std::int64_t id) const;
     bool hasDistributionFactors(ex_entity_type type, std::int64_t id) const;
@@ -72,6 +68,14 @@ public:
     std::vector<std::string> informationRecords() const;
 
 private:
+    struct SetSizes
+    {
+        std::int64_t entries = 0;
+        /// Distribution factors.
+        std::int64_t factors = 0;
+    };
+
+    SetSizes setSizes(ex_entity_type type, std::int64_t id) const;
     void openInItsPrecision(std::filesystem::path const& path);
     void readParameters();
     Reals room(std::size_t count) const;

@@ -9,9 +9,6 @@
 
 namespace Exodus {
 
-/// Whether the file is an Exodus file, by what it begins with and by its global attributes.
-bool recognises(std::filesystem::path const& path);
-
 /// Opens an Exodus file; throws `Exchange::Error`.
 std::unique_ptr<Exchange::Source> open(std::filesystem::path const& path, Exchange::Report& report);
 

@@ -5,8 +5,6 @@
 
 #include "common/UniqueNames.h"
 
-#include <cmath>
-#include <limits>
 #include <type_traits>
 #include <utility>
 

@@ -173,7 +173,7 @@ void MeshReader::addElements(Exchange::Part& part, Mesh::Block& block,
         std::size_t const from = order.empty() ? i : i - place + order[place];
         part.connectivity[i] = used.placeOf(rows[from]);
     }
-    block.nodes = used.takeRows();
+    block.nodes = std::move(used).takeRows();
 }
 
 void MeshReader::addPartOfUnusedNodes()
@@ -265,11 +265,11 @@ void MeshReader::addElementSet(std::int64_t id, std::string const& name)
         report_.warn("The element set '" + name + "' is empty and was left out.");
     for (std::size_t p = 0; p < mesh_.blocks.size(); ++p) {
         std::size_t const first = mesh_.blocks[p].firstElement;
-        std::size_t const last = first + parts_[p].elementCount();
-        std::vector<std::uint32_t> inBlock;
-        for (std::uint32_t const row : rows)
-            if (row >= first && row < last)
-                inBlock.push_back(static_cast<std::uint32_t>(row - first));
+        auto const begin = std::lower_bound(rows.begin(), rows.end(), first);
+        auto const end = std::lower_bound(begin, rows.end(), first + parts_[p].elementCount());
+        std::vector<std::uint32_t> inBlock(begin, end);
+        for (std::uint32_t& row : inBlock)
+            row -= static_cast<std::uint32_t>(first);
         if (!inBlock.empty())
             parts_[p].elementSets.push_back({name, std::move(inBlock)});
     }

@@ -14,7 +14,7 @@ public:
     explicit UsedRows(std::vector<std::uint32_t> const& references);
 
     std::vector<std::uint32_t> const& rows() const { return rows_; }
-    std::vector<std::uint32_t> takeRows() { return std::move(rows_); }
+    std::vector<std::uint32_t> takeRows() && { return std::move(rows_); }
 
     /// For a row that is among them.
     std::uint32_t placeOf(std::uint32_t row) const;

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 namespace Gmsh {
 
@@ -236,7 +237,7 @@ void MeshReader::finishParts()
         for (std::uint32_t& node : growing.connectivity)
             node = used.placeOf(node);
         growing.part.connectivity = std::move(growing.connectivity);
-        finishNodes(growing.part, used.takeRows());
+        finishNodes(growing.part, std::move(used).takeRows());
         parts_.push_back(std::move(growing.part));
         growing = {};
     }

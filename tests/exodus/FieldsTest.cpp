@@ -222,7 +222,7 @@ TEST_F(ExodusFields, TitleAndRecordsAreAttributesOfTheModel)
         char* info[2] = {&lines[0][0], &lines[1][0]};
         ASSERT_EQ(ex_put_info(file.id(), 2, info), 0);
     }
-    EXPECT_EQ(Opened(path_).source->attributes(),
+    EXPECT_EQ(Opened(path_).attributes,
               (Exchange::AttributeList{{"Title", title},
                                        {"QA 1 Code", std::string("solver")},
                                        {"QA 1 Version", std::string("1.2")},

@@ -1,16 +1,13 @@
 #ifndef TESTS_GMSH_GMSHFILE_H
 #define TESTS_GMSH_GMSHFILE_H
 
-#include <exchange/Field.h>
-#include <exchange/Report.h>
-#include <exchange/Source.h>
+#include "support/SourceContent.h"
+
 #include <gmsh/Gmsh.h>
 
 #include <cstdint>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace GmshTest {
@@ -30,21 +27,11 @@ public:
     Library& operator=(Library const&) = delete;
 };
 
-/// A file as the source hands it over, all of it in memory.
-struct Opened
+struct Opened : Support::SourceContent
 {
-    explicit Opened(std::filesystem::path const& path, bool skipUnknown = false);
-
-    /// Null when the part doesn't have it. Steps from 0.
-    Exchange::Field const* find(std::size_t step, std::string const& name, std::size_t part) const;
-    Values values(std::size_t step, std::string const& name, std::size_t part) const;
-    Names partNames() const;
-    Names warnings() const;
-
-    Exchange::Report report;
-    std::vector<Exchange::Part> parts;
-    std::vector<Exchange::StepInfo> steps;
-    std::vector<std::vector<Exchange::Field>> fields;
+    explicit Opened(std::filesystem::path const& path, bool skipUnknown = false)
+        : SourceContent(Gmsh::open, path, skipUnknown)
+    {}
 };
 
 } // namespace GmshTest

@@ -40,13 +40,8 @@ public:
     MoxRead::Variable const* find(Path const& shape, std::string const& dataset,
                                   std::string const& step = "") const
     {
-        Path path = {model_.node(1).name};
-        path.insert(path.end(), shape.begin(), shape.end());
-        path.push_back(shape.back());
-        MoxRead::Node const* const geometry = model_.find(path);
-        if (geometry == nullptr)
-            throw std::runtime_error("no shape " + shape.back());
-        return model_.variable(geometry->id, step.empty() ? dataset : dataset + '\x1E' + step);
+        return model_.variable(geometryOf(shape).id,
+                               step.empty() ? dataset : dataset + '\x1E' + step);
     }
 
     MoxRead::Variable const& get(Path const& shape, std::string const& dataset,
@@ -79,11 +74,8 @@ public:
     /// Names of the datasets of a shape, the step's behind a bar, in the order of the file.
     std::vector<std::string> datasets(Path const& shape) const
     {
-        Path path = {model_.node(1).name};
-        path.insert(path.end(), shape.begin(), shape.end());
-        path.push_back(shape.back());
         std::vector<std::string> names;
-        for (MoxRead::Variable const& variable : model_.find(path)->geometry()->variables)
+        for (MoxRead::Variable const& variable : geometryOf(shape).geometry()->variables)
             names.push_back(variable.hasStep() ? variable.datasetName() + "|" + variable.stepName()
                                                : variable.datasetName());
         return names;
@@ -103,6 +95,17 @@ private:
     {
         MoxRead::verify(path.string());
         return path.string();
+    }
+
+    MoxRead::Node const& geometryOf(Path const& shape) const
+    {
+        Path path = {model_.node(1).name};
+        path.insert(path.end(), shape.begin(), shape.end());
+        path.push_back(shape.back());
+        MoxRead::Node const* const geometry = model_.find(path);
+        if (geometry == nullptr || geometry->geometry() == nullptr)
+            throw std::runtime_error("no shape " + shape.back());
+        return *geometry;
     }
 
     std::string pathOf(MoxRead::Node const& node) const

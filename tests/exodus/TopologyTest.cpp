@@ -116,6 +116,7 @@ TEST(Topology, EachNodeIsInTheMiddleOfTheCornersThatTheModelsOrderSays)
 
 TEST(Topology, EveryOrderHasEachNodeOnce)
 {
+    int checked = 0;
     for (char const* const name :
          {"SPHERE", "BAR", "TRI", "QUAD", "SHELL", "TETRA", "PYRAMID", "WEDGE", "HEX"})
         for (std::int64_t nodes = 1; nodes <= 30; ++nodes) {
@@ -127,7 +128,9 @@ TEST(Topology, EveryOrderHasEachNodeOnce)
             std::vector<std::size_t> expected(static_cast<std::size_t>(nodes));
             std::iota(expected.begin(), expected.end(), std::size_t(0));
             EXPECT_EQ(sorted, expected) << name << nodes;
+            ++checked;
         }
+    EXPECT_EQ(checked, 7);
 }
 
 TEST(Topology, FirstLettersInEitherCaseTellTheKind)

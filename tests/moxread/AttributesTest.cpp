@@ -11,7 +11,7 @@ using MoxRead::AttributeValue;
 
 TEST(Attributes, EachTagTakesTheNextValueOfItsVector)
 {
-    const std::string bytes = Bytes()
+    std::string const bytes = Bytes()
                                   .u32(5)
                                   .text("a")
                                   .text("b")
@@ -29,10 +29,10 @@ TEST(Attributes, EachTagTakesTheNextValueOfItsVector)
                                   .text("first")
                                   .text("")
                                   .str();
-    const TemporaryFile temporary(assemble(slotsFor({{"Attributes", 0, bytes}})));
-    const MoxRead::Container container(temporary.path());
+    TemporaryFile const temporary(assemble(slotsFor({{"Attributes", 0, bytes}})));
+    MoxRead::Container const container(temporary.path());
     MoxRead::KeyStream stream(container, "Attributes");
-    const Attributes expected = {{"a", std::string("first")},
+    Attributes const expected = {{"a", std::string("first")},
                                  {"b", AttributeValue(4294967295U)},
                                  {"c", 1e300},
                                  {"d", 0.25F},

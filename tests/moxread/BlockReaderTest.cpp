@@ -39,8 +39,8 @@ std::string longContent()
 
 TEST(BlockReader, APlainBlockIsReadAsItStands)
 {
-    const TemporaryFile temporary("..abcdef..");
-    const MoxRead::InputFile file(temporary.path());
+    TemporaryFile const temporary("..abcdef..");
+    MoxRead::InputFile const file(temporary.path());
     BlockReader reader(file, slotOf(2, 6, 0));
     EXPECT_EQ(reader.length(), 6U);
     EXPECT_EQ(textOf(reader.readAll()), "abcdef");
@@ -48,13 +48,13 @@ TEST(BlockReader, APlainBlockIsReadAsItStands)
 
 TEST(BlockReader, ACompressedBlockIsInflated)
 {
-    const std::string block = Bytes()
+    std::string const block = Bytes()
                                   .u32(3)
                                   .raw("\x78\x9C\x4B\x4C\x4A\x06")
                                   .raw(std::string("\x00\x02\x4D\x01\x27", 5))
                                   .str();
-    const TemporaryFile temporary(".." + block + "..");
-    const MoxRead::InputFile file(temporary.path());
+    TemporaryFile const temporary(".." + block + "..");
+    MoxRead::InputFile const file(temporary.path());
     BlockReader reader(file, slotOf(2, block.size(), 1));
     EXPECT_EQ(reader.length(), 3U);
     EXPECT_EQ(textOf(reader.readAll()), "abc");
@@ -62,15 +62,15 @@ TEST(BlockReader, ACompressedBlockIsInflated)
 
 TEST(BlockReader, ABlockIsReadInPiecesOfAnySize)
 {
-    const std::string content = longContent();
-    const std::string block = deflated(content);
-    const TemporaryFile temporary(block);
-    const MoxRead::InputFile file(temporary.path());
-    for (const std::size_t piece : {std::size_t{1000}, std::size_t{65536}, std::size_t{2999999}}) {
+    std::string const content = longContent();
+    std::string const block = deflated(content);
+    TemporaryFile const temporary(block);
+    MoxRead::InputFile const file(temporary.path());
+    for (std::size_t const piece : {std::size_t{1000}, std::size_t{65536}, std::size_t{2999999}}) {
         BlockReader reader(file, slotOf(0, block.size(), 33));
         std::string read;
         std::vector<std::uint8_t> buffer(piece);
-        while (const std::size_t count = reader.read(buffer.data(), piece))
+        while (std::size_t const count = reader.read(buffer.data(), piece))
             read.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
         EXPECT_TRUE(read == content);
     }
@@ -78,10 +78,10 @@ TEST(BlockReader, ABlockIsReadInPiecesOfAnySize)
 
 TEST(BlockReader, ALongBlockIsReadAtOnce)
 {
-    const std::string content = longContent();
-    const std::string block = deflated(content);
-    const TemporaryFile temporary(block);
-    const MoxRead::InputFile file(temporary.path());
+    std::string const content = longContent();
+    std::string const block = deflated(content);
+    TemporaryFile const temporary(block);
+    MoxRead::InputFile const file(temporary.path());
     EXPECT_TRUE(textOf(BlockReader(file, slotOf(0, block.size(), 1)).readAll()) == content);
 }
 
@@ -89,18 +89,18 @@ TEST(BlockReader, TheMostThatDeflateCanExpandIsAccepted)
 {
     std::string content;
     content.resize(20000000);
-    const std::string block = deflated(content);
+    std::string const block = deflated(content);
     ASSERT_LT(block.size() * 1000, content.size());
-    const TemporaryFile temporary(block);
-    const MoxRead::InputFile file(temporary.path());
+    TemporaryFile const temporary(block);
+    MoxRead::InputFile const file(temporary.path());
     EXPECT_EQ(BlockReader(file, slotOf(0, block.size(), 1)).readAll().size(), content.size());
 }
 
 TEST(BlockReader, AStreamWithAPresetDictionaryIsDamaged)
 {
-    const std::string block = Bytes().u32(3).raw("\x78\xBB").raw(std::string(12, 'd')).str();
-    const TemporaryFile temporary(block);
-    const MoxRead::InputFile file(temporary.path());
+    std::string const block = Bytes().u32(3).raw("\x78\xBB").raw(std::string(12, 'd')).str();
+    TemporaryFile const temporary(block);
+    MoxRead::InputFile const file(temporary.path());
     try {
         BlockReader(file, slotOf(0, block.size(), 1)).readAll();
         FAIL();

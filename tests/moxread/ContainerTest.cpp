@@ -13,7 +13,7 @@ namespace {
 
 std::string contentOf(Container const& container, std::string const& key)
 {
-    const std::vector<std::uint8_t> bytes = container.streamBytes(key);
+    std::vector<std::uint8_t> const bytes = container.streamBytes(key);
     return {bytes.begin(), bytes.end()};
 }
 
@@ -21,9 +21,9 @@ std::string contentOf(Container const& container, std::string const& key)
 
 TEST(Container, TwentySlotsFollowTheHeader)
 {
-    const std::vector<TestBlock> blocks = Sample().blocks();
-    const TemporaryFile temporary(Sample().file());
-    const Container container(temporary.path());
+    std::vector<TestBlock> const blocks = Sample().blocks();
+    TemporaryFile const temporary(Sample().file());
+    Container const container(temporary.path());
     ASSERT_EQ(container.slots().size(), 20U);
     MoxRead::Slot const& second = container.slots()[1];
     EXPECT_EQ(second.number, 1U);
@@ -40,11 +40,11 @@ TEST(Container, TwentySlotsFollowTheHeader)
 
 TEST(Container, AKeyIsTheConcatenationOfItsInflatedBlocks)
 {
-    const TemporaryFile temporary(assemble(slotsFor({{"Heavy Data", 1, deflated("one ")},
+    TemporaryFile const temporary(assemble(slotsFor({{"Heavy Data", 1, deflated("one ")},
                                                      {"Mox Tree", 0, "other"},
                                                      {"Heavy Data", 33, deflated("two ")},
                                                      {"Heavy Data", 0, "three"}})));
-    const Container container(temporary.path());
+    Container const container(temporary.path());
     EXPECT_EQ(contentOf(container, "Heavy Data"), "one two three");
     EXPECT_EQ(contentOf(container, "Mox Tree"), "other");
     EXPECT_EQ(contentOf(container, "Resources"), "");
@@ -59,8 +59,8 @@ TEST(Container, AnIndexBlockListsTheSlotsThatFollow)
         blocks.push_back({"Heavy Data", 0, std::to_string(i) + ","});
         expected += blocks.back().block;
     }
-    const TemporaryFile temporary(assemble(slotsFor(blocks)));
-    const Container container(temporary.path());
+    TemporaryFile const temporary(assemble(slotsFor(blocks)));
+    Container const container(temporary.path());
     EXPECT_EQ(container.slots().size(), 420U);
     EXPECT_TRUE(container.slots()[19].isIndexBlock());
     EXPECT_TRUE(container.slots()[219].isIndexBlock());

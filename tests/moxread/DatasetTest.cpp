@@ -22,7 +22,7 @@ TEST(Dataset, TheFourBytePlanesOfAColumnAreJoined)
 {
     const std::uint8_t bytes[] = {0x00, 0x10, 0x20, 0x30, 0x01, 0x11, 0x21, 0x31,
                                   0x02, 0x12, 0x22, 0x32, 0x03, 0x13, 0x23, 0x33};
-    const Dataset dataset = Dataset::decode(variableOf(5, 4, 1), bytes);
+    Dataset const dataset = Dataset::decode(variableOf(5, 4, 1), bytes);
     EXPECT_EQ(dataset.elementType, MoxRead::ElementType::Uint32);
     EXPECT_EQ(dataset.rows(), 4U);
     EXPECT_EQ(dataset.words,
@@ -34,7 +34,7 @@ TEST(Dataset, ColumnsAreInterleavedToRows)
     const std::uint8_t bytes[] = {0x00, 0x00, 0x00, 0x00, 0x80, 0x80, 0x3F, 0xBF,
                                   0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x40, 0x3F,
                                   0x00, 0x00, 0x00, 0x00, 0x40, 0x80, 0x40, 0x40};
-    const Dataset dataset = Dataset::decode(variableOf(1, 6, 3), bytes);
+    Dataset const dataset = Dataset::decode(variableOf(1, 6, 3), bytes);
     EXPECT_EQ(dataset.elementType, MoxRead::ElementType::Float);
     EXPECT_EQ(dataset.rows(), 2U);
     EXPECT_EQ(dataset.floats(), (std::vector<float>{1, 2, 3, -1, 0.5F, 4}));
@@ -42,7 +42,7 @@ TEST(Dataset, ColumnsAreInterleavedToRows)
 
 TEST(Dataset, NoValuesAreNoRows)
 {
-    const Dataset dataset = Dataset::decode(variableOf(1, 0, 3), nullptr);
+    Dataset const dataset = Dataset::decode(variableOf(1, 0, 3), nullptr);
     EXPECT_EQ(dataset.rows(), 0U);
     EXPECT_TRUE(dataset.floats().empty());
 }

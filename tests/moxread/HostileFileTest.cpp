@@ -113,11 +113,11 @@ void forEachFlip(TemporaryFile const& file, std::string const& whole, std::size_
 
 TEST(HostileFile, CutAnywhereItIsIncomplete)
 {
-    const std::string whole = Sample().file();
-    const TemporaryFile file(whole);
+    std::string const whole = Sample().file();
+    TemporaryFile const file(whole);
     for (std::size_t length = whole.size(); length-- > 0;) {
         file.cutTo(length);
-        const Outcome outcome = outcomeOfVerify(file);
+        Outcome const outcome = outcomeOfVerify(file);
         expectRefusal(outcome);
         ASSERT_EQ(outcome.err.find(file.path() + ": incomplete: "), 0U)
             << length << ": " << outcome.err;
@@ -127,10 +127,10 @@ TEST(HostileFile, CutAnywhereItIsIncomplete)
 
 TEST(HostileFile, AnyByteOfTheIndexFlippedIsRefused)
 {
-    const std::string whole = Sample().file();
-    const TemporaryFile file(whole);
+    std::string const whole = Sample().file();
+    TemporaryFile const file(whole);
     forEachFlip(file, whole, 0, 2800, [&](std::size_t offset, unsigned flip) {
-        const Outcome outcome = outcomeOfVerify(file);
+        Outcome const outcome = outcomeOfVerify(file);
         if (leavesASoundFile(offset, flip)) {
             EXPECT_EQ(outcome.status, 0) << "byte " << offset << " flip " << flip;
         } else {
@@ -142,9 +142,9 @@ TEST(HostileFile, AnyByteOfTheIndexFlippedIsRefused)
 
 TEST(HostileFile, AFlipInACompressedBlockIsRefusedOrChangesNothing)
 {
-    const std::string whole = Sample().file();
-    const TemporaryFile file(whole);
-    const std::string listing = outcomeOfLs(file).out;
+    std::string const whole = Sample().file();
+    TemporaryFile const file(whole);
+    std::string const listing = outcomeOfLs(file).out;
     ASSERT_NE(listing, "");
     forEachFlip(file, whole, 2800, whole.size(), [&](std::size_t offset, unsigned flip) {
         SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
@@ -159,11 +159,11 @@ TEST(HostileFile, AFlipInACompressedBlockIsRefusedOrChangesNothing)
 // counts is that the verdict is a clear one.
 TEST(HostileFile, AFlipInAPlainBlockGetsAVerdict)
 {
-    const std::string whole = assemble(slotsFor(Sample().plainBlocks()));
-    const TemporaryFile file(whole);
+    std::string const whole = assemble(slotsFor(Sample().plainBlocks()));
+    TemporaryFile const file(whole);
     forEachFlip(file, whole, 2800, whole.size(), [&](std::size_t offset, unsigned flip) {
         SCOPED_TRACE("byte " + std::to_string(offset) + " flip " + std::to_string(flip));
-        const Outcome outcome = outcomeOfVerify(file);
+        Outcome const outcome = outcomeOfVerify(file);
         EXPECT_EQ(outcomeOfLs(file).status, outcome.status);
         if (outcome.status != 0)
             expectRefusal(outcome);
@@ -174,10 +174,10 @@ TEST(HostileFile, AByteCutOutOfAnyPlainBlockIsRefused)
 {
     for (std::size_t block = 1; block < 6; ++block) {
         std::vector<TestBlock> blocks = Sample().plainBlocks();
-        const std::size_t size = blocks[block].block.size();
+        std::size_t const size = blocks[block].block.size();
         for (std::size_t length = 0; length < size; ++length) {
             blocks[block].block.resize(size - 1 - length);
-            const TemporaryFile file(assemble(slotsFor(blocks)));
+            TemporaryFile const file(assemble(slotsFor(blocks)));
             ASSERT_EQ(outcomeOfVerify(file).status, 1) << blocks[block].name << " " << length;
         }
     }
@@ -194,10 +194,10 @@ TEST(HostileFile, ATreeThatIsOneDeepBranchIsListed)
         node.parent = id - 1;
         node.first = node.last = id < depth ? id + 1 : 0;
     }
-    const TemporaryFile file(
+    TemporaryFile const file(
         assemble(slotsFor({{"Mox Tree", 1, deflated(sample.tree())},
                            {"Global Information", 1, deflated(sample.global())}})));
-    const Outcome outcome = outcomeOfLs(file);
+    Outcome const outcome = outcomeOfLs(file);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), depth + 3);
 }
@@ -212,9 +212,9 @@ TEST(HostileFile, LinksThatFormOneLongChainAreListedInTheTimeThatTheirNumberTake
         variables.back().linkNode = 3;
         variables.back().linkIndex = i + 1;
     }
-    const TemporaryFile file(fileWith(variables, 4));
+    TemporaryFile const file(fileWith(variables, 4));
     auto const start = std::chrono::steady_clock::now();
-    const Outcome outcome = outcomeOfLs(file);
+    Outcome const outcome = outcomeOfLs(file);
     auto const time = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_NE(outcome.out.find("link to node 3 \"299999\""), std::string::npos);
@@ -229,9 +229,9 @@ TEST(HostileFile, DatasetsThatShareTheirValuesAreListedInTheTimeThatTheirNumberT
     std::vector<TestVariable> variables;
     for (std::uint32_t i = 0; i < count; ++i)
         variables.push_back(variableOf(i, rows));
-    const TemporaryFile file(fileWith(variables, std::size_t{4} * rows));
+    TemporaryFile const file(fileWith(variables, std::size_t{4} * rows));
     auto const start = std::chrono::steady_clock::now();
-    const Outcome outcome = outcomeOfLs(file);
+    Outcome const outcome = outcomeOfLs(file);
     auto const time = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_NE(outcome.out.find("\"99999\": type 12, uint32, width 1, 1048576 rows, range 0..0"),

@@ -18,7 +18,7 @@ std::string scattered(std::string const& content)
 {
     std::vector<TestBlock> blocks;
     for (std::size_t i = 0; i < content.size(); ++i) {
-        const std::string byte(1, content[i]);
+        std::string const byte(1, content[i]);
         blocks.push_back(i % 3 == 0 ? TestBlock{"Light Data", 1, deflated(byte)}
                                     : TestBlock{"Light Data", 0, byte});
         blocks.push_back({"Light Data", 1, deflated("")});
@@ -30,15 +30,15 @@ std::string scattered(std::string const& content)
 
 TEST(KeyStream, ValuesAreDecodedAcrossBlocks)
 {
-    const Bytes bytes = Bytes()
+    Bytes const bytes = Bytes()
                             .raw("\x01\x02\x03\x84")
                             .raw("\x01\x02\x03\x04\x05\x06\x07\x88")
                             .raw(std::string("\x00\x00\xC0\x3F", 4))
                             .raw(std::string("\x00\x00\x00\x00\x00\x00\x04\xC0", 8))
                             .raw("\x01\xFE")
                             .raw(std::string("\x03\x00\x00\x00xyz", 7));
-    const TemporaryFile temporary(scattered(bytes.str()));
-    const Container container(temporary.path());
+    TemporaryFile const temporary(scattered(bytes.str()));
+    Container const container(temporary.path());
     KeyStream stream(container, "Light Data");
     EXPECT_EQ(stream.remaining(), 33U);
     EXPECT_EQ(stream.readUint32(), 0x84030201U);
@@ -55,8 +55,8 @@ TEST(KeyStream, ValuesAreDecodedAcrossBlocks)
 
 TEST(KeyStream, AKeyWithoutBlocksIsEmpty)
 {
-    const TemporaryFile temporary(assemble(slotsFor({})));
-    const Container container(temporary.path());
+    TemporaryFile const temporary(assemble(slotsFor({})));
+    Container const container(temporary.path());
     KeyStream stream(container, "Light Data");
     EXPECT_EQ(stream.remaining(), 0U);
     EXPECT_NO_THROW(stream.expectEnd());
@@ -65,10 +65,10 @@ TEST(KeyStream, AKeyWithoutBlocksIsEmpty)
 
 TEST(KeyStream, ALongStringIsReadWhole)
 {
-    const std::string text(200000, 'x');
-    const TemporaryFile temporary(
+    std::string const text(200000, 'x');
+    TemporaryFile const temporary(
         assemble(slotsFor({{"Light Data", 1, deflated(Bytes().text(text).str())}})));
-    const Container container(temporary.path());
+    Container const container(temporary.path());
     KeyStream stream(container, "Light Data");
     EXPECT_TRUE(stream.readString() == text);
 }
@@ -77,9 +77,9 @@ TEST(KeyStream, ADamagedEmptyBlockAtTheEndIsFound)
 {
     std::string damaged = deflated("");
     damaged.back() = 'x';
-    const TemporaryFile temporary(
+    TemporaryFile const temporary(
         assemble(slotsFor({{"Light Data", 0, "a"}, {"Light Data", 1, damaged}})));
-    const Container container(temporary.path());
+    Container const container(temporary.path());
     KeyStream stream(container, "Light Data");
     EXPECT_EQ(stream.readByte(), 'a');
     EXPECT_THROW(stream.expectEnd(), MoxRead::FormatError);

@@ -18,7 +18,7 @@ namespace {
 
 Model modelOf(Sample const& sample)
 {
-    const TemporaryFile temporary(sample.file());
+    TemporaryFile const temporary(sample.file());
     return Model(temporary.path());
 }
 
@@ -26,7 +26,7 @@ Model modelOf(Sample const& sample)
 
 TEST(Model, NodesKnowTheirFamilies)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     ASSERT_EQ(model.nodes().size(), 4U);
     Node const& root = model.node(1);
     EXPECT_EQ(root.id, 1U);
@@ -45,14 +45,14 @@ TEST(Model, NodesKnowTheirFamilies)
 
 TEST(Model, AGroupHasATransformAFlagAndAttributes)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     MoxRead::Group const* const group = model.node(1).group();
     ASSERT_NE(group, nullptr);
     EXPECT_EQ(group->translation, (std::array<float, 3>{1, 2, 3}));
     EXPECT_EQ(group->rotation, (std::array<float, 4>{0, 1, 0, 0.5F}));
     EXPECT_EQ(group->scale, (std::array<float, 3>{2, 2, 2}));
     EXPECT_TRUE(group->flag);
-    const MoxRead::Attributes expected = {
+    MoxRead::Attributes const expected = {
         {"a", AttributeValue(7U)}, {"b", 1.5F}, {"c", std::string("text")}, {"d", 2.5}};
     EXPECT_EQ(group->attributes, expected);
     EXPECT_EQ(model.node(1).shape(), nullptr);
@@ -61,7 +61,7 @@ TEST(Model, AGroupHasATransformAFlagAndAttributes)
 
 TEST(Model, AShapeHasAMaterial)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     MoxRead::Shape const* const shape = model.node(2).shape();
     ASSERT_NE(shape, nullptr);
     EXPECT_EQ(shape->material.diffuse, (MoxRead::Color{0.8F, 0.8F, 0.8F, 1}));
@@ -75,7 +75,7 @@ TEST(Model, AShapeHasAMaterial)
 
 TEST(Model, AVariableIsDescribedByItsHeader)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     Variable const* const ids = model.variable(3, "Ids");
     ASSERT_NE(ids, nullptr);
     EXPECT_EQ(ids->variableType(), 12U);
@@ -94,7 +94,7 @@ TEST(Model, AVariableIsDescribedByItsHeader)
 
 TEST(Model, AVariableNameIsADatasetNameAndAStepName)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     Variable const& linked = model.variable({3, 2});
     EXPECT_EQ(linked.datasetName(), "Coordinates");
     EXPECT_EQ(linked.stepName(), "t2");
@@ -112,7 +112,7 @@ TEST(Model, ALinkedVariableHasTheValuesOfItsTarget)
     EXPECT_EQ(linked.link.nodeId, 3U);
     EXPECT_EQ(linked.link.index, 0U);
     EXPECT_EQ(&model.resolve(linked), &model.variable({3, 0}));
-    const std::vector<float> values = model.read(linked).floats();
+    std::vector<float> const values = model.read(linked).floats();
     ASSERT_EQ(values.size(), 6U);
     EXPECT_EQ(std::vector<float>(values.begin(), values.begin() + 5),
               (std::vector<float>{1, 2, 3, -1, 0.5F}));
@@ -121,12 +121,12 @@ TEST(Model, ALinkedVariableHasTheValuesOfItsTarget)
 
 TEST(Model, ValuesInDifferentBlocksAreReadInAnyOrder)
 {
-    const Sample sample;
+    Sample const sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks[0].block = deflated(sample.heavy().substr(0, 24));
     blocks.push_back({"Heavy Data", 1, deflated("")});
     blocks.push_back({"Heavy Data", 0, sample.heavy().substr(24)});
-    const TemporaryFile temporary(assemble(slotsFor(blocks)));
+    TemporaryFile const temporary(assemble(slotsFor(blocks)));
     Model model(temporary.path());
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(model.read(model.variable({3, 1})).words,
@@ -176,16 +176,16 @@ TEST(Model, VariablesOfTheSameValuesAreVisitedTogetherUnlessTheyTakeThemOtherwis
 
 TEST(Model, HeavyBytesInNoDatasetAreCounted)
 {
-    const Sample sample;
+    Sample const sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks[0].block = deflated(sample.heavy() + "unused");
-    const TemporaryFile temporary(assemble(slotsFor(blocks)));
+    TemporaryFile const temporary(assemble(slotsFor(blocks)));
     EXPECT_EQ(Model(temporary.path()).unusedHeavyLength(), 6U);
 }
 
 TEST(Model, ANodeIsFoundByThePathOfItsNames)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     ASSERT_NE(model.find({"root", "rest"}), nullptr);
     EXPECT_EQ(model.find({"root", "rest"})->id, 4U);
     EXPECT_EQ(model.find({"root", "part", "part"})->id, 3U);
@@ -197,7 +197,7 @@ TEST(Model, ANodeIsFoundByThePathOfItsNames)
 
 TEST(Model, TheWritingRecordHasSevenTexts)
 {
-    const Model model = modelOf(Sample());
+    Model const model = modelOf(Sample());
     ASSERT_EQ(model.globalInformation().writings.size(), 1U);
     MoxRead::WritingRecord const& writing = model.globalInformation().writings[0];
     EXPECT_EQ(writing.text1, "one");

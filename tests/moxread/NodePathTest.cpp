@@ -22,7 +22,7 @@ Model modelWith(std::string const& root, std::string const& shape, std::string c
     sample.nodes[0].name = root;
     sample.nodes[1].name = shape;
     sample.nodes[3].name = group;
-    const TemporaryFile file(sample.file());
+    TemporaryFile const file(sample.file());
     return Model(file.path());
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 std::string visited(std::uint32_t first)
 {
-    const TemporaryFile file(Sample().file());
+    TemporaryFile const file(Sample().file());
     MoxRead::Model const model(file.path());
     std::string text;
     MoxRead::visitNodes(model, model.node(first),

@@ -178,7 +178,7 @@ std::string bytesOf(TestAttributes const& attributes)
     for (unsigned const tag : attributes.tags)
         bytes.u8(tag);
     bytes.u32(attributes.uint32s.size());
-    for (const std::uint32_t value : attributes.uint32s)
+    for (std::uint32_t const value : attributes.uint32s)
         bytes.u32(value);
     bytes.u32(attributes.floats.size());
     for (float const value : attributes.floats)
@@ -194,7 +194,7 @@ std::string bytesOf(TestAttributes const& attributes)
 
 std::string minimalFile()
 {
-    const Sample sample;
+    Sample const sample;
     TestNode root = sample.nodes[0];
     root.first = 0;
     root.last = 0;

@@ -19,8 +19,8 @@
 
 namespace MoxReadTest {
 
-const std::string indexName = std::string(1, '\x0B') + "Index Block ";
-const std::string spareName = std::string(1, '\x0B') + "Empty Block ";
+std::string const indexName = std::string(1, '\x0B') + "Index Block ";
+std::string const spareName = std::string(1, '\x0B') + "Empty Block ";
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 namespace MoxReadTest {
 
-extern const std::string indexName;
-extern const std::string spareName;
+extern std::string const indexName;
+extern std::string const spareName;
 
 /// An index entry with its block, every field free to be wrong.
 struct TestSlot

@@ -16,7 +16,7 @@ namespace {
 
 std::string verdictOn(std::string const& file)
 {
-    const TemporaryFile temporary(file);
+    TemporaryFile const temporary(file);
     try {
         MoxRead::verify(temporary.path());
         return "ok";
@@ -73,7 +73,7 @@ std::string patched(std::string file, std::size_t offset, std::string const& byt
 std::vector<TestBlock> manyHeavyBlocks(std::size_t count)
 {
     std::vector<TestBlock> blocks(count, {"Heavy Data", 0, "1234"});
-    const std::vector<TestBlock> sample = Sample().blocks();
+    std::vector<TestBlock> const sample = Sample().blocks();
     blocks.insert(blocks.begin(), sample.begin(), sample.end());
     return blocks;
 }
@@ -94,9 +94,9 @@ enum Stream : std::size_t
 
 TEST(Verify, CountsWhatIsInAFileWithARootGroupOnly)
 {
-    const std::string file = minimalFile();
-    const TemporaryFile temporary(file);
-    const MoxRead::Summary summary = MoxRead::verify(temporary.path());
+    std::string const file = minimalFile();
+    TemporaryFile const temporary(file);
+    MoxRead::Summary const summary = MoxRead::verify(temporary.path());
     EXPECT_EQ(summary.blocks, 4U);
     EXPECT_EQ(summary.nodes, 1U);
     EXPECT_EQ(summary.datasets, 0U);
@@ -105,9 +105,9 @@ TEST(Verify, CountsWhatIsInAFileWithARootGroupOnly)
 
 TEST(Verify, CountsWhatIsInAFileWithCompressedDatasetsAndALink)
 {
-    const std::string file = Sample().file();
-    const TemporaryFile temporary(file);
-    const MoxRead::Summary summary = MoxRead::verify(temporary.path());
+    std::string const file = Sample().file();
+    TemporaryFile const temporary(file);
+    MoxRead::Summary const summary = MoxRead::verify(temporary.path());
     EXPECT_EQ(summary.blocks, 6U);
     EXPECT_EQ(summary.nodes, 4U);
     EXPECT_EQ(summary.datasets, 3U);
@@ -145,21 +145,21 @@ TEST(Verify, AcceptsResultAttributesOf96Bytes)
 
 TEST(Verify, FollowsTheIndexBlockInSlot19)
 {
-    const std::string file = assemble(slotsFor(manyHeavyBlocks(20)));
-    const TemporaryFile temporary(file);
+    std::string const file = assemble(slotsFor(manyHeavyBlocks(20)));
+    TemporaryFile const temporary(file);
     EXPECT_EQ(MoxRead::verify(temporary.path()).blocks, 27U);
 }
 
 TEST(Verify, FollowsAChainOfThreeIndexBlocks)
 {
-    const std::string file = assemble(slotsFor(manyHeavyBlocks(420)));
-    const TemporaryFile temporary(file);
+    std::string const file = assemble(slotsFor(manyHeavyBlocks(420)));
+    TemporaryFile const temporary(file);
     EXPECT_EQ(MoxRead::verify(temporary.path()).blocks, 429U);
 }
 
 TEST(Verify, AcceptsAStreamThatIsCutIntoBlocksWithinItsValues)
 {
-    const Sample sample;
+    Sample const sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks.erase(blocks.begin() + tree);
     for (char const byte : sample.tree())
@@ -257,9 +257,9 @@ TEST(Verify, AFileThatWasNotClosedIsIncomplete)
 
 TEST(Verify, ARootIndexThatIsCutShortAnywhereIsIncomplete)
 {
-    const std::string file = Sample().file();
+    std::string const file = Sample().file();
     // What the last entry holds behind its name is zero in any case.
-    const std::size_t end = 20 + 19 * 139 + 5 + spareName.size();
+    std::size_t const end = 20 + 19 * 139 + 5 + spareName.size();
     for (std::size_t cut = 20; cut < end; ++cut)
         ASSERT_EQ(verdictOn(patched(file, cut, std::string(2800 - cut, '\0'))),
                   "incomplete: the root index at byte 12 was written in part only")
@@ -355,7 +355,7 @@ TEST(Verify, ASpareSlotWithTransformationsIsRefused)
 
 TEST(Verify, ABlockAfterASpareSlotIsRefused)
 {
-    const std::string file = Sample().file();
+    std::string const file = Sample().file();
     EXPECT_EQ(verdictAfterSlots([](auto& slots) {
                   slots[7] = slots[5];
                   slots[7].id = 8;
@@ -378,7 +378,7 @@ TEST(Verify, ABlockThatEndsAfterTheFileIsIncomplete)
 
 TEST(Verify, BytesAfterTheLastBlockAreRefused)
 {
-    const std::string file = Sample().file();
+    std::string const file = Sample().file();
     EXPECT_EQ(verdictOn(file + "abc"),
               "3 bytes follow the last block, from byte " + std::to_string(file.size()));
 }
@@ -428,14 +428,14 @@ TEST(Verify, AnIndexBlockWithOtherTransformationsIsRefused)
 
 TEST(Verify, AnIndexBlockWithAnotherCountIsRefused)
 {
-    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""})));
+    std::string const file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""})));
     EXPECT_EQ(verdictOn(patched(file, 2800, Bytes().u32(199).str())),
               R"(slot 19 "\x0BIndex Block " at byte 2800: entry count is 199, not 200)");
 }
 
 TEST(Verify, AFileThatEndsInAnIndexBlockIsIncomplete)
 {
-    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""})));
+    std::string const file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""})));
     EXPECT_EQ(
         verdictOn(file.substr(0, 30000)),
         R"(incomplete: slot 19 "\x0BIndex Block " at byte 2800 ends at byte 30604, the file at )"
@@ -444,7 +444,7 @@ TEST(Verify, AFileThatEndsInAnIndexBlockIsIncomplete)
 
 TEST(Verify, AnIndexBlockThatWasNeverWrittenIsIncomplete)
 {
-    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
+    std::string const file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
     EXPECT_EQ(verdictOn(patched(file, 2819, std::string(27804, '\0'))),
               R"(incomplete: slot 19 "\x0BIndex Block " at byte 2819 was never written)");
 }
@@ -452,15 +452,15 @@ TEST(Verify, AnIndexBlockThatWasNeverWrittenIsIncomplete)
 TEST(Verify, ABlockThatAnIndexBlockDoesNotKnowOfYetIsIncomplete)
 {
     std::vector<TestSlot> slots = slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, ""}));
-    const std::string file = assemble(slots);
+    std::string const file = assemble(slots);
     EXPECT_EQ(verdictOn(file + "abc"), "incomplete: 3 bytes follow the last block, from byte " +
                                            std::to_string(file.size()));
 }
 
 TEST(Verify, AnIndexBlockThatIsCutShortIsIncomplete)
 {
-    const std::string file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
-    const std::size_t lastEntry = 2819 + 4 + 199 * 139;
+    std::string const file = assemble(slotsFor(std::vector<TestBlock>(20, {"Heavy Data", 0, "a"})));
+    std::size_t const lastEntry = 2819 + 4 + 199 * 139;
     for (std::size_t const cut : {std::size_t{2823}, std::size_t{2824}, std::size_t{2819 + 24576},
                                   lastEntry, lastEntry + 1, lastEntry + 10})
         EXPECT_EQ(verdictOn(patched(file, cut, std::string(2819 + 27804 - cut, '\0'))),
@@ -470,8 +470,8 @@ TEST(Verify, AnIndexBlockThatIsCutShortIsIncomplete)
 
 TEST(Verify, AnIndexBlockThatIsCutShortInTheEntryOfTheNextIsIncomplete)
 {
-    const std::string file = assemble(slotsFor(std::vector<TestBlock>(230, {"Heavy Data", 0, ""})));
-    const std::size_t lastEntry = 2800 + 4 + 199 * 139;
+    std::string const file = assemble(slotsFor(std::vector<TestBlock>(230, {"Heavy Data", 0, ""})));
+    std::size_t const lastEntry = 2800 + 4 + 199 * 139;
     for (std::size_t const cut : {lastEntry, lastEntry + 10, lastEntry + 100, lastEntry + 133})
         EXPECT_EQ(verdictOn(patched(file, cut, std::string(2800 + 27804 - cut, '\0'))),
                   R"(incomplete: slot 19 "\x0BIndex Block " at byte 2800 was written in part only)")
@@ -490,7 +490,7 @@ TEST(Verify, ACompressedBlockWithoutRoomForItsLengthIsRefused)
 TEST(Verify, AStatedLengthThatCannotBeIsRefusedBeforeMemoryIsAskedFor)
 {
     std::string block = deflated(Sample().heavy());
-    const std::string streamSize = std::to_string(block.size() - 4);
+    std::string const streamSize = std::to_string(block.size() - 4);
     block.replace(0, 4, "\xFF\xFF\xFF\xFF");
     EXPECT_EQ(verdictWithHeavyBlock(block), "slot 0 \"Heavy Data\" at byte 2800: " + streamSize +
                                                 " compressed bytes cannot hold the stated "
@@ -584,7 +584,7 @@ TEST(Verify, ARootWithAParentIsRefused)
 
 TEST(Verify, AParentThatIsNoEarlierNodeIsRefused)
 {
-    for (const std::uint32_t parent : {0U, 3U, 4U, 4294967295U}) {
+    for (std::uint32_t const parent : {0U, 3U, 4U, 4294967295U}) {
         EXPECT_EQ(verdictAfter([&](Sample& sample) { sample.nodes[2].parent = parent; }),
                   "node 3: parent is " + std::to_string(parent) + ", not an earlier node");
     }
@@ -674,7 +674,7 @@ TEST(Verify, AVariableCountThatTheStreamCannotHoldIsRefused)
 
 TEST(Verify, AnUnknownVariableTypeIsRefused)
 {
-    for (const std::uint32_t type : {0U, 2U, 7U, 11U, 29U, 0xFFFFFFU}) {
+    for (std::uint32_t const type : {0U, 2U, 7U, 11U, 29U, 0xFFFFFFU}) {
         EXPECT_EQ(verdictAfter([&](Sample& sample) { sample.variables[1].type = type; }),
                   R"(node 3: variable 1: "Ids": byte 97 of "Light Data": unknown variable type )" +
                       std::to_string(type));
@@ -721,7 +721,7 @@ TEST(Verify, ANegativeValueCountIsRefused)
 
 TEST(Verify, FlagsOfTheArrayThatAreSetAreRefused)
 {
-    const std::string place = R"(node 3: variable 1: "Ids": byte )";
+    std::string const place = R"(node 3: variable 1: "Ids": byte )";
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.variables[1].flag1 = 1; }),
               place + R"(107 of "Light Data": a flag of the array is 1, not 0)");
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.variables[1].flag2 = 1; }),
@@ -734,7 +734,7 @@ TEST(Verify, FlagsOfTheArrayThatAreSetAreRefused)
 
 TEST(Verify, NumbersOfTheArrayOtherThanZeroAreRefused)
 {
-    const std::string place = R"(node 3: variable 1: "Ids": byte )";
+    std::string const place = R"(node 3: variable 1: "Ids": byte )";
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.variables[1].float1 = 0x3F800000; }),
               place + R"(109 of "Light Data": a number of the array is not 0)");
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.variables[1].float2 = 0x80000000; }),
@@ -804,7 +804,7 @@ TEST(Verify, ACountOfTypeTagsThatDiffersFromTheNamesIsRefused)
 
 TEST(Verify, ACountOfValuesThatDiffersFromTheTagsIsRefused)
 {
-    const std::string place = "node 1: byte ";
+    std::string const place = "node 1: byte ";
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.attributes[0].uint32s.push_back(1); }),
               place + R"(32 of "Attributes": count of the uint32 attributes is 2, not 1)");
     EXPECT_EQ(verdictAfter([](Sample& sample) { sample.attributes[0].floats.clear(); }),
@@ -942,7 +942,7 @@ TEST(Verify, ContentOfTheViewPointsIsRefused)
 
 TEST(Verify, ALinkToAVariableThatDoesNotExistIsRefused)
 {
-    const std::string place = R"(node 3: variable 2: "Coordinates\x1Et2": link to variable )";
+    std::string const place = R"(node 3: variable 2: "Coordinates\x1Et2": link to variable )";
     auto const verdictOnLink = [](std::uint32_t node, std::uint32_t index) {
         return verdictAfter([=](Sample& sample) {
             sample.variables[2].linkNode = node;
@@ -987,7 +987,7 @@ TEST(Verify, ADatasetBeyondTheHeavyDataIsRefused)
 
 TEST(Verify, ADatasetThatReachesIntoTheNextBlockIsRefused)
 {
-    const Sample sample;
+    Sample const sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks[heavy].block = deflated(sample.heavy().substr(0, 28));
     blocks.push_back({"Heavy Data", 1, deflated(sample.heavy().substr(28))});
@@ -998,7 +998,7 @@ TEST(Verify, ADatasetThatReachesIntoTheNextBlockIsRefused)
 
 TEST(Verify, ADatasetInTheSecondHeavyBlockIsAccepted)
 {
-    const Sample sample;
+    Sample const sample;
     std::vector<TestBlock> blocks = sample.blocks();
     blocks[heavy].block = deflated(sample.heavy().substr(0, 24));
     blocks.push_back({"Heavy Data", 1, deflated(sample.heavy().substr(24))});
@@ -1018,6 +1018,6 @@ TEST(Verify, ADamagedHeavyBlockWithoutDatasetsIsRefused)
     std::string block = deflated("nobody's");
     block.back() = static_cast<char>(block.back() ^ 1);
     blocks.push_back({"Heavy Data", 1, block});
-    const std::string verdict = verdictOn(assemble(slotsFor(blocks)));
+    std::string const verdict = verdictOn(assemble(slotsFor(blocks)));
     EXPECT_NE(verdict.find("the zlib stream is damaged"), std::string::npos) << verdict;
 }

@@ -34,10 +34,10 @@ struct AttributeHeads
 
 std::vector<std::string> readNames(KeyStream& stream)
 {
-    const std::uint32_t count = stream.readCount(leastStringSize, "attribute count");
+    std::uint32_t const count = stream.readCount(leastStringSize, "attribute count");
     std::vector<std::string> names;
     for (std::uint32_t i = 0; i < count; ++i) {
-        const std::uint64_t start = stream.position();
+        std::uint64_t const start = stream.position();
         names.push_back(stream.readString());
         if (i > 0 && !(names[i - 1] < names[i])) {
             throw FormatError(stream.placeOf(start) + ": attribute " + quoted(names[i]) +
@@ -49,8 +49,8 @@ std::vector<std::string> readNames(KeyStream& stream)
 
 std::uint8_t readTag(KeyStream& stream)
 {
-    const std::uint64_t start = stream.position();
-    const std::uint8_t tag = stream.readByte();
+    std::uint64_t const start = stream.position();
+    std::uint8_t const tag = stream.readByte();
     if (tag > doubleTag) {
         throw FormatError(stream.placeOf(start) + ": attribute type tag " + std::to_string(tag) +
                           " is not 0 to 3");
@@ -60,8 +60,8 @@ std::uint8_t readTag(KeyStream& stream)
 
 void requireCount(KeyStream& stream, std::size_t expected, std::string const& what)
 {
-    const std::uint64_t start = stream.position();
-    const std::uint32_t count = stream.readUint32();
+    std::uint64_t const start = stream.position();
+    std::uint32_t const count = stream.readUint32();
     if (count != expected) {
         throw FormatError(stream.placeOf(start) + ": count of the " + what + " is " +
                           std::to_string(count) + ", not " + std::to_string(expected));

@@ -36,7 +36,7 @@ std::string reasonOf(z_stream const& stream)
 void BlockReader::StreamDeleter::operator()(z_stream_s* stream) const
 {
     ::inflateEnd(stream);
-    const std::unique_ptr<z_stream_s> owner(stream);
+    std::unique_ptr<z_stream_s> const owner(stream);
 }
 
 BlockReader::BlockReader(InputFile const& file, Slot const& slot) : file_(file), slot_(slot)
@@ -61,7 +61,7 @@ std::uint32_t BlockReader::readStatedLength() const
     }
     std::array<std::uint8_t, lengthSize> bytes = {};
     file_.read(slot_.position, bytes.data(), bytes.size());
-    const std::uint32_t length = decodeUint32(bytes.data());
+    std::uint32_t const length = decodeUint32(bytes.data());
     if (length > (slot_.size - lengthSize) * greatestExpansion) {
         throw FormatError(std::to_string(slot_.size - lengthSize) +
                           " compressed bytes cannot hold the stated " + std::to_string(length) +
@@ -72,7 +72,7 @@ std::uint32_t BlockReader::readStatedLength() const
 
 std::size_t BlockReader::read(std::uint8_t* to, std::size_t wanted)
 {
-    const std::size_t count = std::min<std::size_t>(wanted, length_ - done_);
+    std::size_t const count = std::min<std::size_t>(wanted, length_ - done_);
     if (!slot_.isCompressed()) {
         file_.read(slot_.position + done_, to, count);
         done_ += static_cast<std::uint32_t>(count);
@@ -159,7 +159,7 @@ void BlockReader::checkStreamEnd()
         throw FormatError("the zlib stream inflates to more than the stated " +
                           std::to_string(length_) + " bytes");
     }
-    const std::uint64_t trailing = slot_.end() - inputPosition_ + stream_->avail_in;
+    std::uint64_t const trailing = slot_.end() - inputPosition_ + stream_->avail_in;
     if (trailing > 0)
         throw FormatError(std::to_string(trailing) + " bytes follow the zlib stream");
 }

@@ -103,7 +103,7 @@ std::vector<std::uint8_t> Container::streamBytes(std::string const& key) const
 {
     std::vector<std::uint8_t> result;
     for (Slot const& slot : slotsOf(key)) {
-        const std::vector<std::uint8_t> block = BlockReader(file_, slot).readAll();
+        std::vector<std::uint8_t> const block = BlockReader(file_, slot).readAll();
         result.insert(result.end(), block.begin(), block.end());
     }
     return result;
@@ -112,7 +112,7 @@ std::vector<std::uint8_t> Container::streamBytes(std::string const& key) const
 void Container::readHeader() const
 {
     std::array<std::uint8_t, signature.size()> bytes = {};
-    const std::size_t count = std::min<std::size_t>(file_.size(), bytes.size());
+    std::size_t const count = std::min<std::size_t>(file_.size(), bytes.size());
     file_.read(0, bytes.data(), count);
     if (!std::equal(bytes.begin(), bytes.begin() + count, signature.begin()))
         throw FormatError("not a mox file: it does not begin with the signature");
@@ -135,8 +135,8 @@ void Container::readRootIndex()
         throw FormatError::incomplete("the file ends at byte " + std::to_string(file_.size()) +
                                       ", within the root index");
     }
-    const std::uint32_t length = readUint32(file_, rootLengthOffset);
-    const std::uint32_t count = readUint32(file_, rootCountOffset);
+    std::uint32_t const length = readUint32(file_, rootLengthOffset);
+    std::uint32_t const count = readUint32(file_, rootCountOffset);
     if (length == 0 && count == 0)
         throw FormatError::incomplete("the root index at byte 12 was never written");
     requireEqual(length, rootLength, "root index length at byte 12");
@@ -147,9 +147,9 @@ void Container::readRootIndex()
 void Container::readIndexChain()
 {
     while (slots_.back().isIndexBlock()) {
-        const std::uint64_t position = slots_.back().position;
-        const std::string place = slots_.back().describe();
-        const std::uint32_t count = readUint32(file_, position);
+        std::uint64_t const position = slots_.back().position;
+        std::string const place = slots_.back().describe();
+        std::uint32_t const count = readUint32(file_, position);
         if (count == 0)
             throw FormatError::incomplete(place + " was never written");
         requireEqual(count, indexBlockCount, place + ": entry count");
@@ -164,7 +164,7 @@ void Container::addGroup(std::string const& place, std::uint64_t offset, std::ui
     if (Slot::isCutShort(bytes.data() + (count - 1) * Slot::encodedSize))
         throw FormatError::incomplete(place + " was written in part only");
     for (std::uint32_t i = 0; i < count; ++i) {
-        const std::size_t entry = i * Slot::encodedSize;
+        std::size_t const entry = i * Slot::encodedSize;
         auto const number = static_cast<std::uint32_t>(slots_.size());
         addSlot(Slot::decode(number, bytes.data() + entry, offset + entry));
         if (i + 1 < count && slots_.back().isIndexBlock()) {
@@ -200,10 +200,10 @@ void Container::checkGroupEnd(Slot const& last) const
 
 void Container::checkEnd() const
 {
-    const std::uint64_t end = slots_.back().end();
+    std::uint64_t const end = slots_.back().end();
     if (end == file_.size())
         return;
-    const std::string what = std::to_string(file_.size() - end) +
+    std::string const what = std::to_string(file_.size() - end) +
                              " bytes follow the last block, from byte " + std::to_string(end);
     // The last blocks are missing from an index block that a writer did not come to write again.
     if (slots_.size() > rootCount)

@@ -30,7 +30,7 @@ Dataset Dataset::decode(Variable const& variable, std::uint8_t const* bytes)
     dataset.elementType = variable.elementType();
     dataset.width = variable.width;
     dataset.words.resize(variable.valueCount);
-    const std::size_t rows = variable.rows();
+    std::size_t const rows = variable.rows();
     for (std::size_t column = 0; column < variable.width; ++column) {
         std::uint8_t const* const planes = bytes + column * 4 * rows;
         for (std::size_t row = 0; row < rows; ++row)

@@ -25,7 +25,7 @@ constexpr std::size_t leastWritingRecordSize = 39;
 
 std::string readFormatVersion(KeyStream& stream)
 {
-    const std::uint64_t start = stream.position();
+    std::uint64_t const start = stream.position();
     std::string version = stream.readString();
     if (version != "1.3") {
         throw FormatError(stream.placeOf(start) + ": format version is " + quoted(version) +
@@ -36,7 +36,7 @@ std::string readFormatVersion(KeyStream& stream)
 
 WritingRecord readWritingRecord(KeyStream& stream)
 {
-    const Record record(stream, "0.1");
+    Record const record(stream, "0.1");
     WritingRecord writing;
     writing.text1 = stream.readString();
     writing.text2 = stream.readString();
@@ -51,7 +51,7 @@ WritingRecord readWritingRecord(KeyStream& stream)
 
 std::vector<WritingRecord> readWritingRecords(KeyStream& stream)
 {
-    const std::uint32_t count = stream.readCount(leastWritingRecordSize, "writing record count");
+    std::uint32_t const count = stream.readCount(leastWritingRecordSize, "writing record count");
     if (count == 0)
         throw FormatError(stream.placeOf(0) + ": there is no writing record");
     std::vector<WritingRecord> records;
@@ -64,7 +64,7 @@ std::vector<WritingRecord> readWritingRecords(KeyStream& stream)
 
 std::vector<ResultAttributes> readResultAttributes(KeyStream& stream)
 {
-    const std::uint32_t count =
+    std::uint32_t const count =
         stream.readCount(sizeof(ResultAttributes), "result attributes count");
     std::vector<ResultAttributes> all;
     for (std::uint32_t i = 0; i < count; ++i) {

@@ -23,7 +23,7 @@ HeavyData::HeavyData(Container const& container) : file_(&container.file())
 {
     std::uint64_t start = 0;
     for (Slot const& slot : container.slotsOf("Heavy Data")) {
-        const std::uint64_t length = BlockReader(*file_, slot).length();
+        std::uint64_t const length = BlockReader(*file_, slot).length();
         blocks_.push_back({slot, start, length});
         start += length;
     }

@@ -62,7 +62,7 @@ void InputFile::read(std::uint64_t offset, std::uint8_t* to, std::size_t count) 
 {
     std::size_t done = 0;
     while (done < count) {
-        const ssize_t got =
+        ssize_t const got =
             ::pread(descriptor_, to + done, count - done, static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR)
             continue;

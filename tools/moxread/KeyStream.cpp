@@ -56,7 +56,7 @@ void KeyStream::readBytes(std::uint8_t* to, std::size_t count)
     while (done < count) {
         if (bufferPosition_ == bufferEnd_ && !fill())
             throw FormatError(placeOf(position_) + ": the blocks changed while they were read");
-        const std::size_t part = std::min(count - done, bufferEnd_ - bufferPosition_);
+        std::size_t const part = std::min(count - done, bufferEnd_ - bufferPosition_);
         std::copy_n(buffer_.data() + bufferPosition_, part, to + done);
         bufferPosition_ += part;
         done += part;
@@ -97,8 +97,8 @@ double KeyStream::readDouble()
 
 bool KeyStream::readFlag()
 {
-    const std::uint64_t start = position_;
-    const std::uint8_t byte = readByte();
+    std::uint64_t const start = position_;
+    std::uint8_t const byte = readByte();
     if (byte > 1)
         throw FormatError(placeOf(start) + " is " + std::to_string(byte) + ", not a flag (0 or 1)");
     return byte == 1;
@@ -107,12 +107,12 @@ bool KeyStream::readFlag()
 // The characters are taken in pieces, so that memory is asked for only as far as there is content.
 std::string KeyStream::readString()
 {
-    const std::uint32_t length = readUint32();
+    std::uint32_t const length = readUint32();
     require(length);
     std::string result;
     std::array<std::uint8_t, 4096> piece = {};
     while (result.size() < length) {
-        const std::size_t count = std::min<std::size_t>(piece.size(), length - result.size());
+        std::size_t const count = std::min<std::size_t>(piece.size(), length - result.size());
         readBytes(piece.data(), count);
         result.append(piece.begin(), piece.begin() + count);
     }
@@ -121,8 +121,8 @@ std::string KeyStream::readString()
 
 std::uint32_t KeyStream::readCount(std::size_t leastSize, std::string const& what)
 {
-    const std::uint64_t start = position_;
-    const std::uint32_t count = readUint32();
+    std::uint64_t const start = position_;
+    std::uint32_t const count = readUint32();
     if (count > remaining() / leastSize) {
         throw FormatError(placeOf(start) + ": " + what + " " + std::to_string(count) +
                           " is more than the remaining " + std::to_string(remaining()) +

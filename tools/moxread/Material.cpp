@@ -30,7 +30,7 @@ Color readColor(KeyStream& stream)
 
 Material Material::read(KeyStream& stream)
 {
-    const Record record(stream, "0.3");
+    Record const record(stream, "0.3");
     Material material;
     material.diffuse = readColor(stream);
     material.specular = readColor(stream);

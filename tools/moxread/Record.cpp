@@ -13,8 +13,8 @@ namespace MoxRead {
 Record::Record(KeyStream& stream, std::string const& expectedVersion)
     : stream_(stream), start_(stream.position()), size_(stream.readUint32())
 {
-    const std::uint64_t versionStart = stream.position();
-    const std::string version = stream.readString();
+    std::uint64_t const versionStart = stream.position();
+    std::string const version = stream.readString();
     if (version != expectedVersion) {
         throw FormatError(stream.placeOf(versionStart) + ": record version is " + quoted(version) +
                           ", not " + quoted(expectedVersion));
@@ -23,7 +23,7 @@ Record::Record(KeyStream& stream, std::string const& expectedVersion)
 
 void Record::finish() const
 {
-    const std::uint64_t actual = stream_.position() - start_;
+    std::uint64_t const actual = stream_.position() - start_;
     if (size_ != actual) {
         throw FormatError(stream_.placeOf(start_) + ": record size is " + std::to_string(size_) +
                           ", not " + std::to_string(actual));

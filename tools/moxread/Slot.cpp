@@ -39,7 +39,7 @@ char const* const indexBlockName = "\x0B"
                                    "Index Block ";
 char const* const spareName = "\x0B"
                               "Empty Block ";
-const std::array<char const*, 7> modelBlockNames = {
+std::array<char const*, 7> const modelBlockNames = {
     "Mox Tree",  "Light Data",         "Heavy Data", "Attributes",
     "Resources", "Global Information", "View Points"};
 
@@ -146,8 +146,8 @@ bool Slot::isCutShort(std::uint8_t const* bytes)
 {
     std::string written(bytes + nameWidthOffset, bytes + encodedSize);
     written.resize(written.find_last_not_of('\0') + 1);
-    const std::string spare = encodedName(spareName);
-    const std::string indexBlock = encodedName(indexBlockName);
+    std::string const spare = encodedName(spareName);
+    std::string const indexBlock = encodedName(indexBlockName);
     // Behind the name a spare slot has nothing but zeros, an index block has its size.
     return (isStart(written, spare) && written != spare) || isStart(written, indexBlock);
 }

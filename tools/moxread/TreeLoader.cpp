@@ -70,7 +70,7 @@ void checkFamilies(std::vector<Node> const& nodes)
     std::vector<std::uint32_t> lastChild(nodes.size() + 1);
     std::vector<std::uint32_t> nextSibling(nodes.size() + 1);
     for (Node const& node : nodes) {
-        const std::uint32_t previous = lastChild[node.parent];
+        std::uint32_t const previous = lastChild[node.parent];
         requireId(node.previousSibling, previous, node.id, "previous sibling");
         (previous == 0 ? firstChild[node.parent] : nextSibling[previous]) = node.id;
         lastChild[node.parent] = node.id;
@@ -91,7 +91,7 @@ TreeLoader::TreeLoader(Container const& container)
 
 std::vector<Node> TreeLoader::load()
 {
-    const std::uint32_t count = readNodeCount();
+    std::uint32_t const count = readNodeCount();
     std::vector<Node> nodes;
     for (std::uint32_t id = 1; id <= count; ++id) {
         nodes.push_back(
@@ -105,7 +105,7 @@ std::vector<Node> TreeLoader::load()
 
 std::uint32_t TreeLoader::readNodeCount()
 {
-    const std::uint32_t count = tree_.readCount(leastNodeSize, "node count");
+    std::uint32_t const count = tree_.readCount(leastNodeSize, "node count");
     if (count == 0)
         throw FormatError(tree_.placeOf(0) + ": node count is 0");
     return count;
@@ -123,7 +123,7 @@ Node TreeLoader::readNode(std::uint32_t id)
 
 void TreeLoader::readFamily(Node& node, std::uint32_t id)
 {
-    const std::uint64_t start = tree_.position();
+    std::uint64_t const start = tree_.position();
     for (std::uint32_t* field : {&node.id, &node.parent, &node.previousSibling, &node.nextSibling,
                                  &node.firstChild, &node.lastChild})
         *field = tree_.readUint32();
@@ -159,7 +159,7 @@ void TreeLoader::readKind(Node& node)
 
 void TreeLoader::readLightPosition(Node& node)
 {
-    const std::uint64_t start = tree_.position();
+    std::uint64_t const start = tree_.position();
     node.lightPosition = tree_.readUint64();
     if (node.lightPosition != light_.position()) {
         throw FormatError(tree_.placeOf(start) + ": light position is " +
@@ -191,7 +191,7 @@ Group TreeLoader::readGroup()
 
 Geometry TreeLoader::readGeometry()
 {
-    const std::uint32_t count = light_.readCount(leastVariableSize, "variable count");
+    std::uint32_t const count = light_.readCount(leastVariableSize, "variable count");
     Geometry geometry;
     std::unordered_set<std::string> names;
     for (std::uint32_t i = 0; i < count; ++i) {

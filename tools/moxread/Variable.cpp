@@ -50,7 +50,7 @@ void checkTypeWord(Variable const& variable, std::string const& place)
         throw FormatError(place + ": unknown variable type " +
                           std::to_string(variable.variableType()));
     }
-    const std::uint32_t code = variable.elementCode();
+    std::uint32_t const code = variable.elementCode();
     if (code != std::uint32_t{1} && code != std::uint32_t{5})
         throw FormatError(place + ": element code is " + std::to_string(code) + ", not 1 or 5");
 }
@@ -62,7 +62,7 @@ bool isWholeRows(std::uint32_t valueCount, std::uint8_t width)
 
 void checkCount(Variable const& variable, std::string const& place)
 {
-    const std::uint8_t width = widthOf(variable.variableType());
+    std::uint8_t const width = widthOf(variable.variableType());
     if (variable.width != width) {
         throw FormatError(place + ": width is " + std::to_string(variable.width) + ", not " +
                           std::to_string(width) + " as variable type " +
@@ -76,21 +76,21 @@ void checkCount(Variable const& variable, std::string const& place)
 
 void expectZeroFlag(KeyStream& light)
 {
-    const std::uint64_t start = light.position();
+    std::uint64_t const start = light.position();
     if (light.readFlag())
         throw FormatError(light.placeOf(start) + ": a flag of the array is 1, not 0");
 }
 
 void expectZeroFloat(KeyStream& light)
 {
-    const std::uint64_t start = light.position();
+    std::uint64_t const start = light.position();
     if (light.readUint32() != 0)
         throw FormatError(light.placeOf(start) + ": a number of the array is not 0");
 }
 
 void readArray(KeyStream& light, Variable& variable)
 {
-    const std::string place = light.placeOf(light.position());
+    std::string const place = light.placeOf(light.position());
     variable.valueCount = light.readUint32();
     variable.width = light.readByte();
     checkCount(variable, place);
@@ -104,7 +104,7 @@ void readArray(KeyStream& light, Variable& variable)
 
 void readHeader(KeyStream& light, Variable& variable)
 {
-    const std::string place = light.placeOf(light.position());
+    std::string const place = light.placeOf(light.position());
     variable.typeWord = light.readUint32();
     checkTypeWord(variable, place);
     variable.linked = light.readFlag();

@@ -6,7 +6,7 @@ namespace MoxRead {
 
 Summary verify(std::string const& path, ProgressVisitor const& tell)
 {
-    const Model model(path);
+    Model const model(path);
     model.checkValues(tell);
     Summary summary;
     summary.blocks = model.container().blockCount();

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -341,6 +343,16 @@ TEST_F(View, WhatCannotBeShownIsTold)
     EXPECT_EQ(complaintOfView(empty, ViewOptions()),
               empty.path() + ": There is nothing in it that can be drawn.");
     EXPECT_EQ(empty.folder().names(), std::vector<std::string>{"model.mox"});
+}
+
+TEST_F(View, StagesOfTheWorkAreTold)
+{
+    using Stages = std::vector<std::pair<std::size_t, std::size_t>>;
+    Stages told;
+    ViewOptions options;
+    options.progress = [&](std::size_t done, std::size_t all) { told.emplace_back(done, all); };
+    view(heatedPlate(), options);
+    EXPECT_EQ(told, (Stages{{1, 5}, {2, 5}, {3, 5}, {4, 5}, {5, 5}}));
 }
 
 TEST_F(View, TinyAndHugeModelsFillThePicture)

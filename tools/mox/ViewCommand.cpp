@@ -2,6 +2,7 @@
 
 #include "RunWithLibraries.h"
 #include "SummaryText.h"
+#include "common/Progress.h"
 
 #include <CLI/CLI.hpp>
 
@@ -100,6 +101,15 @@ void addArguments(CLI::App& command, Arguments& arguments)
     command.add_flag("--json", arguments.asJson, "Say as JSON what the picture shows");
 }
 
+/// The bar is gone when this returns, before anything else is said.
+VtkExport::ViewSummary viewWithProgress(std::string const& input, std::string const& output,
+                                        VtkExport::ViewOptions options)
+{
+    Common::Progress progress("view " + input);
+    options.progress = [&progress](std::size_t done, std::size_t all) { progress.show(done, all); };
+    return VtkExport::viewModel(input, output, options);
+}
+
 } // namespace
 
 void addViewCommand(CLI::App& app, int& exitStatus)
@@ -107,7 +117,8 @@ void addViewCommand(CLI::App& app, int& exitStatus)
     auto const arguments = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("view", "Draw a picture of a model");
     addArguments(*command, *arguments);
-    command->footer("Example: mox view cantilever.mox stress.png --field STRESS --component mises");
+    command->footer(
+        "Example:\n  mox view cantilever.mox stress.png --field STRESS --component mises");
     command->callback([&exitStatus, arguments] {
         if (!arguments->size.empty())
             readSize(arguments->size, arguments->options);
@@ -125,7 +136,7 @@ int viewFile(std::string const& input, std::string const& output,
              std::ostream& err)
 {
     try {
-        VtkExport::ViewSummary const summary = VtkExport::viewModel(input, output, options);
+        VtkExport::ViewSummary const summary = viewWithProgress(input, output, options);
         for (std::string const& warning : summary.warnings)
             err << "mox view: warning: " << warning << '\n';
         if (asJson)

@@ -6,6 +6,7 @@
 #include "vtkexport/NumberFormat.h"
 #include "vtkexport/Picture.h"
 #include "vtkexport/PngFile.h"
+#include "vtkexport/Stages.h"
 #include "vtkexport/StepReader.h"
 #include "vtkexport/Surface.h"
 #include "vtkexport/VtkMessages.h"
@@ -48,15 +49,20 @@ void describeField(ViewSummary& summary, std::optional<ShownField> const& field)
 class Viewer
 {
 public:
-    Viewer(std::string const& input, ViewOptions const& options)
-        : input_(input), options_(options), reader_(input)
+    /// How often `draw` tells of a stage.
+    static constexpr std::size_t stageCount = 4;
+
+    Viewer(std::string const& input, ViewOptions const& options, Stages& stages)
+        : input_(input), options_(options), stages_(stages), reader_(input)
     {}
 
     vtkSmartPointer<vtkImageData> draw()
     {
         Step const& step = reader_.step(options_.step);
         reader_.open(StepReader::Layout::Joined);
+        stages_.finishOne();
         reader_.show(step);
+        stages_.finishOne();
         Grid const& grid = *reader_.grids().front();
         PictureContent content;
         content.camera = options_.camera;
@@ -64,7 +70,10 @@ public:
         Deformation const deformation(*grid.get(), options_.warp);
         describe(step, content.field, deformation.factor());
         fill(content, grid, deformation);
-        return Picture(options_.width, options_.height).draw(content);
+        stages_.finishOne();
+        auto image = Picture(options_.width, options_.height).draw(content);
+        stages_.finishOne();
+        return image;
     }
 
     ViewSummary const& summary() const { return summary_; }
@@ -97,6 +106,7 @@ private:
 
     std::string input_;
     ViewOptions const& options_;
+    Stages& stages_;
     StepReader reader_;
     ViewSummary summary_;
 };
@@ -110,8 +120,9 @@ ViewSummary viewModel(std::string const& input, std::string const& output,
     std::optional<Common::PartialFile> file;
     aboutFile(output, [&] { file.emplace(output, options.overwrite); });
     ViewSummary summary;
+    Stages stages(options.progress, Viewer::stageCount + 1);
     auto const image = aboutFile(input, [&] {
-        Viewer viewer(input, options);
+        Viewer viewer(input, options, stages);
         auto drawn = viewer.draw();
         summary = viewer.summary();
         messages.check();
@@ -119,6 +130,7 @@ ViewSummary viewModel(std::string const& input, std::string const& output,
     });
     aboutFile(output, [&] {
         writePng(*image, file->path());
+        stages.finishOne();
         file->publish();
     });
     return summary;

@@ -1,6 +1,8 @@
 #ifndef VTKEXPORT_VIEW_H
 #define VTKEXPORT_VIEW_H
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +33,8 @@ struct ViewOptions
     Camera camera = Camera::Iso;
     bool edges = false;
     bool overwrite = false;
+    /// Told how many stages of the work are done, and of how many.
+    std::function<void(std::size_t, std::size_t)> progress = [](std::size_t, std::size_t) {};
 };
 
 /// What the picture shows.

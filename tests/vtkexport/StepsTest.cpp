@@ -8,7 +8,6 @@ namespace {
 
 using namespace ExportTest;
 
-using Entries = std::vector<std::pair<double, std::string>>;
 using Times = std::vector<double>;
 
 Step timed(std::string const& name, float time)
@@ -134,16 +133,18 @@ TEST(Steps, ASummaryNamesThem)
     EXPECT_EQ(summary.files, 3U);
 }
 
-TEST(Steps, ProgressIsTold)
+TEST(Steps, ProgressIsToldOfTheMeshAndOfEachStepReadAndWritten)
 {
+    using Stages = std::vector<std::pair<std::size_t, std::size_t>>;
     ModelFile const file = withSteps({Step("One"), Step("Two")});
-    Entries told;
+    Stages told;
     VtkExport::ExportOptions options;
-    options.progress = [&](std::size_t done, std::size_t all) {
-        told.emplace_back(static_cast<double>(done), std::to_string(all));
-    };
+    options.progress = [&](std::size_t done, std::size_t all) { told.emplace_back(done, all); };
     VtkExport::exportModel(file.path(), file.path("out.pvd"), options);
-    EXPECT_EQ(told, (Entries{{1, "2"}, {2, "2"}}));
+    EXPECT_EQ(told, (Stages{{1, 5}, {2, 5}, {3, 5}, {4, 5}, {5, 5}}));
+    told.clear();
+    VtkExport::exportModel(file.path(), file.path("out.vtu"), options);
+    EXPECT_EQ(told, (Stages{{1, 3}, {2, 3}, {3, 3}}));
 }
 
 } // namespace

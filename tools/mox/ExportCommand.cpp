@@ -37,6 +37,15 @@ void addArguments(CLI::App& command, Arguments& arguments)
     command.add_flag("--json", arguments.asJson, "Say as JSON what was written");
 }
 
+/// The bar is gone when this returns, before anything else is said.
+VtkExport::ExportSummary exportWithProgress(std::string const& input, std::string const& output,
+                                            VtkExport::ExportOptions options)
+{
+    Common::Progress progress("export " + input);
+    options.progress = [&progress](std::size_t done, std::size_t all) { progress.show(done, all); };
+    return VtkExport::exportModel(input, output, options);
+}
+
 } // namespace
 
 void addExportCommand(CLI::App& app, int& exitStatus)
@@ -47,13 +56,9 @@ void addExportCommand(CLI::App& app, int& exitStatus)
     addArguments(*command, *arguments);
     command->footer(
         "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
-        "collection (.pvd).\nExample: mox export cantilever.mox cantilever.pvd");
+        "collection (.pvd).\nExample:\n  mox export cantilever.mox cantilever.pvd");
     command->callback([&exitStatus, arguments] {
         exitStatus = runWithLibraries("mox export", [&] {
-            Common::Progress progress("export " + arguments->input);
-            arguments->options.progress = [&progress](std::size_t done, std::size_t all) {
-                progress.show(done, all);
-            };
             return exportFile(arguments->input, arguments->output, arguments->options,
                               arguments->asJson, std::cout, std::cerr);
         });
@@ -65,7 +70,7 @@ int exportFile(std::string const& input, std::string const& output,
                std::ostream& err)
 {
     try {
-        VtkExport::ExportSummary const summary = VtkExport::exportModel(input, output, options);
+        VtkExport::ExportSummary const summary = exportWithProgress(input, output, options);
         for (std::string const& warning : summary.warnings)
             err << "mox export: warning: " << warning << '\n';
         if (asJson)

@@ -4,10 +4,12 @@
 #include "vtkexport/AboutFile.h"
 #include "vtkexport/BlockFiles.h"
 #include "vtkexport/OutputFiles.h"
+#include "vtkexport/Stages.h"
 #include "vtkexport/StepReader.h"
 #include "vtkexport/XmlFiles.h"
 
 #include <filesystem>
+#include <optional>
 #include <set>
 
 namespace VtkExport {
@@ -15,6 +17,10 @@ namespace VtkExport {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::size_t stagesOfMesh = 1;
+/// It is read, then written.
+constexpr std::size_t stagesOfStep = 2;
 
 /// Writes one model; the ending of the output's name tells how.
 class Exporter
@@ -45,6 +51,7 @@ private:
     StepReader reader_;
     ExportSummary summary_;
     std::set<std::string> fields_;
+    std::optional<Stages> stages_;
 };
 
 // So that a folder lists them in the order of the steps.
@@ -64,6 +71,7 @@ Exporter::Exporter(std::string const& input, std::string const& output,
 ExportSummary Exporter::run()
 {
     std::vector<Step> const steps = aboutFile(input_, [this] { return chosenSteps(); });
+    stages_.emplace(options_.progress, stagesOfMesh + stagesOfStep * steps.size());
     aboutFile(output_, [&] {
         if (!isCollection() && layout() == StepReader::Layout::Joined)
             exportGrid(steps.front());
@@ -100,7 +108,6 @@ void Exporter::exportGrid(Step const& step)
     open();
     show(step);
     write(file.path());
-    options_.progress(1, 1);
     countFile(file.path());
     file.publish();
 }
@@ -114,7 +121,6 @@ void Exporter::exportWithFolder(std::vector<Step> const& steps)
     } else {
         show(steps.front());
         write(files.file());
-        options_.progress(1, 1);
     }
     countFiles(files);
     files.publish();
@@ -123,10 +129,8 @@ void Exporter::exportWithFolder(std::vector<Step> const& steps)
 void Exporter::writeAll(OutputFiles const& files, std::vector<Step> const& steps)
 {
     std::vector<CollectionEntry> entries;
-    for (Step const& step : steps) {
+    for (Step const& step : steps)
         entries.push_back(writeEntry(files, entryName(entries.size() + 1, steps.size()), step));
-        options_.progress(entries.size(), steps.size());
-    }
     writeCollection(entries, files.file());
 }
 
@@ -143,12 +147,14 @@ CollectionEntry Exporter::writeEntry(OutputFiles const& files, std::string const
 void Exporter::open()
 {
     aboutFile(input_, [this] { reader_.open(layout()); });
+    stages_->finishOne();
     countParts();
 }
 
 void Exporter::show(Step const& step)
 {
     aboutFile(input_, [&] { reader_.show(step); });
+    stages_->finishOne();
     if (!step.name.empty())
         summary_.steps.push_back(step.name);
     for (auto const& grid : reader_.grids())
@@ -161,6 +167,7 @@ void Exporter::write(fs::path const& file)
         writeBlocks(reader_.model(), reader_.grids(), file);
     else
         writeGrid(*reader_.grids().front()->get(), file);
+    stages_->finishOne();
 }
 
 void Exporter::countParts()

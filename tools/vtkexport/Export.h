@@ -17,7 +17,7 @@ struct ExportOptions
     std::optional<std::string> step;
     /// Whether existing output is replaced.
     bool overwrite = false;
-    /// Told how many steps are written, and of how many.
+    /// Told how many stages of the work are done, and of how many.
     std::function<void(std::size_t, std::size_t)> progress = [](std::size_t, std::size_t) {};
 };
 

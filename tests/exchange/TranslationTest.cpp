@@ -35,6 +35,9 @@ protected:
     {
         TranslationOptions options;
         options.overwrite = overwrite_;
+        options.progress = [this](std::uint64_t done, std::uint64_t all) {
+            told_.emplace_back(done, all);
+        };
         return translate(
             input_,
             [&](std::filesystem::path const&, Report&) {
@@ -71,6 +74,7 @@ protected:
     std::filesystem::path input_ = folder_.write("plate.in", "input");
     std::filesystem::path output_ = folder_.path("out.mox");
     bool overwrite_ = false;
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> told_;
     Report report_;
     std::unique_ptr<ModelFile> model_;
 };
@@ -359,6 +363,14 @@ TEST_F(Translation, WhatNoMemoryHoldsIsToldOfTheInput)
                       input_.string() + ": There is not enough memory for this file.");
         }
     }
+}
+
+TEST_F(Translation, ProgressIsToldOfTheMeshAndOfEachStep)
+{
+    using Stages = std::vector<std::pair<std::uint64_t, std::uint64_t>>;
+    translateContent(
+        {{}, {twoTriangles("Plate")}, {{{"One", 1.0, {}}, {}}, {{"Two", 2.0, {}}, {}}}});
+    EXPECT_EQ(told_, (Stages{{1, 3}, {2, 3}, {3, 3}}));
 }
 
 TEST_F(Translation, FieldsThatDontFitTheirPartAreRefused)

@@ -6,6 +6,7 @@
 #include "Part.h"
 #include "StepInfo.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -19,6 +20,13 @@ namespace Exchange {
 class SequentialSource
 {
 public:
+    /// How much was read, of how much.
+    struct Stage
+    {
+        std::uint64_t done;
+        std::uint64_t all;
+    };
+
     using StepVisitor = std::function<void(StepInfo const&)>;
     using FieldVisitor = std::function<void(Field const&)>;
 
@@ -40,6 +48,9 @@ public:
     /// Hands over each step and, behind it, its fields, one after the other; no two fields are in
     /// memory at a time, where the format allows. Called once, after the parts were read.
     virtual void readSteps(StepVisitor const& startStep, FieldVisitor const& addField) = 0;
+
+    /// How far reading has come, in whatever the source counts.
+    virtual Stage stage() const = 0;
 };
 
 } // namespace Exchange

@@ -6,9 +6,10 @@ namespace Exchange {
 
 void Source::readSteps(StepVisitor const& startStep, FieldVisitor const& addField)
 {
-    for (std::size_t i = 0; i < stepCount(); ++i) {
-        startStep(namedStep(i));
-        readStep(i, addField);
+    while (stepsRead_ < stepCount()) {
+        startStep(namedStep(stepsRead_));
+        readStep(stepsRead_, addField);
+        ++stepsRead_;
     }
 }
 

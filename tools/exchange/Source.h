@@ -21,8 +21,13 @@ public:
     /// Steps without a name get a number for one, unless there is only one step.
     void readSteps(StepVisitor const& startStep, FieldVisitor const& addField) final;
 
+    /// Counts the mesh and each step.
+    Stage stage() const final { return {1 + stepsRead_, 1 + stepCount()}; }
+
 private:
     StepInfo namedStep(std::size_t index) const;
+
+    std::size_t stepsRead_ = 0;
 };
 
 } // namespace Exchange

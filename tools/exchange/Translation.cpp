@@ -53,10 +53,18 @@ void writeParts(SequentialSource& source, ModelWriter& writer)
     }
 }
 
-void writeSteps(SequentialSource& source, ModelWriter& writer)
+void writeSteps(SequentialSource& source, ModelWriter& writer, TranslationOptions const& options)
 {
-    source.readSteps([&writer](StepInfo const& step) { writer.startStep(step); },
-                     [&writer](Field const& field) { writer.addField(field); });
+    auto const tellStage = [&] {
+        SequentialSource::Stage const stage = source.stage();
+        options.progress(stage.done, stage.all);
+    };
+    auto const startStep = [&](StepInfo const& step) {
+        tellStage();
+        writer.startStep(step);
+    };
+    source.readSteps(startStep, [&writer](Field const& field) { writer.addField(field); });
+    tellStage();
 }
 
 Summary run(std::filesystem::path const& input, SourceOpener const& open,
@@ -68,7 +76,7 @@ Summary run(std::filesystem::path const& input, SourceOpener const& open,
     ModelWriter writer(file.path(), signatureOf(input, *source, options), source->attributes(),
                        report);
     writeParts(*source, writer);
-    writeSteps(*source, writer);
+    writeSteps(*source, writer, options);
     writer.close();
     file.publish();
     return {writer.nodeCount(), writer.elementCount(), writer.stepCount(), writer.fieldCount()};

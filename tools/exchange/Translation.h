@@ -5,6 +5,7 @@
 #include "SequentialSource.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -18,6 +19,9 @@ struct TranslationOptions
     bool overwrite = false;
     /// Name of the program that writes, for the model's writing record.
     std::string application = "mox";
+    /// Told how much of the work is done, and of how much, whenever a step begins and at the end.
+    std::function<void(std::uint64_t, std::uint64_t)> progress = [](std::uint64_t, std::uint64_t) {
+    };
 };
 
 /// What a translation has written.

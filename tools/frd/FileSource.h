@@ -34,6 +34,9 @@ public:
     /// Takes `size` bytes; the pointer holds until the next call.
     char const* readRecord(std::size_t size, std::string const& where);
 
+    /// Bytes of the file.
+    std::uint64_t size() const { return size_; }
+
     /// How many bytes are left.
     std::uint64_t remaining() const { return size_ - offset_; }
 

@@ -7,6 +7,7 @@
 #include "ResultBlock.h"
 #include "ResultReader.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -34,6 +35,9 @@ public:
 
     Header const& header() const { return header_; }
     Mesh const& mesh() const { return mesh_; }
+
+    std::uint64_t size() const { return source_.size(); }
+    std::uint64_t bytesRead() const { return source_.size() - source_.remaining(); }
 
     /// Reads the next result block; false when the file came to its proper end.
     bool next(ResultBlock& block);

@@ -25,6 +25,8 @@ public:
     Exchange::AttributeList attributes() const override;
     std::vector<Exchange::Part> readParts() override;
     void readSteps(StepVisitor const& startStep, FieldVisitor const& addField) override;
+    /// Counts bytes: nobody knows the steps before the end.
+    Stage stage() const override { return {reader_.bytesRead(), reader_.size()}; }
 
 private:
     Exchange::StepInfo stepOf(ResultBlock const& block);

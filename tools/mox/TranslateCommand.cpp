@@ -5,6 +5,7 @@
 #include "RunWithLibraries.h"
 
 #include <common/PartialFile.h>
+#include <common/Progress.h>
 #include <exchange/Error.h>
 
 #include <CLI/CLI.hpp>
@@ -50,9 +51,13 @@ Exchange::Summary translateWith(Format const& format, TranslateArguments const& 
                          "This is a file of the format " + format.name +
                              ", and this mox was built without it: " + format.package +
                              " has to be there when it is built.");
+    Common::Progress progress("translate " + arguments.input);
     Exchange::TranslationOptions options;
     options.overwrite = arguments.overwrite;
     options.application = application;
+    options.progress = [&progress](std::uint64_t done, std::uint64_t all) {
+        progress.show(done, all);
+    };
     return Exchange::translate(arguments.input, format.open, arguments.output, options, report);
 }
 
@@ -133,7 +138,7 @@ void addTranslateCommand(CLI::App& app, int& exitStatus)
     command->add_flag("--skip-unknown", arguments->skipUnknown,
                       "Leave elements out that a model can't hold, such as polyhedra");
     command->add_flag("--json", arguments->json, "Print what was written as JSON");
-    command->footer("Example: mox translate result.pvd result.mox");
+    command->footer("Example:\n  mox translate result.pvd result.mox");
     command->callback(
         [&exitStatus, arguments] { exitStatus = translateWhereItCanBeRead(*arguments); });
 }

@@ -16,6 +16,9 @@ struct Outcome
 /// \param prefix what the shell does before, such as "ulimit -f 1;"
 Outcome run(std::string const& arguments, std::string const& prefix = "");
 
+/// Runs it with an error stream that is a terminal; `err` is all that the terminal was sent.
+Outcome runOnTerminal(std::string const& arguments, std::string const& prefix = "");
+
 /// Runs it with an output stream that goes to a file or device.
 Outcome runInto(std::string const& target, std::string const& arguments);
 

@@ -111,6 +111,7 @@ void DatasetWriter::writeRows(AppendRow const& append) const
 {
     std::size_t const rows = dataset_.rows();
     std::string piece;
+    progress_.show(0, rows);
     for (std::size_t row = 0; row < rows && out_; ++row) {
         append(piece, row);
         if (piece.size() < pieceSize)

@@ -42,9 +42,8 @@ public:
           columns_(componentNames(variable_.variableType(), variable_.datasetName()))
     {}
 
-    void write(std::ostream& out) const
+    void write(std::ostream& out, Common::Progress& progress) const
     {
-        Common::Progress progress("dump " + options_.file, progressStream());
         DatasetWriter const writer(dataset_, out, progress);
         std::string const format = formatOf(options_);
         if (options_.json)
@@ -58,14 +57,6 @@ public:
     }
 
 private:
-    // No bar between the values on a terminal that shows both.
-    int progressStream() const
-    {
-        constexpr int none = -1;
-        bool const showsValues = options_.output.empty() && ::isatty(STDOUT_FILENO) == 1;
-        return showsValues ? none : STDERR_FILENO;
-    }
-
     void writeJson(std::ostream& out, DatasetWriter const& writer) const
     {
         bool const isFloat = dataset_.elementType == MoxRead::ElementType::Float;
@@ -90,21 +81,31 @@ private:
     std::vector<std::string> columns_;
 };
 
-void writeFile(Dump const& dump, DumpOptions const& options)
+// No bar between the values on a terminal that shows both.
+int progressStream(DumpOptions const& options)
+{
+    constexpr int none = -1;
+    bool const showsValues = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
+    return showsValues ? none : STDERR_FILENO;
+}
+
+void writeFile(Dump const& dump, DumpOptions const& options, Common::Progress& progress)
 {
     OutputFile file(options.output, options.overwrite);
-    dump.write(file.stream());
+    dump.write(file.stream(), progress);
     file.finish();
 }
 
 void dumpTo(std::ostream& out, DumpOptions const& options)
 {
+    // Reading a dataset may take as long as writing it.
+    Common::Progress progress("dump " + options.file, progressStream(options));
     MoxRead::Model model(options.file);
     Dump const dump(options, model);
     if (options.output.empty())
-        dump.write(out);
+        dump.write(out, progress);
     else
-        inFile(options.output, [&] { writeFile(dump, options); });
+        inFile(options.output, [&] { writeFile(dump, options, progress); });
 }
 
 void refuseBytesOnATerminal(DumpOptions const& options)

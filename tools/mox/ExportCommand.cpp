@@ -1,12 +1,11 @@
 #include "ExportCommand.h"
 
 #include "RunWithLibraries.h"
-#include "SummaryText.h"
+#include "ViewerOutput.h"
 #include "common/Progress.h"
 
 #include <CLI/CLI.hpp>
 
-#include <exception>
 #include <iostream>
 #include <memory>
 
@@ -69,17 +68,6 @@ int exportFile(std::string const& input, std::string const& output,
                VtkExport::ExportOptions const& options, bool asJson, std::ostream& out,
                std::ostream& err)
 {
-    try {
-        VtkExport::ExportSummary const summary = exportWithProgress(input, output, options);
-        for (std::string const& warning : summary.warnings)
-            err << "mox export: warning: " << warning << '\n';
-        if (asJson)
-            printJson(summary, output, out);
-        else
-            printText(summary, output, out);
-        return 0;
-    } catch (std::exception const& error) {
-        err << "mox export: " << error.what() << '\n';
-        return 1;
-    }
+    ViewerOutput const target("mox export", output, asJson, out, err);
+    return target.make([&] { return exportWithProgress(input, output, options); });
 }

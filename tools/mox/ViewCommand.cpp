@@ -1,13 +1,12 @@
 #include "ViewCommand.h"
 
 #include "RunWithLibraries.h"
-#include "SummaryText.h"
+#include "ViewerOutput.h"
 #include "common/Progress.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -135,17 +134,6 @@ int viewFile(std::string const& input, std::string const& output,
              VtkExport::ViewOptions const& options, bool asJson, std::ostream& out,
              std::ostream& err)
 {
-    try {
-        VtkExport::ViewSummary const summary = viewWithProgress(input, output, options);
-        for (std::string const& warning : summary.warnings)
-            err << "mox view: warning: " << warning << '\n';
-        if (asJson)
-            printJson(summary, output, out);
-        else
-            printText(summary, output, out);
-        return 0;
-    } catch (std::exception const& error) {
-        err << "mox view: " << error.what() << '\n';
-        return 1;
-    }
+    ViewerOutput const target("mox view", output, asJson, out, err);
+    return target.make([&] { return viewWithProgress(input, output, options); });
 }

@@ -1,14 +1,11 @@
 #include "TestFiles.h"
 
+#include <mox/CommandLine.h>
 #include <mox/TranslateCommand.h>
 #include <moxread/Verify.h>
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <iostream>
 #include <sstream>
 
@@ -19,12 +16,13 @@ using Names = std::vector<std::string>;
 
 int runWith(std::vector<std::string> arguments)
 {
-    CLI::App app("test");
-    int exitStatus = -1;
-    addTranslateCommand(app, exitStatus);
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(arguments);
-    return exitStatus;
+    CommandLine commandLine("test", "test");
+    addTranslateCommand(commandLine);
+    arguments.insert(arguments.begin(), "test");
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    return commandLine.run(static_cast<int>(pointers.size()), pointers.data());
 }
 
 int translate(std::string const& input, std::string const& output, std::ostream& err)
@@ -103,8 +101,10 @@ TEST(TranslateCommand, TheCommandTakesInputOutputAndTheOverwriteFlag)
 
 TEST(TranslateCommand, MissingArgumentsAreWrongUsage)
 {
-    EXPECT_THROW(runWith({"translate", "in.frd"}), CLI::ParseError);
-    EXPECT_THROW(runWith({"translate", "a", "b", "c"}), CLI::ParseError);
+    ErrorStream const errors;
+    EXPECT_EQ(runWith({"translate", "in.frd"}), 2);
+    EXPECT_EQ(errors.text(), "test: OUT is required; see test --help\n");
+    EXPECT_EQ(runWith({"translate", "a", "b", "c"}), 2);
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "DiffCommand.h"
 
+#include "CommandLine.h"
 #include "FileCommand.h"
 #include "ModelComparison.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cmath>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 
@@ -46,33 +46,32 @@ int diff(DiffOptions const& options, std::ostream& out)
 
 std::string refuseUnlessBound(std::string const& text)
 {
-    double value = 0;
-    bool const isNumber = CLI::detail::lexical_cast(text, value);
+    char* end = nullptr;
+    double const value = std::strtod(text.c_str(), &end);
+    bool const isNumber = !text.empty() && end == text.c_str() + text.size();
     return isNumber && std::isfinite(value) && value >= 0 ? "" : text + " is no number from 0 on";
 }
 
 } // namespace
 
-void addDiffCommand(CLI::App& app, int& exitStatus)
+void addDiffCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<DiffOptions>();
-    CLI::App* const command = app.add_subcommand("diff", "Tell in what two model files differ");
-    command->add_option("A", options->left, "Model file")->required();
-    command->add_option("B", options->right, "Model file to compare it with")->required();
+    SubCommand command = commandLine.addCommand("diff", "Tell in what two model files differ");
+    command.add("A", options->left, "Model file").required();
+    command.add("B", options->right, "Model file to compare it with").required();
     command
-        ->add_option("--tolerance", options->tolerance.absolute,
-                     "Difference up to which floats are equal")
-        ->type_name("T")
-        ->check(refuseUnlessBound);
+        .add("--tolerance", options->tolerance.absolute, "Difference up to which floats are equal")
+        .placeholder("T")
+        .check(refuseUnlessBound);
     command
-        ->add_option("--relative", options->tolerance.relative,
-                     "The same, as a part of the larger of the two")
-        ->type_name("R")
-        ->check(refuseUnlessBound);
-    command->add_flag("--json", options->json, "Print JSON");
-    command->footer("Example:\n  mox diff before.mox after.mox --relative 1e-5");
-    command->callback(
-        [&exitStatus, options] { exitStatus = diffFiles(*options, std::cout, std::cerr); });
+        .add("--relative", options->tolerance.relative,
+             "The same, as a part of the larger of the two")
+        .placeholder("R")
+        .check(refuseUnlessBound);
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox diff before.mox after.mox --relative 1e-5");
+    command.run([options] { return diffFiles(*options, std::cout, std::cerr); });
 }
 
 int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err)

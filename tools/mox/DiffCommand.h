@@ -6,9 +6,7 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct DiffOptions
 {
@@ -18,8 +16,8 @@ struct DiffOptions
     bool json = false;
 };
 
-/// Adds the command `diff` and stores its exit status when it runs.
-void addDiffCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `diff`.
+void addDiffCommand(CommandLine& commandLine);
 
 /// Prints on `out` in what two models differ, a line for each difference. A bad file gets one line
 /// on `err` and nothing on `out`. Returns the exit status: 0 when they are equal, else 1.

@@ -1,5 +1,6 @@
 #include "DumpCommand.h"
 
+#include "CommandLine.h"
 #include "ComponentNames.h"
 #include "DatasetSearch.h"
 #include "DatasetWriter.h"
@@ -10,8 +11,6 @@
 
 #include "common/Progress.h"
 #include "moxread/NodePath.h"
-
-#include <CLI/CLI.hpp>
 
 #include <filesystem>
 #include <functional>
@@ -112,37 +111,36 @@ void refuseBytesOnATerminal(DumpOptions const& options)
 {
     bool const isNpy = !options.json && formatOf(options) == "npy";
     if (isNpy && options.output.empty() && ::isatty(STDOUT_FILENO) == 1)
-        throw CLI::ValidationError("npy is not for a terminal: name a file with -o");
+        throw UsageError("npy is not for a terminal: name a file with -o");
 }
 
 } // namespace
 
-void addDumpCommand(CLI::App& app, int& exitStatus)
+void addDumpCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<DumpOptions>();
-    CLI::App* const command = app.add_subcommand("dump", "Write out the values of one dataset");
-    command->add_option("FILE", options->file, "Model file")->required();
+    SubCommand command = commandLine.addCommand("dump", "Write out the values of one dataset");
+    command.add("FILE", options->file, "Model file").required();
     command
-        ->add_option("PATH", options->node,
-                     "Shape with the dataset: names from the root down, joined by /, or #ID")
-        ->required();
-    command->add_option("DATASET", options->dataset, "Name of the dataset")->required();
-    command->add_option("--step", options->step, "Step of the dataset, if it belongs to one")
-        ->type_name("STEP");
-    CLI::Option* const format = command
-                                    ->add_option("--format", options->format,
-                                                 "text, csv or npy; the ending of OUT unless given")
-                                    ->type_name("FORMAT")
-                                    ->check(CLI::IsMember({"text", "csv", "npy"}));
-    command->add_flag("--json", options->json, "Write JSON")->excludes(format);
-    CLI::Option* const output =
-        command->add_option("-o,--output", options->output, "File to write to")->type_name("OUT");
-    command->add_flag("--overwrite", options->overwrite, "Replace OUT if it exists")->needs(output);
-    command->footer(
+        .add("PATH", options->node,
+             "Shape with the dataset: names from the root down, joined by /, or #ID")
+        .required();
+    command.add("DATASET", options->dataset, "Name of the dataset").required();
+    command.add("--step", options->step, "Step of the dataset, if it belongs to one")
+        .placeholder("STEP");
+    Argument const format =
+        command.add("--format", options->format, "Unless given, the ending of OUT tells it")
+            .placeholder("text|csv|npy")
+            .oneOf({"text", "csv", "npy"});
+    command.addFlag("--json", options->json, "Write JSON").excludes(format);
+    Argument const output =
+        command.add("-o,--output", options->output, "File to write to").placeholder("OUT");
+    command.addFlag("--overwrite", options->overwrite, "Replace OUT if it exists").needs(output);
+    command.explain(
         "Example:\n  mox dump beam.mox Beam/Steel Displacement --step \"Load 1\" -o u.csv");
-    command->callback([&exitStatus, options] {
+    command.run([options] {
         refuseBytesOnATerminal(*options);
-        exitStatus = dumpDataset(*options, std::cout, std::cerr);
+        return dumpDataset(*options, std::cout, std::cerr);
     });
 }
 

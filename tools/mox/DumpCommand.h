@@ -5,9 +5,7 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct DumpOptions
 {
@@ -23,8 +21,8 @@ struct DumpOptions
     bool json = false;
 };
 
-/// Adds the command `dump` and stores its exit status when it runs.
-void addDumpCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `dump`.
+void addDumpCommand(CommandLine& commandLine);
 
 /// Writes the values of one dataset to `out`, or to the file that the options name. A bad file, or
 /// a dataset that is not there, gets one line on `err`. Returns the exit status.

@@ -1,10 +1,9 @@
 #include "ExportCommand.h"
 
+#include "CommandLine.h"
 #include "RunWithLibraries.h"
 #include "ViewerOutput.h"
 #include "common/Progress.h"
-
-#include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <memory>
@@ -24,16 +23,16 @@ std::string complaintAboutTarget(std::string const& path)
     return VtkExport::isExportTarget(path) ? "" : path + " does not end with .vtu, .vtm or .pvd";
 }
 
-void addArguments(CLI::App& command, Arguments& arguments)
+void addArguments(SubCommand& command, Arguments& arguments)
 {
-    command.add_option("FILE", arguments.input, "Model file")->required();
-    command.add_option("OUT", arguments.output, "What to make: .vtu, .vtm or .pvd")
-        ->required()
-        ->check(CLI::Validator(complaintAboutTarget, ""));
-    command.add_option("--step", arguments.options.step,
-                       "Write this step only (default: the last; for .pvd, all)");
-    command.add_flag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
-    command.add_flag("--json", arguments.asJson, "Say as JSON what was written");
+    command.add("FILE", arguments.input, "Model file").required();
+    command.add("OUT", arguments.output, "What to make: .vtu, .vtm or .pvd")
+        .required()
+        .check(complaintAboutTarget);
+    command.add("--step", arguments.options.step,
+                "Write this step only (default: the last; for .pvd, all)");
+    command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
+    command.addFlag("--json", arguments.asJson, "Say as JSON what was written");
 }
 
 /// The bar is gone when this returns, before anything else is said.
@@ -47,17 +46,17 @@ VtkExport::ExportSummary exportWithProgress(std::string const& input, std::strin
 
 } // namespace
 
-void addExportCommand(CLI::App& app, int& exitStatus)
+void addExportCommand(CommandLine& commandLine)
 {
     auto const arguments = std::make_shared<Arguments>();
-    CLI::App* const command =
-        app.add_subcommand("export", "Write a model as files for viewers that read VTK's formats");
-    addArguments(*command, *arguments);
-    command->footer(
+    SubCommand command = commandLine.addCommand(
+        "export", "Write a model as files for viewers that read VTK's formats");
+    addArguments(command, *arguments);
+    command.explain(
         "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
         "collection (.pvd).\nExample:\n  mox export cantilever.mox cantilever.pvd");
-    command->callback([&exitStatus, arguments] {
-        exitStatus = runWithLibraries("mox export", [&] {
+    command.run([arguments] {
+        return runWithLibraries("mox export", [&] {
             return exportFile(arguments->input, arguments->output, arguments->options,
                               arguments->asJson, std::cout, std::cerr);
         });

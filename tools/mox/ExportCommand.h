@@ -6,12 +6,10 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
-/// Adds the command `export` and stores its exit status when it runs.
-void addExportCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `export`.
+void addExportCommand(CommandLine& commandLine);
 
 /// Writes a model as VTK's XML files and says on `out` what was written, as JSON if wanted. A
 /// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.

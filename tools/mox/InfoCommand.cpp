@@ -1,6 +1,7 @@
 #include "InfoCommand.h"
 
 #include "BlockReport.h"
+#include "CommandLine.h"
 #include "FileCommand.h"
 #include "JsonListing.h"
 #include "JsonWriter.h"
@@ -8,8 +9,6 @@
 
 #include "moxread/GlobalInformation.h"
 #include "moxread/KeyStream.h"
-
-#include <CLI/CLI.hpp>
 
 #include <iomanip>
 #include <iostream>
@@ -145,16 +144,15 @@ void printJson(std::ostream& out, FileInfo const& info, std::string const& file)
 
 } // namespace
 
-void addInfoCommand(CLI::App& app, int& exitStatus)
+void addInfoCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<InfoOptions>();
-    CLI::App* const command =
-        app.add_subcommand("info", "Show the blocks of a model file and how well they compress");
-    command->add_option("FILE", options->file, "Model file")->required();
-    command->add_flag("--json", options->json, "Print JSON");
-    command->footer("Example:\n  mox info beam.mox");
-    command->callback(
-        [&exitStatus, options] { exitStatus = showInfo(*options, std::cout, std::cerr); });
+    SubCommand command = commandLine.addCommand(
+        "info", "Show the blocks of a model file and how well they compress");
+    command.add("FILE", options->file, "Model file").required();
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox info beam.mox");
+    command.run([options] { return showInfo(*options, std::cout, std::cerr); });
 }
 
 int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err)

@@ -4,9 +4,7 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct InfoOptions
 {
@@ -14,8 +12,8 @@ struct InfoOptions
     bool json = false;
 };
 
-/// Adds the command `info` and stores its exit status when it runs.
-void addInfoCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `info`.
+void addInfoCommand(CommandLine& commandLine);
 
 /// Prints on `out` of which blocks a file is made, and who wrote it. Needs a sound container, but
 /// looks into no values. A bad file gets one line on `err`. Returns the exit status.

@@ -1,13 +1,12 @@
 #include "LsCommand.h"
 
+#include "CommandLine.h"
 #include "FileCommand.h"
 #include "JsonListing.h"
 #include "Listing.h"
 #include "ModelContents.h"
 
 #include "moxread/NodePath.h"
-
-#include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <memory>
@@ -30,17 +29,16 @@ void list(LsOptions const& options, std::ostream& out)
 
 } // namespace
 
-void addLsCommand(CLI::App& app, int& exitStatus)
+void addLsCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<LsOptions>();
-    CLI::App* const command = app.add_subcommand("ls", "List what is in a model file");
-    command->add_option("FILE", options->file, "Model file")->required();
-    command->add_option("PATH", options->node,
-                        "Node to begin with: names from the root down, joined by /, or #ID");
-    command->add_flag("--json", options->json, "Print JSON");
-    command->footer("Example:\n  mox ls beam.mox Beam/Steel");
-    command->callback(
-        [&exitStatus, options] { exitStatus = listFile(*options, std::cout, std::cerr); });
+    SubCommand command = commandLine.addCommand("ls", "List what is in a model file");
+    command.add("FILE", options->file, "Model file").required();
+    command.add("PATH", options->node,
+                "Node to begin with: names from the root down, joined by /, or #ID");
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox ls beam.mox Beam/Steel");
+    command.run([options] { return listFile(*options, std::cout, std::cerr); });
 }
 
 int listFile(LsOptions const& options, std::ostream& out, std::ostream& err)

@@ -5,9 +5,7 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct LsOptions
 {
@@ -17,8 +15,8 @@ struct LsOptions
     bool json = false;
 };
 
-/// Adds the command `ls` and stores its exit status when it runs.
-void addLsCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `ls`.
+void addLsCommand(CommandLine& commandLine);
 
 /// Prints on `out` what is in a file. A bad file gets one line on `err` and nothing on `out`: no
 /// part of it is shown as if it were the whole. Returns the exit status.

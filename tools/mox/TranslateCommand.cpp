@@ -1,6 +1,7 @@
 #include "TranslateCommand.h"
 
 #include "ChildProcess.h"
+#include "CommandLine.h"
 #include "Formats.h"
 #include "RunWithLibraries.h"
 
@@ -8,7 +9,6 @@
 #include <common/Progress.h>
 #include <exchange/Error.h>
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <exception>
@@ -126,21 +126,20 @@ int translateWhereItCanBeRead(TranslateArguments const& arguments)
 
 } // namespace
 
-void addTranslateCommand(CLI::App& app, int& exitStatus)
+void addTranslateCommand(CommandLine& commandLine)
 {
     auto const arguments = std::make_shared<TranslateArguments>();
-    CLI::App* const command = app.add_subcommand(
+    SubCommand command = commandLine.addCommand(
         "translate", "Make a model file of a result file: .frd, VTK, EnSight, CGNS, OpenFOAM, "
                      "Exodus or Gmsh, as its content says");
-    command->add_option("IN", arguments->input, "Result file or case folder")->required();
-    command->add_option("OUT", arguments->output, "Model file to be made")->required();
-    command->add_flag("--overwrite", arguments->overwrite, "Replace OUT if it exists");
-    command->add_flag("--skip-unknown", arguments->skipUnknown,
-                      "Leave elements out that a model can't hold, such as polyhedra");
-    command->add_flag("--json", arguments->json, "Print what was written as JSON");
-    command->footer("Example:\n  mox translate result.pvd result.mox");
-    command->callback(
-        [&exitStatus, arguments] { exitStatus = translateWhereItCanBeRead(*arguments); });
+    command.add("IN", arguments->input, "Result file or case folder").required();
+    command.add("OUT", arguments->output, "Model file to be made").required();
+    command.addFlag("--overwrite", arguments->overwrite, "Replace OUT if it exists");
+    command.addFlag("--skip-unknown", arguments->skipUnknown,
+                    "Leave elements out that a model can't hold, such as polyhedra");
+    command.addFlag("--json", arguments->json, "Print what was written as JSON");
+    command.explain("Example:\n  mox translate result.pvd result.mox");
+    command.run([arguments] { return translateWhereItCanBeRead(*arguments); });
 }
 
 int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)

@@ -4,9 +4,7 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct TranslateArguments
 {
@@ -20,8 +18,8 @@ struct TranslateArguments
     bool json = false;
 };
 
-/// Adds the command `translate` and stores its exit status when it runs.
-void addTranslateCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `translate`.
+void addTranslateCommand(CommandLine& commandLine);
 
 /// Translates a result file into a model. Warnings get one line each on `err`, so does a failure,
 /// which names the file that is wrong, and leaves no output file behind. Returns the exit status.

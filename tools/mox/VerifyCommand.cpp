@@ -1,12 +1,11 @@
 #include "VerifyCommand.h"
 
+#include "CommandLine.h"
 #include "FileCommand.h"
 #include "JsonWriter.h"
 
 #include "common/Progress.h"
 #include "moxread/Verify.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <iostream>
@@ -137,16 +136,15 @@ int verifyAll(std::vector<std::string> const& files, Report report)
 
 } // namespace
 
-void addVerifyCommand(CLI::App& app, int& exitStatus)
+void addVerifyCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<VerifyOptions>();
-    CLI::App* const command =
-        app.add_subcommand("verify", "Check every byte of a model file's layout");
-    command->add_option("FILE", options->files, "Model files")->required();
-    command->add_flag("--json", options->json, "Print JSON");
-    command->footer("Example:\n  mox verify beam.mox frame.mox");
-    command->callback(
-        [&exitStatus, options] { exitStatus = verifyFiles(*options, std::cout, std::cerr); });
+    SubCommand command =
+        commandLine.addCommand("verify", "Check every byte of a model file's layout");
+    command.add("FILE", options->files, "Model files").required();
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox verify beam.mox frame.mox");
+    command.run([options] { return verifyFiles(*options, std::cout, std::cerr); });
 }
 
 int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err)

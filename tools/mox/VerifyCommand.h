@@ -5,9 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 struct VerifyOptions
 {
@@ -15,8 +13,8 @@ struct VerifyOptions
     bool json = false;
 };
 
-/// Adds the command `verify` and stores its exit status when it runs.
-void addVerifyCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `verify`.
+void addVerifyCommand(CommandLine& commandLine);
 
 /// Says on `out` that files are sound, or on `err` what is wrong with them: a line for each, and
 /// for several one more that counts them. Returns the exit status.

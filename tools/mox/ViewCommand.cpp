@@ -1,10 +1,9 @@
 #include "ViewCommand.h"
 
+#include "CommandLine.h"
 #include "RunWithLibraries.h"
 #include "ViewerOutput.h"
 #include "common/Progress.h"
-
-#include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <filesystem>
@@ -63,41 +62,48 @@ std::map<std::string, VtkExport::Camera> const& cameras()
     return all;
 }
 
-void addAppearance(CLI::App& command, Arguments& arguments)
+std::vector<std::string> namesOfCameras()
 {
-    command
-        .add_option(
-            "--warp", arguments.options.warp,
-            "Factor of the displacements (default: the largest becomes a tenth of the size)")
-        ->type_name("N");
-    command.add_option("--size", arguments.size, "Width and height (default: 1280x960)")
-        ->type_name("WxH")
-        ->check(CLI::Validator(complaintAboutSize, ""));
-    command.add_option("--camera", arguments.camera, "Where to look from (default: iso)")
-        ->type_name("iso|x|y|z")
-        ->check(CLI::IsMember(cameras()).description(""));
-    command.add_flag("--edges", arguments.options.edges, "Draw the edges of the elements, too");
+    std::vector<std::string> names;
+    for (auto const& [name, camera] : cameras())
+        names.push_back(name);
+    return names;
 }
 
-void addArguments(CLI::App& command, Arguments& arguments)
+void addAppearance(SubCommand& command, Arguments& arguments)
+{
+    command
+        .add("--warp", arguments.options.warp,
+             "Factor of the displacements (default: the largest becomes a tenth of the size)")
+        .placeholder("N");
+    command.add("--size", arguments.size, "Width and height (default: 1280x960)")
+        .placeholder("WxH")
+        .check(complaintAboutSize);
+    command.add("--camera", arguments.camera, "Where to look from (default: iso)")
+        .placeholder("iso|x|y|z")
+        .oneOf(namesOfCameras());
+    command.addFlag("--edges", arguments.options.edges, "Draw the edges of the elements, too");
+}
+
+void addArguments(SubCommand& command, Arguments& arguments)
 {
     std::vector<std::string> const components = {"magnitude", "x",  "y",  "z",  "xx",   "yy",
                                                  "zz",        "xy", "yz", "zx", "mises"};
-    command.add_option("FILE", arguments.input, "Model file")->required();
-    command.add_option("OUT", arguments.output, "Picture to be made: .png")
-        ->required()
-        ->check(CLI::Validator(complaintAboutTarget, ""));
-    command.add_option("--step", arguments.options.step, "Step to show (default: the last)");
-    command.add_option("--field", arguments.options.field,
-                       "Field to show (default: Displacement, else the first)");
+    command.add("FILE", arguments.input, "Model file").required();
+    command.add("OUT", arguments.output, "Picture to be made: .png")
+        .required()
+        .check(complaintAboutTarget);
+    command.add("--step", arguments.options.step, "Step to show (default: the last)");
+    command.add("--field", arguments.options.field,
+                "Field to show (default: Displacement, else the first)");
     command
-        .add_option("--component", arguments.options.component,
-                    "What of the field to show (default: magnitude, or mises of a tensor)")
-        ->type_name("magnitude|x|y|z|xx|yy|zz|xy|yz|zx|mises")
-        ->check(CLI::IsMember(components).description(""));
+        .add("--component", arguments.options.component,
+             "What of the field to show (default: magnitude, or mises of a tensor)")
+        .placeholder("magnitude|x|y|z|xx|yy|zz|xy|yz|zx|mises")
+        .oneOf(components);
     addAppearance(command, arguments);
-    command.add_flag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
-    command.add_flag("--json", arguments.asJson, "Say as JSON what the picture shows");
+    command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
+    command.addFlag("--json", arguments.asJson, "Say as JSON what the picture shows");
 }
 
 /// The bar is gone when this returns, before anything else is said.
@@ -111,19 +117,19 @@ VtkExport::ViewSummary viewWithProgress(std::string const& input, std::string co
 
 } // namespace
 
-void addViewCommand(CLI::App& app, int& exitStatus)
+void addViewCommand(CommandLine& commandLine)
 {
     auto const arguments = std::make_shared<Arguments>();
-    CLI::App* const command = app.add_subcommand("view", "Draw a picture of a model");
-    addArguments(*command, *arguments);
-    command->footer(
+    SubCommand command = commandLine.addCommand("view", "Draw a picture of a model");
+    addArguments(command, *arguments);
+    command.explain(
         "Example:\n  mox view cantilever.mox stress.png --field STRESS --component mises");
-    command->callback([&exitStatus, arguments] {
+    command.run([arguments] {
         if (!arguments->size.empty())
             readSize(arguments->size, arguments->options);
         if (!arguments->camera.empty())
             arguments->options.camera = cameras().at(arguments->camera);
-        exitStatus = runWithLibraries("mox view", [&] {
+        return runWithLibraries("mox view", [&] {
             return viewFile(arguments->input, arguments->output, arguments->options,
                             arguments->asJson, std::cout, std::cerr);
         });

@@ -6,12 +6,10 @@
 #include <ostream>
 #include <string>
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
-/// Adds the command `view` and stores its exit status when it runs.
-void addViewCommand(CLI::App& app, int& exitStatus);
+/// Adds the command `view`.
+void addViewCommand(CommandLine& commandLine);
 
 /// Draws a model into a PNG file and says on `out` what the picture shows, as JSON if wanted. A
 /// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.

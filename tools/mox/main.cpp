@@ -1,3 +1,4 @@
+#include "CommandLine.h"
 #include "DiffCommand.h"
 #include "DumpCommand.h"
 #include "ExportCommand.h"
@@ -7,30 +8,14 @@
 #include "VerifyCommand.h"
 #include "ViewCommand.h"
 
-#include <CLI/CLI.hpp>
-
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <iostream>
-#include <string>
 
 namespace {
 
 constexpr int failure = 1;
-constexpr int wrongUsage = 2;
-
-std::string usageMessage(CLI::App const* /*app*/, const CLI::Error& error)
-{
-    return "mox: " + std::string(error.what()) + "; see mox --help\n";
-}
-
-// CLI11's own check would call an unknown command a missing one.
-void requireCommand(CLI::App const& app)
-{
-    if (app.get_subcommands().empty())
-        throw CLI::RequiredError("A command");
-}
 
 // A reader that went away and a file that may not grow are told like any other failed write.
 void takeFailedWritesAsErrors()
@@ -41,24 +26,16 @@ void takeFailedWritesAsErrors()
 
 int run(int argc, char** argv)
 {
-    CLI::App app("Looks into model files and makes them", "mox");
-    app.failure_message(usageMessage);
-    int exitStatus = 0;
-    addTranslateCommand(app, exitStatus);
-    addVerifyCommand(app, exitStatus);
-    addLsCommand(app, exitStatus);
-    addExportCommand(app, exitStatus);
-    addViewCommand(app, exitStatus);
-    addInfoCommand(app, exitStatus);
-    addDumpCommand(app, exitStatus);
-    addDiffCommand(app, exitStatus);
-    app.require_subcommand(0, 1);
-    app.callback([&app] { requireCommand(app); });
-    try {
-        app.parse(argc, argv);
-    } catch (CLI::ParseError const& error) {
-        return app.exit(error) == 0 ? 0 : wrongUsage;
-    }
+    CommandLine commandLine("mox", "Looks into model files and makes them");
+    addTranslateCommand(commandLine);
+    addVerifyCommand(commandLine);
+    addLsCommand(commandLine);
+    addExportCommand(commandLine);
+    addViewCommand(commandLine);
+    addInfoCommand(commandLine);
+    addDumpCommand(commandLine);
+    addDiffCommand(commandLine);
+    int const exitStatus = commandLine.run(argc, argv);
     if (!std::cout.flush()) {
         std::cerr << "mox: the output cannot be written\n";
         return failure;

@@ -4,6 +4,7 @@
 #include "CellPoints.h"
 
 #include "support/Folder.h"
+#include "support/ModelFile.h"
 #include "support/VtkGrids.h"
 
 #include <mox/TranslateCommand.h>
@@ -26,6 +27,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -147,6 +149,19 @@ vtkDataObject* blockNamed(vtkMultiBlockDataSet& blocks, std::string const& name)
     return nullptr;
 }
 
+/// Names of the steps of a model, in the order in which they come up.
+std::vector<std::string> stepsOf(ModelFile& file)
+{
+    std::vector<std::string> steps;
+    for (MoxRead::Node const& node : file.model().nodes())
+        if (node.geometry() != nullptr)
+            for (MoxRead::Variable const& variable : node.geometry()->variables)
+                if (variable.hasStep() &&
+                    std::find(steps.begin(), steps.end(), variable.stepName()) == steps.end())
+                    steps.push_back(variable.stepName());
+    return steps;
+}
+
 class ModelToVtk : public ::testing::Test
 {
 protected:
@@ -252,6 +267,10 @@ TEST_F(ModelToVtk, BlocksComeBackWithTheirNames)
     blocks->GetMetaData(1U)->Set(vtkCompositeDataSet::NAME(), "Gruppe \\ 1");
     std::filesystem::path const input =
         writeWith<vtkXMLMultiBlockDataWriter>(folder_.path("in.vtm"), blocks);
+    // The writer itself leaves empty blocks out.
+    std::string text = contentOf(input);
+    text.insert(text.find("</Block>"), "<DataSet index=\"1\" name=\"leer\"/>");
+    folder_.write("in.vtm", text);
     auto const reader = reading<vtkXMLMultiBlockDataReader>(through(input, "out.vtm"));
     auto* const root = vtkMultiBlockDataSet::SafeDownCast(reader->GetOutput());
     vtkDataObject* const arrived = blockNamed(*root, "A <block>");
@@ -262,6 +281,9 @@ TEST_F(ModelToVtk, BlocksComeBackWithTheirNames)
     vtkDataObject* const leaf = blockNamed(*group, "Fläche / oben");
     ASSERT_NE(leaf, nullptr);
     expectSameGrid(*vtkDataSet::SafeDownCast(inner->GetBlock(0)), *vtkDataSet::SafeDownCast(leaf));
+    auto* const empty = vtkDataSet::SafeDownCast(blockNamed(*group, "leer"));
+    ASSERT_NE(empty, nullptr);
+    EXPECT_EQ(empty->GetNumberOfPoints(), 0);
 }
 
 TEST_F(ModelToVtk, StepsComeBackWithTheirTimes)
@@ -294,6 +316,19 @@ TEST_F(ModelToVtk, StepsComeBackWithTheirTimes)
             reading<vtkXMLUnstructuredGridReader>(folder_.path(entry.GetAttribute("file")));
         expectSameGrid(*original->GetOutput(), *arrived->GetOutput());
     }
+}
+
+TEST_F(ModelToVtk, StepsKeepTheirNames)
+{
+    std::filesystem::path const series =
+        through(std::filesystem::path(EXAMPLE_DATA) / "cantilever.frd", "out.pvd");
+    ModelFile original(folder_.path("model.mox"));
+    std::vector<std::string> const names = stepsOf(original);
+    ASSERT_EQ(names.size(), 14U);
+    EXPECT_EQ(names.front(), "Step 1 Increment 1");
+    through(series, "again.pvd");
+    ModelFile arrived(folder_.path("model.mox"));
+    EXPECT_EQ(stepsOf(arrived), names);
 }
 
 } // namespace

@@ -54,6 +54,9 @@ vtkSmartPointer<vtkUnstructuredGrid> twoTriangles()
     return gridOf(4, {{VTK_TRIANGLE, {0, 1, 2}}, {VTK_TRIANGLE, {0, 2, 3}}});
 }
 
+constexpr char const* twoSteps = "<DataSet timestep=\"1\" file=\"0.vtu\"/>"
+                                 "<DataSet timestep=\"2\" file=\"1.vtu\"/>";
+
 class Source : public ::testing::Test
 {
 protected:
@@ -298,6 +301,30 @@ TEST_F(Source, BlocksAreParts)
     EXPECT_EQ(file.parts()[2].nodeCount(), 0U);
 }
 
+TEST_F(Source, PiecesAreOneMesh)
+{
+    for (float const first : {0.0F, 1.0F}) {
+        auto const grid = twoTriangles();
+        grid->GetPointData()->AddArray(
+            arrayOf<vtkFloatArray>("P", 1, {first, first + 0.1F, first + 0.2F, first + 0.3F}));
+        write(grid, first == 0 ? "in_0.vtu" : "in_1.vtu");
+    }
+    OpenedFile const file(
+        FileKind::Xml,
+        folder_.write("in.pvtu",
+                      "<VTKFile type=\"PUnstructuredGrid\" version=\"1.0\">"
+                      "<PUnstructuredGrid GhostLevel=\"0\">"
+                      "<PPointData><PDataArray type=\"Float32\" Name=\"P\"/></PPointData><PPoints>"
+                      "<PDataArray type=\"Float64\" Name=\"Points\" NumberOfComponents=\"3\"/>"
+                      "</PPoints><Piece Source=\"in_0.vtu\"/><Piece Source=\"in_1.vtu\"/>"
+                      "</PUnstructuredGrid></VTKFile>"));
+    ASSERT_EQ(file.parts().size(), 1U);
+    EXPECT_EQ(file.parts()[0].nodeCount(), 8U);
+    EXPECT_EQ(file.parts()[0].connectivity, (Rows{0, 1, 2, 0, 2, 3, 4, 5, 6, 4, 6, 7}));
+    EXPECT_EQ(std::get<std::vector<float>>(file.field("P").values),
+              (std::vector<float>{0, 0.1F, 0.2F, 0.3F, 1, 1 + 0.1F, 1 + 0.2F, 1 + 0.3F}));
+}
+
 TEST_F(Source, WhatHasNoMeshIsRefused)
 {
     vtkNew<vtkTable> table;
@@ -361,6 +388,144 @@ TEST_F(Source, SingleValuesThatBelongToNoPointAreAttributesOfThePart)
         (Exchange::AttributeList{{"Cycle", 7}, {"Load", 0.5F}, {"Title", std::string("a beam")}}));
     EXPECT_EQ(file.warnings(),
               (Names{"The field data 'Several' is not a single value and was left out."}));
+}
+
+vtkSmartPointer<vtkStringArray> textOf(std::string const& name, std::string const& text)
+{
+    auto array = vtkSmartPointer<vtkStringArray>::New();
+    array->SetName(name.c_str());
+    array->InsertNextValue(text);
+    return array;
+}
+
+TEST_F(Source, SingleValuesInASeriesAreAttributesOfTheStep)
+{
+    for (int i = 0; i < 2; ++i) {
+        auto const grid = twoTriangles();
+        grid->GetFieldData()->AddArray(arrayOf<vtkDoubleArray>("TimeValue", 1, {0.25}));
+        grid->GetFieldData()->AddArray(arrayOf<vtkIntArray>("Cycle", 1, {7 + i}));
+        grid->GetFieldData()->AddArray(textOf("Load", i == 0 ? "wind" : "snow"));
+        grid->GetFieldData()->AddArray(arrayOf<vtkDoubleArray>("Several", 1, {1, 2}));
+        write(grid, std::to_string(i) + ".vtu");
+    }
+    OpenedFile const file = openedSeries(twoSteps);
+    EXPECT_EQ(file.steps()[0].attributes,
+              (Exchange::AttributeList{{"Cycle", 7}, {"Load", std::string("wind")}}));
+    EXPECT_EQ(file.steps()[1].attributes,
+              (Exchange::AttributeList{{"Cycle", 8}, {"Load", std::string("snow")}}));
+    EXPECT_TRUE(file.parts()[0].attributes.empty());
+    EXPECT_EQ(file.warnings(),
+              (Names{"The field data 'Several' is not a single value and was left out."}));
+}
+
+TEST_F(Source, WhatPartsOfAStepSayDifferentlyIsLeftOutWithAWarning)
+{
+    for (int i = 0; i < 2; ++i) {
+        auto const grid = twoTriangles();
+        grid->GetFieldData()->AddArray(arrayOf<vtkIntArray>("Part", 1, {i}));
+        grid->GetFieldData()->AddArray(arrayOf<vtkIntArray>("Cycle", 1, {7}));
+        write(grid, std::to_string(i) + ".vtu");
+    }
+    OpenedFile const file = openedSeries("<DataSet timestep=\"1\" file=\"0.vtu\"/>"
+                                         "<DataSet timestep=\"1\" file=\"1.vtu\"/>"
+                                         "<DataSet timestep=\"2\" file=\"0.vtu\"/>"
+                                         "<DataSet timestep=\"2\" file=\"1.vtu\"/>");
+    for (Exchange::StepInfo const& step : file.steps())
+        EXPECT_EQ(step.attributes, (Exchange::AttributeList{{"Cycle", 7}}));
+    EXPECT_EQ(file.warnings(), (Names{"The field data 'Part' differs between the parts of a step "
+                                      "and was left out."}));
+}
+
+Names namesOf(OpenedFile const& file)
+{
+    Names names;
+    for (Exchange::StepInfo const& step : file.steps())
+        names.push_back(step.name);
+    return names;
+}
+
+class NamedSteps : public Source
+{
+protected:
+    std::filesystem::path writeNamed(std::string const& file, std::string const& step) const
+    {
+        auto const grid = twoTriangles();
+        if (!step.empty())
+            grid->GetFieldData()->AddArray(textOf("Step", step));
+        return write(grid, file);
+    }
+
+    OpenedFile openedPair(std::string const& first, std::string const& second) const
+    {
+        writeNamed("0.vtu", first);
+        writeNamed("1.vtu", second);
+        return openedSeries(twoSteps);
+    }
+};
+
+TEST_F(NamedSteps, AreCalledWhatTheirFilesSay)
+{
+    OpenedFile const file = openedPair("Schnee / Dach", "wind");
+    EXPECT_EQ(namesOf(file), (Names{"Schnee / Dach", "wind"}));
+    EXPECT_TRUE(file.steps()[0].attributes.empty());
+    EXPECT_EQ(file.steps()[1].time, 2.0);
+    EXPECT_EQ(file.warnings(), Names());
+}
+
+TEST_F(NamedSteps, AreCountedWhereTwoAreCalledAlike)
+{
+    OpenedFile const file = openedPair("load", "load");
+    EXPECT_EQ(namesOf(file), (Names{"Step 1", "Step 2"}));
+    for (Exchange::StepInfo const& step : file.steps())
+        EXPECT_EQ(step.attributes, (Exchange::AttributeList{{"Step", std::string("load")}}));
+}
+
+TEST_F(NamedSteps, AreCountedWhereOneHasNoName)
+{
+    EXPECT_EQ(namesOf(openedPair("load", "")), (Names{"Step 1", "Step 2"}));
+    EXPECT_EQ(namesOf(openedPair("", "load")), (Names{"Step 1", "Step 2"}));
+}
+
+TEST_F(NamedSteps, OfBlocksAreCalledWhatTheBlocksSay)
+{
+    for (std::string const step : {"a", "b"}) {
+        auto const grid = twoTriangles();
+        grid->GetFieldData()->AddArray(textOf("Step", "load " + step));
+        vtkNew<vtkMultiBlockDataSet> blocks;
+        blocks->SetBlock(0, grid);
+        blocks->SetBlock(1, grid);
+        writeWith<vtkXMLMultiBlockDataWriter>(folder_.path(step + ".vtm"), blocks);
+    }
+    OpenedFile const file = openedSeries("<DataSet timestep=\"1\" file=\"a.vtm\"/>"
+                                         "<DataSet timestep=\"2\" file=\"b.vtm\"/>");
+    EXPECT_EQ(namesOf(file), (Names{"load a", "load b"}));
+    EXPECT_EQ(file.warnings(), Names());
+}
+
+TEST_F(NamedSteps, OfASingleFileNeedATime)
+{
+    auto const grid = twoTriangles();
+    grid->GetFieldData()->AddArray(textOf("Step", "load"));
+    OpenedFile const timeless = opened(grid);
+    EXPECT_EQ(namesOf(timeless), Names{""});
+    EXPECT_EQ(timeless.parts()[0].attributes,
+              (Exchange::AttributeList{{"Step", std::string("load")}}));
+    grid->GetFieldData()->AddArray(arrayOf<vtkDoubleArray>("TimeValue", 1, {0.3}));
+    OpenedFile const timed = opened(grid);
+    EXPECT_EQ(namesOf(timed), Names{"load"});
+    EXPECT_TRUE(timed.parts()[0].attributes.empty());
+}
+
+TEST_F(NamedSteps, BlocksInThemselvesAreRefused)
+{
+    folder_.write("a.vtm", "<VTKFile type=\"vtkMultiBlockDataSet\" version=\"1.0\">"
+                           "<vtkMultiBlockDataSet><DataSet index=\"0\" file=\"a.vtm\"/>"
+                           "</vtkMultiBlockDataSet></VTKFile>");
+    writeNamed("b.vtu", "load");
+    EXPECT_NE(OpenedFile::complaint(FileKind::Collection,
+                                    writeSeries("<DataSet timestep=\"1\" file=\"b.vtu\"/>"
+                                                "<DataSet timestep=\"2\" file=\"a.vtm\"/>")),
+              "");
 }
 
 TEST_F(Source, TheFilesOfASeriesAreStepsInAscendingTime)

@@ -12,6 +12,7 @@ class Source : public SequentialSource
 {
 public:
     virtual std::size_t stepCount() const = 0;
+    /// Asked for before the fields of that step are read, and after those of the step before.
     virtual StepInfo step(std::size_t index) const = 0;
 
     /// Hands over the fields of one step, as `readSteps` does. Called once for each step, in

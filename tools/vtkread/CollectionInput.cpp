@@ -1,5 +1,6 @@
 #include "CollectionInput.h"
 
+#include "StepName.h"
 #include "XmlInput.h"
 
 #include <exchange/Error.h>
@@ -77,9 +78,19 @@ void CollectionInput::addEntries(std::filesystem::path const& path)
     }
 }
 
+std::vector<CollectionInput::Entry> const& CollectionInput::entriesOf(std::size_t step) const
+{
+    return std::next(entries_.begin(), static_cast<std::ptrdiff_t>(step))->second;
+}
+
+std::string CollectionInput::stepName(std::size_t step)
+{
+    return stepNameIn(entriesOf(step).front().file);
+}
+
 vtkSmartPointer<vtkDataObject> CollectionInput::read(std::size_t step)
 {
-    auto const& entries = std::next(entries_.begin(), static_cast<std::ptrdiff_t>(step))->second;
+    std::vector<Entry> const& entries = entriesOf(step);
     if (entries.size() == 1 && entries.front().group.empty())
         return XmlInput(entries.front().file).read(0);
     auto blocks = vtkSmartPointer<vtkMultiBlockDataSet>::New();

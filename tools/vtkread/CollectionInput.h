@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace VtkRead {
 
@@ -16,6 +17,8 @@ public:
     explicit CollectionInput(std::filesystem::path const& path);
 
     std::vector<double> const& times() const override { return times_; }
+    /// That of the step's first file.
+    std::string stepName(std::size_t step) override;
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
 
 private:
@@ -27,6 +30,7 @@ private:
     };
 
     void addEntries(std::filesystem::path const& path);
+    std::vector<Entry> const& entriesOf(std::size_t step) const;
 
     /// In the order of the file, for each time.
     std::map<double, std::vector<Entry>> entries_;

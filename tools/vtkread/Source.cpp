@@ -7,6 +7,8 @@
 #include "Mesh.h"
 #include "Messages.h"
 #include "Readers.h"
+#include "StepAttributes.h"
+#include "StepName.h"
 
 #include <exchange/Error.h>
 
@@ -15,6 +17,7 @@
 #include <algorithm>
 #include <fstream>
 #include <new>
+#include <set>
 #include <utility>
 
 namespace VtkRead {
@@ -73,12 +76,15 @@ public:
         rememberMesh();
         if (input_->times().empty())
             timeOfOnlyStep_ = timeIn(object_);
+        rememberStepNames();
     }
 
     AttributeList attributes() const override
     {
-        // Of a mesh that stands alone, they are the part's.
-        return isSeries() || isSingleMesh() ? AttributeList() : attributesIn(object_, report_);
+        // Of a mesh that stands alone, they are the part's; of a series, the steps'.
+        return isSeries() || isSingleMesh()
+                   ? AttributeList()
+                   : withoutStepName(attributesIn(object_, report_), nameOfStep(0));
     }
 
     std::vector<Part> readParts() override
@@ -88,7 +94,8 @@ public:
         for (std::size_t i = 0; i < blocks_.size(); ++i) {
             parts.push_back(readMesh(blocks_[i], kept_[i], report_));
             if (!isSeries())
-                parts.back().attributes = attributesIn(blocks_[i].data, report_);
+                parts.back().attributes =
+                    withoutStepName(attributesIn(blocks_[i].data, report_), nameOfStep(0));
         }
         return parts;
     }
@@ -100,26 +107,40 @@ public:
 
     StepInfo step(std::size_t index) const override
     {
-        std::string const name = "Step " + std::to_string(index + 1);
-        if (!input_->times().empty())
-            return {name, input_->times()[index], {}};
-        return timeOfOnlyStep_ ? StepInfo{name, timeOfOnlyStep_, {}} : StepInfo{};
+        if (!hasTime())
+            return {};
+        std::string const name = nameOfStep(index);
+        return {name.empty() ? "Step " + std::to_string(index + 1) : name, timeOf(index),
+                withoutStepName(saidOfStep_, name)};
     }
 
     void readStep(std::size_t index, FieldVisitor const& visit) override
     {
-        if (index > 0)
-            load(index);
         checkMesh();
         for (std::size_t i = 0; i < blocks_.size(); ++i)
             if (blocks_[i].data != nullptr)
                 visitBlock(i, visit);
         release();
+        // Its name and attributes are asked for before its fields.
+        if (index + 1 < stepCount())
+            load(index + 1);
     }
 
 private:
     bool isSeries() const { return stepCount() > 1; }
     bool isSingleMesh() const { return vtkDataSet::SafeDownCast(object_) != nullptr; }
+    bool hasTime() const { return !input_->times().empty() || timeOfOnlyStep_; }
+
+    std::optional<double> timeOf(std::size_t step) const
+    {
+        return input_->times().empty() ? timeOfOnlyStep_ : input_->times()[step];
+    }
+
+    /// Empty where steps are counted.
+    std::string nameOfStep(std::size_t step) const
+    {
+        return stepNames_.empty() ? std::string() : stepNames_[step];
+    }
 
     void load(std::size_t step)
     {
@@ -127,6 +148,29 @@ private:
         if (object_ == nullptr)
             throw Error("VTK makes nothing of the file.");
         blocks_ = blocksOf(object_);
+        if (isSeries())
+            saidOfStep_ = stepAttributes(object_, blocks_, report_);
+    }
+
+    /// Steps are called what the source calls them if it does so for all of them, and never for two
+    /// alike.
+    void rememberStepNames()
+    {
+        std::string const first = stepNameAmong(isSeries() ? saidOfStep_ : saidOfOnlyStep());
+        if (first.empty() || !hasTime())
+            return;
+        stepNames_ = {first};
+        for (std::size_t i = 1; i < stepCount(); ++i)
+            stepNames_.push_back(guarded(report_, [&] { return input_->stepName(i); }));
+        std::set<std::string> const different(stepNames_.begin(), stepNames_.end());
+        if (different.size() < stepNames_.size() || different.count("") != 0)
+            stepNames_.clear();
+    }
+
+    AttributeList saidOfOnlyStep() const
+    {
+        Report ignored;
+        return stepAttributes(object_, blocks_, ignored);
     }
 
     /// The reader takes a file for whole that ends before its cells.
@@ -206,6 +250,9 @@ private:
     std::vector<std::vector<std::string>> names_;
     std::vector<Fingerprint> mesh_;
     std::optional<double> timeOfOnlyStep_;
+    /// What is said of the step that was read last, where there are several.
+    AttributeList saidOfStep_;
+    std::vector<std::string> stepNames_;
 };
 
 } // namespace

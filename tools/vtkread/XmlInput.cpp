@@ -18,22 +18,6 @@ namespace {
 
 using Exchange::Error;
 
-vtkSmartPointer<vtkAlgorithm> readerOf(std::filesystem::path const& path)
-{
-    if (!std::filesystem::is_regular_file(path))
-        throw Error("There is no file '" + path.string() + "'.");
-    bool isParallel = false;
-    vtkNew<vtkXMLGenericDataObjectReader> generic;
-    int const type = generic->ReadOutputType(path.c_str(), isParallel);
-    // The general reader itself doesn't survive a second step.
-    vtkSmartPointer<vtkXMLReader> const reader =
-        vtkXMLGenericDataObjectReader::CreateReader(type, isParallel);
-    if (reader == nullptr)
-        throw Error("'" + path.filename().string() + "' is no file of VTK with a mesh.");
-    reader->SetFileName(path.c_str());
-    return reader;
-}
-
 /// A file of several steps tells their times in the element of its dataset, of which its reader
 /// only tells the numbers.
 std::vector<double> timesIn(std::filesystem::path const& path, std::vector<double> const& numbers)
@@ -54,15 +38,31 @@ std::vector<double> timesIn(std::filesystem::path const& path, std::vector<doubl
 
 } // namespace
 
+vtkSmartPointer<vtkXMLReader> xmlReaderOf(std::filesystem::path const& path)
+{
+    if (!std::filesystem::is_regular_file(path))
+        throw Error("There is no file '" + path.string() + "'.");
+    bool isParallel = false;
+    vtkNew<vtkXMLGenericDataObjectReader> generic;
+    int const type = generic->ReadOutputType(path.c_str(), isParallel);
+    // The general reader itself doesn't survive a second step.
+    vtkSmartPointer<vtkXMLReader> const reader =
+        vtkXMLGenericDataObjectReader::CreateReader(type, isParallel);
+    if (reader == nullptr)
+        throw Error("'" + path.filename().string() + "' is no file of VTK with a mesh.");
+    reader->SetFileName(path.c_str());
+    return reader;
+}
+
 XmlInput::XmlInput(std::filesystem::path const& path)
-    : path_(path), fresh_(std::make_unique<PipelineInput>(readerOf(path))),
+    : path_(path), fresh_(std::make_unique<PipelineInput>(xmlReaderOf(path))),
       times_(timesIn(path, fresh_->times()))
 {}
 
 vtkSmartPointer<vtkDataObject> XmlInput::read(std::size_t step)
 {
     std::unique_ptr<Input> const reader =
-        fresh_ ? std::move(fresh_) : std::make_unique<PipelineInput>(readerOf(path_));
+        fresh_ ? std::move(fresh_) : std::make_unique<PipelineInput>(xmlReaderOf(path_));
     return reader->read(step);
 }
 

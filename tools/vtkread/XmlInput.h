@@ -3,10 +3,18 @@
 
 #include "Input.h"
 
+#include <vtkSmartPointer.h>
+
 #include <filesystem>
 #include <memory>
 
+class vtkXMLReader;
+
 namespace VtkRead {
+
+/// The reader for what one of VTK's XML files holds. Raises `Exchange::Error` when there is no such
+/// file, or when it holds no mesh.
+vtkSmartPointer<vtkXMLReader> xmlReaderOf(std::filesystem::path const& path);
 
 /// One of VTK's XML files, whatever it holds. Its reader gives the mesh with the first step that it
 /// is asked for only, so that each step has a reader of its own.

@@ -1,6 +1,7 @@
 #include "Source.h"
 
 #include "Blocks.h"
+#include "CgnsBoundaries.h"
 #include "Fields.h"
 #include "Fingerprint.h"
 #include "Input.h"
@@ -73,6 +74,8 @@ public:
         load(0);
         if (kind == FileKind::Legacy)
             requireCells(path);
+        if (kind == FileKind::Cgns)
+            reportBoundaries(path, report_);
         rememberMesh();
         if (input_->times().empty())
             timeOfOnlyStep_ = timeIn(object_);

@@ -1,6 +1,8 @@
 #include "mox/Command.h"
+#include "mox/ModelFile.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
+#include "support/Folder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +12,14 @@
 #include <vector>
 
 using namespace MoxReadTest;
+using namespace Zyl2::Mox2;
+using MoxTest::ModelFile;
 using MoxTest::Outcome;
 using MoxTest::run;
 using MoxTest::runInto;
 using MoxTest::runIntoClosedPipe;
+using Support::Folder;
+using Names = std::vector<std::string>;
 
 namespace {
 
@@ -32,6 +38,20 @@ std::vector<std::string> callsFor(std::string const& path)
             "dump --json " + file + " root/part Ids",
             "diff " + file + " " + file,
             "diff --json " + file + " " + file};
+}
+
+/// Every command that makes a file of another, as far as it can here.
+std::vector<std::string> callsThatMake(Folder const& folder, std::string const& path)
+{
+    auto const call = [&](std::string const& command, std::string const& output) {
+        return command + " '" + path + "' '" + folder.path(output).string() + "'";
+    };
+    std::vector<std::string> calls = {call("translate --json", "out.mox")};
+#ifdef HAS_VTK
+    calls.push_back(call("export --json", "out.pvd"));
+    calls.push_back(call("view --json", "out.png"));
+#endif
+    return calls;
 }
 
 bool isOneLine(std::string const& text)
@@ -53,7 +73,10 @@ TEST(MoxCommand, WrongUsageGetsOneLineThatNamesItAndStatus2)
         {"verify", "FILE is required"},
         {"verify --fast a", "The following argument was not expected: --fast"},
         {"dump a b", "DATASET is required"},
-        {"diff a", "B is required"}};
+        {"diff a", "B is required"},
+        {"export a", "OUT is required"},
+        {"view a", "OUT is required"},
+        {"translate a", "OUT is required"}};
     for (auto const& [arguments, complaint] : calls) {
         Outcome const outcome = run(arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
@@ -65,7 +88,8 @@ TEST(MoxCommand, WrongUsageGetsOneLineThatNamesItAndStatus2)
 TEST(MoxCommand, HelpHasAnExampleAndStatus0)
 {
     EXPECT_EQ(run("--help").status, 0);
-    for (std::string const command : {"ls", "info", "verify", "dump", "diff"}) {
+    for (std::string const command :
+         {"translate", "verify", "ls", "info", "dump", "diff", "export", "view"}) {
         Outcome const outcome = run(command + " --help");
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.err, "");
@@ -135,3 +159,102 @@ TEST(MoxCommand, AReaderThatWentAwayHasStatus1)
         EXPECT_EQ(outcome.err, "mox: the output cannot be written\n") << call;
     }
 }
+
+TEST(MoxCommand, ABadFileIsMadeNothingOf)
+{
+    std::string const sound = Sample().file();
+    for (std::string const& content :
+         {std::string("something else"), std::string(), sound.substr(0, 2900),
+          sound.substr(0, sound.size() - 1), sound + "x"}) {
+        Folder const folder;
+        std::string const path = folder.write("in.mox", content).string();
+        for (std::string const& call : callsThatMake(folder, path)) {
+            Outcome const outcome = run(call);
+            EXPECT_EQ(outcome.status, 1) << call;
+            EXPECT_TRUE(isOneLine(outcome.err)) << call << ": " << outcome.err;
+            EXPECT_NE(outcome.err.find(": " + path + ": "), std::string::npos) << outcome.err;
+            EXPECT_EQ(outcome.out, "") << call;
+            EXPECT_EQ(folder.names(), Names{"in.mox"}) << call;
+        }
+    }
+}
+
+TEST(MoxCommand, WhatIsNoFileIsMadeNothingOf)
+{
+    Folder const folder;
+    for (std::string const path : {"/absent/model.mox", "/", "/dev/null"}) {
+        for (std::string const& call : callsThatMake(folder, path)) {
+            Outcome const outcome = run(call);
+            EXPECT_EQ(outcome.status, 1) << call;
+            EXPECT_TRUE(isOneLine(outcome.err)) << call << ": " << outcome.err;
+            EXPECT_EQ(folder.names(), Names{}) << call;
+        }
+    }
+}
+
+TEST(MoxCommand, DifferencesThatCannotBeWrittenHaveStatus1)
+{
+    const TemporaryFile file(Sample().file());
+    const TemporaryFile other(minimalFile());
+    Outcome const outcome =
+        runInto("/dev/full", "diff '" + file.path() + "' '" + other.path() + "'");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "mox: the output cannot be written\n");
+}
+
+TEST(MoxCommand, ElementsOfNoKnownTypeCanBeLookedAtButNotShown)
+{
+    ModelFile const file([](Model& model) {
+        model.addNode(NodeType::RootGroup, "root");
+        unsigned int const shape = model.addNode(NodeType::Shape, "part");
+        model.addArrayProperty(DatasetType::Coordinates,
+                               Array2d<float>(3, 3, {0, 0, 0, 1, 0, 0, 0, 1, 0}), shape, Step());
+        model.addArrayProperty(DatasetType::Connectivity3, Array1d<unsigned int>{0, 1, 2}, shape,
+                               Step());
+        model.addArrayProperty(DatasetType::Polylength3, Array1d<unsigned int>{3}, shape, Step());
+    });
+    std::string const path = "'" + file.path() + "'";
+    for (std::string const& call :
+         {"ls " + path, "info " + path, "verify " + path, "dump " + path + " root/part Polylength",
+          "diff " + path + " " + path}) {
+        Outcome const outcome = run(call);
+        EXPECT_EQ(outcome.status, 0) << call;
+        EXPECT_EQ(outcome.err, "") << call;
+    }
+#ifdef HAS_VTK
+    for (std::string const call : {"export", "view"}) {
+        Outcome const outcome =
+            run(call + " " + path + " " + file.path(call == "view" ? "out.png" : "out.vtu"));
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_EQ(outcome.err, "mox " + call + ": " + file.path() +
+                                   ": Shape \"part\": There is no type of element of dimension 3 "
+                                   "with 3 nodes.\n");
+    }
+    EXPECT_EQ(file.folder().names(), Names{"model.mox"});
+#endif
+}
+
+#ifdef HAS_VTK
+
+TEST(MoxCommand, SummariesThatCannotBeWrittenHaveStatus1)
+{
+    Folder const folder;
+    std::string const source =
+        folder
+            .write("in.vtk",
+                   "# vtk DataFile Version 3.0\nby hand\nASCII\nDATASET UNSTRUCTURED_GRID\n"
+                   "POINTS 3 float\n0 0 0 1 0 0 0 1 0\nCELLS 1 4\n3 0 1 2\nCELL_TYPES 1\n5\n")
+            .string();
+    std::string const model = folder.path("model.mox").string();
+    for (std::string const& call :
+         {"translate --json --overwrite '" + source + "' '" + model + "'",
+          "export --overwrite '" + model + "' '" + folder.path("out.vtu").string() + "'",
+          "view --overwrite '" + model + "' '" + folder.path("out.png").string() + "'"}) {
+        for (Outcome const& outcome : {runInto("/dev/full", call), runIntoClosedPipe(call)}) {
+            EXPECT_EQ(outcome.status, 1) << call;
+            EXPECT_EQ(outcome.err, "mox: the output cannot be written\n") << call;
+        }
+    }
+}
+
+#endif

@@ -13,13 +13,17 @@
 
 #include <vtkCell.h>
 #include <vtkCellData.h>
+#include <vtkIdList.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <map>
+#include <numeric>
 
 namespace {
 
@@ -79,6 +83,50 @@ void expectField(vtkUnstructuredGrid& grid, std::string const& name, Values cons
                   &values[i * static_cast<std::size_t>(width)], width);
 }
 
+/// Numbers of an element's nodes, in the order of the result file.
+std::vector<vtkIdType> nodesOf(Frd::Mesh const& mesh, Frd::Element const& element)
+{
+    std::vector<vtkIdType> nodes;
+    for (std::size_t i = 0; i < element.type->nodeCount; ++i)
+        nodes.push_back(mesh.nodes()[mesh.nodeOf(element, i)].id);
+    return nodes;
+}
+
+/// The same of a cell.
+std::vector<vtkIdType> nodesOf(vtkUnstructuredGrid& grid, vtkIdType cell,
+                               Frd::ElementType const& type)
+{
+    auto const ids = ReadBack::ids(grid.GetPointData(), "Node Ids");
+    vtkNew<vtkIdList> points;
+    grid.GetCellPoints(cell, points);
+    std::vector<vtkIdType> nodes(type.nodeCount);
+    EXPECT_EQ(points->GetNumberOfIds(), static_cast<vtkIdType>(nodes.size()));
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        nodes.at(type.modelOrder.at(i)) =
+            ids.at(static_cast<std::size_t>(points->GetId(static_cast<vtkIdType>(i))));
+    return nodes;
+}
+
+void expectElements(vtkUnstructuredGrid& grid, Frd::Mesh const& mesh)
+{
+    std::map<vtkIdType, Frd::Element const*> elements;
+    for (Frd::Element const& element : mesh.elements())
+        elements[element.id] = &element;
+    auto const ids = ReadBack::ids(grid.GetCellData(), "Element IDs");
+    for (std::size_t cell = 0; cell < ids.size(); ++cell) {
+        // Nodes that no element uses are points without a number.
+        if (ids[cell] == 0)
+            continue;
+        ASSERT_EQ(elements.count(ids[cell]), 1U) << "element " << ids[cell];
+        Frd::Element const& element = *elements.at(ids[cell]);
+        EXPECT_EQ(nodesOf(grid, static_cast<vtkIdType>(cell), *element.type),
+                  nodesOf(mesh, element))
+            << "element " << element.id;
+        elements.erase(ids[cell]);
+    }
+    EXPECT_TRUE(elements.empty());
+}
+
 void expectMesh(vtkUnstructuredGrid& grid, Frd::Mesh const& mesh)
 {
     auto const nodes = ReadBack::ids(grid.GetPointData(), "Node Ids");
@@ -88,7 +136,7 @@ void expectMesh(vtkUnstructuredGrid& grid, Frd::Mesh const& mesh)
             EXPECT_EQ(static_cast<float>(grid.GetPoint(static_cast<vtkIdType>(i))[axis]),
                       static_cast<float>(expected[static_cast<std::size_t>(axis)]));
     }
-    EXPECT_EQ(static_cast<std::size_t>(grid.GetNumberOfCells()), mesh.elements().size());
+    expectElements(grid, mesh);
 }
 
 void expectSameAs(std::filesystem::path const& file)
@@ -132,6 +180,82 @@ TEST(TranslatedResult, HasNoValueWhereTheSolverWroteNone)
 {
     expectSameAs(std::filesystem::path(FRD_TEST_DATA) / "some_nodes.frd");
     expectSameAs(std::filesystem::path(FRD_TEST_DATA) / "buckling.frd");
+}
+
+/// `printf` into a string.
+template <typename... Arguments>
+std::string formatted(char const* format, Arguments... arguments)
+{
+    std::string text(200, '\0');
+    int const length = std::snprintf(&text[0], text.size(), format, arguments...);
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+std::string elementText(int id, int type, int material, std::vector<int> const& nodes)
+{
+    std::string text = formatted(" -1%10d%5d%5d%5d\n", id, type, 0, material);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        text += i % 10 == 0 ? " -2" : "";
+        text += formatted("%10d", nodes[i]);
+        text += i % 10 == 9 || i + 1 == nodes.size() ? "\n" : "";
+    }
+    return text;
+}
+
+/// A step in which the nodes have a temperature and a stress.
+std::string stepText(int step, int nodes)
+{
+    std::string const head = formatted(
+        "  100CL  101%12.5E%12d                     0%5d           1\n", 0.5 * step, nodes, step);
+    std::string text = head + " -4  NDTEMP      1    1\n -5  T           1    1    0    0\n";
+    for (int node = 1; node <= nodes; ++node)
+        text += formatted(" -1%10d%12.5E\n", node, node == 3 ? NAN : 10.0 * step + node / 7.0);
+    text += " -3\n" + head +
+            " -4  STRESS      6    1\n -5  SXX         1    4    1    1\n"
+            " -5  SYY         1    4    2    2\n -5  SZZ         1    4    3    3\n"
+            " -5  SXY         1    4    1    2\n -5  SYZ         1    4    2    3\n"
+            " -5  SZX         1    4    3    1\n";
+    for (int node = 1; node <= nodes; ++node) {
+        text += formatted(" -1%10d", node);
+        for (int component = 0; component < 6; ++component)
+            text += formatted("%12.5E", step * 1e3 + node + component / 8.0);
+        text += "\n";
+    }
+    return text + " -3\n";
+}
+
+/// Elements of several dimensions and orders in two materials, and a node that none of them uses.
+std::string mixedFile()
+{
+    constexpr int nodes = 30;
+    std::string text = "    1C\n    1UMAT    1Stahl / \xC3\xA4 1\n    1UMAT    2glass\n";
+    text += formatted("    2C%30d                                     1\n", nodes);
+    for (int node = 1; node <= nodes; ++node)
+        text += formatted(" -1%10d%12.5E%12.5E%12.5E\n", node, node / 3.0, node * node / 7.0,
+                          1.0 / node);
+    std::vector<int> brick(20);
+    std::iota(brick.begin(), brick.end(), 1);
+    text += formatted(" -3\n    3C%30d                                     1\n", 6);
+    text += elementText(10, 4, 1, brick) + elementText(20, 3, 1, {20, 21, 22, 23}) +
+            elementText(30, 7, 2, {1, 2, 24}) +
+            elementText(40, 10, 2, {5, 6, 7, 8, 25, 26, 27, 28}) + elementText(50, 11, 2, {29, 1}) +
+            elementText(60, 12, 2, {2, 29, 3}) + " -3\n";
+    return text + stepText(1, nodes) + stepText(2, nodes) + " 9999\n";
+}
+
+TEST(TranslatedResult, HasMixedMeshesAndNamesOfAllKinds)
+{
+    Support::Folder const folder;
+    std::filesystem::path const file = folder.write("mixed.frd", mixedFile());
+    expectSameAs(file);
+    std::string const model = folder.path("model.mox").string();
+    Frd::translate(file, model);
+    VtkExport::exportModel(model, folder.path("out.vtu").string());
+    EXPECT_EQ(
+        ReadBack::texts(ReadBack::grid(folder.path("out.vtu"))->GetFieldData(), "Shape Names"),
+        (Names{"Group 0 Material Stahl / \xC3\xA4 1 3D", "Group 0 Material glass 1D",
+               "Group 0 Material glass 2D", "Nodes without elements"}));
 }
 
 TEST(TranslatedResult, HasAStepForEachOfTheSolver)

@@ -29,13 +29,17 @@ public:
     bool isGold() const { return isGold_; }
     std::string const& content() const { return content_; }
 
-    void append(EnSightEncoder const& other) { content_ += other.content_; }
+    void append(std::string const& content) { content_ += content; }
+
+    /// Of the line that says what kind of file it is, which only binary meshes have.
+    std::size_t formatLength() const { return formatLength_; }
 
     /// Of a mesh.
     void format()
     {
         if (!isText())
             line(format_ == Format::C ? "C Binary" : "Fortran Binary");
+        formatLength_ = content_.size();
     }
 
     void line(std::string text)
@@ -123,6 +127,7 @@ private:
     Format format_;
     bool isGold_;
     std::string content_;
+    std::size_t formatLength_ = 0;
 };
 
 #endif

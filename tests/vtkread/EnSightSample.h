@@ -34,17 +34,26 @@ public:
     {
         for (auto const& [name, file] : files_)
             folder.write(name, file.content());
-        std::string const format = isGold_ ? "ensight gold" : "ensight";
-        std::string const typeOfT = componentsOfT() == 1 ? "scalar" : "vector";
-        return folder.write("in.case", "FORMAT\ntype: " + format +
-                                           "\nGEOMETRY\nmodel: mesh\nVARIABLE\n" + typeOfT +
-                                           " per node: 1 T T*\n"
-                                           "vector per node: V V\n"
-                                           "scalar per element: E E\n"
-                                           "tensor symm per element: S S\n"
-                                           "TIME\ntime set: 1\nnumber of steps: 2\n"
-                                           "filename start number: 0\nfilename increment: 1\n"
-                                           "time values: 0.5\n1.5\n");
+        return folder.write(
+            "in.case", caseOf("", "1 T T*", "filename start number: 0\nfilename increment: 1\n"));
+    }
+
+    /// The same with both steps in each file.
+    std::filesystem::path writeSeriesTo(Support::Folder const& folder) const
+    {
+        for (auto const& [name, file] : seriesFiles())
+            folder.write(name, file.content());
+        return folder.write("in.case", caseOf("1 1 ", "1 1 T T", "") +
+                                           "FILE\nfile set: 1\nnumber of steps: 2\n");
+    }
+
+    std::map<std::string, EnSightEncoder> seriesFiles() const
+    {
+        std::map<std::string, EnSightEncoder> files = {
+            {"T", series(files_.at("T0"), files_.at("T1"))}};
+        for (char const* const name : {"mesh", "V", "E", "S"})
+            files.emplace(name, series(files_.at(name), files_.at(name)));
+        return files;
     }
 
     /// Of as many nodes or elements as there are in a part, each component in a list of its own.
@@ -65,6 +74,32 @@ private:
 
     /// Of those formats, VTK does not read scalars on nodes.
     std::size_t componentsOfT() const { return isGold_ || format_ == Format::Text ? 1 : 3; }
+
+    /// \param sets the numbers of the time set and of the file set
+    std::string caseOf(std::string const& sets, std::string const& fileOfT,
+                       std::string const& numbering) const
+    {
+        return std::string("FORMAT\ntype: ") + (isGold_ ? "ensight gold" : "ensight") +
+               "\nGEOMETRY\nmodel: " + sets + "mesh\nVARIABLE\n" +
+               (componentsOfT() == 1 ? "scalar" : "vector") + " per node: " + fileOfT +
+               "\nvector per node: " + sets + "V V\nscalar per element: " + sets +
+               "E E\ntensor symm per element: " + sets +
+               "S S\nTIME\ntime set: 1\nnumber of steps: 2\n" + numbering +
+               "time values: 0.5\n1.5\n";
+    }
+
+    EnSightEncoder series(EnSightEncoder const& first, EnSightEncoder const& second) const
+    {
+        EnSightEncoder file(format_, isGold_);
+        std::size_t const skipped = first.formatLength();
+        file.append(first.content().substr(0, skipped));
+        for (EnSightEncoder const* const step : {&first, &second}) {
+            file.line("BEGIN TIME STEP");
+            file.append(step->content().substr(skipped));
+            file.line("END TIME STEP");
+        }
+        return file;
+    }
 
     EnSightEncoder mesh() const
     {

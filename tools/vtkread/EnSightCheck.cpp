@@ -41,7 +41,9 @@ bool walk(DataFiles const& files, Format format, WalkStep const& walkStep)
 class Check
 {
 public:
-    explicit Check(std::filesystem::path const& caseFile) : case_(caseFile) {}
+    Check(std::filesystem::path const& caseFile, Exchange::Report& report)
+        : case_(caseFile), report_(report)
+    {}
 
     void run()
     {
@@ -51,7 +53,7 @@ public:
         checkMesh(case_.measured(), true, [isGold](EnSightFile& file) {
             return EnSightMeshWalker(file, isGold).walkMeasured();
         });
-        requireCommonEnds();
+        tellOfLoneEnds();
     }
 
 private:
@@ -88,24 +90,25 @@ private:
     }
 
     /// A variable need not have values of all parts. Where one file alone ends before the last of
-    /// them it was cut off, since variables of some parts only have more files that end there.
-    void requireCommonEnds() const
+    /// them it may have been cut off, too: a variable of some parts often has more files.
+    void tellOfLoneEnds() const
     {
         for (auto const& [part, files] : filesThatEndEarly_)
             if (files.size() == 1)
-                throw Exchange::Error("The file '" + files.begin()->string() +
-                                      "' ends before the values of the last part.");
+                report_.warn("The file '" + files.begin()->string() +
+                             "' has no values of the last parts, or was cut off behind a part.");
     }
 
     EnSightCase case_;
+    Exchange::Report& report_;
     std::map<std::uint64_t, std::set<std::filesystem::path>> filesThatEndEarly_;
 };
 
 } // namespace
 
-void requireWholeFiles(std::filesystem::path const& caseFile)
+void requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report)
 {
-    Check(caseFile).run();
+    Check(caseFile, report).run();
 }
 
 } // namespace VtkRead

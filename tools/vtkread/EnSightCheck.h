@@ -1,13 +1,15 @@
 #ifndef VTKREAD_ENSIGHTCHECK_H
 #define VTKREAD_ENSIGHTCHECK_H
 
+#include <exchange/Report.h>
+
 #include <filesystem>
 
 namespace VtkRead {
 
 /// Walks through the data files of a case of EnSight. Raises `Exchange::Error` when one was cut
 /// off, which VTK's reader does not notice between two values.
-void requireWholeFiles(std::filesystem::path const& caseFile);
+void requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report);
 
 } // namespace VtkRead
 

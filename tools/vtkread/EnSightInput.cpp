@@ -16,9 +16,10 @@ namespace VtkRead {
 
 namespace {
 
-vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path)
+vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path,
+                                                  Exchange::Report& report)
 {
-    requireWholeFiles(path);
+    requireWholeFiles(path, report);
     auto reader = vtkSmartPointer<vtkGenericEnSightReader>::New();
     reader->SetCaseFileName(path.c_str());
     reader->ReadAllVariablesOn();
@@ -39,7 +40,9 @@ void requireVariable(std::vector<Block> const& blocks, std::string const& name,
 
 } // namespace
 
-EnSightInput::EnSightInput(std::filesystem::path const& path) : EnSightInput(readerOf(path)) {}
+EnSightInput::EnSightInput(std::filesystem::path const& path, Exchange::Report& report)
+    : EnSightInput(readerOf(path, report))
+{}
 
 EnSightInput::EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader)
     : PipelineInput(reader), reader_(reader)

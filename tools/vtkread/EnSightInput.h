@@ -3,6 +3,8 @@
 
 #include "PipelineInput.h"
 
+#include <exchange/Report.h>
+
 #include <filesystem>
 
 class vtkGenericEnSightReader;
@@ -14,7 +16,7 @@ namespace VtkRead {
 class EnSightInput : public PipelineInput
 {
 public:
-    explicit EnSightInput(std::filesystem::path const& path);
+    EnSightInput(std::filesystem::path const& path, Exchange::Report& report);
 
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
 

@@ -69,7 +69,8 @@ std::unique_ptr<Input> pipelineOf(vtkSmartPointer<vtkAlgorithm> const& reader,
 
 } // namespace
 
-std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path)
+std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path,
+                                 Exchange::Report& report)
 {
     constexpr bool inventsTime = true;
     switch (kind) {
@@ -80,7 +81,7 @@ std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& pat
     case FileKind::Legacy:
         return pipelineOf(legacyReader(path), inventsTime);
     case FileKind::EnSight:
-        return std::make_unique<EnSightInput>(path);
+        return std::make_unique<EnSightInput>(path, report);
     case FileKind::Cgns:
         return pipelineOf(cgnsReader(path), inventsTime);
     default:

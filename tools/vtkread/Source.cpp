@@ -68,7 +68,7 @@ public:
     DataSource(FileKind kind, std::filesystem::path const& path, Report& report) : report_(report)
     {
         guarded(report_, [&] {
-            input_ = openInput(kind, path);
+            input_ = openInput(kind, path, report_);
             return 0;
         });
         load(0);

@@ -1,5 +1,6 @@
 #include "FormatsProgram.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -36,10 +37,9 @@ std::vector<std::string> ownArguments()
 
 std::vector<char*> pointersTo(std::vector<std::string>& arguments)
 {
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(arguments.size() + 1, nullptr);
+    std::transform(arguments.begin(), arguments.end(), pointers.begin(),
+                   [](std::string& argument) { return argument.data(); });
     return pointers;
 }
 

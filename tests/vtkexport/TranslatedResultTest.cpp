@@ -250,7 +250,7 @@ TEST(TranslatedResult, HasMixedMeshesAndNamesOfAllKinds)
     std::filesystem::path const file = folder.write("mixed.frd", mixedFile());
     expectSameAs(file);
     std::string const model = folder.path("model.mox").string();
-    Frd::translate(file, model);
+    translate(file, model);
     VtkExport::exportModel(model, folder.path("out.vtu").string());
     EXPECT_EQ(
         ReadBack::texts(ReadBack::grid(folder.path("out.vtu"))->GetFieldData(), "Shape Names"),

@@ -205,41 +205,6 @@ TEST(Reader, ValuesMayBeWrittenAsFortranDoes)
     EXPECT_TRUE(std::isnan(block.values[2]));
 }
 
-/// Two lines over the nodes 30, 10 and 20, and a displacement of 20 and 30.
-std::string binaryFile(bool isDouble)
-{
-    std::ostringstream file;
-    auto const integers = [&file](std::vector<std::int32_t> const& values) {
-        for (std::int32_t const value : values)
-            file << bytes(value);
-    };
-    auto const nodeOf = [&](std::int32_t id, Values const& values) {
-        integers({id});
-        for (double const value : values)
-            file << (isDouble ? bytes(value) : bytes(static_cast<float>(value)));
-    };
-    char const format = isDouble ? '3' : '2';
-    file << "    1C\n    2C                             3                                     "
-         << format << '\n';
-    nodeOf(30, {0, 1, -0.5});
-    nodeOf(10, {2, 0, 0});
-    nodeOf(20, {0.25, 0, 0});
-    file << "    3C                             2                                     " << format
-         << '\n';
-    integers({4, 11, 6, 1, 20, 30});
-    integers({8, 7, -1, 2, 10, 20, 30});
-    file << "  100CL  101 5.00000E-01           2                     0    1           " << format
-         << "\n -4  DISP        4    1\n"
-            " -5  D1          1    2    1    0\n"
-            " -5  D2          1    2    2    0\n"
-            " -5  D3          1    2    3    0\n"
-            " -5  ALL         1    2    0    0    1ALL\n";
-    nodeOf(20, {1, 2, 3});
-    nodeOf(30, {4, 5, -6.5});
-    file << " 9999\n";
-    return file.str();
-}
-
 TEST(Reader, BinaryRecordsMayHoldFloatsOrDoubles)
 {
     for (bool const isDouble : {false, true}) {

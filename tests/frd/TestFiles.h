@@ -33,6 +33,10 @@ std::string displacementBlock();
 /// Header, mesh, one displacement and the end record.
 std::string triangleFile();
 
+/// Two lines over the nodes 30, 10 and 20, and a displacement of 20 and 30: in binary, with floats
+/// or doubles.
+std::string binaryFile(bool isDouble, double last = -6.5);
+
 /// All result blocks of a file of that content.
 std::vector<Frd::ResultBlock> blocksOf(std::string const& content);
 std::vector<Frd::ResultBlock> blocksOfFile(std::filesystem::path const& path);

@@ -62,6 +62,22 @@ TEST(TranslateCommand, ASoundFileBecomesAModelWithoutAWord)
     EXPECT_NO_THROW(MoxRead::verify(output));
 }
 
+TEST(TranslateCommand, WhatFloatsLoseIsToldOfABinaryFileWithDoubles)
+{
+    Folder const folder;
+    std::string const output = folder.path("out.mox").string();
+    for (bool const isDouble : {false, true}) {
+        std::ostringstream err;
+        std::string const input = folder.write("in.frd", binaryFile(isDouble, 0.1)).string();
+        EXPECT_EQ(translate(input, output, err), 0);
+        std::filesystem::remove(output);
+        // The node is in two shapes.
+        EXPECT_EQ(err.str(), isDouble ? "mox translate: warning: 2 values were rounded to single "
+                                        "precision with a relative error of at most 1.5e-08.\n"
+                                      : "");
+    }
+}
+
 TEST(TranslateCommand, ABadFileGetsOneSentenceWithItsLine)
 {
     Folder const folder;

@@ -103,4 +103,14 @@ TEST_F(EnSightCases, WhatMakesNoSenseIsLeftOut)
     EXPECT_TRUE(read.variables().empty());
 }
 
+TEST_F(EnSightCases, TheSameFileIsNoOtherStep)
+{
+    folder_.write("t.3", "");
+    EnSightCase const read = caseOf("VARIABLE\nscalar per node: T t.*\nTIME\ntime set: 1\n"
+                                    "number of steps: 1000000000000\nfilename start number: 3\n"
+                                    "filename increment: 0\n");
+    ASSERT_EQ(read.variables().size(), 1U);
+    EXPECT_EQ(namesOf(read.variables().front().files), Names{"t.3"});
+}
+
 } // namespace

@@ -20,6 +20,23 @@ BlockFields::BlockFields(ResultBlock const& block, std::size_t nodesOfMesh)
         places_[block.nodes[i]] = static_cast<std::uint32_t>(i);
 }
 
+template <typename Value, typename Convert>
+std::vector<Value> BlockFields::valuesAt(std::vector<std::uint32_t> const& nodes,
+                                         std::vector<std::size_t> const& components,
+                                         Convert const& convert) const
+{
+    std::vector<Value> values;
+    values.reserve(nodes.size() * components.size());
+    for (std::uint32_t const node : nodes) {
+        std::uint32_t const place = places_[node];
+        for (std::size_t const component : components)
+            values.push_back(place == nowhere
+                                 ? std::numeric_limits<Value>::quiet_NaN()
+                                 : convert(block_.values[place * storedComponents_ + component]));
+    }
+    return values;
+}
+
 Exchange::Field BlockFields::field(ResultLayout const& layout, std::size_t part,
                                    std::vector<std::uint32_t> const& nodes) const
 {
@@ -27,24 +44,11 @@ Exchange::Field BlockFields::field(ResultLayout const& layout, std::size_t part,
     field.name = layout.name;
     field.part = part;
     field.components = layout.components.size();
-    field.values = valuesAt(nodes, layout.components);
+    if (block_.holdsDoubles)
+        field.values = valuesAt<double>(nodes, layout.components, [](double v) { return v; });
+    else
+        field.values = valuesAt<float>(nodes, layout.components, Exchange::nearestFloat);
     return field;
-}
-
-std::vector<float> BlockFields::valuesAt(std::vector<std::uint32_t> const& nodes,
-                                         std::vector<std::size_t> const& components) const
-{
-    std::vector<float> values;
-    values.reserve(nodes.size() * components.size());
-    for (std::uint32_t const node : nodes) {
-        std::uint32_t const place = places_[node];
-        for (std::size_t const component : components)
-            values.push_back(
-                place == nowhere
-                    ? std::numeric_limits<float>::quiet_NaN()
-                    : Exchange::nearestFloat(block_.values[place * storedComponents_ + component]));
-    }
-    return values;
 }
 
 } // namespace Frd

@@ -24,8 +24,10 @@ public:
                           std::vector<std::uint32_t> const& nodes) const;
 
 private:
-    std::vector<float> valuesAt(std::vector<std::uint32_t> const& nodes,
-                                std::vector<std::size_t> const& components) const;
+    template <typename Value, typename Convert>
+    std::vector<Value> valuesAt(std::vector<std::uint32_t> const& nodes,
+                                std::vector<std::size_t> const& components,
+                                Convert const& convert) const;
 
     ResultBlock const& block_;
     std::size_t storedComponents_;

@@ -26,6 +26,9 @@ public:
     /// Size of a real number in a binary record.
     std::size_t realSize() const { return number_ == 2 ? sizeof(float) : sizeof(double); }
 
+    /// Whether a float may lose digits of a value that matter; those of lines have few.
+    bool holdsDoubles() const { return isBinary() && realSize() == sizeof(double); }
+
 private:
     std::int64_t number_;
 };

@@ -39,6 +39,10 @@ public:
     bool addElement(std::uint32_t id, ElementType const& type, std::int64_t group,
                     std::int64_t material, std::vector<std::uint32_t> const& nodeIndexes);
 
+    /// Whether the file holds coordinates as doubles.
+    bool holdsDoubles() const { return holdsDoubles_; }
+    void setHoldsDoubles(bool holdsDoubles) { holdsDoubles_ = holdsDoubles; }
+
     std::vector<Node> const& nodes() const { return nodes_; }
     std::vector<Element> const& elements() const { return elements_; }
 
@@ -57,6 +61,7 @@ private:
     std::vector<std::uint32_t> connectivity_;
     std::unordered_map<std::uint32_t, std::uint32_t> indexes_;
     std::unordered_set<std::uint32_t> elementIds_;
+    bool holdsDoubles_ = false;
 };
 
 } // namespace Frd

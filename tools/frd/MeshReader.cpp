@@ -47,6 +47,7 @@ MeshReader::BlockHead MeshReader::parseHead(std::string const& head)
 void MeshReader::readNodes(std::string const& head)
 {
     BlockHead const block = parseHead(head);
+    mesh_.setHoldsDoubles(block.format.holdsDoubles());
     if (block.format.isBinary())
         readNodeRecords(block);
     else

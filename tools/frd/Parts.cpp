@@ -22,8 +22,10 @@ void addNodes(Shape const& shape, Mesh const& mesh, Exchange::Part& part)
     for (std::uint32_t const index : shape.nodes) {
         Node const& node = mesh.nodes()[index];
         part.nodeIds.push_back(node.id);
+        // What floats lose of the few digits of a line is not worth a warning.
         for (double const coordinate : node.coordinates)
-            part.coordinates.push_back(Exchange::nearestFloat(coordinate));
+            part.coordinates.push_back(mesh.holdsDoubles() ? coordinate
+                                                           : Exchange::nearestFloat(coordinate));
     }
 }
 

@@ -69,6 +69,8 @@ struct ResultBlock
     std::vector<std::uint32_t> nodes;
     /// The stored components of each node, one node after another.
     std::vector<double> values;
+    /// Whether the file holds them as doubles.
+    bool holdsDoubles;
 
     std::vector<Component> storedComponents() const;
 };

@@ -67,6 +67,7 @@ void ResultReader::read(std::string const& head, ResultBlock& block)
     BlockHead const parsed = parseHead(head, block);
     giveParameters(block);
     readComponents(block);
+    block.holdsDoubles = parsed.format.holdsDoubles();
     ++blockNumber_;
     lastBlock_.resize(mesh_.nodes().size());
     if (parsed.format.isBinary())

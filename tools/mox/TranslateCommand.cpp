@@ -71,14 +71,13 @@ std::vector<std::string> warningsOf(Exchange::Report const& report)
 void printSummary(Format const& format, Exchange::Summary const& summary,
                   Exchange::Report const& report, std::ostream& out)
 {
-    nlohmann::ordered_json json = {
-        {"format", format.name},          {"nodes", summary.nodes},
-        {"elements", summary.elements},   {"steps", summary.steps},
-        {"fields", summary.fields},       {"warnings", warningsOf(report)},
-        {"largestRelativeError", nullptr}};
-    // Values of .frd files have few digits, and aren't counted when a float is not quite the same.
-    if (isReadByLibrary(format))
-        json["largestRelativeError"] = report.largestError();
+    nlohmann::ordered_json json = {{"format", format.name},
+                                   {"nodes", summary.nodes},
+                                   {"elements", summary.elements},
+                                   {"steps", summary.steps},
+                                   {"fields", summary.fields},
+                                   {"warnings", warningsOf(report)},
+                                   {"largestRelativeError", report.largestError()}};
     constexpr int indent = 2;
     // Names in warnings are those of the file, whatever bytes they have.
     out << json.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';

@@ -201,10 +201,12 @@ std::vector<EnSightCase::DataFile> EnSightCase::filesOf(std::string const& patte
     std::uint64_t const count =
         set.numbers.empty() ? set.steps : std::min<std::uint64_t>(set.steps, set.numbers.size());
     for (std::uint64_t i = 0; i < count; ++i) {
-        std::filesystem::path const path =
-            pathOf(pattern, set.numbers.empty() ? set.first + i * set.increment : set.numbers[i]);
+        std::uint64_t const number =
+            set.numbers.empty() ? set.first + i * set.increment : set.numbers[i];
+        std::filesystem::path const path = pathOf(pattern, number);
         // However many steps the case claims to have.
-        if (!std::filesystem::exists(path))
+        bool const isAnother = i == 0 || !set.numbers.empty() || number > set.first;
+        if (!isAnother || !std::filesystem::exists(path))
             break;
         files.push_back({path, 1});
     }

@@ -208,6 +208,16 @@ TEST(Progress, NamesCannotControlTheTerminal)
     EXPECT_EQ(terminal.text(), bar("a?[2Jb?", 30, "100 %"));
 }
 
+TEST(Progress, WhatAnotherProcessLeftOverIsWipedOffATerminalOnly)
+{
+    Terminal const terminal(80);
+    Progress::wipeLeftOver(terminal.writing());
+    EXPECT_EQ(terminal.text(), "\r\x1B[K");
+    Pipe const pipe;
+    Progress::wipeLeftOver(pipe.writing());
+    EXPECT_EQ(pipe.text(), "");
+}
+
 TEST(Progress, NoWorkAtAllIsDone)
 {
     Terminal const terminal(80);

@@ -42,6 +42,12 @@ std::string rightAligned(std::string const& text, std::size_t width)
     return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
+void draw(int descriptor, std::string const& text)
+{
+    // A terminal that is gone takes nothing; the work goes on.
+    [[maybe_unused]] auto const written = ::write(descriptor, text.data(), text.size());
+}
+
 } // namespace
 
 Progress::Progress(std::string what, int descriptor, Clock clock)
@@ -62,15 +68,21 @@ void Progress::show(std::uint64_t done, std::uint64_t all)
     if (now < next_)
         return;
     next_ = now + pause;
-    draw(wiping + line(percentOf(done, all)));
+    draw(descriptor_, wiping + line(percentOf(done, all)));
     isDrawn_ = true;
 }
 
 void Progress::wipe()
 {
     if (isDrawn_)
-        draw(wiping);
+        draw(descriptor_, wiping);
     isDrawn_ = false;
+}
+
+void Progress::wipeLeftOver(int descriptor)
+{
+    if (::isatty(descriptor) == 1)
+        draw(descriptor, wiping);
 }
 
 std::size_t Progress::columns() const
@@ -90,12 +102,6 @@ std::string Progress::line(unsigned percent) const
     std::size_t const filled = barWidth * percent / 100;
     return what_.substr(0, room - barWidth - frameWidth - 1) + " [" + std::string(filled, '#') +
            std::string(barWidth - filled, ' ') + "] " + end;
-}
-
-void Progress::draw(std::string const& text) const
-{
-    // A terminal that is gone takes nothing; the work goes on.
-    [[maybe_unused]] auto const written = ::write(descriptor_, text.data(), text.size());
 }
 
 } // namespace Common

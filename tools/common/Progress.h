@@ -37,10 +37,12 @@ public:
     /// Wipes the bar off, before something else is printed.
     void wipe();
 
+    /// Wipes off the bar of a process that did not live to do so.
+    static void wipeLeftOver(int descriptor = STDERR_FILENO);
+
 private:
     std::size_t columns() const;
     std::string line(unsigned percent) const;
-    void draw(std::string const& text) const;
 
     std::string what_;
     int descriptor_;

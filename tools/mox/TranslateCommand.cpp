@@ -104,6 +104,7 @@ int translateInChild(TranslateArguments const& arguments)
     if (child.status == success || child.status == failure)
         return *child.status;
     Common::PartialFile::removeLeftBy(child.id, arguments.output);
+    Common::Progress::wipeLeftOver();
     std::cerr << application << ": " << arguments.input
               << ": The file is damaged in a way that the library reading it does not survive.\n";
     return failure;

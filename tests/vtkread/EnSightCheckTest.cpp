@@ -230,6 +230,22 @@ TEST_P(EnSightOfKind, TheTranslationSaysWhichFileWasCutOff)
               "The file '" + path.string() + "' ends before its last value.");
 }
 
+TEST(EnSightCheck, ComponentsOnStructuredPartsOfOldTextsAreRefused)
+{
+    Folder const folder;
+    std::string const row = " 0.00000e+00 1.00000e+00 2.00000e+00 3.00000e+00\n";
+    folder.write("mesh", "by hand\nfor a test\nnode id off\nelement id off\ncoordinates\n"
+                         "       0\npart       1\ngrid\nblock\n       2       2       1\n" +
+                             row + row + row);
+    folder.write("t", "scalar\npart       1\nblock\n" + row);
+    folder.write("v", "vector\npart       1\nblock\n" + row + row + row);
+    std::string const start = "FORMAT\ntype: ensight\nGEOMETRY\nmodel: mesh\nVARIABLE\n";
+    EXPECT_EQ(complaintOfCheck(folder.write("t.case", start + "scalar per node: T t\n")), "");
+    EXPECT_EQ(complaintOfCheck(folder.write("v.case", start + "vector per node: V v\n")),
+              "The components of the variable 'V' are on a structured part, which VTK misreads in "
+              "this format.");
+}
+
 INSTANTIATE_TEST_SUITE_P(All, EnSightOfKind,
                          ::testing::Values(Kind{"GoldText", Format::Text, true},
                                            Kind{"GoldBinary", Format::C, true},

@@ -38,6 +38,18 @@ bool walk(DataFiles const& files, Format format, WalkStep const& walkStep)
     }
 }
 
+bool isStructured(EnSightMesh::Part const& part)
+{
+    return part.elements.count("block") != 0;
+}
+
+/// In texts of EnSight 6, VTK's reader shifts the components of structured parts by one.
+bool isMisread(EnSightCase::Variable const& variable, EnSightMesh const& mesh, Format format)
+{
+    return !mesh.isGold && format == Format::Text && variable.components > 1 &&
+           std::any_of(mesh.parts.begin(), mesh.parts.end(), isStructured);
+}
+
 class Check
 {
 public:
@@ -80,6 +92,9 @@ private:
     void checkVariable(EnSightCase::Variable const& variable, EnSightMesh const& mesh,
                        Format format)
     {
+        if (isMisread(variable, mesh, format))
+            throw Exchange::Error("The components of the variable '" + variable.name +
+                                  "' are on a structured part, which VTK misreads in this format.");
         for (EnSightCase::DataFile const& each : variable.files)
             walk({each}, format, [&](EnSightFile& file) {
                 EnSightVariableWalker walker(file, mesh, variable);

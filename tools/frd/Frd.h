@@ -10,7 +10,7 @@
 namespace Frd {
 
 /// Opens a solver's result file (.frd) and reads its mesh; throws `Exchange::Error`. There is
-/// nothing to report: whatever is in such a file has its place in a model.
+/// nothing to report in reading: whatever is in such a file has its place in a model.
 std::unique_ptr<Exchange::SequentialSource> open(std::filesystem::path const& path,
                                                  Exchange::Report& report);
 

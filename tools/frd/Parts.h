@@ -8,7 +8,8 @@
 
 namespace Frd {
 
-/// The shape as a part, single precision, with the nodes of each element in a model's order.
+/// The shape as a part, with the nodes of each element in a model's order. Coordinates that the
+/// file does not hold as doubles are rounded to floats.
 Exchange::Part partOf(Shape const& shape, Mesh const& mesh);
 
 } // namespace Frd

@@ -156,12 +156,14 @@ TEST_P(EnSightOfKind, FilesThatWereCutOffAreRefused)
 TEST_P(EnSightOfKind, FilesOfSeveralStepsAreWalkedThrough)
 {
     case_ = sample_.writeSeriesTo(folder_);
-    EXPECT_EQ(complaintOfCheck(case_), "");
-    // VTK's reader looks for the steps of the others forever.
-    if (GetParam().format != Format::Fortran) {
-        EXPECT_EQ(contentOf(case_), whole_);
-        expectNoLossByCuts("T", sample_.seriesFiles().at("T"));
+    if (GetParam().format == Format::Fortran) {
+        EXPECT_EQ(complaintAbout(case_),
+                  "VTK can't read Fortran binary files with several steps in a file.");
+        return;
     }
+    EXPECT_EQ(complaintOfCheck(case_), "");
+    EXPECT_EQ(contentOf(case_), whole_);
+    expectNoLossByCuts("T", sample_.seriesFiles().at("T"));
     std::filesystem::path const mesh = folder_.path("mesh");
     std::filesystem::resize_file(mesh, std::filesystem::file_size(mesh) - 2);
     EXPECT_TRUE(isSentence(complaintOfCheck(case_)));
@@ -208,8 +210,10 @@ TEST_P(EnSightOfKind, MeasuredPointsThatWereCutOffAreRefused)
     EnSightEncoder values(GetParam().format, isGold);
     values.line("velocity");
     values.reals({1, 2, 3, 4, 5, 6});
-    case_ = folder_.write("in.case", "FORMAT\ntype: ensight\nGEOMETRY\nmeasured: points\n"
-                                     "VARIABLE\nvector per measured node: W values\n");
+    case_ = folder_.write("in.case", std::string("FORMAT\ntype: ensight") +
+                                         (GetParam().isGold ? " gold" : "") +
+                                         "\nGEOMETRY\nmeasured: points\n"
+                                         "VARIABLE\nvector per measured node: W values\n");
     for (auto const& [name, file] : {std::pair("points", points), std::pair("values", values)}) {
         std::string const& content = file.content();
         folder_.write("points", points.content());
@@ -228,22 +232,6 @@ TEST_P(EnSightOfKind, TheTranslationSaysWhichFileWasCutOff)
     std::filesystem::resize_file(path, std::filesystem::file_size(path) - 5);
     EXPECT_EQ(complaintAbout(case_),
               "The file '" + path.string() + "' ends before its last value.");
-}
-
-TEST(EnSightCheck, ComponentsOnStructuredPartsOfOldTextsAreRefused)
-{
-    Folder const folder;
-    std::string const row = " 0.00000e+00 1.00000e+00 2.00000e+00 3.00000e+00\n";
-    folder.write("mesh", "by hand\nfor a test\nnode id off\nelement id off\ncoordinates\n"
-                         "       0\npart       1\ngrid\nblock\n       2       2       1\n" +
-                             row + row + row);
-    folder.write("t", "scalar\npart       1\nblock\n" + row);
-    folder.write("v", "vector\npart       1\nblock\n" + row + row + row);
-    std::string const start = "FORMAT\ntype: ensight\nGEOMETRY\nmodel: mesh\nVARIABLE\n";
-    EXPECT_EQ(complaintOfCheck(folder.write("t.case", start + "scalar per node: T t\n")), "");
-    EXPECT_EQ(complaintOfCheck(folder.write("v.case", start + "vector per node: V v\n")),
-              "The components of the variable 'V' are on a structured part, which VTK misreads in "
-              "this format.");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EnSightOfKind,

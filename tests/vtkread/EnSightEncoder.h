@@ -25,6 +25,7 @@ public:
         return format == Format::C ? "C" : "Fortran";
     }
 
+    Format encoding() const { return format_; }
     bool isText() const { return format_ == Format::Text; }
     bool isGold() const { return isGold_; }
     std::string const& content() const { return content_; }

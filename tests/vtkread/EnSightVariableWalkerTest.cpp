@@ -19,8 +19,8 @@ using VtkRead::EnSightMesh;
 using VtkRead::EnSightVariableWalker;
 using Format = EnSightFile::Format;
 
-EnSightCase::Variable const perNode = {"T", 1, false, false, {}};
-EnSightCase::Variable const perElement = {"E", 1, true, false, {}};
+EnSightCase::Variable const perNode = {"T", 1, false, false, false, {}};
+EnSightCase::Variable const perElement = {"E", 1, true, false, false, {}};
 
 EnSightMesh const mesh = {
     true, 0, {{1, 4, {{"bar2", 2}, {"tria3", 1}, {"g_bar2", 3}}}, {2, 6, {{"block", 2}}}}};

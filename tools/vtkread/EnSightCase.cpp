@@ -86,6 +86,12 @@ EnSightCase::EnSightCase(std::filesystem::path const& path) : folder_(path.paren
         resolve(entry);
 }
 
+bool EnSightCase::hasSeveralSteps() const
+{
+    return std::any_of(timeSets_.begin(), timeSets_.end(),
+                       [](TimeSet const& set) { return set.steps > 1; });
+}
+
 void EnSightCase::addLine(std::string const& line)
 {
     Words const words = wordsOf(line);
@@ -175,15 +181,20 @@ void EnSightCase::resolveVariable(Entry const& entry)
     bool const isMeasured = contains(entry.key, "measured");
     for (std::size_t i = 0; i < fileCount; ++i)
         variables_.push_back({entry.values[firstFile - 1], components, isPerElement, isMeasured,
+                              fileSetOf(sets) != nullptr,
                               filesOf(entry.values[firstFile + i], sets)});
+}
+
+EnSightCase::FileSet const* EnSightCase::fileSetOf(Words const& sets) const
+{
+    return sets.size() > 1 ? setOf(fileSets_, sets[1]) : nullptr;
 }
 
 std::vector<EnSightCase::DataFile> EnSightCase::filesOf(std::string const& pattern,
                                                         Words const& sets) const
 {
-    if (sets.size() > 1)
-        if (FileSet const* const set = setOf(fileSets_, sets[1]))
-            return filesOf(pattern, *set);
+    if (FileSet const* const set = fileSetOf(sets))
+        return filesOf(pattern, *set);
     if (pattern.find('*') == std::string::npos)
         return {{pathOf(pattern, 0), 1}};
     TimeSet const* set = nullptr;

@@ -25,12 +25,15 @@ public:
         std::uint64_t components;
         bool isPerElement;
         bool isMeasured;
+        bool hasFileSet;
         std::vector<DataFile> files;
     };
 
     explicit EnSightCase(std::filesystem::path const& path);
 
     bool isGold() const { return isGold_; }
+    bool hasSeveralSteps() const;
+    bool hasFileSets() const { return !fileSets_.empty(); }
     std::vector<DataFile> const& meshes() const { return meshes_; }
     std::vector<DataFile> const& measured() const { return measured_; }
     std::vector<Variable> const& variables() const { return variables_; }
@@ -69,6 +72,7 @@ private:
     void resolveVariable(Entry const& entry);
 
     /// \param sets the numbers of a time set and a file set, where they are given
+    FileSet const* fileSetOf(Words const& sets) const;
     std::vector<DataFile> filesOf(std::string const& pattern, Words const& sets) const;
     std::vector<DataFile> filesOf(std::string const& pattern, TimeSet const& set) const;
     std::vector<DataFile> filesOf(std::string const& pattern, FileSet const& set) const;

@@ -1,6 +1,7 @@
 #include "EnSightCheck.h"
 
 #include "EnSightCase.h"
+#include "EnSightFaults.h"
 #include "EnSightFile.h"
 #include "EnSightMesh.h"
 #include "EnSightMeshWalker.h"
@@ -38,18 +39,6 @@ bool walk(DataFiles const& files, Format format, WalkStep const& walkStep)
     }
 }
 
-bool isStructured(EnSightMesh::Part const& part)
-{
-    return part.elements.count("block") != 0;
-}
-
-/// In texts of EnSight 6, VTK's reader shifts the components of structured parts by one.
-bool isMisread(EnSightCase::Variable const& variable, EnSightMesh const& mesh, Format format)
-{
-    return !mesh.isGold && format == Format::Text && variable.components > 1 &&
-           std::any_of(mesh.parts.begin(), mesh.parts.end(), isStructured);
-}
-
 class Check
 {
 public:
@@ -76,12 +65,17 @@ private:
         if (files.empty())
             return;
         Format const format = EnSightFile::formatOf(files.front().path);
+        EnSightFaults::requireReadable(case_, format);
         std::vector<EnSightMesh> different;
         bool const isUnderstood = walk(files, format, [&](EnSightFile& file) {
             EnSightMesh const mesh = walkMesh(file);
-            if (different.empty() || !(different.front() == mesh))
-                different.push_back(mesh);
+            if (!different.empty() && different.front() == mesh)
+                return;
+            requireReadable(mesh, isMeasured, format);
+            different.push_back(mesh);
         });
+        if (!different.empty())
+            EnSightFaults::tellOfLosses(different.front(), format, report_);
         if (!isUnderstood || different.size() != 1)
             return;
         for (EnSightCase::Variable const& variable : case_.variables())
@@ -89,16 +83,22 @@ private:
                 checkVariable(variable, different.front(), format);
     }
 
+    void requireReadable(EnSightMesh const& mesh, bool isMeasured, Format format)
+    {
+        EnSightFaults::requireReadable(mesh, format);
+        for (EnSightCase::Variable const& variable : case_.variables())
+            if (variable.isMeasured == isMeasured)
+                EnSightFaults::requireReadable(variable, mesh, format);
+    }
+
     void checkVariable(EnSightCase::Variable const& variable, EnSightMesh const& mesh,
                        Format format)
     {
-        if (isMisread(variable, mesh, format))
-            throw Exchange::Error("The components of the variable '" + variable.name +
-                                  "' are on a structured part, which VTK misreads in this format.");
         for (EnSightCase::DataFile const& each : variable.files)
             walk({each}, format, [&](EnSightFile& file) {
                 EnSightVariableWalker walker(file, mesh, variable);
                 walker.walk();
+                EnSightFaults::requireReadable(case_, variable, walker, file);
                 if (auto const part = walker.partAtEarlyEnd())
                     filesThatEndEarly_[*part].insert(each.path);
             });

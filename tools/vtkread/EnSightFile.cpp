@@ -70,9 +70,14 @@ void EnSightFile::raiseUnknown() const
     throw Unknown();
 }
 
+bool EnSightFile::beginsStep(std::string const& line)
+{
+    return line.rfind("BEGIN TIME STEP", 0) == 0;
+}
+
 void EnSightFile::beginStep()
 {
-    if (description().rfind("BEGIN TIME STEP", 0) == 0) {
+    if (beginsStep(description())) {
         isSeries_ = true;
         description();
     } else if (isSeries_) {
@@ -168,6 +173,19 @@ void EnSightFile::skip(Numbers const& numbers)
     marker(bytes);
 }
 
+bool EnSightFile::skipRunningIds(std::uint64_t count)
+{
+    if (count == 0)
+        return true;
+    bool areRunning = true;
+    marker(count * bytesOfNumber);
+    requireBytes(count * bytesOfNumber);
+    for (std::uint64_t i = 0; i < count; ++i)
+        areRunning = integer() == i + 1 && areRunning;
+    marker(count * bytesOfNumber);
+    return areRunning;
+}
+
 EnSightFile::Tally EnSightFile::add(std::uint64_t count)
 {
     Tally tally{0, 0};
@@ -190,7 +208,7 @@ bool EnSightFile::readLine()
 {
     if (!isText())
         return readRecordOfLine();
-    stream_.getline(buffer_.data(), buffer_.size());
+    stream_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
     if (stream_.fail() && !stream_.eof())
         throw Unknown();
     if (stream_.fail())

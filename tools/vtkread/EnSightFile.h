@@ -54,6 +54,9 @@ public:
     /// Whether the file holds several steps, each between two lines that say so.
     bool isSeries() const { return isSeries_; }
 
+    /// Whether a line is the one that a step of a series begins with.
+    static bool beginsStep(std::string const& line);
+
     /// Up to the first line of description of a step, which is read.
     void beginStep();
 
@@ -74,6 +77,10 @@ public:
     std::array<std::uint64_t, 3> threeCounts();
 
     void skip(Numbers const& numbers);
+
+    /// Skips ids of a binary file.
+    /// \return whether they are 1, 2, 3 and so on
+    bool skipRunningIds(std::uint64_t count);
 
     /// Adds up counts, each in a line of its own.
     Tally add(std::uint64_t count);

@@ -1,6 +1,7 @@
 #include "EnSightMesh.h"
 
 #include <algorithm>
+#include <set>
 
 namespace VtkRead {
 
@@ -58,6 +59,13 @@ std::uint64_t EnSightMesh::nodesOf(std::string const& type)
 bool EnSightMesh::isElementType(std::string const& word)
 {
     return elementTypes().count(withoutMark(word)) > 0;
+}
+
+bool EnSightMesh::hasMidSideNodes(std::string const& type)
+{
+    static std::set<std::string> const types = {"bar3",      "tria6",   "quad8", "tetra10",
+                                                "pyramid13", "penta15", "hexa20"};
+    return types.count(withoutMark(type)) > 0;
 }
 
 bool EnSightMesh::isGhost(std::string const& type)

@@ -18,6 +18,10 @@ struct EnSightMesh
         std::uint64_t nodes = 0;
         /// By type; "block" are the cells of a structured part.
         std::map<std::string, std::uint64_t> elements;
+        /// The kind of a structured part, if the file names it.
+        std::string kind{};
+        /// Whether a structured part has marks of what is left out.
+        bool isBlanked = false;
 
         /// Elements that VTK's reader takes values of.
         bool hasElements() const;
@@ -27,6 +31,10 @@ struct EnSightMesh
     bool isGold = false;
     std::uint64_t sharedNodes = 0;
     std::vector<Part> parts;
+    bool hasNodeIds = false;
+    bool hasElementIds = false;
+    /// Whether, in a binary file, the shared nodes have ids other than 1, 2, 3 and so on.
+    bool hasOwnNodeIds = false;
 
     bool operator==(EnSightMesh const& other) const;
 
@@ -36,6 +44,7 @@ struct EnSightMesh
     /// Of each element; 0 where it differs between the elements, or when the type is unknown.
     static std::uint64_t nodesOf(std::string const& type);
     static bool isElementType(std::string const& word);
+    static bool hasMidSideNodes(std::string const& type);
     static bool isGhost(std::string const& type);
 };
 

@@ -44,8 +44,8 @@ EnSightMesh EnSightMeshWalker::walk()
 {
     beginStep();
     file_.description();
-    haveNodesIds_ = readsIds();
-    haveElementsIds_ = readsIds();
+    mesh_.hasNodeIds = readsIds();
+    mesh_.hasElementIds = readsIds();
     while (auto const words = file_.nextSection())
         readSection(*words);
     if (!file_.isSeries())
@@ -118,11 +118,14 @@ void EnSightMeshWalker::readNodes()
     std::uint64_t const count = file_.count();
     if (!mesh_.isGold) {
         mesh_.sharedNodes = count;
-        return skipRows(count, axes, haveNodesIds_, realWidth);
+        bool const areIdsInRows = mesh_.hasNodeIds && file_.isText();
+        if (mesh_.hasNodeIds && !areIdsInRows)
+            mesh_.hasOwnNodeIds = !file_.skipRunningIds(count);
+        return skipRows(count, axes, areIdsInRows, realWidth);
     }
     part().nodes = count;
     isVisible_ = count == 0;
-    if (haveNodesIds_)
+    if (mesh_.hasNodeIds)
         skipIds(count);
     for (std::uint64_t i = 0; i < axes; ++i)
         skipReals(count);
@@ -136,8 +139,8 @@ void EnSightMeshWalker::readElements(std::string const& type)
     isVisible_ = true;
     std::uint64_t const nodes = EnSightMesh::nodesOf(type);
     if (!mesh_.isGold && nodes > 0)
-        return skipRows(count, nodes, haveElementsIds_, oldWidth);
-    if (haveElementsIds_)
+        return skipRows(count, nodes, mesh_.hasElementIds, oldWidth);
+    if (mesh_.hasElementIds)
         skipIds(count);
     if (nodes > 0)
         file_.skip({count * nodes, nodes, goldWidth});
@@ -173,7 +176,10 @@ void EnSightMeshWalker::readBlock(Words const& words)
     part().nodes = product(size);
     part().elements["block"] = product(cellsBetween(size));
     isVisible_ = true;
-    std::string const kind = words.size() > 1 ? words[1] : std::string();
+    bool const isBlanked = words.back() == "iblanked";
+    std::string const kind = words.size() > (isBlanked ? 2 : 1) ? words[1] : std::string();
+    part().isBlanked = isBlanked;
+    part().kind = kind;
     Counts coordinates = {part().nodes, part().nodes, part().nodes};
     if (kind == "rectilinear")
         coordinates = size;
@@ -181,7 +187,7 @@ void EnSightMeshWalker::readBlock(Words const& words)
         coordinates = {axes, axes, 0};
     for (std::uint64_t const count : coordinates)
         skipReals(count);
-    if (words.back() == "iblanked")
+    if (isBlanked)
         file_.skip(mesh_.isGold ? EnSightFile::Numbers{part().nodes, 1, goldWidth}
                                 : EnSightFile::Numbers{part().nodes, oldMarksPerLine, oldWidth});
 }

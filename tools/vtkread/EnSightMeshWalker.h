@@ -43,8 +43,6 @@ private:
 
     EnSightFile& file_;
     EnSightMesh mesh_;
-    bool haveNodesIds_ = false;
-    bool haveElementsIds_ = false;
     /// Whether the latest part has elements, or no nodes either. A mesh that ends with a part that
     /// nothing could be seen of has lost its end: who wants to see nodes alone writes points.
     bool isVisible_ = false;

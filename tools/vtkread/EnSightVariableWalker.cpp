@@ -102,6 +102,7 @@ void EnSightVariableWalker::readValues(Words const& words)
     std::uint64_t const count = countOf(type);
     if (!types_.insert(type).second)
         throw EnSightFile::Unknown();
+    allTypes_.insert(type);
     skipValues(countOfDefined(words, count), type == "block");
 }
 
@@ -124,6 +125,7 @@ std::uint64_t EnSightVariableWalker::countOfDefined(Words const& words, std::uin
 {
     if (words.size() == 1 || !mesh_.isGold)
         return count;
+    hasUndefined_ = true;
     if (words[1] == "undef") {
         file_.skip({1, 1, realWidth});
         return count;

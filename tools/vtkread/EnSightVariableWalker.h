@@ -22,6 +22,13 @@ public:
     /// Raises `Exchange::Error` when values are missing.
     void walk();
 
+    /// The types of elements that there are values of; "coordinates" of nodes, "block" of
+    /// structured parts.
+    std::set<std::string> const& types() const { return allTypes_; }
+
+    /// Whether there are parts of which not all values are defined.
+    bool hasUndefined() const { return hasUndefined_; }
+
     /// The part that the file ends with, when the mesh has more that could have values; 0 where it
     /// is no part.
     std::optional<std::uint64_t> partAtEarlyEnd() const;
@@ -46,7 +53,10 @@ private:
     bool isInPart_ = false;
     /// Whether the latest section is one of which the mesh has nothing.
     bool isForeign_ = false;
+    /// Of the latest part.
     std::set<std::string> types_;
+    std::set<std::string> allTypes_;
+    bool hasUndefined_ = false;
     std::set<std::uint64_t> parts_;
 };
 

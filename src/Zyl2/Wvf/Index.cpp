@@ -479,12 +479,12 @@ std::uint32_t Index::GetContentLength(std::size_t slot) const
     return items_[slot].compressed ? items_[slot].contentLength : blocks_[slot].GetLength();
 }
 
+/// That of a key's last block, which is never found compressed: only blocks before it wait in that
+/// state to be saved.
 std::uint64_t Index::GetLogicalLength(std::size_t slot) const
 {
     IndexItem const& item = items_[slot];
-    if (item.frozen)
-        return item.frozenLength;
-    return item.compressed ? item.contentLength : blocks_[slot].GetPosition();
+    return item.frozen ? item.frozenLength : blocks_[slot].GetPosition();
 }
 
 void Index::MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit)

@@ -3,11 +3,10 @@
 #include "Bytes.h"
 #include "ContainerReader.h"
 #include "EncodedBlock.h"
+#include "InflatedBlock.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
 #include "support/Environment.h"
-
-#include <zlib.h>
 
 #include <gtest/gtest.h>
 
@@ -47,25 +46,13 @@ std::string FileOf(std::function<void(WvFile&)> const& fill)
     return Support::ReadFile(folder.File("a.mox"));
 }
 
-std::string Inflated(std::string const& block)
-{
-    std::string content(Support::WordAt(block, 0), '\0');
-    uLongf length = content.size();
-    int const result =
-        uncompress(reinterpret_cast<Bytef*>(content.data()), &length,
-                   reinterpret_cast<Bytef const*>(block.data()) + 4, block.size() - 4);
-    EXPECT_EQ(result, Z_OK);
-    EXPECT_EQ(length, content.size());
-    return content;
-}
-
 /// All bytes of a key, over all its blocks.
 std::string StreamOf(std::vector<ReadSlot> const& slots, std::string const& key)
 {
     std::string stream;
     for (ReadSlot const& slot : slots)
         if (slot.name == key)
-            stream += (slot.transformations & 1U) != 0 ? Inflated(slot.content) : slot.content;
+            stream += Support::ContentOf(slot);
     return stream;
 }
 

@@ -15,9 +15,8 @@
 #include "SavedModel.h"
 
 #include "container/ContainerReader.h"
+#include "container/InflatedBlock.h"
 #include "container/TemporaryFile.h"
-
-#include <zlib.h>
 
 #include <sstream>
 #include <stdexcept>
@@ -25,20 +24,6 @@
 namespace ModelTests {
 
 namespace {
-
-std::string inflated(std::string const& content)
-{
-    std::string plain(Support::WordAt(content, 0), '\0');
-    uLongf length = plain.size();
-    unsigned char nothing = 0;
-    auto* const target = plain.empty() ? &nothing : reinterpret_cast<unsigned char*>(plain.data());
-    if (plain.empty())
-        length = 1;
-    auto const* const source = reinterpret_cast<unsigned char const*>(content.data()) + 4;
-    if (uncompress(target, &length, source, content.size() - 4) != Z_OK || length != plain.size())
-        throw std::runtime_error("a block does not inflate to its length");
-    return plain;
-}
 
 /// Takes one thing after the other out of a block.
 class Reader
@@ -226,10 +211,8 @@ private:
 
 SavedModel::SavedModel(std::string const& path)
 {
-    for (Support::ReadSlot const& slot : Support::ReadSlots(Support::ReadFile(path))) {
-        bool const compressed = (slot.transformations & 1U) != 0;
-        blocks_[slot.name] += compressed ? inflated(slot.content) : slot.content;
-    }
+    for (Support::ReadSlot const& slot : Support::ReadSlots(Support::ReadFile(path)))
+        blocks_[slot.name] += Support::ContentOf(slot);
     Decoder decoder(*this);
     nodes_ = decoder.takeNodes();
     writingRecord_ = decoder.takeLastWritingRecord();

@@ -3,7 +3,6 @@
 #include "CommandLine.h"
 #include "RunWithLibraries.h"
 #include "ViewerOutput.h"
-#include "common/Progress.h"
 
 #include <iostream>
 #include <memory>
@@ -35,15 +34,6 @@ void addArguments(SubCommand& command, Arguments& arguments)
     command.addFlag("--json", arguments.asJson, "Say as JSON what was written");
 }
 
-/// The bar is gone when this returns, before anything else is said.
-VtkExport::ExportSummary exportWithProgress(std::string const& input, std::string const& output,
-                                            VtkExport::ExportOptions options)
-{
-    Common::Progress progress("export " + input);
-    options.progress = [&progress](std::size_t done, std::size_t all) { progress.show(done, all); };
-    return VtkExport::exportModel(input, output, options);
-}
-
 } // namespace
 
 void addExportCommand(CommandLine& commandLine)
@@ -67,6 +57,6 @@ int exportFile(std::string const& input, std::string const& output,
                VtkExport::ExportOptions const& options, bool asJson, std::ostream& out,
                std::ostream& err)
 {
-    ViewerOutput const target("mox export", output, asJson, out, err);
-    return target.make([&] { return exportWithProgress(input, output, options); });
+    ViewerOutput const target("export", output, asJson, out, err);
+    return target.make(input, options, VtkExport::exportModel);
 }

@@ -3,7 +3,6 @@
 #include "CommandLine.h"
 #include "RunWithLibraries.h"
 #include "ViewerOutput.h"
-#include "common/Progress.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -106,15 +105,6 @@ void addArguments(SubCommand& command, Arguments& arguments)
     command.addFlag("--json", arguments.asJson, "Say as JSON what the picture shows");
 }
 
-/// The bar is gone when this returns, before anything else is said.
-VtkExport::ViewSummary viewWithProgress(std::string const& input, std::string const& output,
-                                        VtkExport::ViewOptions options)
-{
-    Common::Progress progress("view " + input);
-    options.progress = [&progress](std::size_t done, std::size_t all) { progress.show(done, all); };
-    return VtkExport::viewModel(input, output, options);
-}
-
 } // namespace
 
 void addViewCommand(CommandLine& commandLine)
@@ -140,6 +130,6 @@ int viewFile(std::string const& input, std::string const& output,
              VtkExport::ViewOptions const& options, bool asJson, std::ostream& out,
              std::ostream& err)
 {
-    ViewerOutput const target("mox view", output, asJson, out, err);
-    return target.make([&] { return viewWithProgress(input, output, options); });
+    ViewerOutput const target("view", output, asJson, out, err);
+    return target.make(input, options, VtkExport::viewModel);
 }

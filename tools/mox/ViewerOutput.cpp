@@ -14,7 +14,7 @@ int ViewerOutput::run(std::function<void()> const& action) const
         action();
         return 0;
     } catch (std::exception const& error) {
-        err_ << command_ << ": " << error.what() << '\n';
+        err_ << "mox " << command_ << ": " << error.what() << '\n';
         return 1;
     }
 }
@@ -22,5 +22,5 @@ int ViewerOutput::run(std::function<void()> const& action) const
 void ViewerOutput::tellWarnings(std::vector<std::string> const& warnings) const
 {
     for (std::string const& warning : warnings)
-        err_ << command_ << ": warning: " << warning << '\n';
+        err_ << "mox " << command_ << ": warning: " << warning << '\n';
 }

@@ -1,4 +1,5 @@
 #include "common/Progress.h"
+#include "support/Terminal.h"
 
 #include <gtest/gtest.h>
 
@@ -7,67 +8,15 @@
 #include <stdexcept>
 #include <string>
 
-#include <fcntl.h>
-#include <pty.h>
-#include <sys/ioctl.h>
-#include <termios.h>
 #include <unistd.h>
 
 namespace {
 
 using Common::Progress;
 using std::chrono::milliseconds;
+using Support::Terminal;
 
-/// Both ends of a pair of descriptors; what is written to one is read from the other.
-class Ends
-{
-public:
-    ~Ends()
-    {
-        ::close(reading_);
-        ::close(writing_);
-    }
-    Ends(Ends const&) = delete;
-    Ends& operator=(Ends const&) = delete;
-
-    int writing() const { return writing_; }
-
-    /// What was written since the last call.
-    std::string text() const
-    {
-        std::string result;
-        std::array<char, 4096> piece = {};
-        for (ssize_t count = 1; count > 0;) {
-            count = ::read(reading_, piece.data(), piece.size());
-            if (count > 0)
-                result.append(piece.data(), static_cast<std::size_t>(count));
-        }
-        return result;
-    }
-
-protected:
-    Ends() = default;
-    void neverBlock() const { ::fcntl(reading_, F_SETFL, O_NONBLOCK); }
-
-    int reading_ = -1;
-    int writing_ = -1;
-};
-
-class Terminal : public Ends
-{
-public:
-    explicit Terminal(unsigned short columns)
-    {
-        winsize size = {};
-        size.ws_row = 24;
-        size.ws_col = columns;
-        if (::openpty(&reading_, &writing_, nullptr, nullptr, &size) != 0)
-            throw std::runtime_error("no terminal for the test");
-        neverBlock();
-    }
-};
-
-class Pipe : public Ends
+class Pipe : public Support::Ends
 {
 public:
     Pipe()

@@ -16,6 +16,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <random>
 #include <system_error>
@@ -206,6 +207,7 @@ public:
     }
 
     std::string const& folder() const { return folder_; }
+    std::string kind() const { return disk_ ? "a disk of its own" : "a stand-in"; }
 
     void leaveRoom(std::uintmax_t pages) const
     {
@@ -237,10 +239,24 @@ protected:
     std::string onDisk(std::uintmax_t pages,
                        std::function<std::string(SmallDisk const&)> const& action)
     {
-        return inChild([&] {
+        std::string const text = inChild([&] {
             auto own = GetParam() == Disk::StandIn ? nullptr : ownDiskIfAllowed(pages);
-            return action(SmallDisk(std::move(own), pages, folder.File("")));
+            SmallDisk const disk(std::move(own), pages, folder.File(""));
+            return disk.kind() + '\n' + action(disk);
         });
+        std::size_t const end = text.find('\n');
+        if (end == std::string::npos)
+            return text;
+        tellDisk(text.substr(0, end));
+        return text.substr(end + 1);
+    }
+
+private:
+    /// Only the child knows which it got, and nothing else in the outcome shows it.
+    static void tellDisk(std::string const& kind)
+    {
+        RecordProperty("disk", kind);
+        std::cout << "The full disk is " << kind << ".\n";
     }
 };
 

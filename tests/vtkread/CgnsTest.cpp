@@ -79,15 +79,15 @@ TEST(Cgns, ZonesAndSolutionsAreReadFromBothOfItsFileTypes)
         std::filesystem::path const path = folder.path("in" + std::to_string(type) + ".cgns");
         writeCgns(path, type);
         OpenedFile const file(FileKind::Cgns, path);
-        ASSERT_EQ(file.parts().size(), 1U);
-        EXPECT_EQ(file.parts()[0].name, "Zone one");
-        EXPECT_EQ(file.parts()[0].groups, (Names{"Base"}));
-        EXPECT_EQ(file.parts()[0].coordinates, unitCube);
-        EXPECT_EQ(file.parts()[0].connectivity, hexahedron);
+        ASSERT_EQ(file.parts.size(), 1U);
+        EXPECT_EQ(file.parts[0].name, "Zone one");
+        EXPECT_EQ(file.parts[0].groups, (Names{"Base"}));
+        EXPECT_EQ(file.parts[0].coordinates, unitCube);
+        EXPECT_EQ(file.parts[0].connectivity, hexahedron);
         EXPECT_EQ(std::get<Doubles>(file.field("Temperature").values),
                   (Doubles{1, 2, 3, 4, 5, 6, 7, 8.5}));
-        EXPECT_EQ(file.steps()[0].name, "");
-        EXPECT_TRUE(file.parts()[0].attributes.empty());
+        EXPECT_EQ(file.steps[0].name, "");
+        EXPECT_TRUE(file.parts[0].attributes.empty());
         EXPECT_EQ(file.warnings(), Names());
     }
 }
@@ -100,9 +100,9 @@ TEST(Cgns, BoundariesAreLeftOutWithAWarning)
         constexpr bool hasBoundaries = true;
         writeCgns(path, type, hasBoundaries);
         OpenedFile const file(FileKind::Cgns, path);
-        ASSERT_EQ(file.parts().size(), 1U);
-        EXPECT_EQ(file.parts()[0].name, "Zone one");
-        EXPECT_EQ(file.parts()[0].connectivity, hexahedron);
+        ASSERT_EQ(file.parts.size(), 1U);
+        EXPECT_EQ(file.parts[0].name, "Zone one");
+        EXPECT_EQ(file.parts[0].connectivity, hexahedron);
         EXPECT_EQ(file.warnings(), (Names{"2 sections of elements on boundaries were left out.",
                                           "2 boundary conditions were left out."}));
     }

@@ -33,15 +33,15 @@ std::string contentOf(std::filesystem::path const& caseFile)
 {
     OpenedFile const file(FileKind::EnSight, caseFile);
     std::ostringstream stream;
-    for (Exchange::Part const& part : file.parts()) {
+    for (Exchange::Part const& part : file.parts) {
         stream << part.name << '\n';
         print(stream, part.coordinates);
         print(stream, part.nodeIds);
         print(stream, part.connectivity);
         print(stream, part.elementIds);
     }
-    for (std::size_t step = 0; step < file.steps().size(); ++step)
-        for (Exchange::Field const& field : file.fields(step)) {
+    for (std::size_t step = 0; step < file.steps.size(); ++step)
+        for (Exchange::Field const& field : file.fields[step]) {
             stream << field.name << ' ' << field.part << '\n';
             std::visit([&](auto const& values) { print(stream, values); }, field.values);
         }
@@ -122,11 +122,11 @@ protected:
 TEST_P(EnSightOfKind, WholeFilesAreRead)
 {
     OpenedFile const file(FileKind::EnSight, case_);
-    ASSERT_EQ(file.parts().size(), GetParam().isGold ? 3U : 2U);
-    ASSERT_EQ(file.steps().size(), 2U);
-    EXPECT_EQ(file.parts()[0].name, "Solid");
-    EXPECT_EQ(file.parts()[0].elementCount(), 3U);
-    EXPECT_EQ(file.parts()[1].elementCount(), 1U);
+    ASSERT_EQ(file.parts.size(), GetParam().isGold ? 3U : 2U);
+    ASSERT_EQ(file.steps.size(), 2U);
+    EXPECT_EQ(file.parts[0].name, "Solid");
+    EXPECT_EQ(file.parts[0].elementCount(), 3U);
+    EXPECT_EQ(file.parts[1].elementCount(), 1U);
     for (std::size_t step = 0; step < 2; ++step) {
         auto const first = static_cast<float>(10 * (step + 1));
         Floats const values = valuesOf(file, "T", step, 0);
@@ -180,7 +180,7 @@ TEST_P(EnSightOfKind, OneVariableOfTheFirstPartsIsReadAndTold)
                                             "' has no values of the last parts, or was cut off "
                                             "behind a part."}));
         EXPECT_NO_THROW(file.field(name, 1, 0));
-        EXPECT_THROW(file.field(name, 1, file.parts().size() - 1), std::runtime_error);
+        EXPECT_THROW(file.field(name, 1, file.parts.size() - 1), std::runtime_error);
         folder_.write(name, content);
     }
 }
@@ -195,7 +195,7 @@ TEST_P(EnSightOfKind, SeveralFilesMayEndWithTheSamePart)
     OpenedFile const file(FileKind::EnSight, case_);
     std::string const name = GetParam().isGold ? "T" : "E";
     EXPECT_NO_THROW(file.field(name, 1, 0));
-    EXPECT_THROW(file.field(name, 1, file.parts().size() - 1), std::runtime_error);
+    EXPECT_THROW(file.field(name, 1, file.parts.size() - 1), std::runtime_error);
 }
 
 TEST_P(EnSightOfKind, MeasuredPointsThatWereCutOffAreRefused)

@@ -77,13 +77,13 @@ protected:
 TEST_F(EnSight, PartsStepsAndVariablesAreRead)
 {
     OpenedFile const file(FileKind::EnSight, writeCase());
-    ASSERT_EQ(file.parts().size(), 1U);
-    EXPECT_EQ(file.parts()[0].name, "The cube");
-    EXPECT_EQ(file.parts()[0].coordinates, unitCube);
-    EXPECT_EQ(file.parts()[0].connectivity, hexahedron);
-    ASSERT_EQ(file.steps().size(), 2U);
-    EXPECT_EQ(file.steps()[0].time, 0.5);
-    EXPECT_EQ(file.steps()[1].time, 1.5);
+    ASSERT_EQ(file.parts.size(), 1U);
+    EXPECT_EQ(file.parts[0].name, "The cube");
+    EXPECT_EQ(file.parts[0].coordinates, unitCube);
+    EXPECT_EQ(file.parts[0].connectivity, hexahedron);
+    ASSERT_EQ(file.steps.size(), 2U);
+    EXPECT_EQ(file.steps[0].time, 0.5);
+    EXPECT_EQ(file.steps[1].time, 1.5);
     EXPECT_EQ(std::get<Floats>(file.field("Temperature", 0).values),
               (Floats{1, 2, 3, 4, 5, 6, 7, 8}));
     EXPECT_EQ(std::get<Floats>(file.field("Temperature", 1).values),

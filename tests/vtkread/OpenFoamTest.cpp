@@ -72,14 +72,14 @@ protected:
 TEST_F(OpenFoam, ACaseIsReadByItsFolder)
 {
     OpenedFile const file(FileKind::OpenFoam, folder_.path("case"));
-    ASSERT_GE(file.parts().size(), 1U);
-    Part const& part = file.parts()[0];
+    ASSERT_GE(file.parts.size(), 1U);
+    Part const& part = file.parts[0];
     EXPECT_EQ(part.name, "internalMesh");
     ASSERT_EQ(part.elementCount(), 2U);
     EXPECT_EQ(part.types[0]->name, "Hexahedron");
     EXPECT_EQ(part.nodeCount(), 12U);
-    ASSERT_EQ(file.steps().size(), 2U);
-    EXPECT_EQ(file.steps()[0].time, 0.5);
+    ASSERT_EQ(file.steps.size(), 2U);
+    EXPECT_EQ(file.steps[0].time, 0.5);
     EXPECT_EQ(std::get<Floats>(file.field("p", 0).values), (Floats{1, 2.5}));
     EXPECT_EQ(std::get<Floats>(file.field("p", 1).values), (Floats{3, 2.5}));
     EXPECT_EQ(std::get<Floats>(file.field("U", 1).values), (Floats{3, 0, -1, 3, 0, -1}));
@@ -89,10 +89,10 @@ TEST_F(OpenFoam, ACaseIsReadByItsFolder)
 TEST_F(OpenFoam, PatchesAreParts)
 {
     OpenedFile const file(FileKind::OpenFoam, folder_.path("case/system/controlDict"));
-    ASSERT_EQ(file.parts().size(), 2U);
-    EXPECT_EQ(file.parts()[1].name, "walls");
-    EXPECT_EQ(file.parts()[1].elementCount(), 10U);
-    EXPECT_EQ(file.parts()[1].types[0]->name, "Quadrangle");
+    ASSERT_EQ(file.parts.size(), 2U);
+    EXPECT_EQ(file.parts[1].name, "walls");
+    EXPECT_EQ(file.parts[1].elementCount(), 10U);
+    EXPECT_EQ(file.parts[1].types[0]->name, "Quadrangle");
 }
 
 TEST_F(OpenFoam, AMissingMeshIsRefused)

@@ -88,8 +88,8 @@ protected:
 TEST_F(Source, AMeshIsReadAsItIs)
 {
     OpenedFile const file = opened(twoTriangles());
-    ASSERT_EQ(file.parts().size(), 1U);
-    Part const& part = file.parts()[0];
+    ASSERT_EQ(file.parts.size(), 1U);
+    Part const& part = file.parts[0];
     EXPECT_EQ(part.name, "Mesh");
     EXPECT_EQ(part.coordinates,
               (Doubles{0, 0, 1, 0.1, 1 / 7.0, 0.5, 0.2, 4 / 7.0, 1 / 3.0, 0.1 * 3, 9 / 7.0, 0.25}));
@@ -203,8 +203,8 @@ TEST_F(Source, ArraysThatAModelsIdsHaveTheNameOfAreIds)
     grid->GetPointData()->AddArray(arrayOf<vtkUnsignedIntArray>("Node Ids", 1, {9, 8, 7, 6}));
     addPair<vtkUnsignedIntArray>(*grid, "Element IDs", 21, 20);
     OpenedFile const file = opened(grid);
-    EXPECT_EQ(file.parts()[0].nodeIds, (Integers{9, 8, 7, 6}));
-    EXPECT_EQ(file.parts()[0].elementIds, (Integers{21, 20}));
+    EXPECT_EQ(file.parts[0].nodeIds, (Integers{9, 8, 7, 6}));
+    EXPECT_EQ(file.parts[0].elementIds, (Integers{21, 20}));
     EXPECT_EQ(file.fieldNames(), Names());
 }
 
@@ -214,8 +214,8 @@ TEST_F(Source, GlobalIdsAreIds)
     grid->GetPointData()->SetGlobalIds(arrayOf<vtkIdTypeArray>("G", 1, {5, 6, 7, 8}));
     grid->GetCellData()->SetPedigreeIds(arrayOf<vtkIdTypeArray>("P", 1, {3, 4}));
     OpenedFile const file = opened(grid);
-    EXPECT_EQ(file.parts()[0].nodeIds, (Integers{5, 6, 7, 8}));
-    EXPECT_EQ(file.parts()[0].elementIds, (Integers{3, 4}));
+    EXPECT_EQ(file.parts[0].nodeIds, (Integers{5, 6, 7, 8}));
+    EXPECT_EQ(file.parts[0].elementIds, (Integers{3, 4}));
     EXPECT_EQ(file.fieldNames(), Names());
 }
 
@@ -231,8 +231,8 @@ TEST_F(Source, CellsAndPointsOfAnotherPieceAreLeftOutWithTheirValues)
     grid->GetCellData()->AddArray(arrayOf<vtkFloatArray>("C", 1, {1, 2, 3}));
     grid->GetPointData()->AddArray(arrayOf<vtkFloatArray>("P", 1, {1, 2, 3, 4, 5}));
     OpenedFile const file = opened(grid);
-    EXPECT_EQ(file.parts()[0].nodeCount(), 4U);
-    EXPECT_EQ(file.parts()[0].connectivity, (Rows{0, 1, 2, 0, 2, 3}));
+    EXPECT_EQ(file.parts[0].nodeCount(), 4U);
+    EXPECT_EQ(file.parts[0].connectivity, (Rows{0, 1, 2, 0, 2, 3}));
     EXPECT_EQ(file.fieldNames(), (Names{"P", "C"}));
     EXPECT_EQ(std::get<std::vector<float>>(file.field("C").values), (std::vector<float>{1, 3}));
     EXPECT_EQ(std::get<std::vector<float>>(file.field("P").values),
@@ -248,8 +248,8 @@ TEST_F(Source, CellsThatAModelCannotHoldAreRefusedOrLeftOutWithTheirValues)
               "A model cannot hold 1 element of the type convex point set; --skip-unknown leaves "
               "them out.");
     OpenedFile const file(FileKind::Xml, path, true);
-    EXPECT_EQ(file.parts()[0].elementCount(), 1U);
-    EXPECT_EQ(file.parts()[0].nodeCount(), 8U);
+    EXPECT_EQ(file.parts[0].elementCount(), 1U);
+    EXPECT_EQ(file.parts[0].nodeCount(), 8U);
     EXPECT_EQ(std::get<Integers>(file.field("C").values), (Integers{5}));
     EXPECT_EQ(file.warnings(), (Names{"1 element of the type convex point set was left out."}));
 }
@@ -261,8 +261,8 @@ TEST_F(Source, ImagesAndPolygonsAreMeshesToo)
     image->SetSpacing(1, 2, 3);
     OpenedFile const file(FileKind::Xml,
                           writeWith<vtkXMLImageDataWriter>(folder_.path("in.vti"), image));
-    EXPECT_EQ(file.parts()[0].connectivity, (Rows{0, 1, 3, 2, 4, 5, 7, 6}));
-    EXPECT_EQ(file.parts()[0].coordinates[23], 3);
+    EXPECT_EQ(file.parts[0].connectivity, (Rows{0, 1, 3, 2, 4, 5, 7, 6}));
+    EXPECT_EQ(file.parts[0].coordinates[23], 3);
 
     vtkNew<vtkPolyData> polygons;
     polygons->SetPoints(somePoints(6));
@@ -272,9 +272,9 @@ TEST_F(Source, ImagesAndPolygonsAreMeshesToo)
     polygons->InsertNextCell(VTK_LINE, 2, points);
     OpenedFile const lines(FileKind::Xml,
                            writeWith<vtkXMLPolyDataWriter>(folder_.path("in.vtp"), polygons));
-    ASSERT_EQ(lines.parts()[0].elementCount(), 2U);
-    EXPECT_EQ(lines.parts()[0].types[0]->name, "Line");
-    EXPECT_EQ(lines.parts()[0].types[1]->name, "Polygon");
+    ASSERT_EQ(lines.parts[0].elementCount(), 2U);
+    EXPECT_EQ(lines.parts[0].types[0]->name, "Line");
+    EXPECT_EQ(lines.parts[0].types[1]->name, "Polygon");
 }
 
 TEST_F(Source, BlocksAreParts)
@@ -292,13 +292,13 @@ TEST_F(Source, BlocksAreParts)
     std::string text = contentOf(path);
     text.insert(text.find("</Block>"), "<DataSet index=\"1\" name=\"leer\"/>");
     OpenedFile const file(FileKind::Xml, folder_.write("in.vtm", text));
-    ASSERT_EQ(file.parts().size(), 3U);
-    EXPECT_EQ(file.parts()[0].name, "Bär / links");
-    EXPECT_EQ(file.parts()[0].groups, Names());
-    EXPECT_EQ(file.parts()[1].groups, (Names{"inner group"}));
-    EXPECT_EQ(file.parts()[1].elementCount(), 2U);
-    EXPECT_EQ(file.parts()[2].name, "leer");
-    EXPECT_EQ(file.parts()[2].nodeCount(), 0U);
+    ASSERT_EQ(file.parts.size(), 3U);
+    EXPECT_EQ(file.parts[0].name, "Bär / links");
+    EXPECT_EQ(file.parts[0].groups, Names());
+    EXPECT_EQ(file.parts[1].groups, (Names{"inner group"}));
+    EXPECT_EQ(file.parts[1].elementCount(), 2U);
+    EXPECT_EQ(file.parts[2].name, "leer");
+    EXPECT_EQ(file.parts[2].nodeCount(), 0U);
 }
 
 TEST_F(Source, PiecesAreOneMesh)
@@ -318,9 +318,9 @@ TEST_F(Source, PiecesAreOneMesh)
                       "<PDataArray type=\"Float64\" Name=\"Points\" NumberOfComponents=\"3\"/>"
                       "</PPoints><Piece Source=\"in_0.vtu\"/><Piece Source=\"in_1.vtu\"/>"
                       "</PUnstructuredGrid></VTKFile>"));
-    ASSERT_EQ(file.parts().size(), 1U);
-    EXPECT_EQ(file.parts()[0].nodeCount(), 8U);
-    EXPECT_EQ(file.parts()[0].connectivity, (Rows{0, 1, 2, 0, 2, 3, 4, 5, 6, 4, 6, 7}));
+    ASSERT_EQ(file.parts.size(), 1U);
+    EXPECT_EQ(file.parts[0].nodeCount(), 8U);
+    EXPECT_EQ(file.parts[0].connectivity, (Rows{0, 1, 2, 0, 2, 3, 4, 5, 6, 4, 6, 7}));
     EXPECT_EQ(std::get<std::vector<float>>(file.field("P").values),
               (std::vector<float>{0, 0.1F, 0.2F, 0.3F, 1, 1 + 0.1F, 1 + 0.2F, 1 + 0.3F}));
 }
@@ -337,14 +337,14 @@ TEST_F(Source, WhatHasNoMeshIsRefused)
 TEST_F(Source, TheTimeOfASingleFileIsItsStep)
 {
     auto const grid = twoTriangles();
-    EXPECT_EQ(opened(grid).steps()[0].name, "");
+    EXPECT_EQ(opened(grid).steps[0].name, "");
     grid->GetFieldData()->AddArray(arrayOf<vtkDoubleArray>("TimeValue", 1, {0.3}));
     for (OpenedFile const& file :
          {opened(grid), OpenedFile(FileKind::Legacy, writeWith<vtkUnstructuredGridWriter>(
                                                          folder_.path("in.vtk"), grid))}) {
-        ASSERT_EQ(file.steps().size(), 1U);
-        EXPECT_EQ(file.steps()[0].name, "Step 1");
-        EXPECT_EQ(file.steps()[0].time, 0.3);
+        ASSERT_EQ(file.steps.size(), 1U);
+        EXPECT_EQ(file.steps[0].name, "Step 1");
+        EXPECT_EQ(file.steps[0].time, 0.3);
     }
 }
 
@@ -366,10 +366,10 @@ TEST_F(Source, AFileWithSeveralStepsHasTheirTimes)
     }
     writer->Stop();
     OpenedFile const file(FileKind::Xml, path);
-    ASSERT_EQ(file.steps().size(), 3U);
+    ASSERT_EQ(file.steps.size(), 3U);
     for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_EQ(file.steps()[i].time, std::get<std::vector<float>>(file.field("T", i).values)[0]);
-    EXPECT_EQ(file.steps()[2].time, 2.25);
+        EXPECT_EQ(file.steps[i].time, std::get<std::vector<float>>(file.field("T", i).values)[0]);
+    EXPECT_EQ(file.steps[2].time, 2.25);
 }
 
 TEST_F(Source, SingleValuesThatBelongToNoPointAreAttributesOfThePart)
@@ -384,7 +384,7 @@ TEST_F(Source, SingleValuesThatBelongToNoPointAreAttributesOfThePart)
     grid->GetFieldData()->AddArray(text);
     OpenedFile const file = opened(grid);
     EXPECT_EQ(
-        file.parts()[0].attributes,
+        file.parts[0].attributes,
         (Exchange::AttributeList{{"Cycle", 7}, {"Load", 0.5F}, {"Title", std::string("a beam")}}));
     EXPECT_EQ(file.warnings(),
               (Names{"The field data 'Several' is not a single value and was left out."}));
@@ -409,11 +409,11 @@ TEST_F(Source, SingleValuesInASeriesAreAttributesOfTheStep)
         write(grid, std::to_string(i) + ".vtu");
     }
     OpenedFile const file = openedSeries(twoSteps);
-    EXPECT_EQ(file.steps()[0].attributes,
+    EXPECT_EQ(file.steps[0].attributes,
               (Exchange::AttributeList{{"Cycle", 7}, {"Load", std::string("wind")}}));
-    EXPECT_EQ(file.steps()[1].attributes,
+    EXPECT_EQ(file.steps[1].attributes,
               (Exchange::AttributeList{{"Cycle", 8}, {"Load", std::string("snow")}}));
-    EXPECT_TRUE(file.parts()[0].attributes.empty());
+    EXPECT_TRUE(file.parts[0].attributes.empty());
     EXPECT_EQ(file.warnings(),
               (Names{"The field data 'Several' is not a single value and was left out."}));
 }
@@ -430,7 +430,7 @@ TEST_F(Source, WhatPartsOfAStepSayDifferentlyIsLeftOutWithAWarning)
                                          "<DataSet timestep=\"1\" file=\"1.vtu\"/>"
                                          "<DataSet timestep=\"2\" file=\"0.vtu\"/>"
                                          "<DataSet timestep=\"2\" file=\"1.vtu\"/>");
-    for (Exchange::StepInfo const& step : file.steps())
+    for (Exchange::StepInfo const& step : file.steps)
         EXPECT_EQ(step.attributes, (Exchange::AttributeList{{"Cycle", 7}}));
     EXPECT_EQ(file.warnings(), (Names{"The field data 'Part' differs between the parts of a step "
                                       "and was left out."}));
@@ -439,7 +439,7 @@ TEST_F(Source, WhatPartsOfAStepSayDifferentlyIsLeftOutWithAWarning)
 Names namesOf(OpenedFile const& file)
 {
     Names names;
-    for (Exchange::StepInfo const& step : file.steps())
+    for (Exchange::StepInfo const& step : file.steps)
         names.push_back(step.name);
     return names;
 }
@@ -467,8 +467,8 @@ TEST_F(NamedSteps, AreCalledWhatTheirFilesSay)
 {
     OpenedFile const file = openedPair("Schnee / Dach", "wind");
     EXPECT_EQ(namesOf(file), (Names{"Schnee / Dach", "wind"}));
-    EXPECT_TRUE(file.steps()[0].attributes.empty());
-    EXPECT_EQ(file.steps()[1].time, 2.0);
+    EXPECT_TRUE(file.steps[0].attributes.empty());
+    EXPECT_EQ(file.steps[1].time, 2.0);
     EXPECT_EQ(file.warnings(), Names());
 }
 
@@ -476,7 +476,7 @@ TEST_F(NamedSteps, AreCountedWhereTwoAreCalledAlike)
 {
     OpenedFile const file = openedPair("load", "load");
     EXPECT_EQ(namesOf(file), (Names{"Step 1", "Step 2"}));
-    for (Exchange::StepInfo const& step : file.steps())
+    for (Exchange::StepInfo const& step : file.steps)
         EXPECT_EQ(step.attributes, (Exchange::AttributeList{{"Step", std::string("load")}}));
 }
 
@@ -508,12 +508,12 @@ TEST_F(NamedSteps, OfASingleFileNeedATime)
     grid->GetFieldData()->AddArray(textOf("Step", "load"));
     OpenedFile const timeless = opened(grid);
     EXPECT_EQ(namesOf(timeless), Names{""});
-    EXPECT_EQ(timeless.parts()[0].attributes,
+    EXPECT_EQ(timeless.parts[0].attributes,
               (Exchange::AttributeList{{"Step", std::string("load")}}));
     grid->GetFieldData()->AddArray(arrayOf<vtkDoubleArray>("TimeValue", 1, {0.3}));
     OpenedFile const timed = opened(grid);
     EXPECT_EQ(namesOf(timed), Names{"load"});
-    EXPECT_TRUE(timed.parts()[0].attributes.empty());
+    EXPECT_TRUE(timed.parts[0].attributes.empty());
 }
 
 TEST_F(NamedSteps, BlocksInThemselvesAreRefused)
@@ -538,13 +538,13 @@ TEST_F(Source, TheFilesOfASeriesAreStepsInAscendingTime)
     OpenedFile const file = openedSeries("<DataSet timestep=\"0.2\" file=\"2.vtu\"/>"
                                          "<DataSet timestep=\"0\" part=\"0\" file=\"0.vtu\"/>"
                                          "<DataSet timestep=\"0.1\" file=\"1.vtu\"/>");
-    ASSERT_EQ(file.steps().size(), 3U);
+    ASSERT_EQ(file.steps.size(), 3U);
     for (std::size_t i = 0; i < 3; ++i) {
         auto const value = static_cast<std::int64_t>(i);
-        EXPECT_EQ(file.steps()[i].name, "Step " + std::to_string(i + 1));
+        EXPECT_EQ(file.steps[i].name, "Step " + std::to_string(i + 1));
         EXPECT_EQ(std::get<Integers>(file.field("I", i).values), (Integers{value, -value}));
     }
-    EXPECT_EQ(file.steps()[1].time, 0.1);
+    EXPECT_EQ(file.steps[1].time, 0.1);
 }
 
 TEST_F(Source, PartsOfASeriesArePartsOfTheMesh)
@@ -553,11 +553,11 @@ TEST_F(Source, PartsOfASeriesArePartsOfTheMesh)
     OpenedFile const file = openedSeries("<DataSet timestep=\"1\" part=\"0\" file=\"a.vtu\"/>"
                                          "<DataSet timestep=\"1\" part=\"1\" name=\"N\" "
                                          "group=\"G\" file=\"a.vtu\"/>");
-    ASSERT_EQ(file.parts().size(), 2U);
-    EXPECT_EQ(file.parts()[0].name, "Part 0");
-    EXPECT_EQ(file.parts()[1].name, "N");
-    EXPECT_EQ(file.parts()[1].groups, (Names{"G"}));
-    EXPECT_EQ(file.steps()[0].time, 1.0);
+    ASSERT_EQ(file.parts.size(), 2U);
+    EXPECT_EQ(file.parts[0].name, "Part 0");
+    EXPECT_EQ(file.parts[1].name, "N");
+    EXPECT_EQ(file.parts[1].groups, (Names{"G"}));
+    EXPECT_EQ(file.steps[0].time, 1.0);
 }
 
 TEST_F(Source, NodesThatMoveHaveTheirCoordinatesInTheStep)
@@ -569,11 +569,11 @@ TEST_F(Source, NodesThatMoveHaveTheirCoordinatesInTheStep)
     OpenedFile const file = openedSeries("<DataSet timestep=\"1\" file=\"a.vtu\"/>"
                                          "<DataSet timestep=\"2\" file=\"b.vtu\"/>"
                                          "<DataSet timestep=\"3\" file=\"a.vtu\"/>");
-    EXPECT_TRUE(file.fields(0).empty());
-    ASSERT_EQ(file.fields(1).size(), 1U);
-    EXPECT_TRUE(file.fields(1)[0].movesNodes);
-    EXPECT_EQ(std::get<Doubles>(file.fields(1)[0].values)[0], 1);
-    EXPECT_TRUE(file.fields(2).empty());
+    EXPECT_TRUE(file.fields[0].empty());
+    ASSERT_EQ(file.fields[1].size(), 1U);
+    EXPECT_TRUE(file.fields[1][0].movesNodes);
+    EXPECT_EQ(std::get<Doubles>(file.fields[1][0].values)[0], 1);
+    EXPECT_TRUE(file.fields[2].empty());
 }
 
 TEST_F(Source, AMeshThatChangesIsRefused)

@@ -14,13 +14,6 @@ using Exchange::Error;
 using Exchange::Report;
 using Sentences = std::vector<std::string>;
 
-Sentences warningsOf(Report const& report)
-{
-    Sentences sentences;
-    report.forEachWarning([&](std::string const& sentence) { sentences.push_back(sentence); });
-    return sentences;
-}
-
 TEST(Report, HasNothingToTellOfValuesThatFloatsHoldExactly)
 {
     Report report;
@@ -32,7 +25,7 @@ TEST(Report, HasNothingToTellOfValuesThatFloatsHoldExactly)
     EXPECT_EQ(report.narrow(std::numeric_limits<float>::denorm_min()),
               std::numeric_limits<float>::denorm_min());
     EXPECT_EQ(report.largestError(), 0);
-    EXPECT_EQ(warningsOf(report), Sentences());
+    EXPECT_EQ(report.warnings(), Sentences());
 }
 
 TEST(Report, TellsTheLargestRelativeErrorOfAllValues)
@@ -41,8 +34,8 @@ TEST(Report, TellsTheLargestRelativeErrorOfAllValues)
     EXPECT_EQ(report.narrow(1 + std::ldexp(1.0, -30)), 1.0F);
     EXPECT_EQ(report.narrow(-1 - std::ldexp(1.0, -26)), -1.0F);
     EXPECT_NEAR(report.largestError(), std::ldexp(1.0, -26), 1e-15);
-    EXPECT_EQ(warningsOf(report), (Sentences{"2 values were rounded to single precision with a "
-                                             "relative error of at most 1.5e-08."}));
+    EXPECT_EQ(report.warnings(), (Sentences{"2 values were rounded to single precision with a "
+                                            "relative error of at most 1.5e-08."}));
 }
 
 TEST(Report, TellsWhatIsTooLargeOrTooSmallForAFloat)
@@ -51,7 +44,7 @@ TEST(Report, TellsWhatIsTooLargeOrTooSmallForAFloat)
     EXPECT_EQ(report.narrow(-1e300), -std::numeric_limits<float>::infinity());
     EXPECT_EQ(report.narrow(1e-300), 0.0F);
     EXPECT_EQ(report.largestError(), 0);
-    EXPECT_EQ(warningsOf(report),
+    EXPECT_EQ(report.warnings(),
               (Sentences{"1 value too small for single precision became 0 or inexact, 1 value "
                          "too large for single precision became infinite."}));
 }
@@ -62,7 +55,7 @@ TEST(Report, TellsASentenceOnce)
     report.warn("b");
     report.warn("a");
     report.warn("b");
-    EXPECT_EQ(warningsOf(report), (Sentences{"b", "a"}));
+    EXPECT_EQ(report.warnings(), (Sentences{"b", "a"}));
 }
 
 TEST(Report, RefusesUnknownElementsUnlessTheyAreToBeLeftOut)
@@ -80,8 +73,8 @@ TEST(Report, RefusesUnknownElementsUnlessTheyAreToBeLeftOut)
     report.unknownElements("polyhedron", 3);
     report.unknownElements("polyhedron", 2);
     report.unknownElements("empty cell", 1);
-    EXPECT_EQ(warningsOf(report), (Sentences{"1 element of the type empty cell was left out.",
-                                             "5 elements of the type polyhedron were left out."}));
+    EXPECT_EQ(report.warnings(), (Sentences{"1 element of the type empty cell was left out.",
+                                            "5 elements of the type polyhedron were left out."}));
 }
 
 } // namespace

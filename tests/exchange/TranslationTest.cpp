@@ -63,12 +63,7 @@ protected:
         return {};
     }
 
-    Names warnings() const
-    {
-        Names sentences;
-        report_.forEachWarning([&](std::string const& text) { sentences.push_back(text); });
-        return sentences;
-    }
+    Names warnings() const { return report_.warnings(); }
 
     Folder folder_;
     std::filesystem::path input_ = folder_.write("plate.in", "input");

@@ -30,12 +30,7 @@ protected:
         return Support::ModelFile(output_);
     }
 
-    std::vector<std::string> warnings() const
-    {
-        std::vector<std::string> all;
-        report_.forEachWarning([&all](std::string const& warning) { all.push_back(warning); });
-        return all;
-    }
+    std::vector<std::string> warnings() const { return report_.warnings(); }
 
     Support::Folder const folder_;
     std::filesystem::path const input_ = folder_.path("wing.exo");

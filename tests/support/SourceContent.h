@@ -58,12 +58,7 @@ struct SourceContent
         return names;
     }
 
-    std::vector<std::string> warnings() const
-    {
-        std::vector<std::string> all;
-        report.forEachWarning([&all](std::string const& warning) { all.push_back(warning); });
-        return all;
-    }
+    std::vector<std::string> warnings() const { return report.warnings(); }
 
     Exchange::Report report;
     Exchange::AttributeList attributes;

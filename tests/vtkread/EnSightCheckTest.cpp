@@ -62,9 +62,8 @@ std::string complaintOfCheck(std::filesystem::path const& caseFile)
     } catch (Exchange::Error const& error) {
         return error.what();
     }
-    std::string warning;
-    report.forEachWarning([&](std::string const& text) { warning = text; });
-    return warning;
+    std::vector<std::string> const warnings = report.warnings();
+    return warnings.empty() ? std::string() : warnings.back();
 }
 
 bool isSentence(std::string const& text)

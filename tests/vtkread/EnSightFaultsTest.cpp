@@ -87,14 +87,12 @@ protected:
             text += "VARIABLE\n" + variable + "\n";
         auto const path = folder_.write("in.case", text + sections);
         Exchange::Report report;
-        Words words;
         try {
             VtkRead::requireWholeFiles(path, report);
         } catch (Exchange::Error const& error) {
-            words.emplace_back(error.what());
+            return {error.what()};
         }
-        report.forEachWarning([&](std::string const& warning) { words.push_back(warning); });
-        return words;
+        return report.warnings();
     }
 
     static Words misread(std::string const& what)

@@ -79,16 +79,16 @@ std::string Report::narrowingSentence() const
     return sentence.empty() ? sentence : sentence + ".";
 }
 
-void Report::forEachWarning(std::function<void(std::string const&)> const& tell) const
+std::vector<std::string> Report::warnings() const
 {
-    for (std::string const& warning : warnings_)
-        tell(warning);
+    std::vector<std::string> all = warnings_;
     for (auto const& [type, count] : unknown_)
-        tell(counted(count, "element of the type ", "elements of the type ") + type +
-             (count == 1 ? " was" : " were") + " left out.");
+        all.push_back(counted(count, "element of the type ", "elements of the type ") + type +
+                      (count == 1 ? " was" : " were") + " left out.");
     std::string const narrowing = narrowingSentence();
     if (!narrowing.empty())
-        tell(narrowing);
+        all.push_back(narrowing);
+    return all;
 }
 
 } // namespace Exchange

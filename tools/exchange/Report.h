@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <cstddef>
-#include <functional>
 #include <limits>
 #include <map>
 #include <set>
@@ -42,7 +41,7 @@ public:
     double largestError() const { return largestError_; }
 
     /// All warnings, each one sentence: at most one of them says what narrowing cost.
-    void forEachWarning(std::function<void(std::string const&)> const& tell) const;
+    std::vector<std::string> warnings() const;
 
 private:
     float narrowOutside(double value);

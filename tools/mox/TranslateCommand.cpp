@@ -61,13 +61,6 @@ Exchange::Summary translateWith(Format const& format, TranslateArguments const& 
     return Exchange::translate(arguments.input, format.open, arguments.output, options, report);
 }
 
-std::vector<std::string> warningsOf(Exchange::Report const& report)
-{
-    std::vector<std::string> warnings;
-    report.forEachWarning([&](std::string const& sentence) { warnings.push_back(sentence); });
-    return warnings;
-}
-
 void printSummary(Format const& format, Exchange::Summary const& summary,
                   Exchange::Report const& report, std::ostream& out)
 {
@@ -76,7 +69,7 @@ void printSummary(Format const& format, Exchange::Summary const& summary,
                                    {"elements", summary.elements},
                                    {"steps", summary.steps},
                                    {"fields", summary.fields},
-                                   {"warnings", warningsOf(report)},
+                                   {"warnings", report.warnings()},
                                    {"largestRelativeError", report.largestError()}};
     constexpr int indent = 2;
     // Names in warnings are those of the file, whatever bytes they have.
@@ -89,7 +82,7 @@ void run(TranslateArguments const& arguments, std::ostream& out, std::ostream& e
     Exchange::Report report;
     report.skipUnknown = arguments.skipUnknown;
     Exchange::Summary const summary = translateWith(format, arguments, report);
-    for (std::string const& warning : warningsOf(report))
+    for (std::string const& warning : report.warnings())
         err << application << ": warning: " << warning << '\n';
     if (arguments.json)
         printSummary(format, summary, report, out);

@@ -6,8 +6,12 @@
 #include <exchange/Report.h>
 
 #include <vtkXMLDataElement.h>
+#include <vtkXMLImageDataReader.h>
+#include <vtkXMLMultiBlockDataReader.h>
 #include <vtkXMLPolyDataReader.h>
 #include <vtkXMLReader.h>
+#include <vtkXMLRectilinearGridReader.h>
+#include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 #include <vtkXMLUtilities.h>
 
@@ -25,11 +29,12 @@ using Exchange::AttributeList;
 /// The field data that says what a step is called.
 constexpr char const* stepNameField = "Step";
 
-/// The first file that is named in an element or below it; empty if there is none.
+/// The first block or piece that an element names, or one below it; empty if there is none.
 std::string firstFileIn(vtkXMLDataElement& element)
 {
-    if (char const* const file = element.GetAttribute("file"))
-        return file;
+    for (char const* const attribute : {"file", "Source"})
+        if (char const* const file = element.GetAttribute(attribute))
+            return file;
     std::string found;
     for (int i = 0; found.empty() && i < element.GetNumberOfNestedElements(); ++i)
         found = firstFileIn(*element.GetNestedElement(i));
@@ -58,19 +63,37 @@ protected:
     void ReadXMLData() override { this->ReadFieldData(); }
 };
 
-/// Null for what is no grid.
-vtkSmartPointer<vtkXMLReader> fieldDataReaderFor(vtkXMLReader& reader)
+/// Whether the reader is one of these; `without` is then the same without mesh and values.
+template <typename Reader>
+bool leaveDataOut(vtkXMLReader& reader, vtkSmartPointer<vtkXMLReader>& without)
 {
-    if (reader.IsA("vtkXMLUnstructuredGridReader") != 0)
-        return vtkSmartPointer<FieldDataReader<vtkXMLUnstructuredGridReader>>::New();
-    if (reader.IsA("vtkXMLPolyDataReader") != 0)
-        return vtkSmartPointer<FieldDataReader<vtkXMLPolyDataReader>>::New();
-    return nullptr;
+    if (Reader::SafeDownCast(&reader) == nullptr)
+        return false;
+    without = vtkSmartPointer<FieldDataReader<Reader>>::New();
+    return true;
 }
 
-std::string stepNameInGrid(std::filesystem::path const& file)
+template <typename... Readers>
+vtkSmartPointer<vtkXMLReader> fieldDataReaderAmong(vtkXMLReader& reader)
 {
-    auto const reader = fieldDataReaderFor(*xmlReaderOf(file));
+    vtkSmartPointer<vtkXMLReader> found;
+    static_cast<void>((leaveDataOut<Readers>(reader, found) || ...));
+    return found;
+}
+
+/// Null for what is no mesh, and for what consists of pieces: VTK believes these, and not the file
+/// that names them.
+vtkSmartPointer<vtkXMLReader> fieldDataReaderFor(vtkXMLReader& reader)
+{
+    return fieldDataReaderAmong<vtkXMLUnstructuredGridReader, vtkXMLPolyDataReader,
+                                vtkXMLImageDataReader, vtkXMLStructuredGridReader,
+                                vtkXMLRectilinearGridReader, vtkXMLMultiBlockDataReader>(reader);
+}
+
+/// What the file itself says, and not those that it names.
+std::string ownStepName(std::filesystem::path const& file, vtkXMLReader& readerOfFile)
+{
+    auto const reader = fieldDataReaderFor(readerOfFile);
     if (reader == nullptr)
         return {};
     reader->SetFileName(file.c_str());
@@ -79,12 +102,13 @@ std::string stepNameInGrid(std::filesystem::path const& file)
     return stepNameAmong(attributesIn(reader->GetOutputDataObject(0), ignored));
 }
 
-bool hasBlocks(vtkXMLReader& reader)
+bool namesFiles(vtkXMLReader& reader)
 {
-    return reader.IsA("vtkXMLCompositeDataReader") != 0;
+    return reader.IsA("vtkXMLCompositeDataReader") != 0 ||
+           reader.IsA("vtkXMLPDataObjectReader") != 0;
 }
 
-std::filesystem::path firstFileOfBlocks(std::filesystem::path const& file)
+std::filesystem::path firstFileNamedBy(std::filesystem::path const& file)
 {
     auto const root = vtkSmartPointer<vtkXMLDataElement>::Take(
         vtkXMLUtilities::ReadElementFromFile(file.c_str()));
@@ -114,10 +138,13 @@ AttributeList withoutStepName(AttributeList const& attributes, std::string const
 
 std::string stepNameIn(std::filesystem::path const& file)
 {
-    if (!hasBlocks(*xmlReaderOf(file)))
-        return stepNameInGrid(file);
-    std::filesystem::path const first = firstFileOfBlocks(file);
-    return first.empty() ? std::string() : stepNameInGrid(first);
+    auto const reader = xmlReaderOf(file);
+    std::string const name = ownStepName(file, *reader);
+    if (!name.empty() || !namesFiles(*reader))
+        return name;
+    // VTK reads no blocks or pieces that name files in turn.
+    std::filesystem::path const first = firstFileNamedBy(file);
+    return first.empty() ? std::string() : ownStepName(first, *xmlReaderOf(first));
 }
 
 } // namespace VtkRead

@@ -15,9 +15,9 @@ std::string stepNameAmong(Exchange::AttributeList const& attributes);
 Exchange::AttributeList withoutStepName(Exchange::AttributeList const& attributes,
                                         std::string const& name);
 
-/// The name of the step that one of VTK's XML files holds, read without its mesh and its values;
-/// that of the first grid where the file names several. Empty if there is none, or where it holds
-/// other than grids of cells or polygons. Raises `Exchange::Error` when there is no such file.
+/// The name of the step that one of VTK's XML files holds, read without its mesh and its values:
+/// that of the first piece or block, unless a file of blocks has one itself. Empty if there is no
+/// name, or no mesh. Raises `Exchange::Error` when there is no such file.
 std::string stepNameIn(std::filesystem::path const& file);
 
 } // namespace VtkRead

@@ -1,5 +1,7 @@
 #include "CgnsBoundaries.h"
 
+#include "CgnsZone.h"
+
 #include <exchange/Error.h>
 
 #include <vtk_cgns.h>
@@ -21,18 +23,12 @@ struct Boundaries
     std::size_t conditions = 0;
 };
 
-void check(int status)
-{
-    if (status != CG_OK)
-        throw Exchange::Error(cg_get_error());
-}
-
 class File
 {
 public:
     explicit File(std::filesystem::path const& path)
     {
-        check(cg_open(path.c_str(), CG_MODE_READ, &id_));
+        checkCgns(cg_open(path.c_str(), CG_MODE_READ, &id_));
     }
     ~File() { cg_close(id_); }
     File(File const&) = delete;
@@ -42,62 +38,27 @@ public:
     {
         Boundaries boundaries;
         int bases = 0;
-        check(cg_nbases(id_, &bases));
+        checkCgns(cg_nbases(id_, &bases));
         for (int base = 1; base <= bases; ++base)
             addBase(boundaries, base);
         return boundaries;
     }
 
 private:
-    /// Longer than any name.
-    using Text = std::array<char, 64>;
-
     void addBase(Boundaries& boundaries, int base) const
     {
-        Text name = {};
+        // Longer than any name.
+        std::array<char, 64> name = {};
         int dimension = 0;
         int spaceDimension = 0;
         int zones = 0;
-        check(cg_base_read(id_, base, name.data(), &dimension, &spaceDimension));
-        check(cg_nzones(id_, base, &zones));
-        for (int zone = 1; zone <= zones; ++zone) {
-            int conditions = 0;
-            check(cg_nbocos(id_, base, zone, &conditions));
-            boundaries.conditions += static_cast<std::size_t>(conditions);
-            boundaries.sections += boundarySections(base, zone, dimension);
+        checkCgns(cg_base_read(id_, base, name.data(), &dimension, &spaceDimension));
+        checkCgns(cg_nzones(id_, base, &zones));
+        for (int number = 1; number <= zones; ++number) {
+            CgnsZone const zone(id_, base, number, dimension);
+            boundaries.conditions += zone.boundaryConditions();
+            boundaries.sections += zone.boundarySections();
         }
-    }
-
-    std::size_t boundarySections(int base, int zone, int dimension) const
-    {
-        int sections = 0;
-        std::size_t count = 0;
-        check(cg_nsections(id_, base, zone, &sections));
-        for (int section = 1; section <= sections; ++section)
-            if (dimensionOf(base, zone, section, dimension) < dimension)
-                ++count;
-        return count;
-    }
-
-    /// That of the zone where a section mixes elements, or holds polygons and polyhedra.
-    int dimensionOf(int base, int zone, int section, int dimensionOfZone) const
-    {
-        Text name = {};
-        CGNS_ENUMT(ElementType_t) type = CGNS_ENUMV(ElementTypeNull);
-        cgsize_t first = 0;
-        cgsize_t last = 0;
-        int boundaryElements = 0;
-        int hasParents = 0;
-        check(cg_section_read(id_, base, zone, section, name.data(), &type, &first, &last,
-                              &boundaryElements, &hasParents));
-        std::string const typeName = cg_ElementTypeName(type);
-        if (typeName == "NODE")
-            return 0;
-        if (typeName.rfind("BAR_", 0) == 0)
-            return 1;
-        if (typeName.rfind("TRI_", 0) == 0 || typeName.rfind("QUAD_", 0) == 0)
-            return 2;
-        return dimensionOfZone;
     }
 
     int id_ = 0;

@@ -163,6 +163,25 @@ TEST_F(GmshFileSource, StepsOfTheSameTimeStayApart)
     EXPECT_EQ(opened.find(1, "other", 0), nullptr);
 }
 
+TEST_F(GmshFileSource, ATimeThatIsNoNumberIsKeptAndComesLast)
+{
+    double const nan = std::nan("");
+    Opened const opened =
+        open(format2 + nodes2 + triangle2 + nodeData("T", nan, 0, 1, "10 1\n", 1) +
+             nodeData("T", 2.5, 1, 1, "10 2\n", 1) + nodeData("T", nan, 2, 1, "10 3\n", 1) +
+             nodeData("U", 2.5, 0, 1, "10 4\n", 1) + nodeData("U", nan, 1, 1, "10 5\n", 1));
+    ASSERT_EQ(opened.steps.size(), 3u);
+    EXPECT_EQ(opened.steps[0].time, 2.5);
+    EXPECT_EQ(opened.values(0, "T", 0)[1], 2);
+    EXPECT_EQ(opened.values(0, "U", 0)[1], 4);
+    for (std::size_t const step : {1u, 2u})
+        EXPECT_TRUE(std::isnan(opened.steps[step].time.value()));
+    EXPECT_EQ(opened.values(1, "T", 0)[1], 1);
+    EXPECT_EQ(opened.values(1, "U", 0)[1], 5);
+    EXPECT_EQ(opened.values(2, "T", 0)[1], 3);
+    EXPECT_EQ(opened.find(2, "U", 0), nullptr);
+}
+
 TEST_F(GmshFileSource, NodesWithoutAValueHaveNoNumber)
 {
     Opened const opened =

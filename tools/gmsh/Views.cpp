@@ -3,7 +3,9 @@
 #include <gmsh.h>
 
 #include <cmath>
+#include <limits>
 #include <map>
+#include <tuple>
 #include <utility>
 
 namespace Gmsh {
@@ -61,6 +63,22 @@ std::string leftOutSentence(std::string const& name, ModelData const& data)
     return "The values of '" + name + "' " + what + " were left out.";
 }
 
+/// What steps are sorted by. A time that is no number is like no other, and would spoil the order.
+struct Moment
+{
+    explicit Moment(double time) : isNoNumber(std::isnan(time)), order(isNoNumber ? 0 : time) {}
+
+    double time() const { return isNoNumber ? std::numeric_limits<double>::quiet_NaN() : order; }
+
+    bool operator<(Moment const& other) const
+    {
+        return std::tie(isNoNumber, order) < std::tie(other.isNoNumber, other.order);
+    }
+
+    bool isNoNumber;
+    double order;
+};
+
 class StepCollector
 {
 public:
@@ -68,7 +86,7 @@ public:
 
     void addView(int view)
     {
-        std::map<double, int> occurrences;
+        std::map<Moment, int> occurrences;
         for (int step = 0; step < stepCountOf(view); ++step) {
             ModelData const data = read(view, step);
             if (data.tags.empty())
@@ -77,8 +95,8 @@ public:
                 report_.warn(leftOutSentence(nameOf(view), data));
                 continue;
             }
-            double const time = std::isnan(data.time) ? 0 : data.time;
-            places_[{time, occurrences[time]++}].push_back({view, step});
+            Moment const moment(data.time);
+            places_[{moment, occurrences[moment]++}].push_back({view, step});
         }
     }
 
@@ -86,13 +104,13 @@ public:
     {
         std::vector<Views::Step> steps;
         for (auto const& [key, places] : places_)
-            steps.push_back({key.first, places});
+            steps.push_back({key.first.time(), places});
         return steps;
     }
 
 private:
     Exchange::Report& report_;
-    std::map<std::pair<double, int>, std::vector<Views::Place>> places_;
+    std::map<std::pair<Moment, int>, std::vector<Views::Place>> places_;
 };
 
 } // namespace

@@ -41,7 +41,7 @@ public:
 
     explicit Views(Exchange::Report& report);
 
-    /// Ascending in time.
+    /// Ascending in time; those whose time is no number come last.
     std::vector<Step> const& steps() const { return steps_; }
 
     static ViewData read(Place const& place);

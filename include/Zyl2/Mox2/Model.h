@@ -321,8 +321,8 @@ public:
     /// empty model does nothing.
     ///
     /// \throws Exception::FileWriteException "Unable to write to file", "Saving the buffer failed":
-    ///         the file is incomplete, for instance because the disk is full; or somebody removed or
-    ///         replaced it meanwhile, which the destructor passes over
+    ///         the file is incomplete, for instance because the disk is full; or somebody removed
+    ///         or replaced it meanwhile, which the destructor passes over
     /// \throws Exception::MemoryAllocationException a block can't be compressed
     /// \post after a failure the file is closed; a second call, the destructor's too, ends quietly
     void close();

@@ -67,7 +67,7 @@ public:
     {
         char magic[4] = {};
         file_.read(magic, sizeof(magic));
-        version_ = magic[3];
+        version_ = static_cast<unsigned char>(magic[3]);
         return file_ && std::equal(magic, magic + 3, "CDF") &&
                (version_ == 1 || version_ == 2 || version_ == 5);
     }

@@ -62,7 +62,7 @@ bool hasCellTypes(std::filesystem::path const& path)
     return false;
 }
 
-class DataSource : public Exchange::Source
+class DataSource final : public Exchange::Source
 {
 public:
     DataSource(FileKind kind, std::filesystem::path const& path, Report& report) : report_(report)

@@ -46,7 +46,7 @@ vtkSmartPointer<vtkXMLReader> xmlReaderOf(std::filesystem::path const& path)
     vtkNew<vtkXMLGenericDataObjectReader> generic;
     int const type = generic->ReadOutputType(path.c_str(), isParallel);
     // The general reader itself doesn't survive a second step.
-    vtkSmartPointer<vtkXMLReader> const reader =
+    vtkSmartPointer<vtkXMLReader> reader =
         vtkXMLGenericDataObjectReader::CreateReader(type, isParallel);
     if (reader == nullptr)
         throw Error("'" + path.filename().string() + "' is no file of VTK with a mesh.");

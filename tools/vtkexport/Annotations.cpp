@@ -180,9 +180,9 @@ void addGroupAttributes(vtkFieldData& data, Part const& part)
     std::vector<MoxRead::Node const*> path;
     for (MoxRead::Node const* group : part.groups) {
         path.push_back(group);
-        std::string const place = path.size() == 1 ? "Root" : "Group " + pathOf(path);
+        std::string const prefix = path.size() == 1 ? "Root: " : "Group " + pathOf(path) + ": ";
         for (auto const& [key, value] : group->group()->attributes)
-            addTexts(data, place + ": " + key, {textOf(value)});
+            addTexts(data, prefix + key, {textOf(value)});
     }
 }
 

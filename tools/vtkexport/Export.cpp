@@ -129,6 +129,7 @@ void Exporter::exportWithFolder(std::vector<Step> const& steps)
 void Exporter::writeAll(OutputFiles const& files, std::vector<Step> const& steps)
 {
     std::vector<CollectionEntry> entries;
+    entries.reserve(steps.size());
     for (Step const& step : steps)
         entries.push_back(writeEntry(files, entryName(entries.size() + 1, steps.size()), step));
     writeCollection(entries, files.file());

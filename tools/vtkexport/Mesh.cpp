@@ -55,14 +55,22 @@ MoxRead::Variable const* findCoordinates(Part const& part)
     return found == variables.end() ? nullptr : &*found;
 }
 
+bool isUsed(MoxRead::Variable const& variable, Mesh const& mesh)
+{
+    return &variable == mesh.coordinates || &variable == mesh.connectivity ||
+           &variable == mesh.polylength;
+}
+
+// Connectivity that can't be used has got a warning of its own.
+bool isTold(MoxRead::Variable const& variable, Mesh const& mesh)
+{
+    return isConnectivity(variable) && !mesh.hasElements();
+}
+
 void warnOfOthers(Mesh const& mesh, Part const& part, Warnings& warnings)
 {
     for (MoxRead::Variable const* variable : part.datasetsOf("")) {
-        bool const isUsed = variable == mesh.coordinates || variable == mesh.connectivity ||
-                            variable == mesh.polylength;
-        // Connectivity that can't be used has got a warning of its own.
-        bool const isTold = isConnectivity(*variable) && !mesh.hasElements();
-        if (isOfMesh(*variable) && !isUsed && !isTold)
+        if (isOfMesh(*variable) && !isUsed(*variable, mesh) && !isTold(*variable, mesh))
             warnings.add("The dataset " + MoxRead::quoted(variable->datasetName()) +
                          " of the shape " + MoxRead::quoted(part.name) +
                          " has no place in a grid and is left out.");

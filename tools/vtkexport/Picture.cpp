@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace VtkExport {
 
@@ -121,7 +122,8 @@ struct Extent
 
 Extent extentAlong(vtkPolyData& data, Vector const& axis)
 {
-    Extent extent{INFINITY, -INFINITY};
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    Extent extent{infinity, -infinity};
     Vector point = {};
     for (vtkIdType i = 0; i < data.GetNumberOfPoints(); ++i) {
         data.GetPoint(i, point.data());

@@ -96,6 +96,7 @@ bool areDifferent(std::vector<StepEntry> const& entries)
 std::vector<Step> numbered(std::vector<StepEntry> const& entries)
 {
     std::vector<Step> steps;
+    steps.reserve(entries.size());
     for (StepEntry const& entry : entries)
         steps.push_back({entry.name, static_cast<double>(steps.size() + 1)});
     return steps;
@@ -104,6 +105,7 @@ std::vector<Step> numbered(std::vector<StepEntry> const& entries)
 std::vector<Step> timed(std::vector<StepEntry> const& entries)
 {
     std::vector<Step> steps;
+    steps.reserve(entries.size());
     for (StepEntry const& entry : entries)
         steps.push_back({entry.name, *timeOf(entry)});
     // Frequencies and buckling factors stay in the order of the modes.

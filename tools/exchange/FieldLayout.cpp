@@ -1,6 +1,8 @@
 #include "FieldLayout.h"
 
+#include <cmath>
 #include <numeric>
+#include <type_traits>
 #include <variant>
 
 namespace Exchange {
@@ -10,10 +12,19 @@ namespace {
 constexpr std::size_t matrixSize = 9;
 
 template <typename T>
+bool isNan([[maybe_unused]] T value)
+{
+    if constexpr (std::is_floating_point_v<T>)
+        return std::isnan(value);
+    else
+        return false;
+}
+
+/// Whatever isn't a number counts as the same, though it is not even equal to itself.
+template <typename T>
 bool isSame(T a, T b)
 {
-    // Values that are not numbers are not even equal to themselves.
-    return a == b || (a != a && b != b);
+    return a == b || (isNan(a) && isNan(b));
 }
 
 template <typename T>

@@ -95,7 +95,7 @@ std::size_t Progress::columns() const
 // Never as wide as the terminal: a line that wraps could not be wiped off.
 std::string Progress::line(unsigned percent) const
 {
-    std::string const end = rightAligned(std::to_string(percent), 3) + " %";
+    std::string end = rightAligned(std::to_string(percent), 3) + " %";
     std::size_t const room = columns();
     if (room <= barWidth + frameWidth + 1)
         return end;

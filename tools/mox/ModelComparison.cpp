@@ -66,27 +66,24 @@ std::vector<Node const*> childrenOf(Model const& model, Node const& node)
     return children;
 }
 
-std::vector<std::string> namesOf(std::vector<Node const*> const& nodes)
+std::string const& nameOf(Node const* node)
 {
-    std::vector<std::string> names;
-    for (Node const* node : nodes)
-        names.push_back(node->name);
-    return names;
+    return node->name;
 }
 
-std::vector<std::string> namesOf(std::vector<Variable> const& variables)
+template <typename Named>
+std::string const& nameOf(Named const& named)
 {
-    std::vector<std::string> names;
-    for (Variable const& variable : variables)
-        names.push_back(variable.name);
-    return names;
+    return named.name;
 }
 
-std::vector<std::string> namesOf(std::vector<StepUse> const& steps)
+template <typename Named>
+std::vector<std::string> namesOf(std::vector<Named> const& all)
 {
     std::vector<std::string> names;
-    for (StepUse const& step : steps)
-        names.push_back(step.name);
+    names.reserve(all.size());
+    for (Named const& named : all)
+        names.push_back(nameOf(named));
     return names;
 }
 

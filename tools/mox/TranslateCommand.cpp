@@ -88,13 +88,18 @@ void run(TranslateArguments const& arguments, std::ostream& out, std::ostream& e
         printSummary(format, summary, report, out);
 }
 
+/// Some of the libraries end the process themselves, without a word.
+bool isOurs(int status)
+{
+    return status == success || status == failure;
+}
+
 /// Readers of other formats may crash when a file is damaged: their crash is told in a sentence.
 int translateInChild(TranslateArguments const& arguments)
 {
     ChildResult const child =
         runInChild([&] { return translateFile(arguments, std::cout, std::cerr); });
-    // Some of these libraries end the process themselves, without a word.
-    if (child.status == success || child.status == failure)
+    if (child.status && isOurs(*child.status))
         return *child.status;
     Common::PartialFile::removeLeftBy(child.id, arguments.output);
     Common::Progress::wipeLeftOver();

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <variant>
 
 namespace {
@@ -53,8 +54,8 @@ ValueRange ValueRange::of(MoxRead::Dataset const& dataset)
     ValueRange range;
     range.isFloat = dataset.elementType == MoxRead::ElementType::Float;
     range.count = dataset.words.size();
-    range.least = INFINITY;
-    range.greatest = -INFINITY;
+    range.least = std::numeric_limits<double>::infinity();
+    range.greatest = -range.least;
     for (std::uint32_t const word : dataset.words) {
         double const value = numberOf(word, range.isFloat);
         range.notNumbers += std::isnan(value) ? 1 : 0;

@@ -29,7 +29,7 @@ Names namesOf(std::vector<FieldLayout> const& layouts)
 
 TEST(FieldLayout, ScalarsVectorsAndSymmetricTensorsStayWhole)
 {
-    for (std::size_t const width : {1, 3, 6}) {
+    for (std::size_t const width : {1U, 3U, 6U}) {
         std::vector<FieldLayout> const layouts = layoutsOf(fieldOfWidth(width));
         ASSERT_EQ(namesOf(layouts), (Names{"F"}));
         EXPECT_EQ(layouts[0].components.size(), width);

@@ -33,6 +33,9 @@ void ShuffleColumn(unsigned char const* firstValue, std::size_t rows, std::size_
 
 void ShufflePortable(void const* values, std::size_t rows, std::size_t width, void* destination)
 {
+    // No rows may come with null pointers, which mustn't be advanced.
+    if (rows == 0)
+        return;
     auto const* const source = static_cast<unsigned char const*>(values);
     auto* const target = static_cast<unsigned char*>(destination);
     for (std::size_t column = 0; column < width; ++column)

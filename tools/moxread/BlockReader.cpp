@@ -101,7 +101,7 @@ void BlockReader::startInflating()
     if (::inflateInit(stream.get()) != Z_OK)
         throw FormatError("zlib cannot be started");
     stream_.reset(stream.release());
-    input_.resize(inputChunk);
+    input_.resize(std::min<std::size_t>(inputChunk, slot_.size - lengthSize));
     inputPosition_ = slot_.position + lengthSize;
 }
 

@@ -139,4 +139,63 @@ TEST_F(Cgns, PolygonsAloneAreRead)
     EXPECT_EQ(file.warnings(), Names());
 }
 
+TEST_F(Cgns, CellsThatVtkWouldLoseAreRefused)
+{
+    {
+        CgnsFile const file(path_);
+        file.addSection("Walls", mixed, 1, aQuadAndTriangles);
+        file.addCube(4);
+    }
+    EXPECT_EQ(OpenedFile::complaint(FileKind::Cgns, path_),
+              "VTK would leave out the cells of the section 'Cube 4', which are not numbered in "
+              "front of all other elements.");
+}
+
+/// Sections of cells and of elements on boundaries, in the order in which they are in the file.
+class OrderOfSections : public Cgns
+{
+protected:
+    void write(std::vector<int> const& order) const
+    {
+        CgnsFile const file(path_, CG_FILE_HDF5, 2);
+        for (int const first : order) {
+            if (first == 1)
+                file.addCube();
+            else if (first == 2)
+                file.addSection("Tetrahedron", CGNS_ENUMV(TETRA_4), 2, 1, {8, 7, 6, 1});
+            else
+                file.addSection("Walls", quad, first, 2, {1, 2, 3, 4, 5, 6, 7, 8});
+        }
+    }
+};
+
+TEST_F(OrderOfSections, DoesNotMatterWhereCellsComeFirst)
+{
+    for (std::vector<int> const& order : {std::vector<int>{1, 2, 3}, std::vector<int>{2, 1, 3}}) {
+        write(order);
+        EXPECT_EQ(opened().parts[0].connectivity, (Rows{0, 1, 2, 3, 4, 5, 6, 7, 7, 6, 5, 0}));
+    }
+}
+
+TEST_F(OrderOfSections, IsRefusedWhereVtkWouldMixThemUp)
+{
+    for (std::vector<int> const& order :
+         {std::vector<int>{1, 3, 2}, std::vector<int>{3, 1, 2}, std::vector<int>{2, 3, 1}}) {
+        write(order);
+        EXPECT_EQ(OpenedFile::complaint(FileKind::Cgns, path_),
+                  "VTK would mix up the sections of cells, because one of other elements stands in "
+                  "front of them.");
+    }
+}
+
+TEST_F(Cgns, OneSectionOfCellsMayStandBehindBoundaries)
+{
+    {
+        CgnsFile const file(path_);
+        file.addSection("Walls", quad, 2, 2, {1, 2, 3, 4, 5, 6, 7, 8});
+        file.addCube();
+    }
+    EXPECT_EQ(opened().parts[0].connectivity, cube);
+}
+
 } // namespace

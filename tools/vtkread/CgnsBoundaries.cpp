@@ -11,6 +11,8 @@
 
 #include <array>
 #include <cstddef>
+#include <exception>
+#include <optional>
 #include <string>
 
 namespace VtkRead {
@@ -21,6 +23,8 @@ struct Boundaries
 {
     std::size_t sections = 0;
     std::size_t conditions = 0;
+    /// Of the first zone that has cells which are misread.
+    std::string misreading;
 };
 
 class File
@@ -58,6 +62,8 @@ private:
             CgnsZone const zone(id_, base, number, dimension);
             boundaries.conditions += zone.boundaryConditions();
             boundaries.sections += zone.boundarySections();
+            if (boundaries.misreading.empty())
+                boundaries.misreading = zone.misreading();
         }
     }
 
@@ -72,19 +78,32 @@ void warn(std::size_t count, std::string const& one, std::string const& many,
                     " left out.");
 }
 
+/// Nothing when the file is damaged.
+std::optional<Boundaries> boundariesIn(std::filesystem::path const& path)
+{
+    try {
+        return File(path).boundaries();
+    } catch (std::exception const&) {
+        // Sizes that no memory has room for are among what damage leads to.
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 void reportBoundaries(std::filesystem::path const& path, Exchange::Report& report)
 {
-    try {
-        Boundaries const boundaries = File(path).boundaries();
-        warn(boundaries.sections, "section of elements on boundaries",
-             "sections of elements on boundaries", report);
-        warn(boundaries.conditions, "boundary condition", "boundary conditions", report);
-    } catch (Exchange::Error const&) {
+    std::optional<Boundaries> const boundaries = boundariesIn(path);
+    if (!boundaries) {
         // What VTK could read is worth having all the same.
         report.warn("Boundaries, if there are any, were left out.");
+        return;
     }
+    if (!boundaries->misreading.empty())
+        throw Exchange::Error(boundaries->misreading);
+    warn(boundaries->sections, "section of elements on boundaries",
+         "sections of elements on boundaries", report);
+    warn(boundaries->conditions, "boundary condition", "boundary conditions", report);
 }
 
 } // namespace VtkRead

@@ -31,6 +31,19 @@ std::size_t CgnsZone::boundarySections() const
     return static_cast<std::size_t>(std::count_if(sections_.begin(), sections_.end(), isLeftOut));
 }
 
+std::string CgnsZone::misreading() const
+{
+    if (!numbers_.isUnstructured || consistsOfFaces())
+        return {};
+    for (CgnsSection const& section : sections_)
+        if (!isRead(section) && section.dimension() >= dimension_)
+            return "VTK would leave out the cells of the section '" + section.name() +
+                   "', which are not numbered in front of all other elements.";
+    return mixesSectionsUp() ? "VTK would mix up the sections of cells, because one of other "
+                               "elements stands in front of them."
+                             : "";
+}
+
 CgnsZone::Numbers CgnsZone::readNumbers() const
 {
     CGNS_ENUMT(ZoneType_t) type = CGNS_ENUMV(ZoneTypeNull);
@@ -55,6 +68,22 @@ bool CgnsZone::hasPolyhedra() const
 {
     return std::any_of(sections_.begin(), sections_.end(),
                        [](CgnsSection const& section) { return section.isPolyhedra(); });
+}
+
+bool CgnsZone::consistsOfFaces() const
+{
+    return std::any_of(sections_.begin(), sections_.end(), [](CgnsSection const& section) {
+        return section.isPolygons() || section.isPolyhedra();
+    });
+}
+
+/// VTK takes the place of a section among those that it reads for that among all of them.
+bool CgnsZone::mixesSectionsUp() const
+{
+    auto const isOneOfCells = [this](CgnsSection const& section) { return isRead(section); };
+    auto const firstOther = std::find_if_not(sections_.begin(), sections_.end(), isOneOfCells);
+    return std::count_if(sections_.begin(), sections_.end(), isOneOfCells) > 1 &&
+           std::any_of(firstOther, sections_.end(), isOneOfCells);
 }
 
 /// Whatever its elements are, VTK takes a section for cells that begins with a number that a cell

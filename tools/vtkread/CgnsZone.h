@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace VtkRead {
@@ -21,6 +22,9 @@ public:
     /// How many sections are left out whose elements have a lower dimension than cells.
     std::size_t boundarySections() const;
 
+    /// What VTK's reader makes wrong of the cells, in one sentence; empty where it reads them all.
+    std::string misreading() const;
+
 private:
     struct Numbers
     {
@@ -31,6 +35,8 @@ private:
     Numbers readNumbers() const;
     void readSections();
     bool hasPolyhedra() const;
+    bool consistsOfFaces() const;
+    bool mixesSectionsUp() const;
     bool isRead(CgnsSection const& section) const;
     bool isFaceOfPolyhedra(CgnsSection const& section) const;
 

@@ -71,11 +71,12 @@ public:
             input_ = openInput(kind, path, report_);
             return 0;
         });
+        // VTK crashes on some of the files that are refused for their boundaries.
+        if (kind == FileKind::Cgns)
+            reportBoundaries(path, report_);
         load(0);
         if (kind == FileKind::Legacy)
             requireCells(path);
-        if (kind == FileKind::Cgns)
-            reportBoundaries(path, report_);
         rememberMesh();
         if (input_->times().empty())
             timeOfOnlyStep_ = timeIn(object_);

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <system_error>
 
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +20,15 @@ void leaveNoCore()
 {
     rlimit const none{0, 0};
     ::setrlimit(RLIMIT_CORE, &none);
+}
+
+/// What nobody waits for shall not go on, least of all in a reader that has no end.
+void dieWith(pid_t parent)
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // It may have ended before.
+    if (::getppid() != parent)
+        std::_Exit(failure);
 }
 
 [[noreturn]] void runAndExit(std::function<int()> const& action)
@@ -47,11 +57,14 @@ ChildResult runInChild(std::function<int()> const& action)
 {
     std::cout.flush();
     std::cerr.flush();
+    pid_t const self = ::getpid();
     pid_t const id = ::fork();
     if (id < 0)
         throw std::system_error(errno, std::generic_category(), "no process can be started");
-    if (id == 0)
+    if (id == 0) {
+        dieWith(self);
         runAndExit(action);
+    }
     int status = 0;
     while (::waitpid(id, &status, 0) < 0)
         if (errno != EINTR)

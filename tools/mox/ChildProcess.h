@@ -15,8 +15,8 @@ struct ChildResult
 };
 
 /// Runs an action in a process of its own, so that its crash is not ours. What it returns becomes
-/// the exit status; what it writes to the standard streams is written when it ends. Must be called
-/// while there is one thread only.
+/// the exit status; what it writes to the standard streams is written when it ends. It is killed
+/// when we end before. Must be called while there is one thread only.
 ChildResult runInChild(std::function<int()> const& action);
 
 #endif

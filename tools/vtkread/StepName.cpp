@@ -139,7 +139,7 @@ AttributeList withoutStepName(AttributeList const& attributes, std::string const
 std::string stepNameIn(std::filesystem::path const& file)
 {
     auto const reader = xmlReaderOf(file);
-    std::string const name = ownStepName(file, *reader);
+    std::string name = ownStepName(file, *reader);
     if (!name.empty() || !namesFiles(*reader))
         return name;
     // VTK reads no blocks or pieces that name files in turn.

@@ -9,9 +9,12 @@ case $kind in
     shared) shared=ON ;;
     static) shared=OFF ;;
 esac
-library=$work/library-$kind-$config-$encoder
-prefix=$work/prefix-$kind-$config-$encoder
-host=$work/host-$kind-$config-$compiler-$encoder
+# Hosts of all kinds find their prefix by the same relative path, so that a compiler cache can tell that
+# they are compiled alike.
+folder=$work/$kind-$config-$encoder
+library=$folder/library
+prefix=$folder/prefix
+host=$folder/host-$compiler
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \

@@ -1,0 +1,62 @@
+#include "EnSightModel.h"
+
+#include <algorithm>
+
+namespace {
+
+std::string summaryOf(EnSightModel::Part const& part)
+{
+    std::string text = " part " + std::to_string(part.number) + " (";
+    if (part.isStructured) {
+        text += "block " + part.kind + (part.blankingMarks.empty() ? "" : " iblanked");
+        for (int const count : part.size)
+            text += " " + std::to_string(count);
+    }
+    for (EnSightModel::Elements const& elements : part.elements)
+        text += " " + std::to_string(elements.nodes.size()) + " " + elements.type;
+    return text + ")";
+}
+
+std::string summaryOf(EnSightModel::Variable const& variable)
+{
+    std::string text = " " + variable.name + " (" + std::to_string(variable.components) +
+                       (variable.isPerElement ? " per element" : " per node");
+    if (variable.gaps != EnSightModel::Gaps::None)
+        text += variable.gaps == EnSightModel::Gaps::Marked ? " undef" : " partial";
+    for (EnSightModel::Reals const& values : variable.values.front())
+        text += values.empty() ? " -" : " +";
+    return text + ")";
+}
+
+} // namespace
+
+std::size_t EnSightModel::Part::elementCount() const
+{
+    std::size_t count = isStructured ? 1 : 0;
+    if (isStructured)
+        for (int const nodes : size)
+            count *= static_cast<std::size_t>(std::max(nodes - 1, 1));
+    for (Elements const& each : elements)
+        count += each.nodes.size();
+    return count;
+}
+
+bool EnSightModel::hasUnstructured() const
+{
+    return std::any_of(parts.begin(), parts.end(),
+                       [](Part const& part) { return !part.isStructured; });
+}
+
+std::string EnSightModel::summary() const
+{
+    std::string text = std::string(isGold ? "Gold " : "EnSight 6 ") +
+                       EnSightEncoder::nameOf(format) + ", node ids " + nodeIds + ", element ids " +
+                       elementIds + ",";
+    if (layout != Layout::OneStep)
+        text += layout == Layout::FilePerStep ? " file per step," : " several steps per file,";
+    for (Part const& part : parts)
+        text += summaryOf(part);
+    for (Variable const& variable : variables)
+        text += summaryOf(variable);
+    return text;
+}

@@ -1,0 +1,92 @@
+#ifndef TESTS_VTKREAD_ENSIGHTMODEL_H
+#define TESTS_VTKREAD_ENSIGHTMODEL_H
+
+#include "EnSightEncoder.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// What a case of EnSight holds, and how its files hold it.
+struct EnSightModel
+{
+    using Format = EnSightEncoder::Format;
+    using Nodes = std::vector<int>;
+    /// Of all components of a row, then of the next.
+    using Reals = std::vector<float>;
+
+    enum class Layout
+    {
+        OneStep,
+        FilePerStep,
+        SeveralStepsPerFile
+    };
+
+    /// How the values are written that are not a number.
+    enum class Gaps
+    {
+        None,
+        Marked,
+        LeftOut
+    };
+
+    /// Of one type. Nodes are counted from 1.
+    struct Elements
+    {
+        std::string type;
+        std::vector<Nodes> nodes;
+    };
+
+    struct Part
+    {
+        int number = 0;
+        std::string name;
+        bool isStructured = false;
+        /// Of a structured part.
+        std::string kind;
+        std::array<int, 3> size{};
+        /// Of a structured part, one for each node, if there are any.
+        Nodes blankingMarks;
+        std::vector<Elements> elements;
+        /// Of each step.
+        std::vector<Reals> coordinates;
+
+        std::size_t nodeCount() const { return coordinates.front().size() / 3; }
+        std::size_t elementCount() const;
+    };
+
+    struct Variable
+    {
+        std::string name;
+        std::size_t components = 1;
+        bool isPerElement = false;
+        Gaps gaps = Gaps::None;
+        /// Of each part of each step; none where a part has none.
+        std::vector<std::vector<Reals>> values;
+    };
+
+    Format format = Format::Text;
+    bool isGold = true;
+    Layout layout = Layout::OneStep;
+    std::string nodeIds = "off";
+    std::string elementIds = "off";
+    std::vector<Part> parts;
+    std::vector<Variable> variables;
+
+    std::size_t stepCount() const { return layout == Layout::OneStep ? 1 : 2; }
+    bool hasNodeIds() const { return areIds(nodeIds); }
+    bool hasElementIds() const { return areIds(elementIds); }
+    bool hasUnstructured() const;
+
+    /// Before Gold, unstructured parts share their nodes.
+    bool sharesNodesOf(Part const& part) const { return !isGold && !part.isStructured; }
+
+    /// What a message needs to tell the case.
+    std::string summary() const;
+
+private:
+    static bool areIds(std::string const& mode) { return mode == "given" || mode == "ignore"; }
+};
+
+#endif

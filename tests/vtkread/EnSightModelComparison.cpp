@@ -1,0 +1,178 @@
+#include "EnSightModelComparison.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <numeric>
+#include <stdexcept>
+
+namespace {
+
+using Nodes = EnSightModel::Nodes;
+using Places = std::vector<std::size_t>;
+using Reals = EnSightModel::Reals;
+
+/// Where VTK has the nodes of elements in another order. It turns wedges over, and has the middle
+/// of a line last.
+std::map<std::string, Places> const& placesOfGold()
+{
+    static std::map<std::string, Places> const places = {
+        {"bar3", {0, 2, 1}},
+        {"penta6", {0, 2, 1, 3, 5, 4}},
+        {"penta15", {0, 2, 1, 3, 5, 4, 8, 7, 6, 11, 10, 9, 12, 14, 13}}};
+    return places;
+}
+
+/// Before Gold, VTK leaves out nodes that are in the middle of an edge.
+std::map<std::string, Places> const& placesOfOld()
+{
+    static std::map<std::string, Places> const places = {{"bar3", {0, 2}},
+                                                         {"tria6", {0, 1, 2}},
+                                                         {"quad8", {0, 1, 2, 3}},
+                                                         {"tetra10", {0, 1, 2, 3}},
+                                                         {"pyramid13", {0, 1, 2, 3, 4}},
+                                                         {"penta6", {0, 2, 1, 3, 5, 4}},
+                                                         {"penta15", {0, 2, 1, 3, 5, 4}},
+                                                         {"hexa20", {0, 1, 2, 3, 4, 5, 6, 7}}};
+    return places;
+}
+
+/// Of polygons in texts, VTK has the nodes in reverse order.
+Places placesOf(EnSightModel const& model, std::string const& type, std::size_t nodeCount)
+{
+    std::map<std::string, Places> const& others = model.isGold ? placesOfGold() : placesOfOld();
+    if (auto const known = others.find(type); known != others.end())
+        return known->second;
+    Places places(nodeCount);
+    if (type == "nsided" && model.format == EnSightModel::Format::Text)
+        std::iota(places.rbegin(), places.rend(), std::size_t{0});
+    else
+        std::iota(places.begin(), places.end(), std::size_t{0});
+    return places;
+}
+
+std::vector<std::uint32_t> connectivityOf(EnSightModel const& model, EnSightModel::Part const& part)
+{
+    std::vector<std::uint32_t> connectivity;
+    for (EnSightModel::Elements const& elements : part.elements)
+        for (Nodes const& nodes : elements.nodes)
+            for (std::size_t const place : placesOf(model, elements.type, nodes.size()))
+                connectivity.push_back(static_cast<std::uint32_t>(nodes[place] - 1));
+    return connectivity;
+}
+
+/// A file has xx, yy, zz, xy, xz, yz; a model has yz before xz.
+std::size_t componentInFile(std::size_t component, std::size_t components)
+{
+    static constexpr std::array<std::size_t, 6> ofSymmetric = {0, 1, 2, 3, 5, 4};
+    return components == ofSymmetric.size() ? ofSymmetric[component] : component;
+}
+
+bool isSame(float one, float other)
+{
+    return one == other || (std::isnan(one) && std::isnan(other));
+}
+
+class Comparison
+{
+public:
+    Comparison(OpenedFile const& file, EnSightModel const& model) : file_(file), model_(model) {}
+
+    void run() const
+    {
+        require(file_.parts.size(), model_.parts.size(), "parts");
+        require(file_.steps.size(), model_.stepCount(), "steps");
+        for (std::size_t i = 0; i < model_.parts.size(); ++i)
+            comparePart(file_.parts[i], model_.parts[i]);
+        for (std::size_t step = 0; step < model_.stepCount(); ++step)
+            for (EnSightModel::Variable const& variable : model_.variables)
+                for (std::size_t part = 0; part < model_.parts.size(); ++part)
+                    compareValues(variable, step, part);
+    }
+
+private:
+    template <typename Value>
+    static void require(Value const& is, Value const& expected, std::string const& what)
+    {
+        if (is != expected)
+            throw std::runtime_error(what + ": " + printed(is) + ", not " + printed(expected));
+    }
+
+    static std::string printed(std::string const& text) { return "'" + text + "'"; }
+    static std::string printed(std::size_t number) { return std::to_string(number); }
+
+    template <typename Number>
+    static std::string printed(std::vector<Number> const& numbers)
+    {
+        std::string text;
+        for (Number const number : numbers)
+            text += std::to_string(number) + " ";
+        return text;
+    }
+
+    void comparePart(Exchange::Part const& is, EnSightModel::Part const& expected) const
+    {
+        std::string const of = " of part " + std::to_string(expected.number);
+        Reals const& coordinates = expected.coordinates.front();
+        require(is.name, expected.name, "name" + of);
+        require(is.coordinates, {coordinates.begin(), coordinates.end()}, "coordinates" + of);
+        require(is.elementCount(), expected.elementCount(), "elements" + of);
+        if (!expected.isStructured)
+            require(is.connectivity, connectivityOf(model_, expected), "connectivity" + of);
+    }
+
+    Exchange::Field const* fieldOf(EnSightModel::Variable const& variable, std::size_t step,
+                                   std::size_t part) const
+    {
+        for (Exchange::Field const& field : file_.fields.at(step))
+            if (field.name == variable.name && field.part == part)
+                return &field;
+        return nullptr;
+    }
+
+    void compareValues(EnSightModel::Variable const& variable, std::size_t step,
+                       std::size_t part) const
+    {
+        Exchange::Field const* const field = fieldOf(variable, step, part);
+        Reals expected = variable.values[step][part];
+        std::string const of = " of " + variable.name + " in step " + std::to_string(step) +
+                               " of part " + std::to_string(model_.parts[part].number);
+        if (field == nullptr)
+            return require(std::size_t{0}, expected.size(), "values" + of);
+        Reals const& values = std::get<Reals>(field->values);
+        if (expected.empty())
+            expected.assign(values.size(), std::numeric_limits<float>::quiet_NaN());
+        require(values.size(), expected.size(), "values" + of);
+        require<std::string>(locationOf(*field), variable.isPerElement ? "elements" : "nodes",
+                             "location" + of);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            std::size_t const component = i % variable.components;
+            float const value =
+                expected[i - component + componentInFile(component, variable.components)];
+            if (!isSame(values[i], value))
+                require<Reals>({values[i]}, {value}, "value " + std::to_string(i) + of);
+        }
+    }
+
+    static std::string locationOf(Exchange::Field const& field)
+    {
+        return field.location == Exchange::Location::Elements ? "elements" : "nodes";
+    }
+
+    OpenedFile const& file_;
+    EnSightModel const& model_;
+};
+
+} // namespace
+
+std::string differenceOf(OpenedFile const& file, EnSightModel const& model)
+{
+    try {
+        Comparison(file, model).run();
+    } catch (std::runtime_error const& difference) {
+        return difference.what();
+    }
+    return {};
+}

@@ -1,0 +1,355 @@
+#include "EnSightModelFiles.h"
+
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+using Nodes = EnSightModel::Nodes;
+using Reals = EnSightModel::Reals;
+
+constexpr std::size_t axisCount = 3;
+constexpr std::size_t oldMarksPerLine = 10;
+/// Other than what nodes and elements would be counted from.
+constexpr int givenNodeId = 11;
+constexpr int givenElementId = 101;
+constexpr float mark = -12345;
+
+std::vector<int> idsFrom(int first, std::size_t count)
+{
+    std::vector<int> ids(count);
+    std::iota(ids.begin(), ids.end(), first);
+    return ids;
+}
+
+Nodes allNodesOf(EnSightModel::Elements const& elements)
+{
+    Nodes all;
+    for (Nodes const& nodes : elements.nodes)
+        all.insert(all.end(), nodes.begin(), nodes.end());
+    return all;
+}
+
+Reals component(Reals const& rows, std::size_t index, std::size_t components)
+{
+    Reals values;
+    for (std::size_t i = index; i < rows.size(); i += components)
+        values.push_back(rows[i]);
+    return values;
+}
+
+void addComponents(EnSightEncoder& file, Reals const& rows, std::size_t components)
+{
+    for (std::size_t i = 0; i < components; ++i)
+        file.reals(component(rows, i, components));
+}
+
+Reals withMarks(Reals values)
+{
+    for (float& value : values)
+        if (std::isnan(value))
+            value = mark;
+    return values;
+}
+
+struct Defined
+{
+    std::vector<int> rows;
+    Reals values;
+};
+
+Defined definedOf(Reals const& values, std::size_t components)
+{
+    Defined defined;
+    for (std::size_t i = 0; i < values.size(); i += components) {
+        if (std::isnan(values[i]))
+            continue;
+        defined.rows.push_back(static_cast<int>(i / components) + 1);
+        defined.values.insert(defined.values.end(), &values[i], &values[i] + components);
+    }
+    return defined;
+}
+
+/// The coordinates along each axis of the part's edges from its first node.
+void addAxes(EnSightEncoder& file, EnSightModel::Part const& part, Reals const& coordinates)
+{
+    std::size_t stride = 1;
+    for (std::size_t axis = 0; axis < axisCount; ++axis) {
+        auto const count = static_cast<std::size_t>(part.size[axis]);
+        Reals values;
+        for (std::size_t i = 0; i < count; ++i)
+            values.push_back(coordinates[axisCount * stride * i + axis]);
+        file.reals(values);
+        stride *= count;
+    }
+}
+
+/// A step in each direction is as long as its axis' number.
+void addOriginAndSteps(EnSightEncoder& file, Reals const& coordinates)
+{
+    file.reals({coordinates[0], coordinates[1], coordinates[2]});
+    file.reals({1, 2, 3});
+}
+
+std::string keywordOf(EnSightModel::Part const& part)
+{
+    return "block" + (part.kind.empty() ? "" : " " + part.kind) +
+           (part.blankingMarks.empty() ? "" : " iblanked");
+}
+
+std::string fileNameOf(std::string const& name, std::size_t step)
+{
+    return name + "0" + std::to_string(step);
+}
+
+} // namespace
+
+std::filesystem::path EnSightModelFiles::writeTo(Support::Folder const& folder) const
+{
+    bool const isSeries = model_.layout == EnSightModel::Layout::SeveralStepsPerFile;
+    EnSightEncoder const meshes =
+        isSeries ? seriesOf([this](std::size_t step) { return mesh(step); }) : mesh(0);
+    folder.write("mesh", meshes.content());
+    for (Variable const& variable : model_.variables) {
+        auto const contentOf = [&](std::size_t step) { return values(variable, step); };
+        if (isSeries)
+            folder.write(variable.name, seriesOf(contentOf).content());
+        else if (model_.layout == EnSightModel::Layout::OneStep)
+            folder.write(variable.name, contentOf(0).content());
+        else
+            for (std::size_t step = 0; step < model_.stepCount(); ++step)
+                folder.write(fileNameOf(variable.name, step), contentOf(step).content());
+    }
+    return folder.write("in.case", caseText());
+}
+
+std::string EnSightModelFiles::caseText() const
+{
+    bool const isSeries = model_.layout == EnSightModel::Layout::SeveralStepsPerFile;
+    std::string text = std::string("FORMAT\ntype: ensight") + (model_.isGold ? " gold" : "") +
+                       "\nGEOMETRY\nmodel: " + (isSeries ? sets() : "") + "mesh\nVARIABLE\n";
+    for (Variable const& variable : model_.variables)
+        text += caseLine(variable);
+    return text + timeSections();
+}
+
+std::string EnSightModelFiles::caseLine(Variable const& variable) const
+{
+    std::string const kind = variable.components == 1   ? "scalar"
+                             : variable.components == 3 ? "vector"
+                                                        : "tensor symm";
+    std::string const stars = model_.layout == EnSightModel::Layout::FilePerStep ? "**" : "";
+    return kind + " per " + (variable.isPerElement ? "element" : "node") + ": " + sets() +
+           variable.name + " " + variable.name + stars + "\n";
+}
+
+std::string EnSightModelFiles::timeSections() const
+{
+    std::string const time = "TIME\ntime set: 1\nnumber of steps: 2\n";
+    std::string const timeValues = "time values: 0.5 1.5\n";
+    if (model_.layout == EnSightModel::Layout::FilePerStep)
+        return time + "filename start number: 0\nfilename increment: 1\n" + timeValues;
+    if (model_.layout == EnSightModel::Layout::SeveralStepsPerFile)
+        return time + timeValues + "FILE\nfile set: 1\nnumber of steps: 2\n";
+    return {};
+}
+
+/// The numbers of the time set and of the file set.
+std::string EnSightModelFiles::sets() const
+{
+    if (model_.layout == EnSightModel::Layout::OneStep)
+        return {};
+    return model_.layout == EnSightModel::Layout::FilePerStep ? "1 " : "1 1 ";
+}
+
+EnSightEncoder EnSightModelFiles::mesh(std::size_t step) const
+{
+    EnSightEncoder file = empty();
+    file.format();
+    file.line("made by a test");
+    file.line("at random");
+    file.line("node id " + model_.nodeIds);
+    file.line("element id " + model_.elementIds);
+    if (!model_.isGold)
+        addSharedNodes(file, step);
+    for (Part const& part : model_.parts) {
+        file.part(part.number);
+        file.line(part.name);
+        if (part.isStructured)
+            addStructured(file, part, step);
+        else
+            addUnstructured(file, part, step);
+    }
+    return file;
+}
+
+void EnSightModelFiles::addSharedNodes(EnSightEncoder& file, std::size_t step) const
+{
+    Reals coordinates;
+    for (Part const& part : model_.parts)
+        if (!part.isStructured)
+            coordinates = part.coordinates[step];
+    std::vector<Reals> rows;
+    for (std::size_t i = 0; i < coordinates.size(); i += axisCount)
+        rows.push_back({coordinates[i], coordinates[i + 1], coordinates[i + 2]});
+    file.line("coordinates");
+    file.integers({static_cast<int>(rows.size())}, 1);
+    if (model_.hasNodeIds())
+        file.rowsWithIds(idsFrom(firstNodeId(), rows.size()), rows);
+    else
+        file.realsInLines(coordinates, axisCount);
+}
+
+/// Ids that are to be ignored are not what elements name nodes by.
+int EnSightModelFiles::firstNodeId() const
+{
+    return model_.nodeIds == "given" ? givenNodeId : 1;
+}
+
+void EnSightModelFiles::addStructured(EnSightEncoder& file, Part const& part,
+                                      std::size_t step) const
+{
+    file.line(keywordOf(part));
+    file.integers({part.size.begin(), part.size.end()}, axisCount);
+    if (part.kind == "rectilinear")
+        addAxes(file, part, part.coordinates[step]);
+    else if (part.kind == "uniform")
+        addOriginAndSteps(file, part.coordinates[step]);
+    else
+        addComponents(file, part.coordinates[step], axisCount);
+    file.integers(part.blankingMarks, model_.isGold ? 1 : oldMarksPerLine);
+}
+
+void EnSightModelFiles::addUnstructured(EnSightEncoder& file, Part const& part,
+                                        std::size_t step) const
+{
+    if (model_.isGold) {
+        file.line("coordinates");
+        file.integers({static_cast<int>(part.nodeCount())}, 1);
+        if (model_.hasNodeIds())
+            file.integers(idsFrom(firstNodeId(), part.nodeCount()), 1);
+        addComponents(file, part.coordinates[step], axisCount);
+    }
+    int id = givenElementId;
+    for (Elements const& elements : part.elements) {
+        addElements(file, elements, id);
+        id += static_cast<int>(elements.nodes.size());
+    }
+}
+
+void EnSightModelFiles::addElements(EnSightEncoder& file, Elements const& elements,
+                                    int firstId) const
+{
+    std::size_t const count = elements.nodes.size();
+    file.line(elements.type);
+    file.integers({static_cast<int>(count)}, 1);
+    bool const areIdsInRows = !model_.isGold && file.isText();
+    if (model_.hasElementIds() && areIdsInRows)
+        return addRowsWithIds(file, elements, firstId);
+    if (model_.hasElementIds())
+        file.integers(idsFrom(firstId, count), 1);
+    addConnectivity(file, elements);
+}
+
+void EnSightModelFiles::addRowsWithIds(EnSightEncoder& file, Elements const& elements,
+                                       int firstId) const
+{
+    for (Nodes const& nodes : elements.nodes) {
+        Nodes row = {firstId++};
+        for (int const node : nodes)
+            row.push_back(node - 1 + firstNodeId());
+        file.integers(row, row.size());
+    }
+}
+
+/// Before Gold, nodes are named by their ids, later by their places.
+void EnSightModelFiles::addConnectivity(EnSightEncoder& file, Elements const& elements) const
+{
+    int const first = model_.isGold ? 1 : firstNodeId();
+    if (elements.type == "nsided") {
+        std::vector<int> sizes;
+        for (Nodes const& nodes : elements.nodes)
+            sizes.push_back(static_cast<int>(nodes.size()));
+        file.integers(sizes, 1);
+    }
+    Elements named = elements;
+    for (Nodes& nodes : named.nodes)
+        for (int& node : nodes)
+            node += first - 1;
+    if (!file.isText())
+        return file.integers(allNodesOf(named), 1);
+    for (Nodes const& nodes : named.nodes)
+        file.integers(nodes, nodes.size());
+}
+
+EnSightEncoder EnSightModelFiles::values(Variable const& variable, std::size_t step) const
+{
+    EnSightEncoder file = empty();
+    file.line(variable.name);
+    std::vector<Reals> const& ofParts = variable.values[step];
+    bool areSharedWritten = variable.isPerElement;
+    for (std::size_t i = 0; i < model_.parts.size() && !areSharedWritten; ++i)
+        if (model_.sharesNodesOf(model_.parts[i])) {
+            file.reals(ofParts[i]);
+            areSharedWritten = true;
+        }
+    for (std::size_t i = 0; i < model_.parts.size(); ++i) {
+        bool const areShared = !variable.isPerElement && model_.sharesNodesOf(model_.parts[i]);
+        if (!areShared && !ofParts[i].empty())
+            addValues(file, variable, model_.parts[i], ofParts[i]);
+    }
+    return file;
+}
+
+void EnSightModelFiles::addValues(EnSightEncoder& file, Variable const& variable, Part const& part,
+                                  Reals const& values) const
+{
+    file.part(part.number);
+    if (part.isStructured)
+        return addSection(file, variable, "block", values);
+    if (!variable.isPerElement)
+        return addSection(file, variable, "coordinates", values);
+    auto from = values.begin();
+    for (Elements const& elements : part.elements) {
+        auto const to =
+            from + static_cast<std::ptrdiff_t>(elements.nodes.size() * variable.components);
+        addSection(file, variable, elements.type, {from, to});
+        from = to;
+    }
+}
+
+void EnSightModelFiles::addSection(EnSightEncoder& file, Variable const& variable,
+                                   std::string const& keyword, Reals const& rows) const
+{
+    if (variable.gaps == EnSightModel::Gaps::Marked) {
+        file.line(keyword + " undef");
+        file.reals({mark});
+        return addComponents(file, withMarks(rows), variable.components);
+    }
+    if (variable.gaps == EnSightModel::Gaps::LeftOut) {
+        Defined const defined = definedOf(rows, variable.components);
+        file.line(keyword + " partial");
+        file.integers({static_cast<int>(defined.rows.size())}, 1);
+        file.integers(defined.rows, 1);
+        return addComponents(file, defined.values, variable.components);
+    }
+    file.line(keyword);
+    if (model_.isGold || keyword == "block")
+        return addComponents(file, rows, variable.components);
+    file.reals(rows);
+}
+
+EnSightEncoder
+EnSightModelFiles::seriesOf(std::function<EnSightEncoder(std::size_t)> const& contentOf) const
+{
+    EnSightEncoder all = empty();
+    for (std::size_t step = 0; step < model_.stepCount(); ++step) {
+        EnSightEncoder const one = contentOf(step);
+        if (step == 0)
+            all.append(one.content().substr(0, one.formatLength()));
+        all.line("BEGIN TIME STEP");
+        all.append(one.content().substr(one.formatLength()));
+        all.line("END TIME STEP");
+    }
+    return all;
+}

@@ -1,0 +1,249 @@
+#include "EnSightRandomCase.h"
+
+#include <vtkread/EnSightMesh.h>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+using Types = std::vector<std::string>;
+
+/// Of an unstructured part; enough for each type of element.
+constexpr std::size_t nodesOfPart = 20;
+constexpr std::size_t axisCount = 3;
+
+std::vector<Types> const& linearFamilies()
+{
+    static std::vector<Types> const families = {
+        {"hexa8", "tetra4", "pyramid5", "penta6"}, {"quad4", "tria3"}, {"bar2"}, {"point"}};
+    return families;
+}
+
+std::vector<Types> const& secondOrderFamilies()
+{
+    static std::vector<Types> const families = {
+        {"hexa20", "tetra10", "pyramid13", "penta15", "hexa8"},
+        {"quad8", "tria6", "quad4", "tria3"},
+        {"bar3", "bar2"}};
+    return families;
+}
+
+std::vector<int> runningNumbers(std::size_t count)
+{
+    std::vector<int> numbers(count);
+    std::iota(numbers.begin(), numbers.end(), 1);
+    return numbers;
+}
+
+} // namespace
+
+EnSightRandomCase::EnSightRandomCase(EnSightModel::Format format, bool isGold,
+                                     Features const& features, std::uint32_t seed)
+    : features_(features), picks_(seed)
+{
+    model_.format = format;
+    model_.isGold = isGold;
+    using Layout = EnSightModel::Layout;
+    std::vector<Layout> layouts = {Layout::OneStep, Layout::FilePerStep};
+    if (features_.severalStepsPerFile)
+        layouts.push_back(Layout::SeveralStepsPerFile);
+    model_.layout = picks_.oneOf(layouts);
+    makeIds();
+    makeParts();
+    makeVariable("variableA");
+    if (picks_.chance(50))
+        makeVariable("variableB");
+}
+
+void EnSightRandomCase::makeIds()
+{
+    if (!features_.ids)
+        return;
+    std::vector<std::string> const modes = {"off", "given", "assign", "ignore"};
+    model_.nodeIds = picks_.oneOf(modes);
+    model_.elementIds = picks_.oneOf(modes);
+}
+
+void EnSightRandomCase::makeParts()
+{
+    constexpr std::size_t mostParts = 3;
+    sharedCoordinates_ = reals(nodesOfPart * axisCount);
+    std::size_t const count = 1 + picks_.below(mostParts);
+    std::size_t const percentStructured =
+        features_.structuredParts ? picks_.oneOf<std::size_t>({0, 50, 100}) : 0;
+    bool const skipsNumbers = model_.isGold && picks_.chance(15);
+    for (std::size_t i = 0; i < count; ++i) {
+        int const number = static_cast<int>(skipsNumbers ? 2 * i + 3 : i + 1);
+        model_.parts.push_back(part(number, picks_.chance(percentStructured)));
+    }
+}
+
+EnSightModel::Part EnSightRandomCase::part(int number, bool isStructured)
+{
+    Part part;
+    part.number = number;
+    part.name = "Part number " + std::to_string(number);
+    part.isStructured = isStructured;
+    if (isStructured)
+        makeStructured(part);
+    else
+        makeUnstructured(part);
+    part.coordinates.resize(model_.stepCount(), part.coordinates.front());
+    return part;
+}
+
+void EnSightRandomCase::makeStructured(Part& part)
+{
+    for (int& count : part.size)
+        count = 1 + static_cast<int>(picks_.below(3));
+    part.size[1] = std::max(part.size[1], 2);
+    if (model_.isGold)
+        part.kind = picks_.oneOf<std::string>({"", "curvilinear", "rectilinear", "uniform"});
+    part.coordinates = {gridCoordinates(part)};
+    if (picks_.chance(15))
+        part.blankingMarks.assign(part.nodeCount(), 1);
+}
+
+EnSightModel::Reals EnSightRandomCase::gridCoordinates(Part const& part)
+{
+    if (part.kind == "rectilinear" || part.kind == "uniform")
+        return lattice(axesOf(part));
+    return reals(axisCount * static_cast<std::size_t>(part.size[0] * part.size[1] * part.size[2]));
+}
+
+std::array<EnSightModel::Reals, 3> EnSightRandomCase::axesOf(Part const& part)
+{
+    std::array<Reals, 3> axes;
+    for (std::size_t i = 0; i < axisCount; ++i) {
+        axes[i] = reals(static_cast<std::size_t>(part.size[i]));
+        if (part.kind == "uniform")
+            for (std::size_t node = 1; node < axes[i].size(); ++node)
+                axes[i][node] = axes[i][node - 1] + static_cast<float>(i + 1);
+    }
+    return axes;
+}
+
+EnSightModel::Reals EnSightRandomCase::lattice(std::array<Reals, 3> const& axes) const
+{
+    Reals rows;
+    for (float const z : axes[2])
+        for (float const y : axes[1])
+            for (float const x : axes[0])
+                rows.insert(rows.end(), {x, y, z});
+    return rows;
+}
+
+void EnSightRandomCase::makeUnstructured(Part& part)
+{
+    part.coordinates = {model_.isGold ? reals(nodesOfPart * axisCount) : sharedCoordinates_};
+    std::vector<Types> families = linearFamilies();
+    if (features_.secondOrderElements)
+        families.insert(families.end(), secondOrderFamilies().begin(), secondOrderFamilies().end());
+    if (model_.isGold)
+        families.push_back({"nsided"});
+    Types types = picks_.oneOf(families);
+    picks_.shuffle(types);
+    types.resize(1 + picks_.below(types.size()));
+    for (std::string const& type : types)
+        part.elements.push_back(elements(type));
+}
+
+EnSightModel::Elements EnSightRandomCase::elements(std::string const& type)
+{
+    constexpr std::size_t mostElements = 4;
+    constexpr std::size_t fewestOfPolygon = 3;
+    constexpr std::size_t mostOfPolygon = 9;
+    EnSightModel::Elements result{type, {}};
+    std::size_t const count = 1 + picks_.below(mostElements);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::size_t size = VtkRead::EnSightMesh::nodesOf(type);
+        if (size == 0)
+            size = fewestOfPolygon + picks_.below(mostOfPolygon - fewestOfPolygon + 1);
+        std::vector<int> nodes = runningNumbers(nodesOfPart);
+        picks_.shuffle(nodes);
+        nodes.resize(size);
+        result.nodes.push_back(nodes);
+    }
+    return result;
+}
+
+void EnSightRandomCase::makeVariable(std::string const& name)
+{
+    using Gaps = EnSightModel::Gaps;
+    Variable variable;
+    variable.name = name;
+    variable.components = picks_.oneOf<std::size_t>({1, 3, 6});
+    variable.isPerElement = picks_.chance(50);
+    if (model_.isGold && features_.gaps)
+        variable.gaps =
+            picks_.oneOf<Gaps>({Gaps::None, Gaps::None, Gaps::None, Gaps::Marked, Gaps::LeftOut});
+    std::vector<bool> const isOf = partsWithValues(variable);
+    for (std::size_t step = 0; step < model_.stepCount(); ++step) {
+        variable.values.emplace_back();
+        for (std::size_t i = 0; i < model_.parts.size(); ++i)
+            variable.values.back().push_back(isOf[i] ? valuesOf(variable, model_.parts[i])
+                                                     : Reals());
+        if (!variable.isPerElement)
+            shareValues(variable.values.back());
+    }
+    model_.variables.push_back(variable);
+}
+
+std::vector<bool> EnSightRandomCase::partsWithValues(Variable const& variable)
+{
+    bool const isOfAll = picks_.chance(85);
+    std::vector<bool> haveValues;
+    for (Part const& part : model_.parts) {
+        bool const isPicked = picks_.chance(50);
+        bool const isShared = !variable.isPerElement && model_.sharesNodesOf(part);
+        haveValues.push_back(isOfAll || isPicked || isShared);
+    }
+    haveValues[picks_.below(haveValues.size())] = true;
+    return haveValues;
+}
+
+EnSightModel::Reals EnSightRandomCase::valuesOf(Variable const& variable, Part const& part)
+{
+    std::size_t const rows = variable.isPerElement ? part.elementCount() : part.nodeCount();
+    Reals values = reals(rows * variable.components);
+    if (variable.gaps != EnSightModel::Gaps::None)
+        makeGaps(variable, values);
+    return values;
+}
+
+void EnSightRandomCase::makeGaps(Variable const& variable, Reals& values)
+{
+    for (std::size_t row = 0; row < values.size(); row += variable.components)
+        if (picks_.chance(40))
+            std::fill_n(values.begin() + static_cast<std::ptrdiff_t>(row), variable.components,
+                        std::numeric_limits<float>::quiet_NaN());
+}
+
+/// Nodes that are shared have one value each.
+void EnSightRandomCase::shareValues(std::vector<Reals>& values) const
+{
+    Reals const* first = nullptr;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!model_.sharesNodesOf(model_.parts[i]))
+            continue;
+        if (first == nullptr)
+            first = &values[i];
+        values[i] = *first;
+    }
+}
+
+EnSightModel::Reals EnSightRandomCase::reals(std::size_t count)
+{
+    Reals values;
+    for (std::size_t i = 0; i < count; ++i)
+        values.push_back(real());
+    return values;
+}
+
+/// Of so few digits that a text holds it.
+float EnSightRandomCase::real()
+{
+    return static_cast<float>(++latestReal_);
+}

@@ -1,0 +1,60 @@
+#ifndef TESTS_VTKREAD_ENSIGHTRANDOMCASE_H
+#define TESTS_VTKREAD_ENSIGHTRANDOMCASE_H
+
+#include "EnSightModel.h"
+#include "RandomPicks.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Makes up what a case of EnSight holds. Every number is another one.
+class EnSightRandomCase
+{
+public:
+    /// What a case may have.
+    struct Features
+    {
+        bool ids = true;
+        bool structuredParts = true;
+        bool severalStepsPerFile = true;
+        bool secondOrderElements = true;
+        bool gaps = true;
+    };
+
+    EnSightRandomCase(EnSightModel::Format format, bool isGold, Features const& features,
+                      std::uint32_t seed);
+
+    EnSightModel const& model() const { return model_; }
+
+private:
+    using Part = EnSightModel::Part;
+    using Reals = EnSightModel::Reals;
+    using Variable = EnSightModel::Variable;
+
+    void makeIds();
+    void makeParts();
+    Part part(int number, bool isStructured);
+    void makeStructured(Part& part);
+    Reals gridCoordinates(Part const& part);
+    Reals lattice(std::array<Reals, 3> const& axes) const;
+    std::array<Reals, 3> axesOf(Part const& part);
+    void makeUnstructured(Part& part);
+    EnSightModel::Elements elements(std::string const& type);
+    void makeVariable(std::string const& name);
+    std::vector<bool> partsWithValues(Variable const& variable);
+    Reals valuesOf(Variable const& variable, Part const& part);
+    void makeGaps(Variable const& variable, Reals& values);
+    void shareValues(std::vector<Reals>& values) const;
+    Reals reals(std::size_t count);
+    float real();
+
+    Features features_;
+    RandomPicks picks_;
+    EnSightModel model_;
+    Reals sharedCoordinates_;
+    int latestReal_ = 0;
+};
+
+#endif

@@ -160,6 +160,11 @@ TEST_P(EnSightOfKind, FilesOfSeveralStepsAreWalkedThrough)
                   "VTK can't read Fortran binary files with several steps in a file.");
         return;
     }
+    if (GetParam().format == Format::C && !GetParam().isGold) {
+        EXPECT_EQ(complaintAbout(case_),
+                  "VTK can't read binary files of EnSight 6 with several steps in a file.");
+        return;
+    }
     EXPECT_EQ(complaintOfCheck(case_), "");
     EXPECT_EQ(contentOf(case_), whole_);
     expectNoLossByCuts("T", sample_.seriesFiles().at("T"));

@@ -140,6 +140,24 @@ TEST_F(EnSightFaults, FortranFilesOfSeveralStepsAreRefused)
               Words{"VTK can't read Fortran binary files with several steps in a file."});
 }
 
+TEST_F(EnSightFaults, BinaryFilesOfEnSight6OfSeveralStepsAreRefused)
+{
+    for (Format const format : {Format::Text, Format::C}) {
+        EnSightEncoder mesh = beginMesh(format, false);
+        addNodes(mesh, 13, {1, 2, 3});
+        addSquare(mesh, 1);
+        addPart(mesh, 2);
+        addElement(mesh, "bar2", 2);
+        write("mesh", series(mesh));
+        EXPECT_EQ(said("", timeOfTwo + fileOfTwo, "1 1 mesh"),
+                  format == Format::Text ? Words()
+                                         : Words{"VTK can't read binary files of EnSight 6 with "
+                                                 "several steps in a file."});
+        write("mesh", mesh);
+        EXPECT_EQ(said(), Words());
+    }
+}
+
 TEST_F(EnSightFaults, FilesWithoutStepsInACaseWithFileSetsAreRefused)
 {
     std::string const scalar = "scalar per node: 1 1 V values";

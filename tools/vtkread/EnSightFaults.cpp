@@ -107,6 +107,11 @@ void requireReadable(EnSightCase const& description, Format format)
         return;
     if (format == Format::Fortran)
         throw Exchange::Error("VTK can't read Fortran binary files with several steps in a file.");
+    // The reader does not see the end of a step, and looks for another part or block of elements in
+    // each 80 bytes behind it: by chance, it finds those of a later step.
+    if (format == Format::C && !description.isGold())
+        throw Exchange::Error("VTK can't read binary files of EnSight 6 with several steps in a "
+                              "file.");
     requireSteps(description.meshes(), format, true);
     requireSteps(description.measured(), format, true);
     for (EnSightCase::Variable const& variable : description.variables()) {

@@ -7,11 +7,11 @@ namespace {
 std::string summaryOf(EnSightModel::Part const& part)
 {
     std::string text = " part " + std::to_string(part.number) + " (";
-    if (part.isStructured) {
-        text += "block " + part.kind + (part.blankingMarks.empty() ? "" : " iblanked");
-        for (int const count : part.size)
-            text += " " + std::to_string(count);
-    }
+    text += std::to_string(part.nodeCount) + " nodes";
+    if (part.isStructured)
+        text += " block " + part.kind + (part.blankingMarks.empty() ? "" : " iblanked");
+    for (int const count : part.size)
+        text += count == 0 ? "" : " " + std::to_string(count);
     for (EnSightModel::Elements const& elements : part.elements)
         text += " " + std::to_string(elements.nodes.size()) + " " + elements.type;
     return text + ")";
@@ -21,6 +21,8 @@ std::string summaryOf(EnSightModel::Variable const& variable)
 {
     std::string text = " " + variable.name + " (" + std::to_string(variable.components) +
                        (variable.isPerElement ? " per element" : " per node");
+    if (variable.timeSet != 1)
+        text += ", time set " + std::to_string(variable.timeSet);
     if (variable.gaps != EnSightModel::Gaps::None)
         text += variable.gaps == EnSightModel::Gaps::Marked ? " undef" : " partial";
     for (EnSightModel::Reals const& values : variable.values.front())
@@ -54,6 +56,9 @@ std::string EnSightModel::summary() const
                        elementIds + ",";
     if (layout != Layout::OneStep)
         text += layout == Layout::FilePerStep ? " file per step," : " several steps per file,";
+    text += " " + std::to_string(stepCount) + " steps, mesh of time set " +
+            std::to_string(meshTimeSet) + ", numbering " +
+            std::to_string(static_cast<int>(numbering)) + ",";
     for (Part const& part : parts)
         text += summaryOf(part);
     for (Variable const& variable : variables)

@@ -23,6 +23,14 @@ struct EnSightModel
         SeveralStepsPerFile
     };
 
+    /// How the files of the steps are counted.
+    enum class Numbering
+    {
+        Running,
+        Spread,
+        Listed
+    };
+
     /// How the values are written that are not a number.
     enum class Gaps
     {
@@ -49,10 +57,10 @@ struct EnSightModel
         /// Of a structured part, one for each node, if there are any.
         Nodes blankingMarks;
         std::vector<Elements> elements;
+        std::size_t nodeCount = 0;
         /// Of each step.
         std::vector<Reals> coordinates;
 
-        std::size_t nodeCount() const { return coordinates.front().size() / 3; }
         std::size_t elementCount() const;
     };
 
@@ -62,6 +70,7 @@ struct EnSightModel
         std::size_t components = 1;
         bool isPerElement = false;
         Gaps gaps = Gaps::None;
+        std::size_t timeSet = 0;
         /// Of each part of each step; none where a part has none.
         std::vector<std::vector<Reals>> values;
     };
@@ -69,12 +78,17 @@ struct EnSightModel
     Format format = Format::Text;
     bool isGold = true;
     Layout layout = Layout::OneStep;
+    std::size_t stepCount = 1;
+    /// In which steps there is something new. The first one is of what never changes.
+    std::vector<std::vector<std::size_t>> timeSets = {{0}};
+    Numbering numbering = Numbering::Running;
+    std::size_t meshTimeSet = 0;
+    bool isMeshMoving = false;
     std::string nodeIds = "off";
     std::string elementIds = "off";
     std::vector<Part> parts;
     std::vector<Variable> variables;
 
-    std::size_t stepCount() const { return layout == Layout::OneStep ? 1 : 2; }
     bool hasNodeIds() const { return areIds(nodeIds); }
     bool hasElementIds() const { return areIds(elementIds); }
     bool hasUnstructured() const;

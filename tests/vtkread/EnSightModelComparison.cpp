@@ -83,13 +83,12 @@ public:
     void run() const
     {
         require(file_.parts.size(), model_.parts.size(), "parts");
-        require(file_.steps.size(), model_.stepCount(), "steps");
+        require(file_.steps.size(), model_.stepCount, "steps");
         for (std::size_t i = 0; i < model_.parts.size(); ++i)
             comparePart(file_.parts[i], model_.parts[i]);
-        for (std::size_t step = 0; step < model_.stepCount(); ++step)
-            for (EnSightModel::Variable const& variable : model_.variables)
-                for (std::size_t part = 0; part < model_.parts.size(); ++part)
-                    compareValues(variable, step, part);
+        for (std::size_t step = 0; step < model_.stepCount; ++step)
+            for (std::size_t part = 0; part < model_.parts.size(); ++part)
+                compareStep(step, part);
     }
 
 private:
@@ -123,11 +122,24 @@ private:
             require(is.connectivity, connectivityOf(model_, expected), "connectivity" + of);
     }
 
-    Exchange::Field const* fieldOf(EnSightModel::Variable const& variable, std::size_t step,
+    void compareStep(std::size_t step, std::size_t part) const
+    {
+        Exchange::Field const* const moved = fieldOf("Coordinates", step, part);
+        Reals const& coordinates = model_.parts[part].coordinates[step];
+        require(moved == nullptr ? file_.parts[part].coordinates
+                                 : std::get<std::vector<double>>(moved->values),
+                {coordinates.begin(), coordinates.end()},
+                "coordinates in step " + std::to_string(step) + " of part " +
+                    std::to_string(model_.parts[part].number));
+        for (EnSightModel::Variable const& variable : model_.variables)
+            compareValues(variable, step, part);
+    }
+
+    Exchange::Field const* fieldOf(std::string const& name, std::size_t step,
                                    std::size_t part) const
     {
         for (Exchange::Field const& field : file_.fields.at(step))
-            if (field.name == variable.name && field.part == part)
+            if (field.name == name && field.part == part)
                 return &field;
         return nullptr;
     }
@@ -135,7 +147,7 @@ private:
     void compareValues(EnSightModel::Variable const& variable, std::size_t step,
                        std::size_t part) const
     {
-        Exchange::Field const* const field = fieldOf(variable, step, part);
+        Exchange::Field const* const field = fieldOf(variable.name, step, part);
         Reals expected = variable.values[step][part];
         std::string const of = " of " + variable.name + " in step " + std::to_string(step) +
                                " of part " + std::to_string(model_.parts[part].number);

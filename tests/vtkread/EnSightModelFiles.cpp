@@ -1,6 +1,7 @@
 #include "EnSightModelFiles.h"
 
 #include <cmath>
+#include <map>
 #include <numeric>
 
 namespace {
@@ -14,6 +15,11 @@ constexpr std::size_t oldMarksPerLine = 10;
 constexpr int givenNodeId = 11;
 constexpr int givenElementId = 101;
 constexpr float mark = -12345;
+constexpr std::size_t spreadStart = 3;
+constexpr std::size_t spreadIncrement = 5;
+std::vector<std::size_t> const listedNumbers = {1, 4, 11};
+/// Of the number in a file's name.
+std::string const stars = "**";
 
 std::vector<int> idsFrom(int first, std::size_t count)
 {
@@ -97,69 +103,129 @@ std::string keywordOf(EnSightModel::Part const& part)
            (part.blankingMarks.empty() ? "" : " iblanked");
 }
 
-std::string fileNameOf(std::string const& name, std::size_t step)
+std::string kindOf(EnSightModel::Variable const& variable)
 {
-    return name + "0" + std::to_string(step);
+    static std::map<std::size_t, std::string> const kinds = {
+        {1, "scalar"}, {3, "vector"}, {6, "tensor symm"}, {9, "tensor asym"}};
+    return kinds.at(variable.components);
+}
+
+std::string timeOf(std::size_t step)
+{
+    return " " + std::to_string(step) + ".5";
 }
 
 } // namespace
 
 std::filesystem::path EnSightModelFiles::writeTo(Support::Folder const& folder) const
 {
-    bool const isSeries = model_.layout == EnSightModel::Layout::SeveralStepsPerFile;
-    EnSightEncoder const meshes =
-        isSeries ? seriesOf([this](std::size_t step) { return mesh(step); }) : mesh(0);
-    folder.write("mesh", meshes.content());
-    for (Variable const& variable : model_.variables) {
-        auto const contentOf = [&](std::size_t step) { return values(variable, step); };
-        if (isSeries)
-            folder.write(variable.name, seriesOf(contentOf).content());
-        else if (model_.layout == EnSightModel::Layout::OneStep)
-            folder.write(variable.name, contentOf(0).content());
-        else
-            for (std::size_t step = 0; step < model_.stepCount(); ++step)
-                folder.write(fileNameOf(variable.name, step), contentOf(step).content());
-    }
+    writeSteps(folder, "mesh", model_.meshTimeSet, [this](std::size_t step) { return mesh(step); });
+    for (Variable const& variable : model_.variables)
+        writeSteps(folder, variable.name, variable.timeSet,
+                   [&](std::size_t step) { return values(variable, step); });
     return folder.write("in.case", caseText());
+}
+
+bool EnSightModelFiles::isSeries() const
+{
+    return model_.layout == EnSightModel::Layout::SeveralStepsPerFile;
+}
+
+bool EnSightModelFiles::hasFilePerStep(std::size_t timeSet) const
+{
+    return model_.layout == EnSightModel::Layout::FilePerStep && timeSet > 0;
+}
+
+void EnSightModelFiles::writeSteps(Support::Folder const& folder, std::string const& name,
+                                   std::size_t timeSet, Content const& contentOf) const
+{
+    std::vector<std::size_t> const& steps = model_.timeSets[timeSet];
+    if (isSeries())
+        folder.write(name, seriesOf(timeSet, contentOf).content());
+    else if (!hasFilePerStep(timeSet))
+        folder.write(name, contentOf(0).content());
+    else
+        for (std::size_t i = 0; i < steps.size(); ++i)
+            folder.write(fileName(name, i), contentOf(steps[i]).content());
+}
+
+std::size_t EnSightModelFiles::fileNumber(std::size_t index) const
+{
+    if (model_.numbering == EnSightModel::Numbering::Running)
+        return index;
+    return model_.numbering == EnSightModel::Numbering::Spread
+               ? spreadStart + spreadIncrement * index
+               : listedNumbers.at(index);
+}
+
+std::string EnSightModelFiles::fileName(std::string const& name, std::size_t index) const
+{
+    std::string const number = std::to_string(fileNumber(index));
+    return name + std::string(stars.size() - number.size(), '0') + number;
 }
 
 std::string EnSightModelFiles::caseText() const
 {
-    bool const isSeries = model_.layout == EnSightModel::Layout::SeveralStepsPerFile;
     std::string text = std::string("FORMAT\ntype: ensight") + (model_.isGold ? " gold" : "") +
-                       "\nGEOMETRY\nmodel: " + (isSeries ? sets() : "") + "mesh\nVARIABLE\n";
+                       "\nGEOMETRY\nmodel: " + sets(model_.meshTimeSet) +
+                       fileOf("mesh", model_.meshTimeSet) + "\nVARIABLE\n";
     for (Variable const& variable : model_.variables)
         text += caseLine(variable);
-    return text + timeSections();
+    if (model_.layout != EnSightModel::Layout::OneStep)
+        text += "TIME\n";
+    for (std::size_t i = 1; i < model_.timeSets.size(); ++i)
+        text += timeSection(i);
+    if (isSeries())
+        text += "FILE\n";
+    for (std::size_t i = 1; isSeries() && i < model_.timeSets.size(); ++i)
+        text += "file set: " + std::to_string(i) +
+                "\nnumber of steps: " + std::to_string(model_.timeSets[i].size()) + "\n";
+    return text;
 }
 
 std::string EnSightModelFiles::caseLine(Variable const& variable) const
 {
-    std::string const kind = variable.components == 1   ? "scalar"
-                             : variable.components == 3 ? "vector"
-                                                        : "tensor symm";
-    std::string const stars = model_.layout == EnSightModel::Layout::FilePerStep ? "**" : "";
-    return kind + " per " + (variable.isPerElement ? "element" : "node") + ": " + sets() +
-           variable.name + " " + variable.name + stars + "\n";
+    return kindOf(variable) + " per " + (variable.isPerElement ? "element" : "node") + ": " +
+           sets(variable.timeSet) + variable.name + " " + fileOf(variable.name, variable.timeSet) +
+           "\n";
 }
 
-std::string EnSightModelFiles::timeSections() const
+std::string EnSightModelFiles::fileOf(std::string const& name, std::size_t timeSet) const
 {
-    std::string const time = "TIME\ntime set: 1\nnumber of steps: 2\n";
-    std::string const timeValues = "time values: 0.5 1.5\n";
-    if (model_.layout == EnSightModel::Layout::FilePerStep)
-        return time + "filename start number: 0\nfilename increment: 1\n" + timeValues;
-    if (model_.layout == EnSightModel::Layout::SeveralStepsPerFile)
-        return time + timeValues + "FILE\nfile set: 1\nnumber of steps: 2\n";
-    return {};
+    return name + (hasFilePerStep(timeSet) ? stars : "");
 }
 
 /// The numbers of the time set and of the file set.
-std::string EnSightModelFiles::sets() const
+std::string EnSightModelFiles::sets(std::size_t timeSet) const
 {
-    if (model_.layout == EnSightModel::Layout::OneStep)
-        return {};
-    return model_.layout == EnSightModel::Layout::FilePerStep ? "1 " : "1 1 ";
+    std::string const number = timeSet == 0 ? "" : std::to_string(timeSet) + " ";
+    return isSeries() ? number + number : number;
+}
+
+std::string EnSightModelFiles::timeSection(std::size_t timeSet) const
+{
+    std::vector<std::size_t> const& steps = model_.timeSets[timeSet];
+    std::string text = "time set: " + std::to_string(timeSet) +
+                       "\nnumber of steps: " + std::to_string(steps.size()) + "\n";
+    if (hasFilePerStep(timeSet))
+        text += numbering(steps.size());
+    text += "time values:";
+    for (std::size_t const step : steps)
+        text += timeOf(step);
+    return text + "\n";
+}
+
+std::string EnSightModelFiles::numbering(std::size_t count) const
+{
+    using Numbering = EnSightModel::Numbering;
+    std::string text = "filename numbers:";
+    for (std::size_t i = 0; i < count; ++i)
+        text += " " + std::to_string(fileNumber(i));
+    if (model_.numbering == Numbering::Listed)
+        return text + "\n";
+    std::size_t const increment = model_.numbering == Numbering::Spread ? spreadIncrement : 1;
+    return "filename start number: " + std::to_string(fileNumber(0)) +
+           "\nfilename increment: " + std::to_string(increment) + "\n";
 }
 
 EnSightEncoder EnSightModelFiles::mesh(std::size_t step) const
@@ -225,9 +291,9 @@ void EnSightModelFiles::addUnstructured(EnSightEncoder& file, Part const& part,
 {
     if (model_.isGold) {
         file.line("coordinates");
-        file.integers({static_cast<int>(part.nodeCount())}, 1);
+        file.integers({static_cast<int>(part.nodeCount)}, 1);
         if (model_.hasNodeIds())
-            file.integers(idsFrom(firstNodeId(), part.nodeCount()), 1);
+            file.integers(idsFrom(firstNodeId(), part.nodeCount), 1);
         addComponents(file, part.coordinates[step], axisCount);
     }
     int id = givenElementId;
@@ -339,11 +405,10 @@ void EnSightModelFiles::addSection(EnSightEncoder& file, Variable const& variabl
     file.reals(rows);
 }
 
-EnSightEncoder
-EnSightModelFiles::seriesOf(std::function<EnSightEncoder(std::size_t)> const& contentOf) const
+EnSightEncoder EnSightModelFiles::seriesOf(std::size_t timeSet, Content const& contentOf) const
 {
     EnSightEncoder all = empty();
-    for (std::size_t step = 0; step < model_.stepCount(); ++step) {
+    for (std::size_t const step : model_.timeSets[timeSet]) {
         EnSightEncoder const one = contentOf(step);
         if (step == 0)
             all.append(one.content().substr(0, one.formatLength()));

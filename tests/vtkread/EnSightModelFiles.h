@@ -19,15 +19,26 @@ public:
     std::filesystem::path writeTo(Support::Folder const& folder) const;
 
 private:
+    /// Of a step.
+    using Content = std::function<EnSightEncoder(std::size_t)>;
     using Elements = EnSightModel::Elements;
     using Part = EnSightModel::Part;
     using Reals = EnSightModel::Reals;
     using Variable = EnSightModel::Variable;
 
+    bool hasFilePerStep(std::size_t timeSet) const;
+    bool isSeries() const;
+    void writeSteps(Support::Folder const& folder, std::string const& name, std::size_t timeSet,
+                    Content const& contentOf) const;
+    std::size_t fileNumber(std::size_t index) const;
+    std::string fileName(std::string const& name, std::size_t index) const;
+
     std::string caseText() const;
     std::string caseLine(Variable const& variable) const;
-    std::string timeSections() const;
-    std::string sets() const;
+    std::string fileOf(std::string const& name, std::size_t timeSet) const;
+    std::string sets(std::size_t timeSet) const;
+    std::string timeSection(std::size_t timeSet) const;
+    std::string numbering(std::size_t count) const;
 
     EnSightEncoder mesh(std::size_t step) const;
     void addSharedNodes(EnSightEncoder& file, std::size_t step) const;
@@ -44,7 +55,7 @@ private:
     void addSection(EnSightEncoder& file, Variable const& variable, std::string const& keyword,
                     Reals const& rows) const;
 
-    EnSightEncoder seriesOf(std::function<EnSightEncoder(std::size_t)> const& contentOf) const;
+    EnSightEncoder seriesOf(std::size_t timeSet, Content const& contentOf) const;
     EnSightEncoder empty() const { return {model_.format, model_.isGold}; }
 
     EnSightModel const& model_;

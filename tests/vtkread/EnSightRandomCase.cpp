@@ -8,10 +8,12 @@
 
 namespace {
 
+using Steps = std::vector<std::size_t>;
 using Types = std::vector<std::string>;
 
 /// Of an unstructured part; enough for each type of element.
-constexpr std::size_t nodesOfPart = 20;
+constexpr std::size_t fewestNodes = 20;
+constexpr std::size_t mostNodes = 40;
 constexpr std::size_t axisCount = 3;
 
 std::vector<Types> const& linearFamilies()
@@ -45,16 +47,33 @@ EnSightRandomCase::EnSightRandomCase(EnSightModel::Format format, bool isGold,
 {
     model_.format = format;
     model_.isGold = isGold;
-    using Layout = EnSightModel::Layout;
-    std::vector<Layout> layouts = {Layout::OneStep, Layout::FilePerStep};
-    if (features_.severalStepsPerFile)
-        layouts.push_back(Layout::SeveralStepsPerFile);
-    model_.layout = picks_.oneOf(layouts);
+    makeSteps();
     makeIds();
     makeParts();
     makeVariable("variableA");
     if (picks_.chance(50))
         makeVariable("variableB");
+}
+
+void EnSightRandomCase::makeSteps()
+{
+    using Layout = EnSightModel::Layout;
+    using Numbering = EnSightModel::Numbering;
+    std::vector<Layout> layouts = {Layout::OneStep, Layout::FilePerStep};
+    if (features_.severalStepsPerFile)
+        layouts.push_back(Layout::SeveralStepsPerFile);
+    model_.layout = picks_.oneOf(layouts);
+    if (model_.layout == Layout::OneStep)
+        return;
+    model_.stepCount = 2 + picks_.below(2);
+    model_.timeSets.push_back(model_.stepCount == 2 ? Steps{0, 1} : Steps{0, 1, 2});
+    model_.numbering =
+        picks_.oneOf<Numbering>({Numbering::Running, Numbering::Spread, Numbering::Listed});
+    model_.isMeshMoving = features_.movingMeshes && picks_.chance(40);
+    model_.meshTimeSet =
+        model_.isMeshMoving || model_.layout == Layout::SeveralStepsPerFile ? 1 : 0;
+    if (features_.timeSetsOfSomeSteps && picks_.chance(30))
+        model_.timeSets.push_back(model_.stepCount == 2 ? Steps{0} : Steps{0, 2});
 }
 
 void EnSightRandomCase::makeIds()
@@ -69,7 +88,9 @@ void EnSightRandomCase::makeIds()
 void EnSightRandomCase::makeParts()
 {
     constexpr std::size_t mostParts = 3;
-    sharedCoordinates_ = reals(nodesOfPart * axisCount);
+    sharedNodes_ = fewestNodes + picks_.below(mostNodes - fewestNodes + 1);
+    for (std::size_t step = 0; step < model_.stepCount; ++step)
+        sharedCoordinates_.push_back(reals(sharedNodes_ * axisCount));
     std::size_t const count = 1 + picks_.below(mostParts);
     std::size_t const percentStructured =
         features_.structuredParts ? picks_.oneOf<std::size_t>({0, 50, 100}) : 0;
@@ -90,7 +111,9 @@ EnSightModel::Part EnSightRandomCase::part(int number, bool isStructured)
         makeStructured(part);
     else
         makeUnstructured(part);
-    part.coordinates.resize(model_.stepCount(), part.coordinates.front());
+    for (std::size_t step = 0; step < model_.stepCount; ++step)
+        part.coordinates.push_back(step == 0 || model_.isMeshMoving ? coordinatesOf(part, step)
+                                                                    : part.coordinates.front());
     return part;
 }
 
@@ -99,18 +122,25 @@ void EnSightRandomCase::makeStructured(Part& part)
     for (int& count : part.size)
         count = 1 + static_cast<int>(picks_.below(3));
     part.size[1] = std::max(part.size[1], 2);
+    part.nodeCount = static_cast<std::size_t>(part.size[0] * part.size[1] * part.size[2]);
     if (model_.isGold)
         part.kind = picks_.oneOf<std::string>({"", "curvilinear", "rectilinear", "uniform"});
-    part.coordinates = {gridCoordinates(part)};
     if (picks_.chance(15))
-        part.blankingMarks.assign(part.nodeCount(), 1);
+        part.blankingMarks.assign(part.nodeCount, 1);
+}
+
+EnSightModel::Reals EnSightRandomCase::coordinatesOf(Part const& part, std::size_t step)
+{
+    if (model_.sharesNodesOf(part))
+        return sharedCoordinates_[step];
+    return part.isStructured ? gridCoordinates(part) : reals(part.nodeCount * axisCount);
 }
 
 EnSightModel::Reals EnSightRandomCase::gridCoordinates(Part const& part)
 {
     if (part.kind == "rectilinear" || part.kind == "uniform")
         return lattice(axesOf(part));
-    return reals(axisCount * static_cast<std::size_t>(part.size[0] * part.size[1] * part.size[2]));
+    return reals(part.nodeCount * axisCount);
 }
 
 std::array<EnSightModel::Reals, 3> EnSightRandomCase::axesOf(Part const& part)
@@ -137,7 +167,8 @@ EnSightModel::Reals EnSightRandomCase::lattice(std::array<Reals, 3> const& axes)
 
 void EnSightRandomCase::makeUnstructured(Part& part)
 {
-    part.coordinates = {model_.isGold ? reals(nodesOfPart * axisCount) : sharedCoordinates_};
+    part.nodeCount =
+        model_.isGold ? fewestNodes + picks_.below(mostNodes - fewestNodes + 1) : sharedNodes_;
     std::vector<Types> families = linearFamilies();
     if (features_.secondOrderElements)
         families.insert(families.end(), secondOrderFamilies().begin(), secondOrderFamilies().end());
@@ -147,10 +178,10 @@ void EnSightRandomCase::makeUnstructured(Part& part)
     picks_.shuffle(types);
     types.resize(1 + picks_.below(types.size()));
     for (std::string const& type : types)
-        part.elements.push_back(elements(type));
+        part.elements.push_back(elements(type, part.nodeCount));
 }
 
-EnSightModel::Elements EnSightRandomCase::elements(std::string const& type)
+EnSightModel::Elements EnSightRandomCase::elements(std::string const& type, std::size_t nodesOfPart)
 {
     constexpr std::size_t mostElements = 4;
     constexpr std::size_t fewestOfPolygon = 3;
@@ -174,21 +205,41 @@ void EnSightRandomCase::makeVariable(std::string const& name)
     using Gaps = EnSightModel::Gaps;
     Variable variable;
     variable.name = name;
-    variable.components = picks_.oneOf<std::size_t>({1, 3, 6});
+    variable.components = picks_.oneOf<std::size_t>(
+        model_.isGold ? std::vector<std::size_t>{1, 3, 6, 9} : std::vector<std::size_t>{1, 3, 6});
     variable.isPerElement = picks_.chance(50);
     if (model_.isGold && features_.gaps)
         variable.gaps =
             picks_.oneOf<Gaps>({Gaps::None, Gaps::None, Gaps::None, Gaps::Marked, Gaps::LeftOut});
-    std::vector<bool> const isOf = partsWithValues(variable);
-    for (std::size_t step = 0; step < model_.stepCount(); ++step) {
-        variable.values.emplace_back();
-        for (std::size_t i = 0; i < model_.parts.size(); ++i)
-            variable.values.back().push_back(isOf[i] ? valuesOf(variable, model_.parts[i])
-                                                     : Reals());
-        if (!variable.isPerElement)
-            shareValues(variable.values.back());
+    variable.timeSet = timeSet();
+    Steps const& changes = model_.timeSets[variable.timeSet];
+    std::vector<bool> const haveValues = partsWithValues(variable);
+    for (std::size_t step = 0; step < model_.stepCount; ++step) {
+        bool const isNew = std::find(changes.begin(), changes.end(), step) != changes.end();
+        variable.values.push_back(isNew ? valuesOfParts(variable, haveValues)
+                                        : variable.values.back());
     }
     model_.variables.push_back(variable);
+}
+
+std::size_t EnSightRandomCase::timeSet()
+{
+    bool const mayBeConstant = model_.layout == EnSightModel::Layout::FilePerStep;
+    if (mayBeConstant && picks_.chance(15))
+        return 0;
+    std::size_t const last = model_.timeSets.size() - 1;
+    return last == 0 ? 0 : 1 + picks_.below(last);
+}
+
+std::vector<EnSightModel::Reals>
+EnSightRandomCase::valuesOfParts(Variable const& variable, std::vector<bool> const& haveValues)
+{
+    std::vector<Reals> values;
+    for (std::size_t i = 0; i < model_.parts.size(); ++i)
+        values.push_back(haveValues[i] ? valuesOf(variable, model_.parts[i]) : Reals());
+    if (!variable.isPerElement)
+        shareValues(values);
+    return values;
 }
 
 std::vector<bool> EnSightRandomCase::partsWithValues(Variable const& variable)
@@ -206,7 +257,7 @@ std::vector<bool> EnSightRandomCase::partsWithValues(Variable const& variable)
 
 EnSightModel::Reals EnSightRandomCase::valuesOf(Variable const& variable, Part const& part)
 {
-    std::size_t const rows = variable.isPerElement ? part.elementCount() : part.nodeCount();
+    std::size_t const rows = variable.isPerElement ? part.elementCount() : part.nodeCount;
     Reals values = reals(rows * variable.components);
     if (variable.gaps != EnSightModel::Gaps::None)
         makeGaps(variable, values);

@@ -21,6 +21,8 @@ public:
         bool severalStepsPerFile = true;
         bool secondOrderElements = true;
         bool gaps = true;
+        bool movingMeshes = true;
+        bool timeSetsOfSomeSteps = true;
     };
 
     EnSightRandomCase(EnSightModel::Format format, bool isGold, Features const& features,
@@ -33,6 +35,7 @@ private:
     using Reals = EnSightModel::Reals;
     using Variable = EnSightModel::Variable;
 
+    void makeSteps();
     void makeIds();
     void makeParts();
     Part part(int number, bool isStructured);
@@ -40,9 +43,12 @@ private:
     Reals gridCoordinates(Part const& part);
     Reals lattice(std::array<Reals, 3> const& axes) const;
     std::array<Reals, 3> axesOf(Part const& part);
+    Reals coordinatesOf(Part const& part, std::size_t step);
     void makeUnstructured(Part& part);
-    EnSightModel::Elements elements(std::string const& type);
+    EnSightModel::Elements elements(std::string const& type, std::size_t nodesOfPart);
     void makeVariable(std::string const& name);
+    std::size_t timeSet();
+    std::vector<Reals> valuesOfParts(Variable const& variable, std::vector<bool> const& haveValues);
     std::vector<bool> partsWithValues(Variable const& variable);
     Reals valuesOf(Variable const& variable, Part const& part);
     void makeGaps(Variable const& variable, Reals& values);
@@ -53,7 +59,9 @@ private:
     Features features_;
     RandomPicks picks_;
     EnSightModel model_;
-    Reals sharedCoordinates_;
+    std::size_t sharedNodes_ = 0;
+    /// Of each step.
+    std::vector<Reals> sharedCoordinates_;
     int latestReal_ = 0;
 };
 

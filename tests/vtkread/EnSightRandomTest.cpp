@@ -28,13 +28,15 @@ struct Kind
 
 constexpr std::uint32_t caseCount = 100;
 
-/// What VTK is known to fail on, and what no reader could take.
+/// What VTK is known to fail on. In steps that are not in the time set of a variable, it has none
+/// of its values.
 bool isKnownRefusal(std::string const& sentence)
 {
     static std::vector<std::regex> const known = [] {
         std::vector<std::regex> patterns;
         for (char const* const pattern :
-             {"The variable '.*' has values on structured parts, which VTK misreads in this "
+             {"The values of the variable '.*' are missing\\.",
+              "The variable '.*' has values on structured parts, which VTK misreads in this "
               "format\\.",
               "The variable '.*' has values of 'penta15' elements in several steps, which VTK "
               "misreads in this format\\.",
@@ -100,8 +102,8 @@ TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)
 {
     constexpr std::uint32_t plainCases = 20;
     Features plain;
-    plain.ids = plain.structuredParts = plain.severalStepsPerFile = plain.secondOrderElements =
-        false;
+    plain.ids = plain.structuredParts = plain.secondOrderElements = false;
+    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = false;
     for (std::uint32_t seed = 0; seed < plainCases; ++seed) {
         SCOPED_TRACE(seed);
         EXPECT_TRUE(isReadRight(modelOf(seed, plain)));
@@ -111,7 +113,8 @@ TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)
 TEST_P(EnSightRandom, OtherNumbersAreNoticed)
 {
     Features plain;
-    plain.ids = plain.structuredParts = plain.severalStepsPerFile = plain.gaps = false;
+    plain.ids = plain.structuredParts = plain.gaps = false;
+    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = false;
     EnSightModel const model = modelOf(1, plain);
     read(model, [&](OpenedFile const& file) {
         EXPECT_EQ(differenceOf(file, model), "");
@@ -129,11 +132,11 @@ TEST_P(EnSightRandom, OtherNumbersAreNoticed)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EnSightRandom,
-                         ::testing::Values(Kind{"GoldText", Format::Text, true, 50},
+                         ::testing::Values(Kind{"GoldText", Format::Text, true, 45},
                                            Kind{"GoldBinary", Format::C, true, 60},
-                                           Kind{"GoldFortran", Format::Fortran, true, 50},
+                                           Kind{"GoldFortran", Format::Fortran, true, 45},
                                            Kind{"OldText", Format::Text, false, 30},
-                                           Kind{"OldBinary", Format::C, false, 15}),
+                                           Kind{"OldBinary", Format::C, false, 20}),
                          [](auto const& one) { return one.param.name; });
 
 } // namespace

@@ -195,6 +195,33 @@ TEST_F(EnSightFaults, VariablesWithoutFileSetInACaseWithFileSetsAreRefused)
                     "can't read."});
 }
 
+TEST_F(EnSightFaults, ComplexVariablesNeedOthersOfTheSameTimeSet)
+{
+    Words const refused = {
+        "VTK misreads complex variables of a case with a TIME section, unless as "
+        "many others have the same time set and file set."};
+    EnSightEncoder mesh = beginMesh(Format::Text, true);
+    addSquare(mesh, 1);
+    write("mesh", mesh);
+    EnSightEncoder values(Format::Text, true);
+    values.line("of nodes");
+    values.part(1);
+    values.line("block");
+    values.reals({1, 2, 3, 4});
+    for (char const* const name :
+         {"real0", "real1", "imaginary0", "imaginary1", "other0", "other1"})
+        write(name, values);
+    std::string const constant = "complex scalar per node: V real0 imaginary0 50";
+    std::string const changing = "complex scalar per node: 1 V real* imaginary* 50";
+    std::string const other = "\nscalar per node: 1 S other*";
+    EXPECT_EQ(said(constant), Words());
+    EXPECT_EQ(said(constant, timeOfTwo), refused);
+    EXPECT_EQ(said(changing, timeOfTwo), refused);
+    EXPECT_EQ(said(changing + other, timeOfTwo), Words());
+    EXPECT_EQ(said(constant + other, timeOfTwo), refused);
+    EXPECT_EQ(said(changing + "\n" + changing + other, timeOfTwo), refused);
+}
+
 TEST_F(EnSightFaults, TetrahedraNamedByIdsInBinaryFilesOfEnSight6AreRefused)
 {
     for (int const first : {1, 11}) {

@@ -109,6 +109,26 @@ TEST_F(EnSight, MovingNodesAreRead)
     EXPECT_EQ(std::get<Doubles>(file.field("Coordinates", 1).values), moved);
 }
 
+TEST_F(EnSight, ComplexVariablesAreRead)
+{
+    folder_.write("imaginary", nodal({8, 7, 6, 5, 4, 3, 2, 1}));
+    Doubles const real = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,
+                          13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24};
+    folder_.write("vectors", nodal(real));
+    auto const path =
+        folder_.write("in.case", "FORMAT\ntype: ensight gold\nGEOMETRY\n"
+                                 "model: in.geo\nVARIABLE\n"
+                                 "complex scalar per node: A temperature0 imaginary "
+                                 "50\ncomplex vector per node: B vectors vectors 50\n");
+    OpenedFile const file(FileKind::EnSight, path);
+    EXPECT_EQ(std::get<Floats>(file.field("A").values),
+              (Floats{1, 8, 2, 7, 3, 6, 4, 5, 5, 4, 6, 3, 7, 2, 8, 1}));
+    Floats const byNode = {1, 9,  17, 2, 10, 18, 3, 11, 19, 4, 12, 20,
+                           5, 13, 21, 6, 14, 22, 7, 15, 23, 8, 16, 24};
+    EXPECT_EQ(std::get<Floats>(file.field("B_r").values), byNode);
+    EXPECT_EQ(std::get<Floats>(file.field("B_i").values), byNode);
+}
+
 TEST_F(EnSight, MissingFilesAreRefused)
 {
     std::filesystem::remove(folder_.path("temperature1"));

@@ -171,7 +171,8 @@ void EnSightCase::resolveVariable(Entry const& entry)
 {
     std::uint64_t const components = componentsOf(entry.key);
     // A complex variable has two files, then a frequency.
-    std::size_t const behindFiles = contains(entry.key, "complex") ? 1 : 0;
+    bool const isComplex = contains(entry.key, "complex");
+    std::size_t const behindFiles = isComplex ? 1 : 0;
     std::size_t const fileCount = behindFiles + 1;
     if (components == 0 || entry.values.size() < 1 + fileCount + behindFiles)
         return;
@@ -182,7 +183,7 @@ void EnSightCase::resolveVariable(Entry const& entry)
     for (std::size_t i = 0; i < fileCount; ++i)
         variables_.push_back({entry.values[firstFile - 1], components, isPerElement, isMeasured,
                               fileSetOf(sets) != nullptr,
-                              filesOf(entry.values[firstFile + i], sets)});
+                              filesOf(entry.values[firstFile + i], sets), isComplex, sets});
 }
 
 EnSightCase::FileSet const* EnSightCase::fileSetOf(Words const& sets) const

@@ -27,12 +27,17 @@ public:
         bool isMeasured;
         bool hasFileSet;
         std::vector<DataFile> files;
+        /// Of which this is one of two parts, in files of their own.
+        bool isComplex = false;
+        /// The numbers of its time set and its file set, if it has any.
+        std::vector<std::string> sets{};
     };
 
     explicit EnSightCase(std::filesystem::path const& path);
 
     bool isGold() const { return isGold_; }
     bool hasSeveralSteps() const;
+    bool hasTimeSets() const { return !timeSets_.empty(); }
     bool hasFileSets() const { return !fileSets_.empty(); }
     std::vector<DataFile> const& meshes() const { return meshes_; }
     std::vector<DataFile> const& measured() const { return measured_; }

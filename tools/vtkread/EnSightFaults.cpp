@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace VtkRead::EnSightFaults {
 
@@ -47,6 +48,20 @@ void requireFileSet(EnSightCase::Variable const& variable)
     if (!variable.hasFileSet)
         throw Exchange::Error("The case has a FILE section, but the variable '" + variable.name +
                               "' has no file set, which VTK can't read.");
+}
+
+/// The reader looks up the sets of a complex variable among those of the others.
+bool areSetsOfComplexFound(EnSightCase const& description)
+{
+    std::vector<EnSightCase::Variable> const& variables = description.variables();
+    auto const complexFiles = std::count_if(variables.begin(), variables.end(),
+                                            [](auto const& each) { return each.isComplex; });
+    if (complexFiles == 0 || !description.hasTimeSets())
+        return true;
+    auto const others = static_cast<std::ptrdiff_t>(variables.size()) - complexFiles;
+    return others >= complexFiles / 2 &&
+           std::all_of(variables.begin(), variables.end(),
+                       [&](auto const& each) { return each.sets == variables.front().sets; });
 }
 
 /// The reader takes ids for rows in them.
@@ -103,6 +118,9 @@ void requireReadable(EnSightCase const& description, Format format)
 {
     if (format == Format::Fortran && !description.isGold())
         throw Exchange::Error("VTK can't read Fortran binary files of EnSight 6.");
+    if (!areSetsOfComplexFound(description))
+        throw Exchange::Error("VTK misreads complex variables of a case with a TIME section, "
+                              "unless as many others have the same time set and file set.");
     if (!description.hasFileSets())
         return;
     if (format == Format::Fortran)

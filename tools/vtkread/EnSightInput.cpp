@@ -26,13 +26,20 @@ vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& p
     return reader;
 }
 
+/// Complex vectors come as one array of real parts and one of imaginary ones.
+bool hasVariable(vtkDataSetAttributes& arrays, std::string const& name)
+{
+    return arrays.HasArray(name.c_str()) != 0 || (arrays.HasArray((name + "_r").c_str()) != 0 &&
+                                                  arrays.HasArray((name + "_i").c_str()) != 0);
+}
+
 /// \param dataOf gives the arrays of a block that the variable has to be among
 template <typename DataOf>
 void requireVariable(std::vector<Block> const& blocks, std::string const& name,
                      DataOf const& dataOf)
 {
     bool const isThere = std::any_of(blocks.begin(), blocks.end(), [&](Block const& block) {
-        return block.data != nullptr && dataOf(*block.data)->HasArray(name.c_str()) != 0;
+        return block.data != nullptr && hasVariable(*dataOf(*block.data), name);
     });
     if (!isThere)
         throw Exchange::Error("The values of the variable '" + name + "' are missing.");

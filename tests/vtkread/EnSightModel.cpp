@@ -19,7 +19,8 @@ std::string summaryOf(EnSightModel::Part const& part)
 
 std::string summaryOf(EnSightModel::Variable const& variable)
 {
-    std::string text = " " + variable.name + " (" + std::to_string(variable.components) +
+    std::string text = " " + variable.name + " (" + (variable.isComplex ? "complex " : "") +
+                       std::to_string(variable.components) +
                        (variable.isPerElement ? " per element" : " per node");
     if (variable.timeSet != 1)
         text += ", time set " + std::to_string(variable.timeSet);
@@ -64,4 +65,13 @@ std::string EnSightModel::summary() const
     for (Variable const& variable : variables)
         text += summaryOf(variable);
     return text;
+}
+
+EnSightModel::Reals EnSightModel::columnsOf(Reals const& rows, std::size_t columns,
+                                            std::size_t first, std::size_t count)
+{
+    Reals values;
+    for (std::size_t i = first; i < rows.size(); i += columns)
+        values.insert(values.end(), &rows[i], &rows[i] + count);
+    return values;
 }

@@ -67,12 +67,17 @@ struct EnSightModel
     struct Variable
     {
         std::string name;
+        /// Of the real and of the imaginary part each.
         std::size_t components = 1;
+        bool isComplex = false;
         bool isPerElement = false;
         Gaps gaps = Gaps::None;
         std::size_t timeSet = 0;
         /// Of each part of each step; none where a part has none.
         std::vector<std::vector<Reals>> values;
+
+        /// Of a row of values, which has the imaginary part behind the real one.
+        std::size_t columns() const { return isComplex ? 2 * components : components; }
     };
 
     Format format = Format::Text;
@@ -98,6 +103,10 @@ struct EnSightModel
 
     /// What a message needs to tell the case.
     std::string summary() const;
+
+    /// So many columns of each row.
+    static Reals columnsOf(Reals const& rows, std::size_t columns, std::size_t first,
+                           std::size_t count);
 
 private:
     static bool areIds(std::string const& mode) { return mode == "given" || mode == "ignore"; }

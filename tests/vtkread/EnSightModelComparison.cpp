@@ -70,6 +70,27 @@ std::size_t componentInFile(std::size_t component, std::size_t components)
     return components == ofSymmetric.size() ? ofSymmetric[component] : component;
 }
 
+/// Complex numbers come as two components, complex vectors as two variables.
+std::vector<EnSightModel::Variable> asRead(EnSightModel::Variable const& variable)
+{
+    if (!variable.isComplex)
+        return {variable};
+    if (variable.components == 1) {
+        EnSightModel::Variable numbers = variable;
+        numbers.components = variable.columns();
+        return {numbers};
+    }
+    std::vector<EnSightModel::Variable> vectors(2, variable);
+    for (std::size_t i = 0; i < vectors.size(); ++i) {
+        vectors[i].name += i == 0 ? "_r" : "_i";
+        for (std::vector<Reals>& ofParts : vectors[i].values)
+            for (Reals& values : ofParts)
+                values = EnSightModel::columnsOf(values, variable.columns(),
+                                                 i * variable.components, variable.components);
+    }
+    return vectors;
+}
+
 bool isSame(float one, float other)
 {
     return one == other || (std::isnan(one) && std::isnan(other));
@@ -132,7 +153,8 @@ private:
                 "coordinates in step " + std::to_string(step) + " of part " +
                     std::to_string(model_.parts[part].number));
         for (EnSightModel::Variable const& variable : model_.variables)
-            compareValues(variable, step, part);
+            for (EnSightModel::Variable const& expected : asRead(variable))
+                compareValues(expected, step, part);
     }
 
     Exchange::Field const* fieldOf(std::string const& name, std::size_t step,

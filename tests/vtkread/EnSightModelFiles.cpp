@@ -103,6 +103,23 @@ std::string keywordOf(EnSightModel::Part const& part)
            (part.blankingMarks.empty() ? "" : " iblanked");
 }
 
+/// A complex variable has its parts in two files.
+std::vector<EnSightModel::Variable> filesOf(EnSightModel::Variable const& variable)
+{
+    if (!variable.isComplex)
+        return {variable};
+    std::vector<EnSightModel::Variable> files(2, variable);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        files[i].name += i == 0 ? "Real" : "Imaginary";
+        files[i].isComplex = false;
+        for (std::vector<Reals>& ofParts : files[i].values)
+            for (Reals& values : ofParts)
+                values = EnSightModel::columnsOf(values, variable.columns(),
+                                                 i * variable.components, variable.components);
+    }
+    return files;
+}
+
 std::string kindOf(EnSightModel::Variable const& variable)
 {
     static std::map<std::size_t, std::string> const kinds = {
@@ -121,8 +138,9 @@ std::filesystem::path EnSightModelFiles::writeTo(Support::Folder const& folder) 
 {
     writeSteps(folder, "mesh", model_.meshTimeSet, [this](std::size_t step) { return mesh(step); });
     for (Variable const& variable : model_.variables)
-        writeSteps(folder, variable.name, variable.timeSet,
-                   [&](std::size_t step) { return values(variable, step); });
+        for (Variable const& file : filesOf(variable))
+            writeSteps(folder, file.name, file.timeSet,
+                       [&](std::size_t step) { return values(file, step); });
     return folder.write("in.case", caseText());
 }
 
@@ -185,9 +203,13 @@ std::string EnSightModelFiles::caseText() const
 
 std::string EnSightModelFiles::caseLine(Variable const& variable) const
 {
-    return kindOf(variable) + " per " + (variable.isPerElement ? "element" : "node") + ": " +
-           sets(variable.timeSet) + variable.name + " " + fileOf(variable.name, variable.timeSet) +
-           "\n";
+    std::string text = (variable.isComplex ? "complex " : "") + kindOf(variable) + " per " +
+                       (variable.isPerElement ? "element" : "node") + ": " +
+                       sets(variable.timeSet) + variable.name;
+    for (Variable const& file : filesOf(variable))
+        text += " " + fileOf(file.name, file.timeSet);
+    std::string const frequency = variable.isComplex ? " 50.0" : "";
+    return text + frequency + "\n";
 }
 
 std::string EnSightModelFiles::fileOf(std::string const& name, std::size_t timeSet) const

@@ -53,6 +53,8 @@ EnSightRandomCase::EnSightRandomCase(EnSightModel::Format format, bool isGold,
     makeVariable("variableA");
     if (picks_.chance(50))
         makeVariable("variableB");
+    if (picks_.chance(20))
+        makeVariable("variableC");
 }
 
 void EnSightRandomCase::makeSteps()
@@ -187,7 +189,8 @@ EnSightModel::Elements EnSightRandomCase::elements(std::string const& type, std:
     constexpr std::size_t fewestOfPolygon = 3;
     constexpr std::size_t mostOfPolygon = 9;
     EnSightModel::Elements result{type, {}};
-    std::size_t const count = 1 + picks_.below(mostElements);
+    bool const isEmpty = features_.emptyBlocks && picks_.chance(5);
+    std::size_t const count = isEmpty ? 0 : 1 + picks_.below(mostElements);
     for (std::size_t i = 0; i < count; ++i) {
         std::size_t size = VtkRead::EnSightMesh::nodesOf(type);
         if (size == 0)
@@ -207,6 +210,8 @@ void EnSightRandomCase::makeVariable(std::string const& name)
     variable.name = name;
     variable.components = picks_.oneOf<std::size_t>(
         model_.isGold ? std::vector<std::size_t>{1, 3, 6, 9} : std::vector<std::size_t>{1, 3, 6});
+    variable.isComplex = features_.complexVariables && model_.isGold &&
+                         variable.components <= axisCount && picks_.chance(20);
     variable.isPerElement = picks_.chance(50);
     if (model_.isGold && features_.gaps)
         variable.gaps =
@@ -258,7 +263,7 @@ std::vector<bool> EnSightRandomCase::partsWithValues(Variable const& variable)
 EnSightModel::Reals EnSightRandomCase::valuesOf(Variable const& variable, Part const& part)
 {
     std::size_t const rows = variable.isPerElement ? part.elementCount() : part.nodeCount;
-    Reals values = reals(rows * variable.components);
+    Reals values = reals(rows * variable.columns());
     if (variable.gaps != EnSightModel::Gaps::None)
         makeGaps(variable, values);
     return values;
@@ -266,9 +271,9 @@ EnSightModel::Reals EnSightRandomCase::valuesOf(Variable const& variable, Part c
 
 void EnSightRandomCase::makeGaps(Variable const& variable, Reals& values)
 {
-    for (std::size_t row = 0; row < values.size(); row += variable.components)
+    for (std::size_t row = 0; row < values.size(); row += variable.columns())
         if (picks_.chance(40))
-            std::fill_n(values.begin() + static_cast<std::ptrdiff_t>(row), variable.components,
+            std::fill_n(values.begin() + static_cast<std::ptrdiff_t>(row), variable.columns(),
                         std::numeric_limits<float>::quiet_NaN());
 }
 

@@ -18,11 +18,13 @@ public:
     {
         bool ids = true;
         bool structuredParts = true;
-        bool severalStepsPerFile = true;
         bool secondOrderElements = true;
-        bool gaps = true;
-        bool movingMeshes = true;
+        bool emptyBlocks = true;
+        bool severalStepsPerFile = true;
         bool timeSetsOfSomeSteps = true;
+        bool movingMeshes = true;
+        bool complexVariables = true;
+        bool gaps = true;
     };
 
     EnSightRandomCase(EnSightModel::Format format, bool isGold, Features const& features,

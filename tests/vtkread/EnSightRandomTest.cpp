@@ -35,7 +35,11 @@ bool isKnownRefusal(std::string const& sentence)
     static std::vector<std::regex> const known = [] {
         std::vector<std::regex> patterns;
         for (char const* const pattern :
-             {"The values of the variable '.*' are missing\\.",
+             {"VTK says: Number of tuples in 'from' .* and 'to' .* do not match\\.",
+              "VTK says: undefined geometry file line.*\\.",
+              "VTK misreads complex variables of a case with a TIME section, unless as many others "
+              "have the same time set and file set\\.",
+              "The values of the variable '.*' are missing\\.",
               "The variable '.*' has values on structured parts, which VTK misreads in this "
               "format\\.",
               "The variable '.*' has values of 'penta15' elements in several steps, which VTK "
@@ -102,8 +106,8 @@ TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)
 {
     constexpr std::uint32_t plainCases = 20;
     Features plain;
-    plain.ids = plain.structuredParts = plain.secondOrderElements = false;
-    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = false;
+    plain.ids = plain.structuredParts = plain.secondOrderElements = plain.emptyBlocks = false;
+    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = plain.complexVariables = false;
     for (std::uint32_t seed = 0; seed < plainCases; ++seed) {
         SCOPED_TRACE(seed);
         EXPECT_TRUE(isReadRight(modelOf(seed, plain)));
@@ -113,8 +117,8 @@ TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)
 TEST_P(EnSightRandom, OtherNumbersAreNoticed)
 {
     Features plain;
-    plain.ids = plain.structuredParts = plain.gaps = false;
-    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = false;
+    plain.ids = plain.structuredParts = plain.emptyBlocks = plain.gaps = false;
+    plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = plain.complexVariables = false;
     EnSightModel const model = modelOf(1, plain);
     read(model, [&](OpenedFile const& file) {
         EXPECT_EQ(differenceOf(file, model), "");
@@ -134,7 +138,7 @@ TEST_P(EnSightRandom, OtherNumbersAreNoticed)
 INSTANTIATE_TEST_SUITE_P(All, EnSightRandom,
                          ::testing::Values(Kind{"GoldText", Format::Text, true, 45},
                                            Kind{"GoldBinary", Format::C, true, 60},
-                                           Kind{"GoldFortran", Format::Fortran, true, 45},
+                                           Kind{"GoldFortran", Format::Fortran, true, 40},
                                            Kind{"OldText", Format::Text, false, 30},
                                            Kind{"OldBinary", Format::C, false, 20}),
                          [](auto const& one) { return one.param.name; });

@@ -58,6 +58,7 @@ TEST_F(EnSightCases, VariablesTellWhatTheyHold)
     EXPECT_EQ(names, (Names{"T", "V", "S", "A", "M", "C", "C"}));
     EXPECT_EQ(files, (Names{"t", "v", "s", "a", "m", "re", "im"}));
     EXPECT_EQ(components, (Counts{1, 3, 6, 9, 1, 3, 3}));
+    EXPECT_EQ(read.constants(), Names{"Density"});
 }
 
 TEST_F(EnSightCases, FilesAreNumberedByTheirTimeSet)

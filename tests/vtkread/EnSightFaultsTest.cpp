@@ -283,6 +283,17 @@ TEST_F(EnSightFaults, BlanksOfTextsThatAreNotLeftOutAreTold)
     EXPECT_EQ(said(), Words{"VTK does not leave out what is blanked in part 2."});
 }
 
+TEST_F(EnSightFaults, ConstantsAreToldToBeLost)
+{
+    EnSightEncoder mesh = beginMesh(Format::Text, true);
+    addSquare(mesh, 1);
+    write("mesh", mesh);
+    EXPECT_EQ(said("constant per case: density 7.5"),
+              Words{"VTK leaves out the constant 'density' of the case."});
+    EXPECT_EQ(said("constant per case: 1 density 7.5 8.5", timeOfTwo),
+              Words{"VTK leaves out the constant 'density' of the case."});
+}
+
 TEST_F(EnSightFaults, MidSideNodesOfEnSight6AreToldToBeLost)
 {
     for (Format const format : {Format::Text, Format::C}) {

@@ -151,7 +151,7 @@ void EnSightCase::resolve(Entry const& entry)
 {
     Words values = entry.values;
     if (entry.section == "VARIABLE")
-        return resolveVariable(entry);
+        return contains(entry.key, "constant") ? resolveConstant(entry) : resolveVariable(entry);
     if (entry.section != "GEOMETRY")
         return;
     auto const changes = std::find(values.begin(), values.end(), "change_coords_only");
@@ -184,6 +184,15 @@ void EnSightCase::resolveVariable(Entry const& entry)
         variables_.push_back({entry.values[firstFile - 1], components, isPerElement, isMeasured,
                               fileSetOf(sets) != nullptr,
                               filesOf(entry.values[firstFile + i], sets), isComplex, sets});
+}
+
+/// Its name may be behind the number of a time set.
+void EnSightCase::resolveConstant(Entry const& entry)
+{
+    auto const name = std::find_if(entry.values.begin(), entry.values.end(),
+                                   [](std::string const& word) { return !numberIn(word); });
+    if (name != entry.values.end())
+        constants_.push_back(*name);
 }
 
 EnSightCase::FileSet const* EnSightCase::fileSetOf(Words const& sets) const

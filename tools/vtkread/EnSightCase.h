@@ -42,6 +42,8 @@ public:
     std::vector<DataFile> const& meshes() const { return meshes_; }
     std::vector<DataFile> const& measured() const { return measured_; }
     std::vector<Variable> const& variables() const { return variables_; }
+    /// Names of numbers that belong to the whole case.
+    std::vector<std::string> const& constants() const { return constants_; }
 
 private:
     using Words = std::vector<std::string>;
@@ -75,6 +77,7 @@ private:
     void readFileSet(Entry const& entry);
     void resolve(Entry const& entry);
     void resolveVariable(Entry const& entry);
+    void resolveConstant(Entry const& entry);
 
     /// \param sets the numbers of a time set and a file set, where they are given
     FileSet const* fileSetOf(Words const& sets) const;
@@ -92,6 +95,7 @@ private:
     std::vector<DataFile> meshes_;
     std::vector<DataFile> measured_;
     std::vector<Variable> variables_;
+    std::vector<std::string> constants_;
 };
 
 } // namespace VtkRead

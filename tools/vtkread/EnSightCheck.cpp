@@ -55,6 +55,7 @@ public:
             return EnSightMeshWalker(file, isGold).walkMeasured();
         });
         tellOfLoneEnds();
+        EnSightFaults::tellOfLosses(case_, report_);
     }
 
 private:

@@ -173,6 +173,12 @@ void requireReadable(EnSightCase const& description, EnSightCase::Variable const
         refuse(variable, "undefined values and several steps in a file");
 }
 
+void tellOfLosses(EnSightCase const& description, Exchange::Report& report)
+{
+    for (std::string const& name : description.constants())
+        report.warn("VTK leaves out the constant '" + name + "' of the case.");
+}
+
 void tellOfLosses(EnSightMesh const& mesh, Format format, Exchange::Report& report)
 {
     if (mesh.isGold)

@@ -25,6 +25,9 @@ void requireReadable(EnSightCase::Variable const& variable, EnSightMesh const& m
 void requireReadable(EnSightCase const& description, EnSightCase::Variable const& variable,
                      EnSightVariableWalker const& values, EnSightFile const& file);
 
+/// Warns of constants, which do not come out.
+void tellOfLosses(EnSightCase const& description, Exchange::Report& report);
+
 /// Warns of elements that come out as linear ones, and of blanked ones that come out.
 void tellOfLosses(EnSightMesh const& mesh, EnSightFile::Format format, Exchange::Report& report);
 

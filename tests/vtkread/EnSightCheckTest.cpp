@@ -218,6 +218,15 @@ TEST_P(EnSightOfKind, MeasuredPointsThatWereCutOffAreRefused)
                                          (GetParam().isGold ? " gold" : "") +
                                          "\nGEOMETRY\nmeasured: points\n"
                                          "VARIABLE\nvector per measured node: W values\n");
+    if (!GetParam().isGold || GetParam().format == Format::Fortran) {
+        folder_.write("points", points.content());
+        folder_.write("values", values.content());
+        EXPECT_EQ(complaintOfCheck(case_), GetParam().isGold
+                                               ? "VTK misreads measured points in Fortran binary "
+                                                 "files."
+                                               : "VTK misreads measured points of EnSight 6.");
+        return;
+    }
     for (auto const& [name, file] : {std::pair("points", points), std::pair("values", values)}) {
         std::string const& content = file.content();
         folder_.write("points", points.content());

@@ -222,6 +222,26 @@ TEST_F(EnSightFaults, ComplexVariablesNeedOthersOfTheSameTimeSet)
     EXPECT_EQ(said(changing + "\n" + changing + other, timeOfTwo), refused);
 }
 
+TEST_F(EnSightFaults, MeasuredPointsInSeveralStepsOfABinaryFileAreRefused)
+{
+    for (Format const format : {Format::Text, Format::C}) {
+        EnSightEncoder mesh = beginMesh(format, true);
+        addSquare(mesh, 1);
+        EnSightEncoder points(format, false);
+        points.format();
+        points.line("made by a test");
+        points.line("particle coordinates");
+        points.integers({2}, 1);
+        points.rowsWithIds({1, 2}, {{0, 0, 0}, {1, 1, 1}});
+        write("mesh", series(mesh));
+        write("points", series(points));
+        EXPECT_EQ(said("", timeOfTwo + fileOfTwo, "1 1 mesh\nmeasured: 1 1 points"),
+                  format == Format::Text ? Words()
+                                         : Words{"VTK can't read measured points in binary files "
+                                                 "with several steps in a file."});
+    }
+}
+
 TEST_F(EnSightFaults, TetrahedraNamedByIdsInBinaryFilesOfEnSight6AreRefused)
 {
     for (int const first : {1, 11}) {

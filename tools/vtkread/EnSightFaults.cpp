@@ -50,6 +50,17 @@ void requireFileSet(EnSightCase::Variable const& variable)
                               "' has no file set, which VTK can't read.");
 }
 
+void requireReadableMeasured(EnSightCase const& description, Format format)
+{
+    if (!description.isGold())
+        throw Exchange::Error("VTK misreads measured points of EnSight 6.");
+    if (format == Format::Fortran)
+        throw Exchange::Error("VTK misreads measured points in Fortran binary files.");
+    if (format == Format::C && description.hasFileSets())
+        throw Exchange::Error("VTK can't read measured points in binary files with several steps "
+                              "in a file.");
+}
+
 /// The reader looks up the sets of a complex variable among those of the others.
 bool areSetsOfComplexFound(EnSightCase const& description)
 {
@@ -118,6 +129,8 @@ void requireReadable(EnSightCase const& description, Format format)
 {
     if (format == Format::Fortran && !description.isGold())
         throw Exchange::Error("VTK can't read Fortran binary files of EnSight 6.");
+    if (!description.measured().empty())
+        requireReadableMeasured(description, format);
     if (!areSetsOfComplexFound(description))
         throw Exchange::Error("VTK misreads complex variables of a case with a TIME section, "
                               "unless as many others have the same time set and file set.");

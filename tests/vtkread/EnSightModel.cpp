@@ -7,7 +7,7 @@ namespace {
 std::string summaryOf(EnSightModel::Part const& part)
 {
     std::string text = " part " + std::to_string(part.number) + " (";
-    text += std::to_string(part.nodeCount) + " nodes";
+    text += (part.isMeasured ? "measured " : "") + std::to_string(part.nodeCount) + " nodes";
     if (part.isStructured)
         text += " block " + part.kind + (part.blankingMarks.empty() ? "" : " iblanked");
     for (int const count : part.size)
@@ -35,6 +35,8 @@ std::string summaryOf(EnSightModel::Variable const& variable)
 
 std::size_t EnSightModel::Part::elementCount() const
 {
+    if (isMeasured)
+        return nodeCount;
     std::size_t count = isStructured ? 1 : 0;
     if (isStructured)
         for (int const nodes : size)
@@ -42,12 +44,6 @@ std::size_t EnSightModel::Part::elementCount() const
     for (Elements const& each : elements)
         count += each.nodes.size();
     return count;
-}
-
-bool EnSightModel::hasUnstructured() const
-{
-    return std::any_of(parts.begin(), parts.end(),
-                       [](Part const& part) { return !part.isStructured; });
 }
 
 std::string EnSightModel::summary() const

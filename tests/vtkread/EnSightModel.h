@@ -51,6 +51,8 @@ struct EnSightModel
         int number = 0;
         std::string name;
         bool isStructured = false;
+        /// Whether it is points in a file of their own.
+        bool isMeasured = false;
         /// Of a structured part.
         std::string kind;
         std::array<int, 3> size{};
@@ -71,6 +73,7 @@ struct EnSightModel
         std::size_t components = 1;
         bool isComplex = false;
         bool isPerElement = false;
+        bool isMeasured = false;
         Gaps gaps = Gaps::None;
         std::size_t timeSet = 0;
         /// Of each part of each step; none where a part has none.
@@ -96,10 +99,11 @@ struct EnSightModel
 
     bool hasNodeIds() const { return areIds(nodeIds); }
     bool hasElementIds() const { return areIds(elementIds); }
-    bool hasUnstructured() const;
-
     /// Before Gold, unstructured parts share their nodes.
-    bool sharesNodesOf(Part const& part) const { return !isGold && !part.isStructured; }
+    bool sharesNodesOf(Part const& part) const
+    {
+        return !isGold && !part.isStructured && !part.isMeasured;
+    }
 
     /// What a message needs to tell the case.
     std::string summary() const;

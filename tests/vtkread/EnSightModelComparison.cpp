@@ -56,6 +56,10 @@ Places placesOf(EnSightModel const& model, std::string const& type, std::size_t 
 std::vector<std::uint32_t> connectivityOf(EnSightModel const& model, EnSightModel::Part const& part)
 {
     std::vector<std::uint32_t> connectivity;
+    if (part.isMeasured) {
+        connectivity.resize(part.nodeCount);
+        std::iota(connectivity.begin(), connectivity.end(), std::uint32_t{0});
+    }
     for (EnSightModel::Elements const& elements : part.elements)
         for (Nodes const& nodes : elements.nodes)
             for (std::size_t const place : placesOf(model, elements.type, nodes.size()))

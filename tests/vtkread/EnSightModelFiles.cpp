@@ -97,6 +97,14 @@ void addOriginAndSteps(EnSightEncoder& file, Reals const& coordinates)
     file.reals({1, 2, 3});
 }
 
+std::vector<Reals> rowsOf(Reals const& coordinates)
+{
+    std::vector<Reals> rows;
+    for (std::size_t i = 0; i < coordinates.size(); i += axisCount)
+        rows.push_back({coordinates[i], coordinates[i + 1], coordinates[i + 2]});
+    return rows;
+}
+
 std::string keywordOf(EnSightModel::Part const& part)
 {
     return "block" + (part.kind.empty() ? "" : " " + part.kind) +
@@ -137,6 +145,10 @@ std::string timeOf(std::size_t step)
 std::filesystem::path EnSightModelFiles::writeTo(Support::Folder const& folder) const
 {
     writeSteps(folder, "mesh", model_.meshTimeSet, [this](std::size_t step) { return mesh(step); });
+    for (Part const& part : model_.parts)
+        if (part.isMeasured)
+            writeSteps(folder, "points", model_.meshTimeSet,
+                       [&](std::size_t step) { return measured(part, step); });
     for (Variable const& variable : model_.variables)
         for (Variable const& file : filesOf(variable))
             writeSteps(folder, file.name, file.timeSet,
@@ -186,7 +198,11 @@ std::string EnSightModelFiles::caseText() const
 {
     std::string text = std::string("FORMAT\ntype: ensight") + (model_.isGold ? " gold" : "") +
                        "\nGEOMETRY\nmodel: " + sets(model_.meshTimeSet) +
-                       fileOf("mesh", model_.meshTimeSet) + "\nVARIABLE\n";
+                       fileOf("mesh", model_.meshTimeSet) + "\n";
+    if (model_.parts.back().isMeasured)
+        text +=
+            "measured: " + sets(model_.meshTimeSet) + fileOf("points", model_.meshTimeSet) + "\n";
+    text += "VARIABLE\n";
     for (Variable const& variable : model_.variables)
         text += caseLine(variable);
     if (model_.layout != EnSightModel::Layout::OneStep)
@@ -204,6 +220,7 @@ std::string EnSightModelFiles::caseText() const
 std::string EnSightModelFiles::caseLine(Variable const& variable) const
 {
     std::string text = (variable.isComplex ? "complex " : "") + kindOf(variable) + " per " +
+                       (variable.isMeasured ? "measured " : "") +
                        (variable.isPerElement ? "element" : "node") + ": " +
                        sets(variable.timeSet) + variable.name;
     for (Variable const& file : filesOf(variable))
@@ -261,6 +278,8 @@ EnSightEncoder EnSightModelFiles::mesh(std::size_t step) const
     if (!model_.isGold)
         addSharedNodes(file, step);
     for (Part const& part : model_.parts) {
+        if (part.isMeasured)
+            continue;
         file.part(part.number);
         file.line(part.name);
         if (part.isStructured)
@@ -271,15 +290,24 @@ EnSightEncoder EnSightModelFiles::mesh(std::size_t step) const
     return file;
 }
 
+EnSightEncoder EnSightModelFiles::measured(Part const& part, std::size_t step) const
+{
+    EnSightEncoder file = emptyOfMeasured();
+    file.format();
+    file.line("made by a test");
+    file.line("particle coordinates");
+    file.integers({static_cast<int>(part.nodeCount)}, 1);
+    file.rowsWithIds(idsFrom(firstNodeId(), part.nodeCount), rowsOf(part.coordinates[step]));
+    return file;
+}
+
 void EnSightModelFiles::addSharedNodes(EnSightEncoder& file, std::size_t step) const
 {
     Reals coordinates;
     for (Part const& part : model_.parts)
-        if (!part.isStructured)
+        if (model_.sharesNodesOf(part))
             coordinates = part.coordinates[step];
-    std::vector<Reals> rows;
-    for (std::size_t i = 0; i < coordinates.size(); i += axisCount)
-        rows.push_back({coordinates[i], coordinates[i + 1], coordinates[i + 2]});
+    std::vector<Reals> const rows = rowsOf(coordinates);
     file.line("coordinates");
     file.integers({static_cast<int>(rows.size())}, 1);
     if (model_.hasNodeIds())
@@ -370,8 +398,18 @@ void EnSightModelFiles::addConnectivity(EnSightEncoder& file, Elements const& el
         file.integers(nodes, nodes.size());
 }
 
+EnSightEncoder EnSightModelFiles::measuredValues(Variable const& variable, std::size_t step) const
+{
+    EnSightEncoder file = emptyOfMeasured();
+    file.line(variable.name);
+    file.reals(variable.values[step].back());
+    return file;
+}
+
 EnSightEncoder EnSightModelFiles::values(Variable const& variable, std::size_t step) const
 {
+    if (variable.isMeasured)
+        return measuredValues(variable, step);
     EnSightEncoder file = empty();
     file.line(variable.name);
     std::vector<Reals> const& ofParts = variable.values[step];

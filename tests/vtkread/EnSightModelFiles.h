@@ -41,6 +41,7 @@ private:
     std::string numbering(std::size_t count) const;
 
     EnSightEncoder mesh(std::size_t step) const;
+    EnSightEncoder measured(Part const& part, std::size_t step) const;
     void addSharedNodes(EnSightEncoder& file, std::size_t step) const;
     void addStructured(EnSightEncoder& file, Part const& part, std::size_t step) const;
     void addUnstructured(EnSightEncoder& file, Part const& part, std::size_t step) const;
@@ -49,6 +50,7 @@ private:
     void addRowsWithIds(EnSightEncoder& file, Elements const& elements, int firstId) const;
     int firstNodeId() const;
 
+    EnSightEncoder measuredValues(Variable const& variable, std::size_t step) const;
     EnSightEncoder values(Variable const& variable, std::size_t step) const;
     void addValues(EnSightEncoder& file, Variable const& variable, Part const& part,
                    Reals const& values) const;
@@ -57,6 +59,8 @@ private:
 
     EnSightEncoder seriesOf(std::size_t timeSet, Content const& contentOf) const;
     EnSightEncoder empty() const { return {model_.format, model_.isGold}; }
+    /// Measured points are written as before Gold.
+    EnSightEncoder emptyOfMeasured() const { return {model_.format, false}; }
 
     EnSightModel const& model_;
 };

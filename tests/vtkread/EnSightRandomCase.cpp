@@ -55,6 +55,8 @@ EnSightRandomCase::EnSightRandomCase(EnSightModel::Format format, bool isGold,
         makeVariable("variableB");
     if (picks_.chance(20))
         makeVariable("variableC");
+    if (features_.measuredPoints && picks_.chance(15))
+        makeMeasured();
 }
 
 void EnSightRandomCase::makeSteps()
@@ -258,6 +260,32 @@ std::vector<bool> EnSightRandomCase::partsWithValues(Variable const& variable)
     }
     haveValues[picks_.below(haveValues.size())] = true;
     return haveValues;
+}
+
+/// A part behind the others, which VTK has no name of, and a variable of its own.
+void EnSightRandomCase::makeMeasured()
+{
+    Part part;
+    part.number = static_cast<int>(model_.parts.size()) + 1;
+    part.name = "Block " + std::to_string(part.number);
+    part.isMeasured = true;
+    part.nodeCount = 2 + picks_.below(mostNodes);
+    Variable variable;
+    variable.name = "measured";
+    variable.components = picks_.oneOf<std::size_t>({1, 3});
+    variable.isMeasured = true;
+    variable.timeSet = model_.timeSets.size() == 1 ? 0 : 1;
+    for (std::size_t step = 0; step < model_.stepCount; ++step) {
+        part.coordinates.push_back(step == 0 || model_.isMeshMoving
+                                       ? reals(part.nodeCount * axisCount)
+                                       : part.coordinates.front());
+        variable.values.emplace_back(model_.parts.size());
+        variable.values.back().push_back(reals(part.nodeCount * variable.components));
+        for (Variable& other : model_.variables)
+            other.values[step].emplace_back();
+    }
+    model_.parts.push_back(part);
+    model_.variables.push_back(variable);
 }
 
 EnSightModel::Reals EnSightRandomCase::valuesOf(Variable const& variable, Part const& part)

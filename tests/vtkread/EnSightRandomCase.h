@@ -24,6 +24,7 @@ public:
         bool timeSetsOfSomeSteps = true;
         bool movingMeshes = true;
         bool complexVariables = true;
+        bool measuredPoints = true;
         bool gaps = true;
     };
 
@@ -53,6 +54,7 @@ private:
     std::vector<Reals> valuesOfParts(Variable const& variable, std::vector<bool> const& haveValues);
     std::vector<bool> partsWithValues(Variable const& variable);
     Reals valuesOf(Variable const& variable, Part const& part);
+    void makeMeasured();
     void makeGaps(Variable const& variable, Reals& values);
     void shareValues(std::vector<Reals>& values) const;
     Reals reals(std::size_t count);

@@ -36,6 +36,9 @@ bool isKnownRefusal(std::string const& sentence)
         std::vector<std::regex> patterns;
         for (char const* const pattern :
              {"VTK says: Number of tuples in 'from' .* and 'to' .* do not match\\.",
+              "VTK misreads measured points of EnSight 6\\.",
+              "VTK misreads measured points in Fortran binary files\\.",
+              "VTK can't read measured points in binary files with several steps in a file\\.",
               "VTK says: undefined geometry file line.*\\.",
               "VTK misreads complex variables of a case with a TIME section, unless as many others "
               "have the same time set and file set\\.",
@@ -106,7 +109,8 @@ TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)
 {
     constexpr std::uint32_t plainCases = 20;
     Features plain;
-    plain.ids = plain.structuredParts = plain.secondOrderElements = plain.emptyBlocks = false;
+    plain.ids = plain.structuredParts = plain.secondOrderElements = plain.emptyBlocks =
+        plain.measuredPoints = false;
     plain.severalStepsPerFile = plain.timeSetsOfSomeSteps = plain.complexVariables = false;
     for (std::uint32_t seed = 0; seed < plainCases; ++seed) {
         SCOPED_TRACE(seed);
@@ -137,8 +141,8 @@ TEST_P(EnSightRandom, OtherNumbersAreNoticed)
 
 INSTANTIATE_TEST_SUITE_P(All, EnSightRandom,
                          ::testing::Values(Kind{"GoldText", Format::Text, true, 45},
-                                           Kind{"GoldBinary", Format::C, true, 60},
-                                           Kind{"GoldFortran", Format::Fortran, true, 40},
+                                           Kind{"GoldBinary", Format::C, true, 45},
+                                           Kind{"GoldFortran", Format::Fortran, true, 33},
                                            Kind{"OldText", Format::Text, false, 30},
                                            Kind{"OldBinary", Format::C, false, 20}),
                          [](auto const& one) { return one.param.name; });

@@ -291,6 +291,27 @@ TEST_F(EnSightFaults, BlankedCurvilinearBlocksAreRefused)
     EXPECT_EQ(said(), Words());
 }
 
+TEST_F(EnSightFaults, BlankedBlocksOfSeveralLinesOfMarksAreRefusedInTextsOfEnSight6)
+{
+    for (Format const format : {Format::Text, Format::C})
+        for (int const length : {10, 11}) {
+            auto const count = static_cast<std::size_t>(length);
+            EnSightEncoder mesh = beginMesh(format, false);
+            addNodes(mesh, 0, {});
+            addPart(mesh, 1);
+            mesh.line("block iblanked");
+            mesh.integers({length, 1, 1}, 3);
+            for (int axis = 0; axis < 3; ++axis)
+                mesh.reals(Reals(count, 1));
+            mesh.integers(std::vector<int>(count, 1), 10);
+            write("mesh", mesh);
+            EXPECT_EQ(said(), format == Format::C || length == 10
+                                  ? Words()
+                                  : Words{"Part 1 is a blanked block of more than 10 nodes, which "
+                                          "VTK misreads in texts of EnSight 6."});
+        }
+}
+
 TEST_F(EnSightFaults, BlanksOfTextsThatAreNotLeftOutAreTold)
 {
     EnSightEncoder mesh = beginMesh(Format::Text, true);

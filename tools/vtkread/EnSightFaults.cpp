@@ -84,6 +84,16 @@ void requireNoTetrahedra(EnSightMesh::Part const& part)
                                   "' elements in binary files of EnSight 6 with node ids.");
 }
 
+/// The reader takes the marks behind the first line for those of other nodes.
+void requireOneLineOfMarks(EnSightMesh::Part const& part)
+{
+    constexpr std::uint64_t marksPerLine = 10;
+    if (part.nodes > marksPerLine)
+        throw Exchange::Error("Part " + std::to_string(part.number) +
+                              " is a blanked block of more than " + std::to_string(marksPerLine) +
+                              " nodes, which VTK misreads in texts of EnSight 6.");
+}
+
 /// In texts, the reader loses the structured parts behind the first one, and of values per element
 /// all parts behind it; in binary files it loses structured parts behind shared nodes.
 bool isMisread(EnSightCase::Variable const& variable, EnSightMesh const& mesh, Format format)
@@ -159,6 +169,8 @@ void requireReadable(EnSightMesh const& mesh, Format format)
         if (part.isBlanked && part.kind == "curvilinear")
             throw Exchange::Error("Part " + std::to_string(part.number) +
                                   " is a blanked curvilinear block, which VTK misreads.");
+        if (part.isBlanked && !mesh.isGold && format == Format::Text)
+            requireOneLineOfMarks(part);
         if (mesh.hasOwnNodeIds)
             requireNoTetrahedra(part);
         if (arePointsMisread && part.elements.count("point") > 0)

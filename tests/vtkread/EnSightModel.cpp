@@ -4,6 +4,25 @@
 
 namespace {
 
+/// Along one direction, then round a face, then round the face opposite.
+EnSightModel::Nodes cornersOfCell(std::array<int, 3> const& size)
+{
+    EnSightModel::Nodes corners = {1};
+    int stride = 1;
+    for (int const count : size) {
+        EnSightModel::Nodes next = corners;
+        for (int& node : next)
+            node += stride;
+        bool const isFace = next.size() == 2;
+        if (isFace)
+            std::reverse(next.begin(), next.end());
+        if (count > 1)
+            corners.insert(corners.end(), next.begin(), next.end());
+        stride *= count;
+    }
+    return corners;
+}
+
 std::string summaryOf(EnSightModel::Part const& part)
 {
     std::string text = " part " + std::to_string(part.number) + " (";
@@ -37,13 +56,26 @@ std::size_t EnSightModel::Part::elementCount() const
 {
     if (isMeasured)
         return nodeCount;
-    std::size_t count = isStructured ? 1 : 0;
     if (isStructured)
-        for (int const nodes : size)
-            count *= static_cast<std::size_t>(std::max(nodes - 1, 1));
+        return cells().size();
+    std::size_t count = 0;
     for (Elements const& each : elements)
         count += each.nodes.size();
     return count;
+}
+
+std::vector<EnSightModel::Nodes> EnSightModel::Part::cells() const
+{
+    Nodes const corners = cornersOfCell(size);
+    std::vector<Nodes> cells;
+    for (int z = 0; z < std::max(size[2] - 1, 1); ++z)
+        for (int y = 0; y < std::max(size[1] - 1, 1); ++y)
+            for (int x = 0; x < std::max(size[0] - 1, 1); ++x) {
+                cells.push_back(corners);
+                for (int& node : cells.back())
+                    node += x + size[0] * (y + size[1] * z);
+            }
+    return cells;
 }
 
 std::string EnSightModel::summary() const

@@ -64,6 +64,8 @@ struct EnSightModel
         std::vector<Reals> coordinates;
 
         std::size_t elementCount() const;
+        /// Of a structured part.
+        std::vector<Nodes> cells() const;
     };
 
     struct Variable

@@ -129,8 +129,16 @@ void EnSightRandomCase::makeStructured(Part& part)
     part.nodeCount = static_cast<std::size_t>(part.size[0] * part.size[1] * part.size[2]);
     if (model_.isGold)
         part.kind = picks_.oneOf<std::string>({"", "curvilinear", "rectilinear", "uniform"});
-    if (picks_.chance(15))
-        part.blankingMarks.assign(part.nodeCount, 1);
+    if (features_.blankedNodes && picks_.chance(20))
+        part.blankingMarks = blankingMarks(part.nodeCount);
+}
+
+EnSightModel::Nodes EnSightRandomCase::blankingMarks(std::size_t count)
+{
+    EnSightModel::Nodes marks;
+    for (std::size_t i = 0; i < count; ++i)
+        marks.push_back(picks_.chance(10) ? 0 : 1);
+    return marks;
 }
 
 EnSightModel::Reals EnSightRandomCase::coordinatesOf(Part const& part, std::size_t step)
@@ -159,7 +167,7 @@ std::array<EnSightModel::Reals, 3> EnSightRandomCase::axesOf(Part const& part)
     return axes;
 }
 
-EnSightModel::Reals EnSightRandomCase::lattice(std::array<Reals, 3> const& axes) const
+EnSightModel::Reals EnSightRandomCase::lattice(std::array<Reals, 3> const& axes)
 {
     Reals rows;
     for (float const z : axes[2])

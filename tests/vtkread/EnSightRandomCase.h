@@ -25,6 +25,7 @@ public:
         bool movingMeshes = true;
         bool complexVariables = true;
         bool measuredPoints = true;
+        bool blankedNodes = true;
         bool gaps = true;
     };
 
@@ -43,8 +44,9 @@ private:
     void makeParts();
     Part part(int number, bool isStructured);
     void makeStructured(Part& part);
+    EnSightModel::Nodes blankingMarks(std::size_t count);
     Reals gridCoordinates(Part const& part);
-    Reals lattice(std::array<Reals, 3> const& axes) const;
+    static Reals lattice(std::array<Reals, 3> const& axes);
     std::array<Reals, 3> axesOf(Part const& part);
     Reals coordinatesOf(Part const& part, std::size_t step);
     void makeUnstructured(Part& part);

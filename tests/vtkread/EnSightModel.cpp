@@ -23,6 +23,16 @@ EnSightModel::Nodes cornersOfCell(std::array<int, 3> const& size)
     return corners;
 }
 
+/// So many columns of each row.
+EnSightModel::Reals columnsOf(EnSightModel::Reals const& rows, std::size_t columns,
+                              std::size_t first, std::size_t count)
+{
+    EnSightModel::Reals values;
+    for (std::size_t i = first; i < rows.size(); i += columns)
+        values.insert(values.end(), &rows[i], &rows[i] + count);
+    return values;
+}
+
 std::string summaryOf(EnSightModel::Part const& part)
 {
     std::string text = " part " + std::to_string(part.number) + " (";
@@ -95,11 +105,17 @@ std::string EnSightModel::summary() const
     return text;
 }
 
-EnSightModel::Reals EnSightModel::columnsOf(Reals const& rows, std::size_t columns,
-                                            std::size_t first, std::size_t count)
+std::vector<EnSightModel::Variable>
+EnSightModel::Variable::halves(std::string const& real, std::string const& imaginary) const
 {
-    Reals values;
-    for (std::size_t i = first; i < rows.size(); i += columns)
-        values.insert(values.end(), &rows[i], &rows[i] + count);
-    return values;
+    std::vector<Variable> halves(2, *this);
+    halves[0].name += real;
+    halves[1].name += imaginary;
+    for (std::size_t i = 0; i < halves.size(); ++i) {
+        halves[i].isComplex = false;
+        for (std::vector<Reals>& ofParts : halves[i].values)
+            for (Reals& rows : ofParts)
+                rows = columnsOf(rows, columns(), i * components, components);
+    }
+    return halves;
 }

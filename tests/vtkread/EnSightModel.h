@@ -83,6 +83,8 @@ struct EnSightModel
 
         /// Of a row of values, which has the imaginary part behind the real one.
         std::size_t columns() const { return isComplex ? 2 * components : components; }
+        /// The real and the imaginary part of a complex one, with that added to its name.
+        std::vector<Variable> halves(std::string const& real, std::string const& imaginary) const;
     };
 
     Format format = Format::Text;
@@ -109,10 +111,6 @@ struct EnSightModel
 
     /// What a message needs to tell the case.
     std::string summary() const;
-
-    /// So many columns of each row.
-    static Reals columnsOf(Reals const& rows, std::size_t columns, std::size_t first,
-                           std::size_t count);
 
 private:
     static bool areIds(std::string const& mode) { return mode == "given" || mode == "ignore"; }

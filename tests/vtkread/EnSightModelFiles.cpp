@@ -116,16 +116,7 @@ std::vector<EnSightModel::Variable> filesOf(EnSightModel::Variable const& variab
 {
     if (!variable.isComplex)
         return {variable};
-    std::vector<EnSightModel::Variable> files(2, variable);
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        files[i].name += i == 0 ? "Real" : "Imaginary";
-        files[i].isComplex = false;
-        for (std::vector<Reals>& ofParts : files[i].values)
-            for (Reals& values : ofParts)
-                values = EnSightModel::columnsOf(values, variable.columns(),
-                                                 i * variable.components, variable.components);
-    }
-    return files;
+    return variable.halves("Real", "Imaginary");
 }
 
 std::string kindOf(EnSightModel::Variable const& variable)

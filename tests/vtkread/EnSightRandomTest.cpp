@@ -22,14 +22,13 @@ struct Kind
     char const* name;
     Format format;
     bool isGold;
-    /// Of so many cases.
-    std::size_t mustBeRead;
+    std::size_t percentToBeRead;
 };
 
-constexpr std::uint32_t caseCount = 100;
+constexpr std::uint32_t caseCount = 300;
 
 /// What VTK is known to fail on. In steps that are not in the time set of a variable, it has none
-/// of its values.
+/// of its values. It takes a file without values for one that has lost its beginning.
 std::vector<std::regex> const& knownRefusals()
 {
     static std::vector<std::regex> const sentences = {
@@ -51,6 +50,7 @@ std::vector<std::regex> const& knownRefusals()
                    "in several steps|undefined values and several steps in a file), which VTK "
                    "misreads in this format\\."),
         std::regex("The values of the variable '.*' are missing\\."),
+        std::regex("VTK says: .* is missing header information\\."),
         std::regex("VTK says: undefined geometry file line.*\\."),
         std::regex("VTK says: Number of tuples in 'from' .* and 'to' .* do not match\\.")};
     return sentences;
@@ -113,7 +113,7 @@ TEST_P(EnSightRandom, CasesAreReadRightOrRefused)
         SCOPED_TRACE(seed);
         countRead += isReadRight(modelOf(seed)) ? 1 : 0;
     }
-    EXPECT_GE(countRead, GetParam().mustBeRead);
+    EXPECT_GE(100 * countRead, GetParam().percentToBeRead * caseCount);
 }
 
 TEST_P(EnSightRandom, CasesOfUnstructuredPartsAreAllRead)

@@ -114,4 +114,22 @@ TEST_F(EnSightCases, TheSameFileIsNoOtherStep)
     EXPECT_EQ(namesOf(read.variables().front().files), Names{"t.3"});
 }
 
+TEST_F(EnSightCases, VariablesHaveValuesAtTheTimesOfTheirTimeSet)
+{
+    EnSightCase const read = caseOf("VARIABLE\nscalar per node: 1 All a*\n"
+                                    "scalar per node: 2 Some s*\nscalar per node: Constant c\n"
+                                    "scalar per node: 3 InAFile f*\n"
+                                    "TIME\ntime set: 1\nnumber of steps: 3\ntime values: 0.1\n"
+                                    "0.2 3e-1\ntime set: 2\nnumber of steps: 1\n"
+                                    "time values: 0.2\n"
+                                    "time set: 3\nnumber of steps: 1\ntime values file: times\n");
+    for (double const time : {0.1, 0.2, 0.3}) {
+        EXPECT_TRUE(read.hasValuesAt("All", time));
+        EXPECT_EQ(read.hasValuesAt("Some", time), time == 0.2);
+        for (std::string const name : {"Constant", "InAFile", "Unknown"})
+            EXPECT_TRUE(read.hasValuesAt(name, time));
+    }
+    EXPECT_FALSE(read.hasValuesAt("All", 0.4));
+}
+
 } // namespace

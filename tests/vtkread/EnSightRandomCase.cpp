@@ -229,10 +229,14 @@ void EnSightRandomCase::makeVariable(std::string const& name)
     variable.timeSet = timeSet();
     Steps const& changes = model_.timeSets[variable.timeSet];
     std::vector<bool> const haveValues = partsWithValues(variable);
+    bool const isConstant = variable.timeSet == 0;
+    std::vector<Reals> const none(model_.parts.size());
     for (std::size_t step = 0; step < model_.stepCount; ++step) {
         bool const isNew = std::find(changes.begin(), changes.end(), step) != changes.end();
-        variable.values.push_back(isNew ? valuesOfParts(variable, haveValues)
-                                        : variable.values.back());
+        if (isNew)
+            variable.values.push_back(valuesOfParts(variable, haveValues));
+        else
+            variable.values.push_back(isConstant ? variable.values.back() : none);
     }
     model_.variables.push_back(variable);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cstdlib>
 #include <fstream>
 #include <optional>
 #include <sstream>
@@ -29,6 +30,12 @@ std::optional<std::uint64_t> numberIn(std::string const& word)
     if (error != std::errc() || end != word.data() + word.size())
         return std::nullopt;
     return number;
+}
+
+/// As VTK's reader holds it.
+float timeIn(std::string const& word)
+{
+    return std::strtof(word.c_str(), nullptr);
 }
 
 std::uint64_t firstNumber(Words const& words)
@@ -120,7 +127,7 @@ void EnSightCase::readEntry(Entry const& entry)
 void EnSightCase::readTime(Entry const& entry)
 {
     if (entry.key == Words{"time", "set"} && !entry.values.empty())
-        timeSets_.push_back({entry.values.front(), 1, 0, 1, {}});
+        timeSets_.push_back({entry.values.front(), 1, 0, 1, {}, {}});
     if (timeSets_.empty())
         return;
     TimeSet& set = timeSets_.back();
@@ -133,6 +140,9 @@ void EnSightCase::readTime(Entry const& entry)
     else if (entry.key == Words{"filename", "numbers"})
         for (std::string const& word : entry.values)
             set.numbers.push_back(numberIn(word).value_or(0));
+    else if (entry.key == Words{"time", "values"})
+        for (std::string const& word : entry.values)
+            set.times.push_back(timeIn(word));
 }
 
 void EnSightCase::readFileSet(Entry const& entry)
@@ -195,6 +205,23 @@ void EnSightCase::resolveConstant(Entry const& entry)
         constants_.push_back(*name);
 }
 
+bool EnSightCase::hasValuesAt(std::string const& name, double time) const
+{
+    auto const variable = std::find_if(variables_.begin(), variables_.end(),
+                                       [&](Variable const& each) { return each.name == name; });
+    TimeSet const* const set = variable == variables_.end() ? nullptr : timeSetOf(variable->sets);
+    return set == nullptr || set->times.empty() ||
+           std::find(set->times.begin(), set->times.end(), static_cast<float>(time)) !=
+               set->times.end();
+}
+
+EnSightCase::TimeSet const* EnSightCase::timeSetOf(Words const& sets) const
+{
+    if (!sets.empty())
+        return setOf(timeSets_, sets[0]);
+    return timeSets_.size() == 1 ? &timeSets_.front() : nullptr;
+}
+
 EnSightCase::FileSet const* EnSightCase::fileSetOf(Words const& sets) const
 {
     return sets.size() > 1 ? setOf(fileSets_, sets[1]) : nullptr;
@@ -207,11 +234,7 @@ std::vector<EnSightCase::DataFile> EnSightCase::filesOf(std::string const& patte
         return filesOf(pattern, *set);
     if (pattern.find('*') == std::string::npos)
         return {{pathOf(pattern, 0), 1}};
-    TimeSet const* set = nullptr;
-    if (!sets.empty())
-        set = setOf(timeSets_, sets[0]);
-    else if (timeSets_.size() == 1)
-        set = &timeSets_.front();
+    TimeSet const* const set = timeSetOf(sets);
     return set == nullptr ? std::vector<DataFile>() : filesOf(pattern, *set);
 }
 

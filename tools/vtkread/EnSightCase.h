@@ -42,6 +42,9 @@ public:
     std::vector<DataFile> const& meshes() const { return meshes_; }
     std::vector<DataFile> const& measured() const { return measured_; }
     std::vector<Variable> const& variables() const { return variables_; }
+    /// Whether a variable of this name is to have values at a time. Those of a time set of its own
+    /// need not have any in the steps of the others.
+    bool hasValuesAt(std::string const& name, double time) const;
     /// Names of numbers that belong to the whole case.
     std::vector<std::string> const& constants() const { return constants_; }
 
@@ -62,6 +65,8 @@ private:
         std::uint64_t first = 0;
         std::uint64_t increment = 1;
         std::vector<std::uint64_t> numbers;
+        /// None where they are in a file of their own.
+        std::vector<float> times;
     };
 
     struct FileSet
@@ -79,6 +84,7 @@ private:
     void resolveVariable(Entry const& entry);
     void resolveConstant(Entry const& entry);
 
+    TimeSet const* timeSetOf(Words const& sets) const;
     /// \param sets the numbers of a time set and a file set, where they are given
     FileSet const* fileSetOf(Words const& sets) const;
     std::vector<DataFile> filesOf(std::string const& pattern, Words const& sets) const;

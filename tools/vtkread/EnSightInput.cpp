@@ -48,11 +48,12 @@ void requireVariable(std::vector<Block> const& blocks, std::string const& name,
 } // namespace
 
 EnSightInput::EnSightInput(std::filesystem::path const& path, Exchange::Report& report)
-    : EnSightInput(readerOf(path, report))
+    : EnSightInput(readerOf(path, report), path)
 {}
 
-EnSightInput::EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader)
-    : PipelineInput(reader), reader_(reader)
+EnSightInput::EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader,
+                           std::filesystem::path const& path)
+    : PipelineInput(reader), reader_(reader), case_(path)
 {}
 
 vtkSmartPointer<vtkDataObject> EnSightInput::read(std::size_t step)
@@ -60,12 +61,17 @@ vtkSmartPointer<vtkDataObject> EnSightInput::read(std::size_t step)
     auto object = PipelineInput::read(step);
     std::vector<Block> const blocks = blocksOf(object);
     for (int i = 0; i < reader_->GetNumberOfPointArrays(); ++i)
-        requireVariable(blocks, reader_->GetPointArrayName(i),
-                        [](vtkDataSet& data) { return data.GetPointData(); });
+        if (std::string const name = reader_->GetPointArrayName(i); isToBeThere(name, step))
+            requireVariable(blocks, name, [](vtkDataSet& data) { return data.GetPointData(); });
     for (int i = 0; i < reader_->GetNumberOfCellArrays(); ++i)
-        requireVariable(blocks, reader_->GetCellArrayName(i),
-                        [](vtkDataSet& data) { return data.GetCellData(); });
+        if (std::string const name = reader_->GetCellArrayName(i); isToBeThere(name, step))
+            requireVariable(blocks, name, [](vtkDataSet& data) { return data.GetCellData(); });
     return object;
+}
+
+bool EnSightInput::isToBeThere(std::string const& variable, std::size_t step) const
+{
+    return times().empty() || case_.hasValuesAt(variable, times()[step]);
 }
 
 } // namespace VtkRead

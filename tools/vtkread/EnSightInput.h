@@ -1,6 +1,7 @@
 #ifndef VTKREAD_ENSIGHTINPUT_H
 #define VTKREAD_ENSIGHTINPUT_H
 
+#include "EnSightCase.h"
 #include "PipelineInput.h"
 
 #include <exchange/Report.h>
@@ -21,9 +22,13 @@ public:
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
 
 private:
-    explicit EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader);
+    EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader,
+                 std::filesystem::path const& path);
+
+    bool isToBeThere(std::string const& variable, std::size_t step) const;
 
     vtkSmartPointer<vtkGenericEnSightReader> reader_;
+    EnSightCase case_;
 };
 
 } // namespace VtkRead

@@ -249,14 +249,23 @@ void addInOrder(Model& model, unsigned int dimension, Floats const& nodes)
     model.addArrayProperty(polylengthOf(dimension), Array1d<unsigned int>{count}, shape, Step());
 }
 
+std::array<double, 3> pointOf(vtkPoints& points, vtkIdType id)
+{
+    std::array<double, 3> point = {};
+    points.GetPoint(id, point.data());
+    return point;
+}
+
 void expectMiddlesOnEdges(vtkCell& cell)
 {
     for (int i = 0; i < cell.GetNumberOfEdges(); ++i) {
         vtkPoints& points = *cell.GetEdge(i)->GetPoints();
         ASSERT_EQ(points.GetNumberOfPoints(), 3);
-        for (int axis = 0; axis < 3; ++axis)
-            EXPECT_EQ(points.GetPoint(2)[axis],
-                      (points.GetPoint(0)[axis] + points.GetPoint(1)[axis]) / 2);
+        auto const first = pointOf(points, 0);
+        auto const last = pointOf(points, 1);
+        auto const middle = pointOf(points, 2);
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            EXPECT_EQ(middle[axis], (first[axis] + last[axis]) / 2);
     }
 }
 

@@ -18,7 +18,7 @@ TEST(TagIndex, RowsAreFoundWhateverTheOrder)
 TEST(TagIndex, TagsThatAreNotThereHaveNoRow)
 {
     TagIndex const index({7, 3, 4});
-    for (std::size_t const tag : {0, 1, 2, 5, 6, 8})
+    for (std::size_t const tag : {0U, 1U, 2U, 5U, 6U, 8U})
         EXPECT_EQ(index.rowOf(tag), TagIndex::none) << tag;
     EXPECT_EQ(TagIndex().rowOf(1), TagIndex::none);
 }

@@ -18,7 +18,8 @@ using MoxTest::ModelFile;
 using MoxTest::Outcome;
 
 // The clock is loaded before the runtime of AddressSanitizer, which would mind.
-constexpr char const* fastClock = "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" FAST_CLOCK;
+constexpr char const* fastClock =
+    "ASAN_OPTIONS=$ASAN_OPTIONS:verify_asan_link_order=0 LD_PRELOAD=" FAST_CLOCK;
 
 /// A triangle, and more nodes than are written out at once.
 ModelFile triangle()

@@ -37,6 +37,16 @@ protected:
         return mesh;
     }
 
+    /// Of part 1.
+    static EnSightEncoder beginValues(Format format, bool isGold, std::string const& section)
+    {
+        EnSightEncoder values(format, isGold);
+        values.line("made by a test");
+        values.part(1);
+        values.line(section);
+        return values;
+    }
+
     static void addPart(EnSightEncoder& mesh, int number)
     {
         mesh.part(number);
@@ -164,10 +174,7 @@ TEST_F(EnSightFaults, FilesWithoutStepsInACaseWithFileSetsAreRefused)
     for (Format const format : {Format::Text, Format::C}) {
         EnSightEncoder mesh = beginMesh(format, true);
         addSquare(mesh, 1);
-        EnSightEncoder values(format, true);
-        values.line("of nodes");
-        values.part(1);
-        values.line("block");
+        EnSightEncoder values = beginValues(format, true, "block");
         values.reals({1, 2, 3, 4});
         write("mesh", series(mesh));
         write("values", series(values));
@@ -203,10 +210,7 @@ TEST_F(EnSightFaults, ComplexVariablesNeedOthersOfTheSameTimeSet)
     EnSightEncoder mesh = beginMesh(Format::Text, true);
     addSquare(mesh, 1);
     write("mesh", mesh);
-    EnSightEncoder values(Format::Text, true);
-    values.line("of nodes");
-    values.part(1);
-    values.line("block");
+    EnSightEncoder values = beginValues(Format::Text, true, "block");
     values.reals({1, 2, 3, 4});
     for (char const* const name :
          {"real0", "real1", "imaginary0", "imaginary1", "other0", "other1"})
@@ -425,10 +429,7 @@ TEST_P(EnSightFaultsOfOldBlocks, ScalarsOfNodesBesideSharedOnesAreRefusedInBinar
 
 TEST_P(EnSightFaultsOfOldBlocks, ScalarsOfElementsBehindABlockAreRefusedInTexts)
 {
-    EnSightEncoder values(GetParam(), false);
-    values.line("values");
-    values.part(1);
-    values.line("block");
+    EnSightEncoder values = beginValues(GetParam(), false, "block");
     values.reals({1});
     values.part(2);
     values.line("bar2");
@@ -453,10 +454,7 @@ TEST_F(EnSightFaults, ComponentsPerElementOfBlocksInTextsAreRefused)
         EnSightEncoder mesh = beginMesh(format, true);
         addSquare(mesh, 1);
         write("mesh", mesh);
-        EnSightEncoder values(format, true);
-        values.line("of elements");
-        values.part(1);
-        values.line("block");
+        EnSightEncoder values = beginValues(format, true, "block");
         values.reals({1});
         write("scalar", values);
         values.reals({2});
@@ -476,10 +474,7 @@ TEST_F(EnSightFaults, QuadraticWedgesInSeveralStepsOfTextsAreRefused)
         addNodes(mesh, 15, {1});
         addElement(mesh, "penta15", 15);
         write("mesh", mesh);
-        EnSightEncoder values(format, true);
-        values.line("of elements");
-        values.part(1);
-        values.line("penta15");
+        EnSightEncoder values = beginValues(format, true, "penta15");
         values.reals({1});
         write("values0", values);
         write("values1", values);
@@ -497,10 +492,7 @@ TEST_F(EnSightFaults, UndefinedValuesInSeveralStepsOfABinaryFileAreRefused)
             EnSightEncoder mesh = beginMesh(format, true);
             addSquare(mesh, 1);
             write("mesh", series(mesh));
-            EnSightEncoder values(format, true);
-            values.line("of nodes");
-            values.part(1);
-            values.line(kind);
+            EnSightEncoder values = beginValues(format, true, kind);
             if (kind == "block undef")
                 values.reals({-1});
             if (kind == "block partial")

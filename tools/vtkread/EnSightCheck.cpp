@@ -1,6 +1,5 @@
 #include "EnSightCheck.h"
 
-#include "EnSightCase.h"
 #include "EnSightFaults.h"
 #include "EnSightFile.h"
 #include "EnSightMesh.h"
@@ -42,8 +41,8 @@ bool walk(DataFiles const& files, Format format, WalkStep const& walkStep)
 class Check
 {
 public:
-    Check(std::filesystem::path const& caseFile, Exchange::Report& report)
-        : case_(caseFile), report_(report)
+    Check(EnSightCase const& description, Exchange::Report& report)
+        : case_(description), report_(report)
     {}
 
     void run()
@@ -115,16 +114,18 @@ private:
                              "' has no values of the last parts, or was cut off behind a part.");
     }
 
-    EnSightCase case_;
+    EnSightCase const& case_;
     Exchange::Report& report_;
     std::map<std::uint64_t, std::set<std::filesystem::path>> filesThatEndEarly_;
 };
 
 } // namespace
 
-void requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report)
+EnSightCase requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report)
 {
-    Check(caseFile, report).run();
+    EnSightCase description(caseFile);
+    Check(description, report).run();
+    return description;
 }
 
 } // namespace VtkRead

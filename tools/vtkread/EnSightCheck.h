@@ -1,6 +1,8 @@
 #ifndef VTKREAD_ENSIGHTCHECK_H
 #define VTKREAD_ENSIGHTCHECK_H
 
+#include "EnSightCase.h"
+
 #include <exchange/Report.h>
 
 #include <filesystem>
@@ -8,8 +10,9 @@
 namespace VtkRead {
 
 /// Walks through the data files of a case of EnSight. Raises `Exchange::Error` when one was cut
-/// off, which VTK's reader does not notice between two values.
-void requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report);
+/// off, which VTK's reader does not notice between two values, or is one that it misreads.
+/// \return what the case says
+EnSightCase requireWholeFiles(std::filesystem::path const& caseFile, Exchange::Report& report);
 
 } // namespace VtkRead
 

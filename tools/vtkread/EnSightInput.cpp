@@ -11,15 +11,14 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace VtkRead {
 
 namespace {
 
-vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path,
-                                                  Exchange::Report& report)
+vtkSmartPointer<vtkGenericEnSightReader> readerOf(std::filesystem::path const& path)
 {
-    requireWholeFiles(path, report);
     auto reader = vtkSmartPointer<vtkGenericEnSightReader>::New();
     reader->SetCaseFileName(path.c_str());
     reader->ReadAllVariablesOn();
@@ -48,12 +47,12 @@ void requireVariable(std::vector<Block> const& blocks, std::string const& name,
 } // namespace
 
 EnSightInput::EnSightInput(std::filesystem::path const& path, Exchange::Report& report)
-    : EnSightInput(readerOf(path, report), path)
+    : EnSightInput(readerOf(path), requireWholeFiles(path, report))
 {}
 
 EnSightInput::EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader,
-                           std::filesystem::path const& path)
-    : PipelineInput(reader), reader_(reader), case_(path)
+                           EnSightCase description)
+    : PipelineInput(reader), reader_(reader), case_(std::move(description))
 {}
 
 vtkSmartPointer<vtkDataObject> EnSightInput::read(std::size_t step)

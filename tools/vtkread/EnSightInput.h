@@ -22,8 +22,7 @@ public:
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
 
 private:
-    EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader,
-                 std::filesystem::path const& path);
+    EnSightInput(vtkSmartPointer<vtkGenericEnSightReader> const& reader, EnSightCase description);
 
     bool isToBeThere(std::string const& variable, std::size_t step) const;
 

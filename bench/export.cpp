@@ -8,7 +8,7 @@
 #include "Arguments.h"
 #include "Measurement.h"
 
-#include "vtkexport/Export.h"
+#include "export/Export.h"
 
 #include <vtkNew.h>
 #include <vtkXMLUnstructuredGridReader.h>
@@ -27,9 +27,9 @@ void exportModel(Arguments const& arguments)
     std::string const& folder = arguments.text("output");
     std::filesystem::create_directories(folder);
     measureWriting(folder, std::filesystem::file_size(input), [&] {
-        VtkExport::ExportOptions options;
+        Export::ExportOptions options;
         options.overwrite = true;
-        VtkExport::exportModel(input, folder + "/result.vtu", options);
+        Export::exportModel(input, folder + "/result.vtu", options);
     });
 }
 

@@ -6,7 +6,7 @@
 #include "Measurement.h"
 
 #include <exchange/Translation.h>
-#include <vtkread/Source.h>
+#include <read/vtk/Source.h>
 
 #include <vtkCellArray.h>
 #include <vtkCellType.h>

@@ -2,8 +2,8 @@
 #include "fault/Faults.h"
 #include "fault/Scenarios.h"
 
-#include "VerifyCommand.h"
 #include "container/TemporaryFile.h"
+#include "mox/commands/VerifyCommand.h"
 #include "support/Environment.h"
 #include "support/WritingRecord.h"
 

@@ -1,4 +1,4 @@
-#include <mox/ChildProcess.h>
+#include <mox/formats/ChildProcess.h>
 
 #include <gtest/gtest.h>
 

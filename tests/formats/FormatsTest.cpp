@@ -2,7 +2,7 @@
 
 #include "support/Folder.h"
 
-#include <mox/Formats.h>
+#include <mox/formats/Formats.h>
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include "support/Folder.h"
 
-#include <mox/TranslateCommand.h>
+#include <mox/commands/TranslateCommand.h>
 
 #include <gtest/gtest.h>
 

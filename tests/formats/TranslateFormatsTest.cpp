@@ -1,6 +1,6 @@
 #include "support/Folder.h"
 
-#include <mox/TranslateCommand.h>
+#include <mox/commands/TranslateCommand.h>
 #include <moxread/Verify.h>
 
 #include <gtest/gtest.h>

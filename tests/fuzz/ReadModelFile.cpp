@@ -5,11 +5,11 @@
 #include "MemoryFile.h"
 #include "Violation.h"
 
-#include "DiffCommand.h"
-#include "DumpCommand.h"
-#include "InfoCommand.h"
-#include "LsCommand.h"
-#include "VerifyCommand.h"
+#include "mox/commands/DiffCommand.h"
+#include "mox/commands/DumpCommand.h"
+#include "mox/commands/InfoCommand.h"
+#include "mox/commands/LsCommand.h"
+#include "mox/commands/VerifyCommand.h"
 
 #include "moxread/Model.h"
 

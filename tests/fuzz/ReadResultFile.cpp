@@ -6,10 +6,10 @@
 
 #include "container/TemporaryFile.h"
 #include "exchange/Translation.h"
-#include "frd/Error.h"
-#include "frd/Frd.h"
-#include "frd/Reader.h"
 #include "moxread/Verify.h"
+#include "read/frd/Error.h"
+#include "read/frd/Frd.h"
+#include "read/frd/Reader.h"
 
 #include <cstdio>
 #include <string>

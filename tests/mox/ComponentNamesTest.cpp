@@ -1,4 +1,4 @@
-#include "ComponentNames.h"
+#include "mox/print/ComponentNames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "DiffCommand.h"
+#include "mox/commands/DiffCommand.h"
 
 #include "integration/BlockSizeSetting.h"
 #include "mox/Command.h"

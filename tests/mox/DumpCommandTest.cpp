@@ -1,4 +1,4 @@
-#include "DumpCommand.h"
+#include "mox/commands/DumpCommand.h"
 
 #include "mox/Command.h"
 #include "mox/ModelFile.h"

@@ -1,4 +1,4 @@
-#include "InfoCommand.h"
+#include "mox/commands/InfoCommand.h"
 
 #include "mox/ModelFile.h"
 #include "moxread/Sample.h"

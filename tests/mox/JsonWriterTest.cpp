@@ -1,4 +1,4 @@
-#include "JsonWriter.h"
+#include "mox/print/JsonWriter.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "LsCommand.h"
+#include "mox/commands/LsCommand.h"
 
 #include "mox/ModelFile.h"
 #include "moxread/Bytes.h"

@@ -1,4 +1,4 @@
-#include "NameMatching.h"
+#include "mox/compare/NameMatching.h"
 
 #include <gtest/gtest.h>
 

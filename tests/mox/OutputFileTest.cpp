@@ -1,4 +1,4 @@
-#include "OutputFile.h"
+#include "mox/commands/OutputFile.h"
 
 #include "fault/Child.h"
 #include "fault/OwnDisk.h"

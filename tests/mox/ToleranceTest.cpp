@@ -1,4 +1,4 @@
-#include "Tolerance.h"
+#include "mox/compare/Tolerance.h"
 
 #include <gtest/gtest.h>
 

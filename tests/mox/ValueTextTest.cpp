@@ -1,4 +1,4 @@
-#include "ValueText.h"
+#include "mox/print/ValueText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "VerifyCommand.h"
+#include "mox/commands/VerifyCommand.h"
 
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"

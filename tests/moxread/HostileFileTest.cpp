@@ -1,5 +1,5 @@
-#include "LsCommand.h"
-#include "VerifyCommand.h"
+#include "mox/commands/LsCommand.h"
+#include "mox/commands/VerifyCommand.h"
 
 #include "Sample.h"
 #include "TestFile.h"

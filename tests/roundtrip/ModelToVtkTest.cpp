@@ -7,8 +7,8 @@
 #include "support/ModelFile.h"
 #include "support/VtkGrids.h"
 
-#include <mox/TranslateCommand.h>
-#include <vtkexport/Export.h>
+#include <export/Export.h>
+#include <mox/commands/TranslateCommand.h>
 
 #include <vtkCompositeDataSet.h>
 #include <vtkDoubleArray.h>
@@ -181,9 +181,9 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         EXPECT_EQ(translateFile(arguments, out, err), 0) << err.str();
-        VtkExport::ExportOptions options;
+        Export::ExportOptions options;
         options.overwrite = true;
-        VtkExport::exportModel(arguments.output, folder_.path(output).string(), options);
+        Export::exportModel(arguments.output, folder_.path(output).string(), options);
         return folder_.path(output);
     }
 

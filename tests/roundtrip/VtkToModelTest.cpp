@@ -5,7 +5,7 @@
 #include "support/Folder.h"
 #include "support/VtkGrids.h"
 
-#include <mox/TranslateCommand.h>
+#include <mox/commands/TranslateCommand.h>
 
 #include <vtkCompositeDataSet.h>
 #include <vtkDoubleArray.h>

@@ -1,12 +1,12 @@
-#include "CommandLine.h"
-#include "DiffCommand.h"
-#include "DumpCommand.h"
-#include "ExportCommand.h"
-#include "InfoCommand.h"
-#include "LsCommand.h"
-#include "TranslateCommand.h"
-#include "VerifyCommand.h"
-#include "ViewCommand.h"
+#include "mox/commands/CommandLine.h"
+#include "mox/commands/DiffCommand.h"
+#include "mox/commands/DumpCommand.h"
+#include "mox/commands/ExportCommand.h"
+#include "mox/commands/InfoCommand.h"
+#include "mox/commands/LsCommand.h"
+#include "mox/commands/TranslateCommand.h"
+#include "mox/commands/VerifyCommand.h"
+#include "mox/commands/ViewCommand.h"
 
 #include <csignal>
 #include <cstdio>

@@ -1,0 +1,124 @@
+#include <read/frd/ResultLayout.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Frd::Component;
+using Frd::ResultBlock;
+using Order = std::vector<std::size_t>;
+
+ResultBlock blockOf(std::string const& name, std::vector<Component> const& components)
+{
+    ResultBlock block{};
+    block.name = name;
+    block.components = components;
+    return block;
+}
+
+std::vector<Component> const vectorComponents = {
+    {"D1", 2, 1, 0, true}, {"D2", 2, 2, 0, true}, {"D3", 2, 3, 0, true}, {"ALL", 2, 0, 0, false}};
+
+std::vector<Component> const tensorComponents = {{"SXX", 4, 1, 1, true}, {"SYY", 4, 2, 2, true},
+                                                 {"SZZ", 4, 3, 3, true}, {"SXY", 4, 1, 2, true},
+                                                 {"SYZ", 4, 2, 3, true}, {"SZX", 4, 3, 1, true}};
+
+TEST(ResultLayout, DisplacementsAreAVectorOfAnotherName)
+{
+    auto const layouts = layoutsOf(blockOf("DISP", vectorComponents));
+    ASSERT_EQ(layouts.size(), 1U);
+    EXPECT_EQ(layouts[0].name, "Displacement");
+    EXPECT_EQ(layouts[0].components, (Order{0, 1, 2}));
+}
+
+TEST(ResultLayout, OtherVectorsKeepTheirNames)
+{
+    for (char const* name : {"FORC", "DISPI", "VELO"}) {
+        auto const layouts = layoutsOf(blockOf(name, vectorComponents));
+        ASSERT_EQ(layouts.size(), 1U);
+        EXPECT_EQ(layouts[0].name, name);
+        EXPECT_EQ(layouts[0].components, (Order{0, 1, 2}));
+    }
+}
+
+TEST(ResultLayout, SymmetricTensorsStayWhole)
+{
+    auto const layouts = layoutsOf(blockOf("STRESS", tensorComponents));
+    ASSERT_EQ(layouts.size(), 1U);
+    EXPECT_EQ(layouts[0].name, "STRESS");
+    EXPECT_EQ(layouts[0].components, (Order{0, 1, 2, 3, 4, 5}));
+}
+
+TEST(ResultLayout, ComponentsAreOrderedByTheirRowsAndColumns)
+{
+    auto const vector = layoutsOf(blockOf("FORC", {{"F3", 2, 3, 0, true},
+                                                   {"ALL", 2, 0, 0, false},
+                                                   {"F1", 2, 1, 0, true},
+                                                   {"F2", 2, 2, 0, true}}));
+    ASSERT_EQ(vector.size(), 1U);
+    EXPECT_EQ(vector[0].components, (Order{1, 2, 0}));
+
+    auto const tensor = layoutsOf(blockOf("STRESS", {{"SXX", 4, 1, 1, true},
+                                                     {"SYX", 4, 2, 1, true},
+                                                     {"SXZ", 4, 1, 3, true},
+                                                     {"SYY", 4, 2, 2, true},
+                                                     {"SZY", 4, 3, 2, true},
+                                                     {"SZZ", 4, 3, 3, true}}));
+    ASSERT_EQ(tensor.size(), 1U);
+    EXPECT_EQ(tensor[0].components, (Order{0, 3, 5, 1, 4, 2}));
+}
+
+TEST(ResultLayout, ASingleComponentHasTheBlocksName)
+{
+    auto const layouts = layoutsOf(blockOf("NDTEMP", {{"T", 1, 0, 0, true}}));
+    ASSERT_EQ(layouts.size(), 1U);
+    EXPECT_EQ(layouts[0].name, "NDTEMP");
+    EXPECT_EQ(layouts[0].components, (Order{0}));
+}
+
+TEST(ResultLayout, AmplitudesAndPhasesAreSplitIntoScalars)
+{
+    auto const layouts = layoutsOf(blockOf("PDISP", {{"MAG1", 12, 1, 0, true},
+                                                     {"MAG2", 12, 2, 0, true},
+                                                     {"MAG3", 12, 3, 0, true},
+                                                     {"PHA1", 12, 4, 0, true},
+                                                     {"PHA2", 12, 5, 0, true},
+                                                     {"PHA3", 12, 6, 0, true}}));
+    ASSERT_EQ(layouts.size(), 6U);
+    EXPECT_EQ(layouts[4].name, "PDISP PHA2");
+    EXPECT_EQ(layouts[4].components, (Order{4}));
+}
+
+TEST(ResultLayout, SixScalarsAreNoTensorAndThreeAreNoVector)
+{
+    std::vector<Component> six = tensorComponents;
+    for (Component& component : six)
+        component.entity = 1;
+    EXPECT_EQ(layoutsOf(blockOf("CONTACT", six)).size(), 6U);
+    EXPECT_EQ(layoutsOf(blockOf("THREE", {six[0], six[1], six[2]})).size(), 3U);
+}
+
+TEST(ResultLayout, ARepeatedPlaceIsNoTensor)
+{
+    std::vector<Component> twice = tensorComponents;
+    twice[5] = {"SYX", 4, 2, 1, true};
+    EXPECT_EQ(layoutsOf(blockOf("STRESS", twice)).size(), 6U);
+}
+
+TEST(ResultLayout, DisplacementsInThePlaneAreSplit)
+{
+    auto const layouts =
+        layoutsOf(blockOf("DISP", {vectorComponents[0], vectorComponents[1], vectorComponents[3]}));
+    ASSERT_EQ(layouts.size(), 2U);
+    EXPECT_EQ(layouts[0].name, "DISP D1");
+    EXPECT_EQ(layouts[1].name, "DISP D2");
+}
+
+TEST(ResultLayout, ANamelessComponentIsCounted)
+{
+    auto const layouts = layoutsOf(blockOf("SDV", {{"", 1, 0, 0, true}, {"", 1, 0, 0, true}}));
+    ASSERT_EQ(layouts.size(), 2U);
+    EXPECT_EQ(layouts[1].name, "SDV 2");
+}
+
+} // namespace

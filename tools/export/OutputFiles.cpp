@@ -1,0 +1,164 @@
+#include "OutputFiles.h"
+
+#include <cerrno>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Export {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What is replaced waits here, in case that the new can't take its place.
+constexpr char const* replacedName = "replaced";
+constexpr char const* newName = "new";
+
+[[noreturn]] void failWith(std::error_code const& error)
+{
+    throw std::runtime_error("The file cannot be written: " + error.message() + ".");
+}
+
+void check(std::error_code const& error)
+{
+    if (error)
+        failWith(error);
+}
+
+fs::path folderBeside(fs::path const& file)
+{
+    return fs::path(file).replace_extension();
+}
+
+bool isThere(fs::path const& path)
+{
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(path, ignored));
+}
+
+bool isOurs(fs::directory_entry const& entry)
+{
+    if (entry.is_symlink())
+        return false;
+    std::string const ending = entry.path().extension().string();
+    return entry.is_directory() || ending == ".vtu" || ending == ".vtm";
+}
+
+void checkFolder(fs::path const& folder)
+{
+    if (!isThere(folder))
+        return;
+    if (!fs::is_directory(fs::symlink_status(folder)))
+        throw std::runtime_error("The folder " + folder.string() +
+                                 " is needed, but this is no folder.");
+    for (fs::directory_entry const& entry : fs::recursive_directory_iterator(folder))
+        if (!isOurs(entry))
+            throw std::runtime_error(
+                "The folder " + folder.string() +
+                " holds more than .vtu and .vtm files and is not overwritten.");
+}
+
+void checkTarget(fs::path const& target, bool overwrite)
+{
+    bool const isTaken = isThere(target) || isThere(folderBeside(target));
+    if (isTaken && !overwrite)
+        throw std::runtime_error(isThere(target) ? "File exists."
+                                                 : "The folder beside it exists: " +
+                                                       folderBeside(target).string() + ".");
+    if (isThere(target) && !fs::is_regular_file(fs::symlink_status(target)))
+        throw std::runtime_error("This is not a regular file and is not overwritten.");
+    checkFolder(folderBeside(target));
+}
+
+// False when something of that name is there.
+bool makeFolder(fs::path const& path)
+{
+    if (::mkdir(path.c_str(), 0777) == 0)
+        return true;
+    if (errno != EEXIST)
+        failWith(std::error_code(errno, std::generic_category()));
+    return false;
+}
+
+} // namespace
+
+OutputFiles::OutputFiles(fs::path const& target, bool overwrite)
+    : target_(target), overwrite_(overwrite)
+{
+    checkTarget(target, overwrite);
+    std::string const stem = target.string() + ".partial-" + std::to_string(::getpid()) + "-";
+    int attempt = 0;
+    do {
+        temporary_ = stem + std::to_string(attempt++);
+    } while (!makeFolder(temporary_));
+    makeFolder(temporary_ / replacedName);
+    makeFolder(temporary_ / newName);
+    makeFolder(folder());
+}
+
+OutputFiles::~OutputFiles()
+{
+    std::error_code ignored;
+    fs::remove_all(temporary_, ignored);
+}
+
+fs::path OutputFiles::file() const
+{
+    return temporary_ / newName / target_.filename();
+}
+
+fs::path OutputFiles::folder() const
+{
+    return folderBeside(file());
+}
+
+void OutputFiles::publish()
+{
+    checkTarget(target_, overwrite_);
+    fs::path const file = target_.filename();
+    fs::path const folder = folderBeside(file);
+    try {
+        moveAway(folder);
+        moveToTarget(folder);
+        moveAway(file);
+        // Last, since it refers to what is in the folder.
+        moveToTarget(file);
+    } catch (...) {
+        moveBack(file);
+        moveBack(folder);
+        throw;
+    }
+}
+
+void OutputFiles::moveToTarget(fs::path const& name)
+{
+    std::error_code error;
+    fs::rename(temporary_ / newName / name, target_.parent_path() / name, error);
+    check(error);
+}
+
+void OutputFiles::moveAway(fs::path const& name)
+{
+    fs::path const old = target_.parent_path() / name;
+    if (!isThere(old))
+        return;
+    std::error_code error;
+    fs::rename(old, temporary_ / replacedName / name, error);
+    check(error);
+}
+
+void OutputFiles::moveBack(fs::path const& name) noexcept
+{
+    std::error_code ignored;
+    bool const wasPublished = !isThere(temporary_ / newName / name);
+    if (wasPublished)
+        fs::rename(target_.parent_path() / name, temporary_ / newName / name, ignored);
+    if (isThere(temporary_ / replacedName / name))
+        fs::rename(temporary_ / replacedName / name, target_.parent_path() / name, ignored);
+}
+
+} // namespace Export

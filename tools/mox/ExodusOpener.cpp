@@ -1,8 +1,0 @@
-#include "Openers.h"
-
-#include <exodus/Exodus.h>
-
-Exchange::SourceOpener exodusOpener()
-{
-    return Exodus::open;
-}

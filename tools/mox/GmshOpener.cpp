@@ -1,8 +1,0 @@
-#include "Openers.h"
-
-#include <gmsh/Gmsh.h>
-
-Exchange::SourceOpener gmshOpener()
-{
-    return Gmsh::open;
-}

@@ -1,0 +1,82 @@
+#include "DiffCommand.h"
+
+#include "CommandLine.h"
+#include "FileCommand.h"
+#include "mox/compare/ModelComparison.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+void printText(std::ostream& out, std::vector<Difference> const& differences)
+{
+    for (Difference const& difference : differences)
+        out << difference.text() << '\n';
+    if (!differences.empty())
+        out << differences.size() << (differences.size() == 1 ? " difference\n" : " differences\n");
+}
+
+void printJson(std::ostream& out, DiffOptions const& options,
+               std::vector<Difference> const& differences)
+{
+    JsonWriter json(out);
+    json.beginObject().member("a", options.left).member("b", options.right);
+    json.member("equal", differences.empty()).key("differences").beginArray();
+    for (Difference const& difference : differences)
+        difference.write(json);
+    json.endArray().endObject();
+}
+
+int diff(DiffOptions const& options, std::ostream& out)
+{
+    Common::Progress progress("diff " + options.left);
+    NamedModel left(options.left);
+    NamedModel right(options.right);
+    ModelComparison const comparison(left, right, options.tolerance, progress);
+    progress.wipe();
+    if (options.json)
+        printJson(out, options, comparison.differences());
+    else
+        printText(out, comparison.differences());
+    return comparison.differences().empty() ? 0 : 1;
+}
+
+std::string refuseUnlessBound(std::string const& text)
+{
+    char* end = nullptr;
+    double const value = std::strtod(text.c_str(), &end);
+    bool const isNumber = !text.empty() && end == text.c_str() + text.size();
+    return isNumber && std::isfinite(value) && value >= 0 ? "" : text + " is no number from 0 on";
+}
+
+} // namespace
+
+void addDiffCommand(CommandLine& commandLine)
+{
+    auto const options = std::make_shared<DiffOptions>();
+    SubCommand command = commandLine.addCommand("diff", "Tell in what two model files differ");
+    command.add("A", options->left, "Model file").required();
+    command.add("B", options->right, "Model file to compare it with").required();
+    command
+        .add("--tolerance", options->tolerance.absolute, "Difference up to which floats are equal")
+        .placeholder("T")
+        .check(refuseUnlessBound);
+    command
+        .add("--relative", options->tolerance.relative,
+             "The same, as a part of the larger of the two")
+        .placeholder("R")
+        .check(refuseUnlessBound);
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox diff before.mox after.mox --relative 1e-5");
+    command.run([options] { return diffFiles(*options, std::cout, std::cerr); });
+}
+
+int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err)
+{
+    int status = 1;
+    int const failure = runOnFile(options.left, err, [&] { status = diff(options, out); });
+    return failure == 0 ? status : failure;
+}

@@ -1,0 +1,26 @@
+#ifndef MOX_COMMANDS_DIFFCOMMAND_H
+#define MOX_COMMANDS_DIFFCOMMAND_H
+
+#include "mox/compare/Tolerance.h"
+
+#include <ostream>
+#include <string>
+
+class CommandLine;
+
+struct DiffOptions
+{
+    std::string left;
+    std::string right;
+    Tolerance tolerance;
+    bool json = false;
+};
+
+/// Adds the command `diff`.
+void addDiffCommand(CommandLine& commandLine);
+
+/// Prints on `out` in what two models differ, a line for each difference. A bad file gets one line
+/// on `err` and nothing on `out`. Returns the exit status: 0 when they are equal, else 1.
+int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

@@ -1,0 +1,150 @@
+#include "DumpCommand.h"
+
+#include "CommandLine.h"
+#include "DatasetSearch.h"
+#include "FileCommand.h"
+#include "OutputFile.h"
+#include "mox/print/ComponentNames.h"
+#include "mox/print/DatasetWriter.h"
+#include "mox/print/JsonListing.h"
+#include "mox/print/JsonWriter.h"
+
+#include "common/Progress.h"
+#include "moxread/NodePath.h"
+
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+#include <unistd.h>
+
+namespace {
+
+std::string formatOf(DumpOptions const& options)
+{
+    if (!options.format.empty())
+        return options.format;
+    std::string const ending = std::filesystem::path(options.output).extension().string();
+    return ending == ".csv" ? "csv" : ending == ".npy" ? "npy" : "text";
+}
+
+/// A dataset with all that a format may tell of it.
+class Dump
+{
+public:
+    Dump(DumpOptions const& options, MoxRead::Model& model)
+        : options_(options), node_(MoxRead::NodePath(options.node).findGeometry(model)),
+          path_(MoxRead::NodePath::of(model, MoxRead::ownerOf(model, node_))),
+          variable_(findDataset(model, node_, options.dataset, options.step)),
+          dataset_(model.read(variable_)),
+          columns_(componentNames(variable_.variableType(), variable_.datasetName()))
+    {}
+
+    void write(std::ostream& out, Common::Progress& progress) const
+    {
+        DatasetWriter const writer(dataset_, out, progress);
+        std::string const format = formatOf(options_);
+        if (options_.json)
+            writeJson(out, writer);
+        else if (format == "npy")
+            writer.writeNpy();
+        else if (format == "csv")
+            writer.writeCsv(columns_);
+        else
+            writer.writeText();
+    }
+
+private:
+    void writeJson(std::ostream& out, DatasetWriter const& writer) const
+    {
+        bool const isFloat = dataset_.elementType == MoxRead::ElementType::Float;
+        JsonWriter json(out);
+        json.beginObject().member("file", options_.file);
+        json.member("node", node_.id).member("path", path_);
+        writeDatasetName(json, variable_);
+        json.member("type", variable_.variableType());
+        json.member("elementType", isFloat ? "float" : "uint32");
+        json.member("rows", dataset_.rows()).member("width", unsigned{dataset_.width});
+        json.key("columns").values(columns_);
+        json.key("values").beginArray();
+        writer.writeJsonRows();
+        json.endArray().endObject();
+    }
+
+    DumpOptions const& options_;
+    MoxRead::Node const& node_;
+    std::string path_;
+    MoxRead::Variable const& variable_;
+    MoxRead::Dataset dataset_;
+    std::vector<std::string> columns_;
+};
+
+// No bar between the values on a terminal that shows both.
+int progressStream(DumpOptions const& options)
+{
+    constexpr int none = -1;
+    bool const showsValues = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
+    return showsValues ? none : STDERR_FILENO;
+}
+
+void writeFile(Dump const& dump, DumpOptions const& options, Common::Progress& progress)
+{
+    OutputFile file(options.output, options.overwrite);
+    dump.write(file.stream(), progress);
+    file.finish();
+}
+
+void dumpTo(std::ostream& out, DumpOptions const& options)
+{
+    // Reading a dataset may take as long as writing it.
+    Common::Progress progress("dump " + options.file, progressStream(options));
+    MoxRead::Model model(options.file);
+    Dump const dump(options, model);
+    if (options.output.empty())
+        dump.write(out, progress);
+    else
+        inFile(options.output, [&] { writeFile(dump, options, progress); });
+}
+
+void refuseBytesOnATerminal(DumpOptions const& options)
+{
+    bool const isNpy = !options.json && formatOf(options) == "npy";
+    if (isNpy && options.output.empty() && ::isatty(STDOUT_FILENO) == 1)
+        throw UsageError("npy is not for a terminal: name a file with -o");
+}
+
+} // namespace
+
+void addDumpCommand(CommandLine& commandLine)
+{
+    auto const options = std::make_shared<DumpOptions>();
+    SubCommand command = commandLine.addCommand("dump", "Write out the values of one dataset");
+    command.add("FILE", options->file, "Model file").required();
+    command
+        .add("PATH", options->node,
+             "Shape with the dataset: names from the root down, joined by /, or #ID")
+        .required();
+    command.add("DATASET", options->dataset, "Name of the dataset").required();
+    command.add("--step", options->step, "Step of the dataset, if it belongs to one")
+        .placeholder("STEP");
+    Argument const format =
+        command.add("--format", options->format, "Unless given, the ending of OUT tells it")
+            .placeholder("text|csv|npy")
+            .oneOf({"text", "csv", "npy"});
+    command.addFlag("--json", options->json, "Write JSON").excludes(format);
+    Argument const output =
+        command.add("-o,--output", options->output, "File to write to").placeholder("OUT");
+    command.addFlag("--overwrite", options->overwrite, "Replace OUT if it exists").needs(output);
+    command.explain(
+        "Example:\n  mox dump beam.mox Beam/Steel Displacement --step \"Load 1\" -o u.csv");
+    command.run([options] {
+        refuseBytesOnATerminal(*options);
+        return dumpDataset(*options, std::cout, std::cerr);
+    });
+}
+
+int dumpDataset(DumpOptions const& options, std::ostream& out, std::ostream& err)
+{
+    return runOnFile(options.file, err, [&] { dumpTo(out, options); });
+}

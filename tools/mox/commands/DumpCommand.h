@@ -1,0 +1,31 @@
+#ifndef MOX_COMMANDS_DUMPCOMMAND_H
+#define MOX_COMMANDS_DUMPCOMMAND_H
+
+#include <optional>
+#include <ostream>
+#include <string>
+
+class CommandLine;
+
+struct DumpOptions
+{
+    std::string file;
+    std::string node;
+    std::string dataset;
+    std::optional<std::string> step;
+    /// "text", "csv" or "npy"; empty for the one that the output's name tells, else text.
+    std::string format;
+    /// Empty for the standard output.
+    std::string output;
+    bool overwrite = false;
+    bool json = false;
+};
+
+/// Adds the command `dump`.
+void addDumpCommand(CommandLine& commandLine);
+
+/// Writes the values of one dataset to `out`, or to the file that the options name. A bad file, or
+/// a dataset that is not there, gets one line on `err`. Returns the exit status.
+int dumpDataset(DumpOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

@@ -1,0 +1,21 @@
+#ifndef MOX_COMMANDS_EXPORTCOMMAND_H
+#define MOX_COMMANDS_EXPORTCOMMAND_H
+
+#include "export/Export.h"
+
+#include <ostream>
+#include <string>
+
+class CommandLine;
+
+/// Adds the command `export`.
+void addExportCommand(CommandLine& commandLine);
+
+/// Writes a model as VTK's XML files and says on `out` what was written, as JSON if wanted. A
+/// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.
+/// Returns the exit status.
+int exportFile(std::string const& input, std::string const& output,
+               Export::ExportOptions const& options, bool asJson, std::ostream& out,
+               std::ostream& err);
+
+#endif

@@ -1,0 +1,23 @@
+#ifndef MOX_COMMANDS_FILECOMMAND_H
+#define MOX_COMMANDS_FILECOMMAND_H
+
+#include <functional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+
+/// What is wrong with which file, in one line that begins with the file's name.
+class FileError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Runs an action on a file; what it raises becomes a FileError that names the file.
+void inFile(std::string const& path, std::function<void()> const& action);
+
+/// Runs an action on a file and returns the exit status: 0, or 1 after one line on `err`, which
+/// names the file and says what is wrong with it.
+int runOnFile(std::string const& path, std::ostream& err, std::function<void()> const& action);
+
+#endif

@@ -1,0 +1,22 @@
+#ifndef MOX_COMMANDS_INFOCOMMAND_H
+#define MOX_COMMANDS_INFOCOMMAND_H
+
+#include <ostream>
+#include <string>
+
+class CommandLine;
+
+struct InfoOptions
+{
+    std::string file;
+    bool json = false;
+};
+
+/// Adds the command `info`.
+void addInfoCommand(CommandLine& commandLine);
+
+/// Prints on `out` of which blocks a file is made, and who wrote it. Needs a sound container, but
+/// looks into no values. A bad file gets one line on `err`. Returns the exit status.
+int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

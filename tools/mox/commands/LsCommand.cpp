@@ -1,0 +1,54 @@
+#include "LsCommand.h"
+
+#include "CommandLine.h"
+#include "FileCommand.h"
+#include "mox/print/JsonListing.h"
+#include "mox/print/Listing.h"
+#include "mox/print/ModelContents.h"
+
+#include "moxread/NodePath.h"
+
+#include <iostream>
+#include <memory>
+
+namespace {
+
+void list(LsOptions const& options, std::ostream& out)
+{
+    MoxRead::Model model(options.file);
+    MoxRead::Node const& first =
+        options.node ? MoxRead::NodePath(*options.node).find(model) : model.node(1);
+    Common::Progress progress("ls " + options.file);
+    ModelContents const contents(model, first, progress);
+    progress.wipe();
+    if (options.json)
+        JsonListing(contents, options.file).print(out);
+    else
+        Listing(contents).print(out);
+}
+
+} // namespace
+
+void addLsCommand(CommandLine& commandLine)
+{
+    auto const options = std::make_shared<LsOptions>();
+    SubCommand command = commandLine.addCommand("ls", "List what is in a model file");
+    command.add("FILE", options->file, "Model file").required();
+    command.add("PATH", options->node,
+                "Node to begin with: names from the root down, joined by /, or #ID");
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox ls beam.mox Beam/Steel");
+    command.run([options] { return listFile(*options, std::cout, std::cerr); });
+}
+
+int listFile(LsOptions const& options, std::ostream& out, std::ostream& err)
+{
+    return runOnFile(options.file, err, [&] { list(options, out); });
+}
+
+int listFile(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    LsOptions options;
+    options.file = path;
+    return listFile(options, out, err);
+}

@@ -1,0 +1,152 @@
+#include "TranslateCommand.h"
+
+#include "CommandLine.h"
+#include "mox/formats/ChildProcess.h"
+#include "mox/formats/Formats.h"
+#include "mox/formats/RunWithLibraries.h"
+
+#include <common/PartialFile.h>
+#include <common/Progress.h>
+#include <exchange/Error.h>
+
+#include <nlohmann/json.hpp>
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr char const* application = "mox translate";
+constexpr int success = 0;
+constexpr int failure = 1;
+
+Exchange::Error errorAbout(std::string const& file, std::string const& sentence)
+{
+    return Exchange::Error(file + ": " + sentence);
+}
+
+Format const& formatOfInput(std::string const& input)
+{
+    if (!std::filesystem::exists(input))
+        throw errorAbout(input, "There is no such file.");
+    Format const* const format = formatOf(FileProbe(input));
+    if (format == nullptr)
+        throw errorAbout(input, "The file is of no format that can be translated.");
+    return *format;
+}
+
+bool isReadByLibrary(Format const& format)
+{
+    return !format.package.empty();
+}
+
+Exchange::Summary translateWith(Format const& format, TranslateArguments const& arguments,
+                                Exchange::Report& report)
+{
+    if (!format.open)
+        throw errorAbout(arguments.input,
+                         "This is a file of the format " + format.name +
+                             ", and this mox was built without it: " + format.package +
+                             " has to be there when it is built.");
+    Common::Progress progress("translate " + arguments.input);
+    Exchange::TranslationOptions options;
+    options.overwrite = arguments.overwrite;
+    options.application = application;
+    options.progress = [&progress](std::uint64_t done, std::uint64_t all) {
+        progress.show(done, all);
+    };
+    return Exchange::translate(arguments.input, format.open, arguments.output, options, report);
+}
+
+void printSummary(Format const& format, Exchange::Summary const& summary,
+                  Exchange::Report const& report, std::ostream& out)
+{
+    nlohmann::ordered_json json = {{"format", format.name},
+                                   {"nodes", summary.nodes},
+                                   {"elements", summary.elements},
+                                   {"steps", summary.steps},
+                                   {"fields", summary.fields},
+                                   {"warnings", report.warnings()},
+                                   {"largestRelativeError", report.largestError()}};
+    constexpr int indent = 2;
+    // Names in warnings are those of the file, whatever bytes they have.
+    out << json.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+void run(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)
+{
+    Format const& format = formatOfInput(arguments.input);
+    Exchange::Report report;
+    report.skipUnknown = arguments.skipUnknown;
+    Exchange::Summary const summary = translateWith(format, arguments, report);
+    for (std::string const& warning : report.warnings())
+        err << application << ": warning: " << warning << '\n';
+    if (arguments.json)
+        printSummary(format, summary, report, out);
+}
+
+/// Some of the libraries end the process themselves, without a word.
+bool isOurs(int status)
+{
+    return status == success || status == failure;
+}
+
+/// Readers of other formats may crash when a file is damaged: their crash is told in a sentence.
+int translateInChild(TranslateArguments const& arguments)
+{
+    ChildResult const child =
+        runInChild([&] { return translateFile(arguments, std::cout, std::cerr); });
+    if (child.status && isOurs(*child.status))
+        return *child.status;
+    Common::PartialFile::removeLeftBy(child.id, arguments.output);
+    Common::Progress::wipeLeftOver();
+    std::cerr << application << ": " << arguments.input
+              << ": The file is damaged in a way that the library reading it does not survive.\n";
+    return failure;
+}
+
+int translateWithLibrary(TranslateArguments const& arguments, Format const& format)
+{
+    return format.open ? translateInChild(arguments)
+                       : translateFile(arguments, std::cout, std::cerr);
+}
+
+int translateWhereItCanBeRead(TranslateArguments const& arguments)
+{
+    Format const* const format = formatOf(FileProbe(arguments.input));
+    if (format == nullptr || !isReadByLibrary(*format))
+        return translateFile(arguments, std::cout, std::cerr);
+    return runWithLibraries(application, [&] { return translateWithLibrary(arguments, *format); });
+}
+
+} // namespace
+
+void addTranslateCommand(CommandLine& commandLine)
+{
+    auto const arguments = std::make_shared<TranslateArguments>();
+    SubCommand command = commandLine.addCommand(
+        "translate", "Make a model file of a result file: .frd, VTK, EnSight, CGNS, OpenFOAM, "
+                     "Exodus or Gmsh, as its content says");
+    command.add("IN", arguments->input, "Result file or case folder").required();
+    command.add("OUT", arguments->output, "Model file to be made").required();
+    command.addFlag("--overwrite", arguments->overwrite, "Replace OUT if it exists");
+    command.addFlag("--skip-unknown", arguments->skipUnknown,
+                    "Leave elements out that a model can't hold, such as polyhedra");
+    command.addFlag("--json", arguments->json, "Print what was written as JSON");
+    command.explain("Example:\n  mox translate result.pvd result.mox");
+    command.run([arguments] { return translateWhereItCanBeRead(*arguments); });
+}
+
+int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err)
+{
+    try {
+        run(arguments, out, err);
+        return success;
+    } catch (std::exception const& error) {
+        err << application << ": " << error.what() << '\n';
+        return failure;
+    }
+}

@@ -1,0 +1,161 @@
+#include "VerifyCommand.h"
+
+#include "CommandLine.h"
+#include "FileCommand.h"
+#include "mox/print/JsonWriter.h"
+
+#include "common/Progress.h"
+#include "moxread/Verify.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr auto oneLine = JsonWriter::Layout::OneLine;
+
+struct Verdict
+{
+    std::string file;
+    MoxRead::Summary summary;
+    /// Empty for a sound file; begins with the file's name.
+    std::string error;
+
+    bool isGood() const { return error.empty(); }
+};
+
+Verdict verdictOn(std::string const& path)
+{
+    Verdict verdict;
+    verdict.file = path;
+    Common::Progress progress("verify " + path);
+    try {
+        inFile(path, [&] {
+            verdict.summary = MoxRead::verify(
+                path, [&](std::uint64_t done, std::uint64_t all) { progress.show(done, all); });
+        });
+    } catch (FileError const& error) {
+        verdict.error = error.what();
+    }
+    return verdict;
+}
+
+void print(std::ostream& out, Verdict const& verdict)
+{
+    MoxRead::Summary const& summary = verdict.summary;
+    out << verdict.file << ": ok (" << summary.blocks << " blocks, " << summary.nodes << " nodes, "
+        << summary.datasets << " datasets, " << summary.bytes << " bytes)\n";
+}
+
+void write(JsonWriter& json, Verdict const& verdict)
+{
+    json.beginObject(oneLine).member("file", verdict.file).member("ok", verdict.isGood());
+    if (verdict.isGood()) {
+        json.member("blockCount", verdict.summary.blocks);
+        json.member("nodeCount", verdict.summary.nodes);
+        json.member("datasetCount", verdict.summary.datasets);
+        json.member("bytes", verdict.summary.bytes);
+    } else {
+        json.member("error", verdict.error);
+    }
+    json.endObject();
+}
+
+/// Takes the verdicts one by one, as they are reached.
+class VerdictText
+{
+public:
+    VerdictText(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
+
+    void add(Verdict const& verdict)
+    {
+        ++count_;
+        bad_ += verdict.isGood() ? 0 : 1;
+        if (verdict.isGood())
+            print(out_, verdict);
+        else
+            err_ << verdict.error << '\n';
+    }
+
+    void finish()
+    {
+        if (count_ > 1)
+            out_ << count_ << " files, " << bad_ << " bad\n";
+    }
+
+private:
+    std::ostream& out_;
+    std::ostream& err_;
+    std::size_t count_ = 0;
+    std::size_t bad_ = 0;
+};
+
+class VerdictJson
+{
+public:
+    VerdictJson(std::ostream& out, std::ostream& err) : json_(out), err_(err)
+    {
+        json_.beginObject().key("files").beginArray();
+    }
+
+    void add(Verdict const& verdict)
+    {
+        ++count_;
+        write(json_, verdict);
+        if (verdict.isGood())
+            return;
+        ++bad_;
+        err_ << verdict.error << '\n';
+    }
+
+    void finish()
+    {
+        json_.endArray().member("fileCount", count_).member("badCount", bad_).endObject();
+    }
+
+private:
+    JsonWriter json_;
+    std::ostream& err_;
+    std::size_t count_ = 0;
+    std::size_t bad_ = 0;
+};
+
+template <typename Report>
+int verifyAll(std::vector<std::string> const& files, Report report)
+{
+    bool areGood = true;
+    for (std::string const& file : files) {
+        Verdict const verdict = verdictOn(file);
+        report.add(verdict);
+        areGood = areGood && verdict.isGood();
+    }
+    report.finish();
+    return areGood ? 0 : 1;
+}
+
+} // namespace
+
+void addVerifyCommand(CommandLine& commandLine)
+{
+    auto const options = std::make_shared<VerifyOptions>();
+    SubCommand command =
+        commandLine.addCommand("verify", "Check every byte of a model file's layout");
+    command.add("FILE", options->files, "Model files").required();
+    command.addFlag("--json", options->json, "Print JSON");
+    command.explain("Example:\n  mox verify beam.mox frame.mox");
+    command.run([options] { return verifyFiles(*options, std::cout, std::cerr); });
+}
+
+int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err)
+{
+    return options.json ? verifyAll(options.files, VerdictJson(out, err))
+                        : verifyAll(options.files, VerdictText(out, err));
+}
+
+int verifyFile(std::string const& path, std::ostream& out, std::ostream& err)
+{
+    VerifyOptions options;
+    options.files = {path};
+    return verifyFiles(options, out, err);
+}

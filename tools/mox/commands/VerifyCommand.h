@@ -1,0 +1,26 @@
+#ifndef MOX_COMMANDS_VERIFYCOMMAND_H
+#define MOX_COMMANDS_VERIFYCOMMAND_H
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+class CommandLine;
+
+struct VerifyOptions
+{
+    std::vector<std::string> files;
+    bool json = false;
+};
+
+/// Adds the command `verify`.
+void addVerifyCommand(CommandLine& commandLine);
+
+/// Says on `out` that files are sound, or on `err` what is wrong with them: a line for each, and
+/// for several one more that counts them. Returns the exit status.
+int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err);
+
+/// The same for one file, as text.
+int verifyFile(std::string const& path, std::ostream& out, std::ostream& err);
+
+#endif

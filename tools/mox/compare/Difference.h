@@ -1,0 +1,38 @@
+#ifndef MOX_COMPARE_DIFFERENCE_H
+#define MOX_COMPARE_DIFFERENCE_H
+
+#include "ValueDifference.h"
+#include "mox/print/JsonWriter.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// One thing in which two models differ.
+struct Difference
+{
+    /// Such as "node", "attribute" or "values"; the documentation lists them.
+    std::string kind;
+    /// Of the node, as far as it is about one.
+    std::optional<std::string> path;
+    std::optional<std::string> dataset;
+    std::optional<std::string> step;
+    /// What of it differs, such as "translation", or the name of an attribute.
+    std::optional<std::string> property;
+    /// What each of the models has; nothing where it has none.
+    std::optional<std::string> left;
+    std::optional<std::string> right;
+    /// For the kind "values".
+    std::optional<ValueDifference> values;
+    /// Names of the values' columns.
+    std::vector<std::string> columns;
+
+    /// One line without its end.
+    std::string text() const;
+    void write(JsonWriter& json) const;
+
+private:
+    std::string subjectText() const;
+};
+
+#endif

@@ -1,0 +1,16 @@
+#ifndef MOX_COMPARE_TOLERANCE_H
+#define MOX_COMPARE_TOLERANCE_H
+
+/// How far two numbers may be from each other and still count as equal. One of the two bounds is
+/// enough.
+struct Tolerance
+{
+    double absolute = 0;
+    /// Of the larger of the two magnitudes.
+    double relative = 0;
+
+    /// NaN is equal to NaN only, and an infinite number only to itself.
+    bool accepts(double left, double right) const;
+};
+
+#endif

@@ -1,0 +1,22 @@
+#ifndef MOX_FORMATS_CHILDPROCESS_H
+#define MOX_FORMATS_CHILDPROCESS_H
+
+#include <functional>
+#include <optional>
+
+#include <sys/types.h>
+
+/// How a child process ended.
+struct ChildResult
+{
+    pid_t id = 0;
+    /// Nothing when it was ended by a signal.
+    std::optional<int> status;
+};
+
+/// Runs an action in a process of its own, so that its crash is not ours. What it returns becomes
+/// the exit status; what it writes to the standard streams is written when it ends. It is killed
+/// when we end before. Must be called while there is one thread only.
+ChildResult runInChild(std::function<int()> const& action);
+
+#endif

@@ -1,0 +1,8 @@
+#include "Openers.h"
+
+#include <read/exodus/Exodus.h>
+
+Exchange::SourceOpener exodusOpener()
+{
+    return Exodus::open;
+}

@@ -1,0 +1,37 @@
+#ifndef MOX_PRINT_LISTING_H
+#define MOX_PRINT_LISTING_H
+
+#include "ModelContents.h"
+
+#include "moxread/GlobalInformation.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// What a model contains, as text for people.
+class Listing
+{
+public:
+    explicit Listing(ModelContents const& contents);
+
+    /// Of the whole model, also what is known about the file.
+    void print(std::ostream& out) const;
+
+private:
+    void printSummary(std::ostream& out) const;
+    void printTree(std::ostream& out) const;
+    void printNode(std::ostream& out, MoxRead::Node const& node, std::string const& indent) const;
+    void printVariable(std::ostream& out, MoxRead::Variable const& variable,
+                       std::string const& indent) const;
+    void printSteps(std::ostream& out) const;
+    void printHeavyData(std::ostream& out) const;
+
+    ModelContents const& contents_;
+    MoxRead::Model const& model_;
+};
+
+/// Who wrote the file, and when: a line for each time.
+void printWritings(std::ostream& out, std::vector<MoxRead::WritingRecord> const& writings);
+
+#endif

@@ -1,0 +1,44 @@
+#ifndef MOX_PRINT_VALUETEXT_H
+#define MOX_PRINT_VALUETEXT_H
+
+#include "moxread/Dataset.h"
+
+#include <cstddef>
+#include <string>
+
+/// The shortest text from which the number can be recovered exactly.
+std::string textOf(float value);
+std::string textOf(double value);
+
+/// The numbers of a sequence, separated by blanks.
+template <typename Iterator>
+std::string textOf(Iterator begin, Iterator end)
+{
+    std::string text;
+    for (Iterator it = begin; it != end; ++it)
+        text += (it == begin ? "" : " ") + textOf(*it);
+    return text;
+}
+
+/// An attribute's value; numbers tell their type, unless they are integers, and texts are quoted.
+std::string textOf(MoxRead::AttributeValue const& value);
+
+/// The least and the greatest value of a dataset.
+struct ValueRange
+{
+    bool isFloat = true;
+    std::size_t count = 0;
+    std::size_t notNumbers = 0;
+    /// Of those that are numbers; floats and uint32s are exact here.
+    double least = 0;
+    double greatest = 0;
+
+    static ValueRange of(MoxRead::Dataset const& dataset);
+
+    bool hasNumbers() const { return notNumbers < count; }
+
+    /// Such as "range 0..2.5", "range 0..2.5 and 3 NaN", "all NaN" or "empty".
+    std::string text() const;
+};
+
+#endif

@@ -1,0 +1,18 @@
+#ifndef READ_FRD_ERROR_H
+#define READ_FRD_ERROR_H
+
+#include "exchange/Error.h"
+
+namespace Frd {
+
+/// One sentence about what is wrong with a result file. What concerns a place in the file begins
+/// with that place: "line 12: ..." or "byte 4711: ...".
+class Error : public Exchange::Error
+{
+public:
+    using Exchange::Error::Error;
+};
+
+} // namespace Frd
+
+#endif

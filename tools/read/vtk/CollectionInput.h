@@ -1,0 +1,43 @@
+#ifndef READ_VTK_COLLECTIONINPUT_H
+#define READ_VTK_COLLECTIONINPUT_H
+
+#include "Input.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace VtkRead {
+
+/// A file that names the files of a series, several for one time when there are parts.
+class CollectionInput : public Input
+{
+public:
+    explicit CollectionInput(std::filesystem::path const& path);
+
+    std::vector<double> const& times() const override { return times_; }
+    /// That of the step's first file.
+    std::string stepName(std::size_t step) override;
+    vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
+
+private:
+    struct Entry
+    {
+        std::filesystem::path file;
+        std::string group;
+        std::string name;
+    };
+
+    void addEntries(std::filesystem::path const& path);
+    std::vector<Entry> const& entriesOf(std::size_t step) const;
+
+    /// In the order of the file, for each time.
+    std::map<double, std::vector<Entry>> entries_;
+    bool hasTimes_ = false;
+    std::vector<double> times_;
+};
+
+} // namespace VtkRead
+
+#endif

@@ -1,0 +1,23 @@
+#ifndef READ_VTK_FINGERPRINT_H
+#define READ_VTK_FINGERPRINT_H
+
+#include <cstdint>
+
+class vtkDataSet;
+
+namespace VtkRead {
+
+/// Tells whether a mesh is the same as in another step without keeping either.
+struct Fingerprint
+{
+    /// Of cells, their points, ids and ghost marks.
+    std::uint64_t cells = 0;
+    /// Of where the points are.
+    std::uint64_t coordinates = 0;
+
+    static Fingerprint of(vtkDataSet* data);
+};
+
+} // namespace VtkRead
+
+#endif

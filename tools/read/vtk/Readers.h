@@ -1,0 +1,20 @@
+#ifndef READ_VTK_READERS_H
+#define READ_VTK_READERS_H
+
+#include "FileKind.h"
+#include "Input.h"
+
+#include <exchange/Report.h>
+
+#include <filesystem>
+#include <memory>
+
+namespace VtkRead {
+
+/// Everything that there is to read is selected.
+std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path,
+                                 Exchange::Report& report);
+
+} // namespace VtkRead
+
+#endif

@@ -6,9 +6,9 @@
 
 #include <exchange/Translation.h>
 #include <export/Export.h>
-#include <read/frd/Frd.h>
 #include <read/frd/Reader.h>
 #include <read/frd/ResultLayout.h>
+#include <read/frd/Source.h>
 #include <read/frd/StepNames.h>
 
 #include <vtkCell.h>
@@ -93,8 +93,7 @@ std::vector<vtkIdType> nodesOf(Frd::Mesh const& mesh, Frd::Element const& elemen
 }
 
 /// The same of a cell.
-std::vector<vtkIdType> nodesOf(vtkUnstructuredGrid& grid, vtkIdType cell,
-                               Frd::ElementType const& type)
+std::vector<vtkIdType> nodesOf(vtkUnstructuredGrid& grid, vtkIdType cell, Frd::Topology const& type)
 {
     auto const ids = ReadBack::ids(grid.GetPointData(), "Node Ids");
     vtkNew<vtkIdList> points;

@@ -8,8 +8,8 @@
 #include "exchange/Translation.h"
 #include "moxread/Verify.h"
 #include "read/frd/Error.h"
-#include "read/frd/Frd.h"
 #include "read/frd/Reader.h"
+#include "read/frd/Source.h"
 
 #include <cstdio>
 #include <string>

@@ -83,8 +83,8 @@ void addNames(vtkFieldData& data, Grid const& grid)
     Texts groups;
     bool hasGroups = false;
     for (Placement const& placement : grid.placements()) {
-        names.push_back(xmlText(placement.part->name));
-        groups.push_back(pathOf(placement.part->groups));
+        names.push_back(xmlText(placement.shape->name));
+        groups.push_back(pathOf(placement.shape->groups));
         hasGroups = hasGroups || !groups.back().empty();
     }
     addTexts(data, "Shape Names", names);
@@ -100,7 +100,7 @@ void addMaterialArray(vtkFieldData& data, Grid const& grid, char const* name, in
     array->SetName(name);
     array->SetNumberOfComponents(width);
     for (Placement const& placement : grid.placements())
-        array->InsertNextTuple(valuesOf(placement.part->material.value_or(MoxRead::Material())));
+        array->InsertNextTuple(valuesOf(placement.shape->material.value_or(MoxRead::Material())));
     data.AddArray(array);
 }
 
@@ -133,7 +133,7 @@ TextTable attributesIn(Grid const& grid, std::string const& step)
 {
     TextTable table;
     for (Placement const& placement : grid.placements()) {
-        for (MoxRead::Variable const* variable : placement.part->datasetsOf(step)) {
+        for (MoxRead::Variable const* variable : placement.shape->datasetsOf(step)) {
             for (auto const& [key, value] : variable->attributes) {
                 Texts& texts = table["Dataset " + variable->datasetName() + ": " + key];
                 texts.resize(grid.placements().size());
@@ -158,7 +158,7 @@ std::map<std::string, std::string> commonAttributes(Grid const& grid, std::strin
     std::map<std::string, Agreement> found;
     std::size_t datasets = 0;
     for (Placement const& placement : grid.placements()) {
-        for (MoxRead::Variable const* variable : placement.part->datasetsOf(step)) {
+        for (MoxRead::Variable const* variable : placement.shape->datasetsOf(step)) {
             // A link has none of its own.
             datasets += variable->linked ? 0U : 1U;
             for (auto const& [key, value] : variable->attributes) {
@@ -175,10 +175,10 @@ std::map<std::string, std::string> commonAttributes(Grid const& grid, std::strin
     return common;
 }
 
-void addGroupAttributes(vtkFieldData& data, Part const& part)
+void addGroupAttributes(vtkFieldData& data, ModelShape const& shape)
 {
     std::vector<MoxRead::Node const*> path;
-    for (MoxRead::Node const* group : part.groups) {
+    for (MoxRead::Node const* group : shape.groups) {
         path.push_back(group);
         std::string const prefix = path.size() == 1 ? "Root: " : "Group " + pathOf(path) + ": ";
         for (auto const& [key, value] : group->group()->attributes)
@@ -211,7 +211,7 @@ Annotations::Annotations(Grid const& grid) : grid_(grid)
     addNames(*constant_, grid);
     addMaterials(*constant_, grid);
     for (Placement const& placement : grid.placements())
-        addGroupAttributes(*constant_, *placement.part);
+        addGroupAttributes(*constant_, *placement.shape);
     addTable(*constant_, attributesIn(grid, ""));
     grid.get()->GetFieldData()->ShallowCopy(constant_);
 }

@@ -31,10 +31,10 @@ public:
                 groups_.emplace(node.id, add("Block", groupAbove(node), node.name));
     }
 
-    void addGrid(Part const& part, std::string const& file)
+    void addGrid(ModelShape const& shape, std::string const& file)
     {
-        std::uint32_t const group = part.groups.empty() ? 0 : part.groups.back()->id;
-        add("DataSet", *groups_.at(group), part.name)->SetAttribute("file", file.c_str());
+        std::uint32_t const group = shape.groups.empty() ? 0 : shape.groups.back()->id;
+        add("DataSet", *groups_.at(group), shape.name)->SetAttribute("file", file.c_str());
     }
 
     vtkXMLDataElement& root() { return *root_; }
@@ -77,7 +77,7 @@ void writeBlocks(MoxRead::Model const& model, std::vector<std::unique_ptr<Grid>>
         std::string const name =
             folder.filename().string() + "_" + std::to_string(number++) + ".vtu";
         writeGrid(*grid->get(), folder / name);
-        index.addGrid(*grid->placements().front().part, folder.filename() / name);
+        index.addGrid(*grid->placements().front().shape, folder.filename() / name);
     }
     writeXml("vtkMultiBlockDataSet", index.root(), file);
 }

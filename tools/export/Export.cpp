@@ -91,7 +91,7 @@ bool Exporter::isCollection() const
 StepReader::Layout Exporter::layout() const
 {
     bool const isApart =
-        isCollection() ? reader_.parts().size() > 1 : fs::path(output_).extension() == ".vtm";
+        isCollection() ? reader_.shapes().size() > 1 : fs::path(output_).extension() == ".vtm";
     return isApart ? StepReader::Layout::Apart : StepReader::Layout::Joined;
 }
 

@@ -16,14 +16,14 @@ constexpr char const* nodeIds = "Node Ids";
 constexpr char const* elementIds = "Element IDs";
 constexpr char const* shapeNumbers = "Shape";
 
-std::vector<Placement> placementsOf(std::vector<Part const*> const& parts,
+std::vector<Placement> placementsOf(std::vector<ModelShape const*> const& shapes,
                                     MoxRead::Model const& model, Warnings& warnings)
 {
     std::vector<Placement> placements;
     Placement next;
-    for (Part const* part : parts) {
-        next.part = part;
-        next.mesh = Mesh::of(*part, model, warnings);
+    for (ModelShape const* shape : shapes) {
+        next.shape = shape;
+        next.mesh = MeshDatasets::of(*shape, model, warnings);
         placements.push_back(next);
         ++next.index;
         next.firstNode += next.mesh.nodeCount;
@@ -65,8 +65,9 @@ void addFieldNames(vtkDataSetAttributes& data, std::set<std::string>& names)
 
 } // namespace
 
-Grid::Grid(std::vector<Part const*> const& parts, MoxRead::Model const& model, Warnings& warnings)
-    : placements_(placementsOf(parts, model, warnings)), mesh_(placements_, model),
+Grid::Grid(std::vector<ModelShape const*> const& shapes, MoxRead::Model const& model,
+           Warnings& warnings)
+    : placements_(placementsOf(shapes, model, warnings)), mesh_(placements_, model),
       fields_(*grid_, model, warnings)
 {
     mesh_.attachTo(*grid_);

@@ -3,7 +3,7 @@
 
 #include "GridFields.h"
 #include "GridMesh.h"
-#include "Part.h"
+#include "ModelShape.h"
 #include "Placement.h"
 #include "ReadPlan.h"
 #include "Warnings.h"
@@ -26,7 +26,8 @@ class Grid
 {
 public:
     /// Makes room for the mesh. What is given must outlive the grid.
-    Grid(std::vector<Part const*> const& parts, MoxRead::Model const& model, Warnings& warnings);
+    Grid(std::vector<ModelShape const*> const& shapes, MoxRead::Model const& model,
+         Warnings& warnings);
     Grid(Grid const&) = delete;
     Grid& operator=(Grid const&) = delete;
     ~Grid() = default;

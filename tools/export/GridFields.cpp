@@ -111,7 +111,7 @@ void copyRows(vtkDataArray& array, std::int64_t firstRow, MoxRead::Dataset const
 std::string datasetOf(MoxRead::Variable const& variable, Placement const& placement)
 {
     return "The dataset " + MoxRead::quoted(variable.datasetName()) + " of the shape " +
-           MoxRead::quoted(placement.part->name);
+           MoxRead::quoted(placement.shape->name);
 }
 
 } // namespace
@@ -140,7 +140,7 @@ void GridFields::planAll(ReadPlan& plan, std::vector<Placement> const& placement
     for (Placement const& placement : placements) {
         if (placement.mesh.coordinates == nullptr)
             continue;
-        for (MoxRead::Variable const* variable : placement.part->datasetsOf(step))
+        for (MoxRead::Variable const* variable : placement.shape->datasetsOf(step))
             if (!isOfMesh(*variable) && fits(placement, *variable))
                 planOne(plan, placement, *variable);
     }
@@ -153,8 +153,8 @@ void GridFields::planOne(ReadPlan& plan, Placement const& placement,
     std::int64_t const firstRow =
         isOnNodes(variable) ? placement.firstNode : placement.firstElement;
     bool const isTurned = isDisplacement(variable, model_.resolve(variable)) &&
-                          !placement.part->transform.isIdentity();
-    Transform const* const transform = isTurned ? &placement.part->transform : nullptr;
+                          !placement.shape->transform.isIdentity();
+    Transform const* const transform = isTurned ? &placement.shape->transform : nullptr;
     plan.add(variable, [array, firstRow, transform](MoxRead::Dataset const& dataset) {
         copyRows(*array, firstRow, dataset);
         if (transform != nullptr)

@@ -39,7 +39,7 @@ void put(Id* to, std::int64_t value)
 
 Error errorIn(Placement const& placement, std::string const& sentence)
 {
-    return Error("Shape " + MoxRead::quoted(placement.part->name) + ": " + sentence);
+    return Error("Shape " + MoxRead::quoted(placement.shape->name) + ": " + sentence);
 }
 
 void checkIntegers(Placement const& placement, MoxRead::Dataset const& dataset, char const* name)
@@ -84,7 +84,7 @@ CellTypes cellTypesOf(Placement const& placement)
 MoxRead::Variable const* coordinatesIn(std::string const& step, Placement const& placement,
                                        MoxRead::Model const& model)
 {
-    for (MoxRead::Variable const* variable : placement.part->datasetsOf(step))
+    for (MoxRead::Variable const* variable : placement.shape->datasetsOf(step))
         if (isCoordinates(*variable) && model.resolve(*variable).rows() == placement.mesh.nodeCount)
             return variable;
     return placement.mesh.coordinates;
@@ -180,9 +180,9 @@ void GridMesh::takeCoordinates(Placement const& placement, MoxRead::Dataset cons
     float* const first = coordinates_->GetPointer(3 * placement.firstNode);
     std::transform(dataset.words.begin(), dataset.words.end(), first,
                    [&](std::uint32_t word) { return coordinateFrom(word, dataset.elementType); });
-    if (!placement.part->transform.isIdentity())
+    if (!placement.shape->transform.isIdentity())
         for (std::size_t row = 0; row < dataset.rows(); ++row)
-            placement.part->transform.applyToPoint(first + 3 * row);
+            placement.shape->transform.applyToPoint(first + 3 * row);
     coordinates_->Modified();
 }
 

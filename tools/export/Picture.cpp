@@ -322,9 +322,9 @@ double Picture::textUnit() const
     return std::min<double>(height_, 0.75 * width_);
 }
 
-int Picture::fontSize(double part) const
+int Picture::fontSize(double shape) const
 {
-    return std::max(leastFontSize * samples_, static_cast<int>(std::lround(part * textUnit())));
+    return std::max(leastFontSize * samples_, static_cast<int>(std::lround(shape * textUnit())));
 }
 
 void Picture::prepare(vtkTextProperty& text, double size) const

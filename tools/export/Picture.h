@@ -52,7 +52,7 @@ private:
     void addAxes();
     void aim(PictureContent const& content);
     double textUnit() const;
-    int fontSize(double part) const;
+    int fontSize(double shape) const;
     void prepare(vtkTextProperty& text, double size) const;
 
     int samples_;

@@ -1,8 +1,8 @@
 #ifndef EXPORT_PLACEMENT_H
 #define EXPORT_PLACEMENT_H
 
-#include "Mesh.h"
-#include "Part.h"
+#include "MeshDatasets.h"
+#include "ModelShape.h"
 
 #include <cstdint>
 
@@ -11,10 +11,10 @@ namespace Export {
 /// Where the rows of a shape are in a grid.
 struct Placement
 {
-    Part const* part = nullptr;
+    ModelShape const* shape = nullptr;
     /// Which of the grid's shapes it is, from 0.
     int index = 0;
-    Mesh mesh;
+    MeshDatasets mesh;
     std::int64_t firstNode = 0;
     std::int64_t firstElement = 0;
     /// Its first place in the connectivity.

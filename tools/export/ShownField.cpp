@@ -80,7 +80,7 @@ std::optional<std::string> firstField(Grid const& grid, std::string const& step)
 {
     vtkUnstructuredGrid& data = *grid.get();
     for (Placement const& placement : grid.placements()) {
-        for (MoxRead::Variable const* variable : placement.part->datasetsOf(step)) {
+        for (MoxRead::Variable const* variable : placement.shape->datasetsOf(step)) {
             std::string const name = xmlText(variable->datasetName());
             bool const isThere = data.GetPointData()->GetArray(name.c_str()) != nullptr ||
                                  data.GetCellData()->GetArray(name.c_str()) != nullptr;

@@ -9,27 +9,27 @@ namespace Export {
 
 namespace {
 
-using PartGroups = std::vector<std::vector<Part const*>>;
+using ShapeGroups = std::vector<std::vector<ModelShape const*>>;
 
-PartGroups groupsOf(std::vector<Part> const& parts, StepReader::Layout layout)
+ShapeGroups groupsOf(std::vector<ModelShape> const& shapes, StepReader::Layout layout)
 {
-    PartGroups groups;
+    ShapeGroups groups;
     if (layout == StepReader::Layout::Joined)
         groups.emplace_back();
-    for (Part const& part : parts) {
+    for (ModelShape const& shape : shapes) {
         if (layout == StepReader::Layout::Apart)
             groups.emplace_back();
-        groups.back().push_back(&part);
+        groups.back().push_back(&shape);
     }
     return groups;
 }
 
 } // namespace
 
-StepReader::StepReader(std::string const& path) : model_(path), parts_(partsOf(model_))
+StepReader::StepReader(std::string const& path) : model_(path), shapes_(shapesOf(model_))
 {
     std::optional<std::string> warning;
-    steps_ = stepsOf(parts_, warning);
+    steps_ = stepsOf(shapes_, warning);
     if (warning)
         warnings_.add(*warning);
     if (steps_.empty())
@@ -50,7 +50,7 @@ Step const& StepReader::step(std::optional<std::string> const& name) const
 void StepReader::open(Layout layout)
 {
     ReadPlan plan(model_);
-    for (std::vector<Part const*> const& group : groupsOf(parts_, layout)) {
+    for (std::vector<ModelShape const*> const& group : groupsOf(shapes_, layout)) {
         grids_.push_back(std::make_unique<Grid>(group, model_, warnings_));
         grids_.back()->planMesh(plan);
     }

@@ -29,7 +29,7 @@ public:
     /// Finds shapes and steps; reads no values yet.
     explicit StepReader(std::string const& path);
 
-    std::vector<Part> const& parts() const { return parts_; }
+    std::vector<ModelShape> const& shapes() const { return shapes_; }
     /// At least one: a model without steps has one without a name.
     std::vector<Step> const& steps() const { return steps_; }
     /// Throws `Error` when there is no step of that name; without a name, the last one.
@@ -45,7 +45,7 @@ public:
 
 private:
     MoxRead::Model model_;
-    std::vector<Part> parts_;
+    std::vector<ModelShape> shapes_;
     std::vector<Step> steps_;
     Warnings warnings_;
     std::vector<std::unique_ptr<Grid>> grids_;

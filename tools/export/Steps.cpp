@@ -49,12 +49,12 @@ void addTimes(StepEntry& entry, MoxRead::Attributes const& attributes)
     }
 }
 
-std::vector<StepEntry> entriesOf(std::vector<Part> const& parts)
+std::vector<StepEntry> entriesOf(std::vector<ModelShape> const& shapes)
 {
     std::vector<StepEntry> entries;
     std::map<std::string, std::size_t> places;
-    for (Part const& part : parts) {
-        for (MoxRead::Variable const& variable : part.geometry->variables) {
+    for (ModelShape const& shape : shapes) {
+        for (MoxRead::Variable const& variable : shape.geometry->variables) {
             if (!variable.hasStep())
                 continue;
             std::string const name = variable.stepName();
@@ -118,9 +118,10 @@ std::vector<Step> timed(std::vector<StepEntry> const& entries)
 
 } // namespace
 
-std::vector<Step> stepsOf(std::vector<Part> const& parts, std::optional<std::string>& warning)
+std::vector<Step> stepsOf(std::vector<ModelShape> const& shapes,
+                          std::optional<std::string>& warning)
 {
-    std::vector<StepEntry> const entries = entriesOf(parts);
+    std::vector<StepEntry> const entries = entriesOf(shapes);
     if (!haveAll(entries))
         return numbered(entries);
     if (!areDifferent(entries)) {

@@ -1,7 +1,7 @@
 #ifndef EXPORT_STEPS_H
 #define EXPORT_STEPS_H
 
-#include "Part.h"
+#include "ModelShape.h"
 
 #include <optional>
 #include <string>
@@ -20,7 +20,8 @@ struct Step
 /// The steps of a model: in the order of their times when they have times, else in the order in
 /// which the shapes have them. Steps whose times are not known, or not all different, are numbered
 /// from 1; for the latter, `warning` says so.
-std::vector<Step> stepsOf(std::vector<Part> const& parts, std::optional<std::string>& warning);
+std::vector<Step> stepsOf(std::vector<ModelShape> const& shapes,
+                          std::optional<std::string>& warning);
 
 } // namespace Export
 

@@ -25,9 +25,9 @@ constexpr int fineLevel = 2;
 constexpr int coarseLevel = 1;
 constexpr vtkIdType manyElements = 200000;
 
-unsigned char byteOf(float part)
+unsigned char byteOf(float shape)
 {
-    return static_cast<unsigned char>(std::lround(255 * std::clamp(part, 0.0F, 1.0F)));
+    return static_cast<unsigned char>(std::lround(255 * std::clamp(shape, 0.0F, 1.0F)));
 }
 
 vtkSmartPointer<vtkUnsignedCharArray> shapeColors(Grid const& grid)
@@ -37,7 +37,7 @@ vtkSmartPointer<vtkUnsignedCharArray> shapeColors(Grid const& grid)
     colors->SetNumberOfComponents(3);
     colors->SetNumberOfTuples(grid.get()->GetNumberOfCells());
     for (Placement const& placement : grid.placements()) {
-        auto const diffuse = placement.part->material.value_or(MoxRead::Material()).diffuse;
+        auto const diffuse = placement.shape->material.value_or(MoxRead::Material()).diffuse;
         unsigned char* to = colors->GetPointer(3 * placement.firstElement);
         for (std::uint32_t i = 0; i < placement.mesh.elementCount; ++i)
             to = std::transform(diffuse.begin(), diffuse.begin() + 3, to, byteOf);

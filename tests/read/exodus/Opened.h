@@ -3,7 +3,7 @@
 
 #include "support/SourceContent.h"
 
-#include <read/exodus/Exodus.h>
+#include <read/exodus/Source.h>
 
 namespace ExodusTest {
 

@@ -6,7 +6,7 @@
 
 #include <exchange/Translation.h>
 #include <export/Export.h>
-#include <read/exodus/Exodus.h>
+#include <read/exodus/Source.h>
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <support/ModelFile.h>
 
 #include <exchange/Translation.h>
-#include <read/exodus/Exodus.h>
+#include <read/exodus/Source.h>
 
 #include <gtest/gtest.h>
 

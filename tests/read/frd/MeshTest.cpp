@@ -29,7 +29,7 @@ TEST(Mesh, ASecondNodeOrElementOfTheSameIdIsNotAdded)
     EXPECT_TRUE(mesh.addNode({1, {}}));
     EXPECT_FALSE(mesh.addNode({1, {}}));
     EXPECT_EQ(mesh.nodes().size(), 1U);
-    Frd::ElementType const& line = *Frd::ElementType::find(11);
+    Frd::Topology const& line = *Frd::Topology::find(11);
     EXPECT_TRUE(mesh.addElement(1, line, 0, 0, {0, 0}));
     EXPECT_FALSE(mesh.addElement(1, line, 0, 0, {0, 0}));
     EXPECT_EQ(mesh.elements().size(), 1U);
@@ -40,8 +40,8 @@ TEST(Mesh, EachElementKnowsItsOwnNodes)
     Frd::Mesh mesh;
     for (std::uint32_t id = 10; id < 15; ++id)
         mesh.addNode({id, {}});
-    mesh.addElement(1, *Frd::ElementType::find(11), 0, 0, {4, 2});
-    mesh.addElement(2, *Frd::ElementType::find(7), 0, 0, {1, 3, 0});
+    mesh.addElement(1, *Frd::Topology::find(11), 0, 0, {4, 2});
+    mesh.addElement(2, *Frd::Topology::find(7), 0, 0, {1, 3, 0});
     EXPECT_EQ(mesh.nodeOf(mesh.elements()[0], 1), 2U);
     EXPECT_EQ(mesh.nodeOf(mesh.elements()[1], 0), 1U);
     EXPECT_EQ(mesh.nodeOf(mesh.elements()[1], 2), 0U);

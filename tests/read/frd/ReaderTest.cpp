@@ -1,5 +1,5 @@
 // Files as this reader takes them, byte by byte. Binary records are put together from the images
-// of their numbers, as MeshReader.cpp and ResultReader.cpp draw them.
+// of their numbers, as MeshBlockReader.cpp and ResultBlockReader.cpp draw them.
 
 #include "TestFiles.h"
 

@@ -8,7 +8,7 @@
 #include <exchange/Translation.h>
 #include <moxread/Model.h>
 #include <moxread/Verify.h>
-#include <read/frd/Frd.h>
+#include <read/frd/Source.h>
 
 #include <gtest/gtest.h>
 

@@ -5,6 +5,7 @@
 #include <support/Folder.h>
 
 #include <exchange/Error.h>
+#include <read/gmsh/FileEnds.h>
 
 #include <gtest/gtest.h>
 
@@ -55,18 +56,18 @@ std::string const element = "$Elements\n1\n1 2 2 0 1 1 2 3\n$EndElements\n";
 
 TEST_F(DamagedGmshFile, OnlyItsOwnFilesAreRecognised)
 {
-    EXPECT_TRUE(Gmsh::recognises(folder_.write("a", format)));
+    EXPECT_TRUE(Gmsh::hasBeginning(folder_.write("a", format)));
     for (char const* const content :
          {"", "$", "$MeshForma", "$NOD\n", "$Comments\nSystemCall \"true\";\n$MeshFormat\n",
           "<?xml version=\"1.0\"?>", "CDF\x01", "Point(1) = {};"}) {
         auto const path = folder_.write("b", content);
-        EXPECT_FALSE(Gmsh::recognises(path)) << content;
+        EXPECT_FALSE(Gmsh::hasBeginning(path)) << content;
         EXPECT_EQ(errorOf(path),
                   "The file does not begin as a mesh of Gmsh does: with $MeshFormat.")
             << content;
     }
-    EXPECT_FALSE(Gmsh::recognises(folder_.path("nothing")));
-    EXPECT_FALSE(Gmsh::recognises(folder_.path("")));
+    EXPECT_FALSE(Gmsh::hasBeginning(folder_.path("nothing")));
+    EXPECT_FALSE(Gmsh::hasBeginning(folder_.path("")));
 }
 
 TEST_F(DamagedGmshFile, FilesWithoutNodesAreRefused)

@@ -3,7 +3,7 @@
 
 #include "support/SourceContent.h"
 
-#include <read/gmsh/Gmsh.h>
+#include <read/gmsh/Source.h>
 
 #include <cstdint>
 #include <filesystem>

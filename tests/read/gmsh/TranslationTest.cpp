@@ -4,7 +4,7 @@
 #include <support/ModelFile.h>
 
 #include <exchange/Translation.h>
-#include <read/gmsh/Gmsh.h>
+#include <read/gmsh/Source.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "Openers.h"
 
-#include <read/exodus/Exodus.h>
+#include <read/exodus/Source.h>
 
 Exchange::SourceOpener exodusOpener()
 {

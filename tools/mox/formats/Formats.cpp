@@ -2,7 +2,7 @@
 
 #include "Openers.h"
 
-#include <read/frd/Frd.h>
+#include <read/frd/Source.h>
 
 #include <algorithm>
 

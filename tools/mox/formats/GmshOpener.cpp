@@ -1,6 +1,6 @@
 #include "Openers.h"
 
-#include <read/gmsh/Gmsh.h>
+#include <read/gmsh/Source.h>
 
 Exchange::SourceOpener gmshOpener()
 {

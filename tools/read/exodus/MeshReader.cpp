@@ -54,7 +54,7 @@ std::vector<std::uint64_t> equalOffsets(std::size_t count, std::size_t size)
     return offsets;
 }
 
-Exchange::AttributeList attributesOf(Mesh::Block const& block)
+Exchange::AttributeList attributesOf(PartRows const& block)
 {
     bool const isInt =
         block.id >= std::numeric_limits<int>::min() && block.id <= std::numeric_limits<int>::max();
@@ -91,27 +91,27 @@ void MeshReader::addBlocks()
     std::vector<std::string> const names = database_.names(EX_ELEM_BLOCK, count);
     for (std::size_t i = 0; i < ids.size(); ++i) {
         ex_block const parameters = database_.block(ids[i]);
-        mesh_.blocks.push_back(blockOf(parameters, names[i]));
-        addPart(mesh_.blocks.back(), parameters);
+        rows_.blocks.push_back(blockOf(parameters, names[i]));
+        addPart(rows_.blocks.back(), parameters);
     }
     std::size_t const last =
-        mesh_.blocks.empty() ? 0
-                             : mesh_.blocks.back().firstElement + mesh_.blocks.back().elementCount;
+        rows_.blocks.empty() ? 0
+                             : rows_.blocks.back().firstElement + rows_.blocks.back().elementCount;
     if (last != database_.elementCount())
         throw Exchange::Error("The file is damaged: its blocks have " + std::to_string(last) +
                               " elements, but it says " + std::to_string(database_.elementCount()) +
                               ".");
 }
 
-Mesh::Block MeshReader::blockOf(ex_block const& parameters, std::string const& name) const
+PartRows MeshReader::blockOf(ex_block const& parameters, std::string const& name) const
 {
-    Mesh::Block block;
+    PartRows block;
     block.id = parameters.id;
     block.name = name.empty() ? "Block " + std::to_string(parameters.id) : name;
     block.topology = parameters.topology;
     block.elementCount = static_cast<std::size_t>(parameters.num_entry);
-    if (!mesh_.blocks.empty())
-        block.firstElement = mesh_.blocks.back().firstElement + mesh_.blocks.back().elementCount;
+    if (!rows_.blocks.empty())
+        block.firstElement = rows_.blocks.back().firstElement + rows_.blocks.back().elementCount;
     if (isPolygon(block.topology))
         block.elements.type = Exchange::ElementType::find("Polygon");
     else
@@ -121,7 +121,7 @@ Mesh::Block MeshReader::blockOf(ex_block const& parameters, std::string const& n
     return block;
 }
 
-void MeshReader::addPart(Mesh::Block& block, ex_block const& parameters)
+void MeshReader::addPart(PartRows& block, ex_block const& parameters)
 {
     Exchange::Part part;
     part.name = block.name;
@@ -155,7 +155,7 @@ std::vector<std::uint64_t> MeshReader::readOffsets(ex_block const& parameters) c
                         static_cast<std::size_t>(parameters.num_nodes_per_entry));
 }
 
-void MeshReader::addElements(Exchange::Part& part, Mesh::Block& block,
+void MeshReader::addElements(Exchange::Part& part, PartRows& block,
                              ex_block const& parameters) const
 {
     std::vector<std::uint32_t> const rows = readNodes(parameters);
@@ -179,13 +179,13 @@ void MeshReader::addElements(Exchange::Part& part, Mesh::Block& block,
 void MeshReader::addPartOfUnusedNodes()
 {
     std::vector<bool> isUsed(database_.nodeCount());
-    for (Mesh::Block const& block : mesh_.blocks)
+    for (PartRows const& block : rows_.blocks)
         for (std::uint32_t const node : block.nodes)
             isUsed[node] = true;
     for (std::size_t i = 0; i < isUsed.size(); ++i)
         if (!isUsed[i])
-            mesh_.unusedNodes.push_back(static_cast<std::uint32_t>(i));
-    if (mesh_.unusedNodes.empty())
+            rows_.unusedNodes.push_back(static_cast<std::uint32_t>(i));
+    if (rows_.unusedNodes.empty())
         return;
     Exchange::Part part;
     part.name = "Nodes without elements";
@@ -197,7 +197,7 @@ void MeshReader::addCoordinates()
     std::array<Reals, 3> const axes = database_.coordinates();
     auto const dimension = static_cast<std::size_t>(database_.parameters().num_dim);
     for (std::size_t p = 0; p < parts_.size(); ++p) {
-        std::vector<std::uint32_t> const& nodes = mesh_.nodesOfPart(p);
+        std::vector<std::uint32_t> const& nodes = rows_.nodesOfPart(p);
         parts_[p].coordinates.resize(3 * nodes.size());
         for (std::size_t i = 0; i < nodes.size(); ++i)
             for (std::size_t axis = 0; axis < dimension; ++axis)
@@ -209,13 +209,13 @@ void MeshReader::addNumbers()
 {
     std::vector<std::int64_t> const nodes = database_.numbers(EX_NODE_MAP, database_.nodeCount());
     for (std::size_t p = 0; p < parts_.size(); ++p)
-        for (std::uint32_t const node : mesh_.nodesOfPart(p))
+        for (std::uint32_t const node : rows_.nodesOfPart(p))
             parts_[p].nodeIds.push_back(nodes[node]);
     std::vector<std::int64_t> const elements =
         database_.numbers(EX_ELEM_MAP, database_.elementCount());
-    for (std::size_t p = 0; p < mesh_.blocks.size(); ++p) {
+    for (std::size_t p = 0; p < rows_.blocks.size(); ++p) {
         auto const first =
-            elements.begin() + static_cast<std::ptrdiff_t>(mesh_.blocks[p].firstElement);
+            elements.begin() + static_cast<std::ptrdiff_t>(rows_.blocks[p].firstElement);
         parts_[p].elementIds.assign(first,
                                     first + static_cast<std::ptrdiff_t>(parts_[p].elementCount()));
     }
@@ -243,7 +243,7 @@ void MeshReader::addNodeSet(std::int64_t id, std::string const& name)
     if (rows.empty())
         report_.warn("The node set '" + name + "' is empty and was left out.");
     for (std::size_t p = 0; p < parts_.size(); ++p) {
-        std::vector<std::uint32_t> const& nodes = mesh_.nodesOfPart(p);
+        std::vector<std::uint32_t> const& nodes = rows_.nodesOfPart(p);
         std::vector<std::uint32_t> common;
         std::set_intersection(rows.begin(), rows.end(), nodes.begin(), nodes.end(),
                               std::back_inserter(common));
@@ -263,8 +263,8 @@ void MeshReader::addElementSet(std::int64_t id, std::string const& name)
     sortAndUnite(rows);
     if (rows.empty())
         report_.warn("The element set '" + name + "' is empty and was left out.");
-    for (std::size_t p = 0; p < mesh_.blocks.size(); ++p) {
-        std::size_t const first = mesh_.blocks[p].firstElement;
+    for (std::size_t p = 0; p < rows_.blocks.size(); ++p) {
+        std::size_t const first = rows_.blocks[p].firstElement;
         auto const begin = std::lower_bound(rows.begin(), rows.end(), first);
         auto const end = std::lower_bound(begin, rows.end(), first + parts_[p].elementCount());
         std::vector<std::uint32_t> inBlock(begin, end);

@@ -2,7 +2,7 @@
 #define READ_EXODUS_MESHREADER_H
 
 #include "Database.h"
-#include "Mesh.h"
+#include "PartRows.h"
 
 #include "exchange/Part.h"
 #include "exchange/Report.h"
@@ -21,14 +21,14 @@ class MeshReader
 public:
     MeshReader(Database const& database, Exchange::Report& report);
 
-    Mesh takeMesh() { return std::move(mesh_); }
+    MeshRows takeRows() { return std::move(rows_); }
     std::vector<Exchange::Part> takeParts() { return std::move(parts_); }
 
 private:
     void addBlocks();
-    Mesh::Block blockOf(ex_block const& parameters, std::string const& name) const;
-    void addPart(Mesh::Block& block, ex_block const& parameters);
-    void addElements(Exchange::Part& part, Mesh::Block& block, ex_block const& parameters) const;
+    PartRows blockOf(ex_block const& parameters, std::string const& name) const;
+    void addPart(PartRows& block, ex_block const& parameters);
+    void addElements(Exchange::Part& part, PartRows& block, ex_block const& parameters) const;
     std::vector<std::uint32_t> readNodes(ex_block const& parameters) const;
     std::vector<std::uint64_t> readOffsets(ex_block const& parameters) const;
     void addPartOfUnusedNodes();
@@ -40,7 +40,7 @@ private:
 
     Database const& database_;
     Exchange::Report& report_;
-    Mesh mesh_;
+    MeshRows rows_;
     std::vector<Exchange::Part> parts_;
 };
 

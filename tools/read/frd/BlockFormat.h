@@ -1,7 +1,7 @@
 #ifndef READ_FRD_BLOCKFORMAT_H
 #define READ_FRD_BLOCKFORMAT_H
 
-#include "FileSource.h"
+#include "ByteStream.h"
 
 #include <cstdint>
 
@@ -13,7 +13,7 @@ class BlockFormat
 public:
     /// \param number the file's number: 0 short lines, 1 long lines, 2 binary with floats, 3 binary
     ///               with doubles; any other is refused
-    BlockFormat(FileSource const& source, std::int64_t number);
+    BlockFormat(ByteStream const& stream, std::int64_t number);
 
     bool isBinary() const { return number_ >= 2; }
 

@@ -13,7 +13,7 @@ bool Mesh::addNode(Node const& node)
     return true;
 }
 
-bool Mesh::addElement(std::uint32_t id, ElementType const& type, std::int64_t group,
+bool Mesh::addElement(std::uint32_t id, Topology const& type, std::int64_t group,
                       std::int64_t material, std::vector<std::uint32_t> const& nodeIndexes)
 {
     if (!elementIds_.insert(id).second)

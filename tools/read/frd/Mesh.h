@@ -1,7 +1,7 @@
 #ifndef READ_FRD_MESH_H
 #define READ_FRD_MESH_H
 
-#include "ElementType.h"
+#include "Topology.h"
 
 #include <array>
 #include <cstdint>
@@ -21,7 +21,7 @@ struct Node
 struct Element
 {
     std::uint32_t id;
-    ElementType const* type;
+    Topology const* type;
     std::int64_t group;
     std::int64_t material;
     /// Where its nodes begin in the mesh's connectivity.
@@ -36,7 +36,7 @@ public:
     bool addNode(Node const& node);
 
     /// False, and nothing added, when there is an element of that id.
-    bool addElement(std::uint32_t id, ElementType const& type, std::int64_t group,
+    bool addElement(std::uint32_t id, Topology const& type, std::int64_t group,
                     std::int64_t material, std::vector<std::uint32_t> const& nodeIndexes);
 
     /// Whether the file holds coordinates as doubles.

@@ -1,201 +1,72 @@
-// The node block and the element block. Lines, here in the long format (the short one has numbers
-// of 5 columns instead of 10, and 15 instead of 10 nodes of an element in a line):
-//
-//   "    2C" 18 blanks, number of nodes (12 columns), 37 blanks, format (1 column)
-//   " -1" number (10), x, y, z (12 each)                          one line for each node
-//   " -3"
-//   "    3C" 18 blanks, number of elements (12), 37 blanks, format (1)
-//   " -1" number (10), type, group, material (5 each)             two or more lines
-//   " -2" up to 10 node numbers (10 each), repeated as needed     for each element
-//   " -3"
-//
-// Binary records (no end mark follows them):
-//
-//   int32 number | real x | real y | real z                       for each node
-//   int32 number | int32 type | int32 group | int32 material | int32 node, ...   for each element
-
 #include "MeshReader.h"
 
-#include "BinaryRecord.h"
-#include "Fields.h"
-
-#include <algorithm>
-#include <limits>
+#include "exchange/NearestFloat.h"
 
 namespace Frd {
 
 namespace {
 
-constexpr std::size_t realWidth = 12;
-constexpr std::size_t elementHeadSize = 4 * sizeof(std::int32_t);
+Exchange::AttributeList attributesOf(PartRows const& partRows)
+{
+    Exchange::AttributeList attributes = {{"GroupNumber", static_cast<int>(partRows.group)},
+                                          {"MaterialNumber", static_cast<int>(partRows.material)}};
+    if (!partRows.materialName.empty())
+        attributes.emplace_back("MaterialName", partRows.materialName);
+    return attributes;
+}
+
+void addNodes(PartRows const& partRows, Mesh const& mesh, Exchange::Part& part)
+{
+    part.nodeIds.reserve(partRows.nodes.size());
+    part.coordinates.reserve(3 * partRows.nodes.size());
+    for (std::uint32_t const index : partRows.nodes) {
+        Node const& node = mesh.nodes()[index];
+        part.nodeIds.push_back(node.id);
+        // What floats lose of the few digits of a line is not worth a warning.
+        for (double const coordinate : node.coordinates)
+            part.coordinates.push_back(mesh.holdsDoubles() ? coordinate
+                                                           : Exchange::nearestFloat(coordinate));
+    }
+}
+
+/// For each node of the mesh, its row among the part's.
+std::vector<std::uint32_t> rowsOf(PartRows const& partRows, Mesh const& mesh)
+{
+    std::vector<std::uint32_t> rows(mesh.nodes().size());
+    for (std::size_t row = 0; row < partRows.nodes.size(); ++row)
+        rows[partRows.nodes[row]] = static_cast<std::uint32_t>(row);
+    return rows;
+}
+
+void addElements(PartRows const& partRows, Mesh const& mesh, Exchange::Part& part)
+{
+    std::vector<std::uint32_t> const rows = rowsOf(partRows, mesh);
+    part.offsets.push_back(0);
+    for (std::size_t const index : partRows.elements) {
+        Element const& element = mesh.elements()[index];
+        Topology const& type = *element.type;
+        part.elementIds.push_back(element.id);
+        part.types.push_back(Exchange::ElementType::find(type.dimension, type.nodeCount));
+        for (std::size_t const position : type.modelOrder)
+            part.connectivity.push_back(rows[mesh.nodeOf(element, position)]);
+        part.offsets.push_back(part.connectivity.size());
+    }
+}
 
 } // namespace
 
-MeshReader::BlockHead MeshReader::parseHead(std::string const& head)
+Exchange::Part partOf(PartRows const& partRows, Mesh const& mesh)
 {
-    Fields fields(source_, head);
-    fields.skip(6 + 18);
-    std::int64_t const count = fields.integer(12, "number of records");
-    fields.skip(37);
-    BlockFormat const format(source_, fields.integer(1, "format"));
-    fields.end();
-    if (count < 0)
-        source_.fail("The number of records is negative.");
-    return {static_cast<std::uint64_t>(count), format};
-}
-
-void MeshReader::readNodes(std::string const& head)
-{
-    BlockHead const block = parseHead(head);
-    mesh_.setHoldsDoubles(block.format.holdsDoubles());
-    if (block.format.isBinary())
-        readNodeRecords(block);
-    else
-        readNodeLines(block);
-}
-
-void MeshReader::readNodeLines(BlockHead const& head)
-{
-    std::string line;
-    for (source_.requireLine(line, "the node block"); isRecord(line, " -1");
-         source_.requireLine(line, "the node block")) {
-        Fields fields(source_, line);
-        fields.skip(3);
-        std::int64_t const id = fields.integer(head.format.numberWidth(), "node number");
-        double const x = fields.real(realWidth, "x coordinate");
-        double const y = fields.real(realWidth, "y coordinate");
-        double const z = fields.real(realWidth, "z coordinate");
-        fields.end();
-        if (mesh_.nodes().size() == head.count)
-            checkCount(source_, head.count + 1, head.count, "nodes");
-        addNode(id, {x, y, z});
-    }
-    if (!isBareRecord(line, " -3"))
-        source_.fail("Neither a node (-1) nor the end of the node block (-3) stands here.");
-    checkCount(source_, mesh_.nodes().size(), head.count, "nodes");
-}
-
-void MeshReader::readNodeRecords(BlockHead const& head)
-{
-    std::size_t const realSize = head.format.realSize();
-    std::size_t const recordSize = sizeof(std::int32_t) + 3 * realSize;
-    source_.requireRecords(head.count, recordSize, "the node block");
-    for (std::uint64_t i = 0; i < head.count; ++i) {
-        BinaryRecord record(source_.readRecord(recordSize, "the node block"));
-        std::int64_t const id = record.integer();
-        double const x = record.real(realSize);
-        double const y = record.real(realSize);
-        double const z = record.real(realSize);
-        addNode(id, {x, y, z});
-    }
-}
-
-void MeshReader::addNode(std::int64_t id, std::array<double, 3> const& coordinates)
-{
-    if (!mesh_.addNode({checkedId(id, "node"), coordinates}))
-        source_.fail("Node " + std::to_string(id) + " is defined twice.");
-}
-
-void MeshReader::readElements(std::string const& head)
-{
-    BlockHead const block = parseHead(head);
-    if (block.format.isBinary())
-        readElementRecords(block);
-    else
-        readElementLines(block);
-}
-
-void MeshReader::readElementLines(BlockHead const& head)
-{
-    std::string line;
-    for (source_.requireLine(line, "the element block"); isRecord(line, " -1");
-         source_.requireLine(line, "the element block")) {
-        Fields fields(source_, line);
-        fields.skip(3);
-        ElementHead element{};
-        element.id = fields.integer(head.format.numberWidth(), "element number");
-        element.type = fields.integer(5, "element type");
-        element.group = fields.integer(5, "group number");
-        element.material = fields.integer(5, "material number");
-        fields.end();
-        if (mesh_.elements().size() == head.count)
-            checkCount(source_, head.count + 1, head.count, "elements");
-        readElementNodeLines(head.format, typeOf(element).nodeCount);
-        addElement(element);
-    }
-    if (!isBareRecord(line, " -3"))
-        source_.fail("Neither an element (-1) nor the end of the element block (-3) stands here.");
-    checkCount(source_, mesh_.elements().size(), head.count, "elements");
-}
-
-void MeshReader::readElementNodeLines(BlockFormat const& format, std::size_t nodeCount)
-{
-    elementNodes_.clear();
-    std::string line;
-    while (elementNodes_.size() < nodeCount) {
-        source_.requireLine(line, "the element block");
-        if (!isRecord(line, " -2"))
-            source_.fail("An element's nodes (-2) are missing.");
-        Fields fields(source_, line);
-        fields.skip(3);
-        std::size_t const left = nodeCount - elementNodes_.size();
-        for (std::size_t i = std::min(left, format.nodesPerLine()); i > 0; --i)
-            takeElementNode(fields.integer(format.numberWidth(), "node number"));
-        fields.end();
-    }
-}
-
-void MeshReader::readElementRecords(BlockHead const& head)
-{
-    source_.requireRecords(head.count, elementHeadSize, "the element block");
-    for (std::uint64_t i = 0; i < head.count; ++i) {
-        BinaryRecord record(source_.readRecord(elementHeadSize, "the element block"));
-        ElementHead element{};
-        element.id = record.integer();
-        element.type = record.integer();
-        element.group = record.integer();
-        element.material = record.integer();
-        std::size_t const nodeCount = typeOf(element).nodeCount;
-        std::size_t const size = nodeCount * sizeof(std::int32_t);
-        BinaryRecord nodes(source_.readRecord(size, "the element block"));
-        elementNodes_.clear();
-        for (std::size_t n = 0; n < nodeCount; ++n)
-            takeElementNode(nodes.integer());
-        addElement(element);
-    }
-}
-
-ElementType const& MeshReader::typeOf(ElementHead const& element)
-{
-    ElementType const* const type = ElementType::find(element.type);
-    if (type == nullptr)
-        source_.fail("Element " + std::to_string(element.id) + " has the unknown type " +
-                     std::to_string(element.type) + ".");
-    return *type;
-}
-
-void MeshReader::takeElementNode(std::int64_t nodeId)
-{
-    auto const index = mesh_.indexOf(nodeId);
-    if (!index)
-        source_.fail("An element refers to node " + std::to_string(nodeId) +
-                     ", which does not exist.");
-    elementNodes_.push_back(*index);
-}
-
-void MeshReader::addElement(ElementHead const& element)
-{
-    std::uint32_t const id = checkedId(element.id, "element");
-    if (!mesh_.addElement(id, typeOf(element), element.group, element.material, elementNodes_))
-        source_.fail("Element " + std::to_string(element.id) + " is defined twice.");
-}
-
-std::uint32_t MeshReader::checkedId(std::int64_t id, char const* what)
-{
-    if (id < 0 || id > std::numeric_limits<std::uint32_t>::max())
-        source_.fail("The " + std::string(what) + " number " + std::to_string(id) +
-                     " is not within 0 to 4294967295.");
-    return static_cast<std::uint32_t>(id);
+    Exchange::Part part;
+    part.name = partRows.name;
+    // Solvers count from 1, but the format knows 0 as well.
+    part.smallestId = 0;
+    addNodes(partRows, mesh, part);
+    if (partRows.elements.empty())
+        return part;
+    part.attributes = attributesOf(partRows);
+    addElements(partRows, mesh, part);
+    return part;
 }
 
 } // namespace Frd

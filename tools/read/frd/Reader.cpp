@@ -4,17 +4,17 @@
 //   "    1U" text                                 as many as there are; among them fields, such as
 //   "    1UPGM               name of the solver"  name (18), text
 //   "    1UMAT    1STEEL"                         number of a material (5), its name
-//   "    2C" ...                                  node block, see MeshReader.cpp
+//   "    2C" ...                                  node block, see MeshBlockReader.cpp
 //   "    3C" ...                                  element block, likewise
 //   "    1P" ...                                  parameters of the next block, and
-//   "  100C" ...                                  result blocks, see ResultReader.cpp
+//   "  100C" ...                                  result blocks, see ResultBlockReader.cpp
 //   " 9999"                                       last line
 
 #include "Reader.h"
 
+#include "Columns.h"
 #include "Error.h"
-#include "Fields.h"
-#include "MeshReader.h"
+#include "MeshBlockReader.h"
 #include "Number.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ bool isFieldName(std::string_view name)
 
 } // namespace
 
-Reader::Reader(std::filesystem::path const& path) : source_(path), results_(source_, mesh_)
+Reader::Reader(std::filesystem::path const& path) : stream_(path), results_(stream_, mesh_)
 {
     readFirstLine();
     readToResult();
@@ -44,19 +44,19 @@ Reader::Reader(std::filesystem::path const& path) : source_(path), results_(sour
 
 void Reader::readFirstLine()
 {
-    if (source_.remaining() == 0)
+    if (stream_.remaining() == 0)
         throw Error("The file is empty.");
-    if (!source_.startsWith("    1C"))
+    if (!stream_.startsWith("    1C"))
         throw Error("This is not a result file: it does not begin with a 1C record.");
-    source_.requireLine(line_, "its first line");
+    stream_.requireLine(line_, "its first line");
     header_.modelName = trimmed(std::string_view(line_).substr(keyWidth));
 }
 
 void Reader::readToResult()
 {
     do {
-        if (!source_.readLine(line_))
-            source_.fail("The file ends without its end record (9999).");
+        if (!stream_.readLine(line_))
+            stream_.fail("The file ends without its end record (9999).");
         readRecord();
     } while (!isRecord(line_, "  100C") && !isAtEnd_);
 }
@@ -74,9 +74,9 @@ void Reader::readRecord()
     else if (isBareRecord(line_, " 9999"))
         readEnd();
     else if (!isRecord(line_, "  100C"))
-        source_.fail("The record \"" + line_.substr(0, keyWidth) + "\" is unknown.");
+        stream_.fail("The record \"" + line_.substr(0, keyWidth) + "\" is unknown.");
     else if (!hasNodes_)
-        source_.fail("A result block stands before the nodes.");
+        stream_.fail("A result block stands before the nodes.");
 }
 
 void Reader::readUserRecord()
@@ -113,18 +113,18 @@ bool Reader::readField(std::string_view text)
 void Reader::readNodes()
 {
     if (hasNodes_)
-        source_.fail("There is a second node block.");
-    MeshReader(source_, mesh_).readNodes(line_);
+        stream_.fail("There is a second node block.");
+    MeshBlockReader(stream_, mesh_).readNodes(line_);
     hasNodes_ = true;
 }
 
 void Reader::readElements()
 {
     if (!hasNodes_)
-        source_.fail("The element block stands before the nodes.");
+        stream_.fail("The element block stands before the nodes.");
     if (hasElements_)
-        source_.fail("There is a second element block.");
-    MeshReader(source_, mesh_).readElements(line_);
+        stream_.fail("There is a second element block.");
+    MeshBlockReader(stream_, mesh_).readElements(line_);
     hasElements_ = true;
 }
 
@@ -133,9 +133,9 @@ void Reader::readEnd()
     results_.end();
     isAtEnd_ = true;
     std::string extra;
-    while (source_.readLine(extra))
+    while (stream_.readLine(extra))
         if (!trimmed(extra).empty())
-            source_.fail("Something stands behind the end record (9999).");
+            stream_.fail("Something stands behind the end record (9999).");
 }
 
 bool Reader::next(ResultBlock& block)

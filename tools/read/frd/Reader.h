@@ -1,11 +1,11 @@
 #ifndef READ_FRD_READER_H
 #define READ_FRD_READER_H
 
-#include "FileSource.h"
+#include "ByteStream.h"
 #include "Header.h"
 #include "Mesh.h"
 #include "ResultBlock.h"
-#include "ResultReader.h"
+#include "ResultBlockReader.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -36,8 +36,8 @@ public:
     Header const& header() const { return header_; }
     Mesh const& mesh() const { return mesh_; }
 
-    std::uint64_t size() const { return source_.size(); }
-    std::uint64_t bytesRead() const { return source_.size() - source_.remaining(); }
+    std::uint64_t size() const { return stream_.size(); }
+    std::uint64_t bytesRead() const { return stream_.size() - stream_.remaining(); }
 
     /// Reads the next result block; false when the file came to its proper end.
     bool next(ResultBlock& block);
@@ -54,10 +54,10 @@ private:
     void readElements();
     void readEnd();
 
-    FileSource source_;
+    ByteStream stream_;
     Header header_;
     Mesh mesh_;
-    ResultReader results_;
+    ResultBlockReader results_;
     std::string line_;
     bool hasNodes_ = false;
     bool hasElements_ = false;

@@ -117,8 +117,8 @@ void MeshReader::readNodes()
     if (nodeTags_.size() >= std::numeric_limits<std::uint32_t>::max())
         throw Exchange::Error("The file has more nodes than a model can hold.");
     sortByTag(nodeTags_, coordinates_);
-    mesh_.nodeCount = nodeTags_.size();
-    mesh_.nodes = TagIndex(nodeTags_);
+    rows_.nodeCount = nodeTags_.size();
+    rows_.nodes = TagIndex(nodeTags_);
 }
 
 void MeshReader::readElements()
@@ -206,7 +206,7 @@ void MeshReader::addElementsOfType(Growing& growing, int type, std::vector<std::
         part.offsets.push_back(part.offsets.back() + size);
         for (std::size_t n = 0; n < size; ++n) {
             std::size_t const place = topology.order.empty() ? n : topology.order[n];
-            std::uint32_t const row = mesh_.nodes.rowOf(nodes[i * size + place]);
+            std::uint32_t const row = rows_.nodes.rowOf(nodes[i * size + place]);
             if (row == TagIndex::none)
                 throw Exchange::Error("The file is damaged: the element " +
                                       std::to_string(tags[i]) + " has a node that is not there.");
@@ -222,12 +222,12 @@ void MeshReader::finishNodes(Exchange::Part& part, std::vector<std::uint32_t> ro
         for (std::size_t axis = 0; axis < 3; ++axis)
             part.coordinates.push_back(coordinates_[3 * std::size_t(row) + axis]);
     }
-    Mesh::PartRows partRows;
+    PartRows partRows;
     partRows.nodes = std::move(rows);
-    partRows.firstElement = mesh_.elementCount;
+    partRows.firstElement = rows_.elementCount;
     partRows.elementCount = part.elementCount();
-    mesh_.elementCount += part.elementCount();
-    mesh_.parts.push_back(std::move(partRows));
+    rows_.elementCount += part.elementCount();
+    rows_.parts.push_back(std::move(partRows));
 }
 
 void MeshReader::finishParts()
@@ -246,8 +246,8 @@ void MeshReader::finishParts()
 
 void MeshReader::addPartOfUnusedNodes()
 {
-    std::vector<bool> isUsed(mesh_.nodeCount);
-    for (Mesh::PartRows const& part : mesh_.parts)
+    std::vector<bool> isUsed(rows_.nodeCount);
+    for (PartRows const& part : rows_.parts)
         for (std::uint32_t const node : part.nodes)
             isUsed[node] = true;
     std::vector<std::uint32_t> unused;
@@ -265,11 +265,11 @@ void MeshReader::addPartOfUnusedNodes()
 void MeshReader::indexElements()
 {
     std::vector<std::size_t> tags;
-    tags.reserve(mesh_.elementCount);
+    tags.reserve(rows_.elementCount);
     for (Exchange::Part const& part : parts_)
         for (std::int64_t const id : part.elementIds)
             tags.push_back(static_cast<std::size_t>(id));
-    mesh_.elements = TagIndex(tags);
+    rows_.elements = TagIndex(tags);
 }
 
 } // namespace Gmsh

@@ -1,7 +1,7 @@
 #ifndef READ_GMSH_MESHREADER_H
 #define READ_GMSH_MESHREADER_H
 
-#include "Mesh.h"
+#include "PartRows.h"
 
 #include "exchange/Part.h"
 #include "exchange/Report.h"
@@ -23,7 +23,7 @@ class MeshReader
 public:
     explicit MeshReader(Exchange::Report& report);
 
-    Mesh takeMesh() { return std::move(mesh_); }
+    MeshRows takeRows() { return std::move(rows_); }
     std::vector<Exchange::Part> takeParts() { return std::move(parts_); }
 
 private:
@@ -50,7 +50,7 @@ private:
     void indexElements();
 
     Exchange::Report& report_;
-    Mesh mesh_;
+    MeshRows rows_;
     std::vector<std::size_t> nodeTags_;
     std::vector<double> coordinates_;
     std::vector<Growing> growing_;

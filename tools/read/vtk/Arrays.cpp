@@ -87,6 +87,14 @@ Values valuesThroughDoubles(vtkDataArray& array, Exchange::RowSelection const& r
 
 } // namespace
 
+std::string arrayName(vtkAbstractArray& array, int index)
+{
+    char const* const name = array.GetName();
+    if (name == nullptr || *name == '\0')
+        return "Array " + std::to_string(index + 1);
+    return name;
+}
+
 Values valuesOf(vtkDataArray& array, Exchange::RowSelection const& rows)
 {
     Gatherer gatherer{rows, {}};

@@ -5,11 +5,16 @@
 #include <exchange/RowSelection.h>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
+class vtkAbstractArray;
 class vtkDataArray;
 
 namespace VtkRead {
+
+/// What an array is called; without a name of its own, "Array 3" for the one of index 2.
+std::string arrayName(vtkAbstractArray& array, int index);
 
 /// Some rows of an array, with all components. Integers stay integers; only what no signed 64-bit
 /// integer holds becomes a double.

@@ -1,7 +1,7 @@
 #include "Fingerprint.h"
 
 #include "Cells.h"
-#include "Mesh.h"
+#include "MeshReader.h"
 
 #include <vtkDataArray.h>
 #include <vtkUnsignedCharArray.h>

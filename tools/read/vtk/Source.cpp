@@ -2,13 +2,13 @@
 
 #include "Blocks.h"
 #include "CgnsBoundaries.h"
-#include "Fields.h"
 #include "Fingerprint.h"
 #include "Input.h"
-#include "Mesh.h"
+#include "MeshReader.h"
 #include "Messages.h"
 #include "Readers.h"
-#include "StepAttributes.h"
+#include "Results.h"
+#include "SourceAttributes.h"
 #include "StepName.h"
 
 #include <exchange/Error.h>
@@ -249,7 +249,7 @@ private:
     std::unique_ptr<Input> input_;
     vtkSmartPointer<vtkDataObject> object_;
     std::vector<Block> blocks_;
-    std::vector<KeptRows> kept_;
+    std::vector<PartRows> kept_;
     /// What the first step has.
     std::vector<std::vector<std::string>> names_;
     std::vector<Fingerprint> mesh_;

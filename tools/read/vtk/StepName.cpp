@@ -1,6 +1,6 @@
 #include "StepName.h"
 
-#include "Fields.h"
+#include "SourceAttributes.h"
 #include "XmlInput.h"
 
 #include <exchange/Report.h>

@@ -57,9 +57,6 @@ public:
         model.close();
     }
 
-    /// About as many as it takes to write the model.
-    std::size_t deviceOperations() const { return 4 * datasets_ + 30; }
-
 private:
     unsigned int below(unsigned int end) { return static_cast<unsigned int>(random_() % end); }
 
@@ -226,24 +223,6 @@ TEST_F(KilledRunTest, KilledAtAnyRequestToTheDeviceTheFileIsIncompleteUntilItIsW
     }
     std::cout << tally << '\n';
     EXPECT_GT(tally.incomplete, 40);
-}
-
-TEST_F(KilledRunTest, KilledAtARandomRequestToTheDeviceTheFileIsIncompleteUntilItIsWhole)
-{
-    std::uint32_t const first = printedSeed();
-    for (std::uint32_t seed = first; seed != first + Runs; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        std::size_t const operation = std::mt19937(~seed)() % SeededModel(seed).deviceOperations();
-        auto const write = [seed](std::string const& to) { SeededModel(seed).write(to); };
-        judge(Child([&] {
-                  Killing const killing(operation);
-                  write(path);
-                  return 0;
-              }).wait(),
-              write);
-    }
-    std::cout << tally << '\n';
-    EXPECT_GT(tally.incomplete, static_cast<int>(Runs / 3));
 }
 
 TEST_F(KilledRunTest, KilledAtARandomMomentTheFileIsIncompleteUntilItIsWhole)

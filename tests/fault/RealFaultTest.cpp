@@ -309,27 +309,6 @@ TEST_F(RealFaultTest, AFileThatMayNotGrowIsReportedAtAnyByte)
     }
 }
 
-TEST_F(RealFaultTest, AFullDeviceIsReported)
-{
-    Writing writing;
-    writing.overwrite = true;
-    Support::DefaultBlockSizeSetting const setting(nullptr);
-    EXPECT_EQ(writing.to("/dev/full"), BlockNotSaved);
-    Support::DefaultBlockSizeSetting const small("1000");
-    EXPECT_EQ(writing.to("/dev/full"), BlockNotSaved);
-}
-
-TEST_F(RealFaultTest, ADestructorThatCannotWriteEndsTheProcess)
-{
-    std::string const outcome = inChild([] {
-        Model model;
-        model.saveTo("/dev/full", overwriting(true));
-        model.addNode(NodeType::RootGroup, "root");
-        return Sound;
-    });
-    EXPECT_EQ(outcome, "signal " + std::to_string(SIGABRT));
-}
-
 TEST_F(RealFaultTest, AFolderThatMayNotBeWrittenToIsReported)
 {
     std::filesystem::permissions(folder.File("."), std::filesystem::perms(0555));
@@ -354,16 +333,6 @@ TEST_F(RealFaultTest, AnUnreadableFileIsReportedAndKept)
     EXPECT_EQ(Support::ReadFile(path), "kept");
 }
 
-TEST_F(RealFaultTest, AnExistingFileIsKeptUnlessItMayBeOverwritten)
-{
-    Support::WriteFile(path, "kept");
-    EXPECT_EQ(Writing().to(path), Exists);
-    EXPECT_EQ(Support::ReadFile(path), "kept");
-    Writing writing;
-    writing.overwrite = true;
-    EXPECT_EQ(writing.to(path), Sound);
-}
-
 TEST_F(RealFaultTest, AFolderIsNoFile)
 {
     std::filesystem::create_directory(path);
@@ -372,13 +341,6 @@ TEST_F(RealFaultTest, AFolderIsNoFile)
     writing.overwrite = true;
     EXPECT_EQ(writing.to(path), notOpened(path));
     EXPECT_TRUE(std::filesystem::is_empty(path));
-}
-
-TEST_F(RealFaultTest, AFolderThatIsMissingIsNotMade)
-{
-    std::string const deep = folder.File("missing/model.mox");
-    EXPECT_EQ(Writing().to(deep), notOpened(deep));
-    EXPECT_FALSE(std::filesystem::exists(folder.File("missing")));
 }
 
 TEST_F(RealFaultTest, ANameThatIsTooLongIsReported)

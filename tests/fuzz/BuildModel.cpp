@@ -3,8 +3,8 @@
 #include "Violation.h"
 
 #include "container/TemporaryFile.h"
-#include "integration/BlockSizeSetting.h"
 #include "integration/CallSequence.h"
+#include "support/Environment.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ void buildModel(std::uint8_t const* bytes, std::size_t size)
     std::string const path = folder.File("model.mox");
     std::remove(path.c_str());
     Integration::Random random(bytes, size);
-    Integration::BlockSizeSetting const setting(random.pick(Integration::blockSizes));
+    Support::DefaultBlockSizeSetting const setting(random.pick(Integration::blockSizes));
     Integration::runCallSequence(random, path);
     require(!testing::Test::HasFailure(), "a model is not as its calls demand");
 }

@@ -1,5 +1,5 @@
-#include "integration/BlockSizeSetting.h"
-#include "integration/MirroredModel.h"
+#include "integration/CheckedModel.h"
+#include "support/Environment.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/BlockReader.h"
@@ -116,8 +116,9 @@ class BlockRun
 {
 public:
     BlockRun(std::size_t limit, unsigned int seed)
-        : setting_(std::to_string(limit)), expected_(limit), random_(seed)
+        : setting_(std::to_string(limit).c_str()), expected_(limit), random_(seed)
     {
+        model_.save();
         model_.addNode(NodeType::RootGroup, "root");
         shape_ = model_.addNode(NodeType::Shape, "shape");
     }
@@ -146,11 +147,11 @@ public:
     std::size_t slotCount() const { return MoxRead::Container(model_.path()).slots().size(); }
 
 private:
-    BlockSizeSetting setting_;
+    Support::DefaultBlockSizeSetting setting_;
     ExpectedBlocks expected_;
     Random random_;
     Support::TemporaryFolder folder_;
-    MirroredModel model_{folder_.File("blocks.mox")};
+    CheckedModel model_{folder_.File("blocks.mox")};
     unsigned int shape_ = 0;
     int datasets_ = 0;
 };
@@ -227,9 +228,10 @@ INSTANTIATE_TEST_SUITE_P(Blocks, LimitTest, testing::Values(0, 1, 10, 1000, 4096
 
 TEST(BlocksTest, ABigTreeIsSpreadOverManySmallBlocks)
 {
-    BlockSizeSetting const setting("10");
+    Support::DefaultBlockSizeSetting const setting("10");
     Support::TemporaryFolder const folder;
-    MirroredModel model(folder.File("tree.mox"));
+    CheckedModel model(folder.File("tree.mox"));
+    model.save();
     model.addNode(NodeType::RootGroup, "root");
     for (int count = 0; count < 150; ++count) {
         AttributeSet attributes;
@@ -246,9 +248,10 @@ TEST(BlocksTest, ABigTreeIsSpreadOverManySmallBlocks)
 
 TEST(BlocksTest, WithoutALimitOfItsOwnAModelIsOneBlockForEachKey)
 {
-    BlockSizeSetting const setting(std::nullopt);
+    Support::DefaultBlockSizeSetting const setting(nullptr);
     Support::TemporaryFolder const folder;
-    MirroredModel model(folder.File("model.mox"));
+    CheckedModel model(folder.File("model.mox"));
+    model.save();
     model.addNode(NodeType::RootGroup, "root");
     ArrayCall call;
     call.type = DatasetType::Coordinates;

@@ -107,24 +107,32 @@ private:
         case 0:
         case 1:
         case 2:
-            return model_.addNode(type(), random_.pick(names()), attributes());
+            model_.addNode(type(), random_.pick(names()), attributes());
+            break;
         case 3:
-            return model_.moveToParentNode();
+            model_.moveToParentNode();
+            break;
         case 4:
-            return model_.setCurrentNodeId(anyId());
+            model_.setCurrentNodeId(anyId());
+            break;
         case 5:
         case 6:
-            return model_.setNodeData(anyId(), properties(), attributes());
+            model_.setNodeData(anyId(), properties(), attributes());
+            break;
         case 7:
-            return addComponents();
+            addComponents();
+            break;
         case 8:
-            return addComponentMap();
+            addComponentMap();
+            break;
         case 9:
-            return findPath();
+            findPath();
+            break;
         case 10:
-            return findNames();
+            findNames();
+            break;
         default:
-            return addArray();
+            addArray();
         }
     }
 

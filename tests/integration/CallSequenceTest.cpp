@@ -1,6 +1,6 @@
 #include "integration/CallSequence.h"
 
-#include "integration/BlockSizeSetting.h"
+#include "support/Environment.h"
 
 #include "container/TemporaryFile.h"
 
@@ -22,7 +22,7 @@ class CallSequenceTest : public testing::TestWithParam<std::size_t>
 
 TEST_P(CallSequenceTest, IsAnsweredRefusedAndWrittenAsItHasToBe)
 {
-    BlockSizeSetting const setting(blockSizes.at(GetParam()));
+    Support::DefaultBlockSizeSetting const setting(blockSizes.at(GetParam()));
     Support::TemporaryFolder const folder;
     for (auto seed = static_cast<std::uint32_t>(GetParam() + 1); seed <= sequences;
          seed += static_cast<std::uint32_t>(blockSizes.size())) {

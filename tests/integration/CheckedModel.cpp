@@ -61,6 +61,11 @@ std::string textOf(Outcome const& outcome)
     return text;
 }
 
+unsigned int onlyOf(Ids const& ids)
+{
+    return ids.empty() ? 0 : ids.front();
+}
+
 /// What a path says by the rules for hosts: any character of the separator stands between names,
 /// the whole separator makes the end a group.
 ComponentPath parsed(std::string const& path, std::string const& separator)
@@ -95,13 +100,14 @@ void requireKnownType(ArrayCall const& call)
 
 } // namespace
 
-bool CheckedModel::check(char const* what, Call const& real, Call const& expected)
+CheckedModel::Answer CheckedModel::check(char const* what, Call const& real, Call const& expected)
 {
     Outcome const wanted = expectedOutcome(expected);
     Outcome const found = realOutcome(real);
     EXPECT_TRUE(found == wanted) << what << ": " << textOf(found)
                                  << ", expected: " << textOf(wanted);
-    return std::holds_alternative<Ids>(wanted);
+    auto const* const ids = std::get_if<Ids>(&wanted);
+    return ids == nullptr ? Ids() : *ids;
 }
 
 void CheckedModel::requireOpen(char const* text) const
@@ -112,7 +118,7 @@ void CheckedModel::requireOpen(char const* text) const
 
 void CheckedModel::save()
 {
-    bool const isSaved = check(
+    check(
         "saveTo",
         [&] {
             model_.saveTo(path_);
@@ -123,19 +129,19 @@ void CheckedModel::save()
                 throw Refusal{17, "Not Empty"};
             return Answer();
         });
+    hasFile_ = hasFile_ || !isOpen_;
     isOpen_ = true;
-    hasFile_ = hasFile_ || isSaved;
 }
 
-void CheckedModel::addNode(Zyl2::Mox2::NodeType type, std::string const& name,
-                           AttributeSet const& attributes)
+unsigned int CheckedModel::addNode(Zyl2::Mox2::NodeType type, std::string const& name,
+                                   AttributeSet const& attributes)
 {
-    check(
+    return onlyOf(check(
         "addNode", [&] { return Answer{model_.addNode(type, name, attributes.host())}; },
         [&] {
             requireOpen(notOpen);
             return Answer{expected_.addNode(type, name, attributes)};
-        });
+        }));
 }
 
 void CheckedModel::setNodeData(unsigned int id, PropertySet const& properties,
@@ -154,10 +160,10 @@ void CheckedModel::setNodeData(unsigned int id, PropertySet const& properties,
         });
 }
 
-void CheckedModel::addComponents(std::vector<std::string> const& paths,
-                                 std::string const& separator)
+std::vector<unsigned int> CheckedModel::addComponents(std::vector<std::string> const& paths,
+                                                      std::string const& separator)
 {
-    check(
+    return check(
         "addAssemblyComponents",
         [&] { return plain(model_.addAssemblyComponents(paths, separator)); },
         [&] {
@@ -170,8 +176,9 @@ void CheckedModel::addComponents(std::vector<std::string> const& paths,
         });
 }
 
-void CheckedModel::addComponentMap(std::vector<ComponentText> const& components,
-                                   std::string const& separator)
+std::vector<unsigned int>
+CheckedModel::addComponentMap(std::vector<ComponentText> const& components,
+                              std::string const& separator)
 {
     std::map<std::string, Zyl2::Mox2::Attributes> given;
     std::map<std::string, AttributeSet> sorted;
@@ -179,7 +186,7 @@ void CheckedModel::addComponentMap(std::vector<ComponentText> const& components,
         given[component.path] = component.attributes.host();
         sorted[component.path] = component.attributes;
     }
-    check(
+    return check(
         "addAssemblyComponents with a map",
         [&] { return plain(model_.addAssemblyComponents(given, separator)); },
         [&] {
@@ -211,34 +218,34 @@ void CheckedModel::addArray(ArrayCall const& call)
         });
 }
 
-void CheckedModel::getNodeId(std::string const& path, std::string const& separator)
+unsigned int CheckedModel::getNodeId(std::string const& path, std::string const& separator)
 {
-    check(
+    return onlyOf(check(
         "getNodeId", [&] { return Answer{model_.getNodeId(path, separator)}; },
         [&] {
             requireOpen(notInitialized);
             return Answer{expected_.getNodeId(path, separator)};
-        });
+        }));
 }
 
-void CheckedModel::getNodeId(std::vector<std::string> const& names)
+unsigned int CheckedModel::getNodeId(std::vector<std::string> const& names)
 {
-    check(
+    return onlyOf(check(
         "getNodeId with names", [&] { return Answer{model_.getNodeId(names)}; },
         [&] {
             requireOpen(notInitialized);
             return Answer{expected_.getNodeId(names)};
-        });
+        }));
 }
 
-void CheckedModel::moveToParentNode()
+unsigned int CheckedModel::moveToParentNode()
 {
-    check(
+    return onlyOf(check(
         "moveToParentNode", [&] { return Answer{model_.moveToParentNode()}; },
         [&] {
             requireOpen(notInitialized);
             return Answer{expected_.moveToParentNode()};
-        });
+        }));
 }
 
 void CheckedModel::setCurrentNodeId(unsigned int id)

@@ -1,5 +1,5 @@
-#include "integration/BlockSizeSetting.h"
-#include "integration/MirroredModel.h"
+#include "integration/CheckedModel.h"
+#include "support/Environment.h"
 #include "support/WritingRecord.h"
 
 #include "container/TemporaryFile.h"
@@ -28,11 +28,12 @@ public:
 std::string write(std::string const& path, char const* zone)
 {
     TimeZone const timeZone(zone);
-    MirroredModel model(path);
-    model.addComponents({{{"root", "a", "b"}}, {{"root", "c"}}});
+    CheckedModel model(path);
+    model.save();
+    model.addComponents({"/root/a/b", "/root/c"});
     AttributeSet attributes;
     attributes.set("Text", "short, though the buffer that holds it is longer");
-    model.setNodeData(2, attributes);
+    model.setNodeData(2, PropertySet(), attributes);
     Random random(1);
     for (int count = 0; count < 5; ++count) {
         ArrayCall call;
@@ -51,7 +52,7 @@ std::string write(std::string const& path, char const* zone)
 
 TEST(DeterminismTest, TheSameCallsGiveTheSameBytesButForTheWritingRecord)
 {
-    BlockSizeSetting const setting("8000");
+    Support::DefaultBlockSizeSetting const setting("8000");
     Support::TemporaryFolder const folder;
     std::string const firstPath = folder.File("first.mox");
     std::string const secondPath = folder.File("second.mox");

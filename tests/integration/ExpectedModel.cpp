@@ -170,14 +170,6 @@ std::string registeredName(ArrayCall const& call, NamedStep const& step)
 
 } // namespace
 
-std::string ComponentPath::text(std::string const& separator) const
-{
-    std::string result;
-    for (std::string const& name : names)
-        result += separator + name;
-    return endsInGroup ? result + separator : result;
-}
-
 ExpectedModel::ExpectedModel() : nodes_(1) {}
 
 unsigned int ExpectedModel::addNode(NodeType type, std::string const& name,

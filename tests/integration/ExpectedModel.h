@@ -61,9 +61,6 @@ struct ComponentPath
     /// The root's name first; none for an empty path.
     std::vector<std::string> names;
     bool endsInGroup = false;
-
-    /// The path as a host writes it.
-    std::string text(std::string const& separator) const;
 };
 
 /// What a file has to hold after the same calls were made of an open model. A call that the model

@@ -1,5 +1,6 @@
-#include "integration/BlockSizeSetting.h"
 #include "integration/Values.h"
+#include "support/Environment.h"
+#include "support/FileSizeLimit.h"
 
 #include "container/TemporaryFile.h"
 
@@ -8,9 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
-#include <csignal>
 #include <string>
 
 namespace Integration {
@@ -47,54 +45,11 @@ bool addUntilRefused(Model& model, unsigned int datasets)
     return false;
 }
 
-/// No file of this process may grow past a size, as on a disk that is nearly full.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t size) : previousHandler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &previous_);
-        rlimit limited = previous_;
-        limited.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &previous_);
-        std::signal(SIGXFSZ, previousHandler_);
-    }
-    FileSizeLimit(FileSizeLimit const&) = delete;
-    FileSizeLimit& operator=(FileSizeLimit const&) = delete;
-
-private:
-    rlimit previous_{};
-    void (*previousHandler_)(int);
-};
-
 } // namespace
-
-TEST(FailingDeviceTest, AFullDeviceIsReportedByClose)
-{
-    Model model;
-    model.saveTo("/dev/full", overwriting());
-    model.addNode(NodeType::RootGroup, "root");
-    EXPECT_THROW(model.close(), FileWriteException);
-}
-
-TEST(FailingDeviceTest, AModelWhoseCloseFailedEndsQuietlyAndCloses)
-{
-    Model model;
-    model.saveTo("/dev/full", overwriting());
-    model.addNode(NodeType::RootGroup, "root");
-    EXPECT_THROW(model.close(), FileWriteException);
-    EXPECT_NO_THROW(model.close());
-    Support::TemporaryFolder const folder;
-    EXPECT_NO_THROW(model.saveTo(folder.File("model.mox")));
-}
 
 TEST(FailingDeviceTest, DatasetsThatFitIntoMemoryFailAtClose)
 {
-    BlockSizeSetting const setting(std::nullopt);
+    Support::DefaultBlockSizeSetting const setting(nullptr);
     Model model;
     model.saveTo("/dev/full", overwriting());
     EXPECT_FALSE(addUntilRefused(model, 5));
@@ -103,7 +58,7 @@ TEST(FailingDeviceTest, DatasetsThatFitIntoMemoryFailAtClose)
 
 TEST(FailingDeviceTest, DatasetsThatAreSavedAtOnceFailWhenTheyAreAdded)
 {
-    BlockSizeSetting const setting("1000");
+    Support::DefaultBlockSizeSetting const setting("1000");
     Model model;
     model.saveTo("/dev/full", overwriting());
     EXPECT_TRUE(addUntilRefused(model, 50));
@@ -113,11 +68,11 @@ TEST(FailingDeviceTest, DatasetsThatAreSavedAtOnceFailWhenTheyAreAdded)
 
 TEST(FailingDeviceTest, ADiskThatFillsUpOnTheWayIsReported)
 {
-    BlockSizeSetting const setting("1000");
+    Support::DefaultBlockSizeSetting const setting("1000");
     Support::TemporaryFolder const folder;
     Model model;
     model.saveTo(folder.File("model.mox"));
-    FileSizeLimit const limit(500000);
+    Support::FileSizeLimit const limit(500000);
     EXPECT_TRUE(addUntilRefused(model, 50));
     EXPECT_THROW(model.close(), FileWriteException);
 }
@@ -134,7 +89,7 @@ TEST(FailingDeviceTest, ADiskWithoutRoomForTheLastBytesIsReported)
     write(folder.File("whole.mox"));
     std::size_t const size = Support::ReadFile(folder.File("whole.mox")).size();
     // The writing record's size depends on the time of day.
-    FileSizeLimit const limit(size - 100);
+    Support::FileSizeLimit const limit(size - 100);
     EXPECT_THROW(write(folder.File("cut.mox")), FileWriteException);
 }
 

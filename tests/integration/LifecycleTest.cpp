@@ -1,6 +1,6 @@
-#include "integration/BlockSizeSetting.h"
 #include "integration/Comparison.h"
 #include "integration/ExpectedModel.h"
+#include "support/Environment.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Model.h"
@@ -97,23 +97,6 @@ TEST_F(LifecycleTest, OneObjectWritesTwoModelsOneAfterTheOther)
     expectFile(secondPath, second.expected);
 }
 
-TEST_F(LifecycleTest, TwoModelsGrowSideBySide)
-{
-    Small const first("first", 100);
-    Small const second("second", 30);
-    std::string const secondPath = folder.File("second.mox");
-    Model one;
-    Model other;
-    one.saveTo(path);
-    other.saveTo(secondPath);
-    first.addTo(one);
-    second.addTo(other);
-    one.close();
-    other.close();
-    expectFile(path, first.expected);
-    expectFile(secondPath, second.expected);
-}
-
 TEST_F(LifecycleTest, AModelDestroyedWithoutCloseIsComplete)
 {
     Small const small("model");
@@ -135,19 +118,6 @@ TEST_F(LifecycleTest, OverwritingLeavesNothingOfALongerFile)
     model.close();
     expectFile(path, small.expected);
     EXPECT_LT(Support::ReadFile(path).size(), 10000U);
-}
-
-TEST_F(LifecycleTest, ClosingTwiceWritesOnce)
-{
-    Small const small("model");
-    Model model;
-    model.saveTo(path);
-    small.addTo(model);
-    model.close();
-    expectFile(path, small.expected);
-    std::filesystem::remove(path);
-    model.close();
-    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(LifecycleTest, ClosingAModelThatWasNeverSavedWritesNothing)
@@ -172,32 +142,10 @@ TEST_F(LifecycleTest, AWideNameIsNarrowedToItsLowBytes)
     expectFile(narrow, small.expected);
 }
 
-TEST_F(LifecycleTest, AWideLiteralNamesTheFileToo)
-{
-    CurrentFolder const current(folder.File(""));
-    Small const small("model");
-    Model model;
-    model.saveTo(L"model.mox");
-    small.addTo(model);
-    model.close();
-    expectFile(path, small.expected);
-}
-
-TEST_F(LifecycleTest, AWideNameWithAZeroByteOpensNoOtherFile)
-{
-    std::string const other = folder.File("a");
-    std::wstring wide(other.begin(), other.end());
-    wide += std::wstring(1, L'\0') + L"b";
-    Model model;
-    EXPECT_THROW(model.saveTo(wide), Zyl2::Exception::MiscelleneousException);
-    model.close();
-    EXPECT_TRUE(std::filesystem::is_empty(folder.File("")));
-}
-
 TEST_F(LifecycleTest, EmptyPathsWriteNothing)
 {
     CurrentFolder const current(folder.File(""));
-    BlockSizeSetting const fullAtOnce("10");
+    Support::DefaultBlockSizeSetting const fullAtOnce("10");
     Small const small("model");
     Model model;
     model.saveTo("");
@@ -211,7 +159,7 @@ TEST_F(LifecycleTest, EmptyPathsWriteNothing)
 
 TEST_F(LifecycleTest, AnExistingFileStaysAsItIsUnlessOverwritingIsAllowed)
 {
-    BlockSizeSetting const fullAtOnce("10");
+    Support::DefaultBlockSizeSetting const fullAtOnce("10");
     std::string const old = "the old content";
     Support::WriteFile(path, old);
     Small const small("model");
@@ -228,27 +176,6 @@ TEST_F(LifecycleTest, AnExistingFileStaysAsItIsUnlessOverwritingIsAllowed)
     small.addTo(model);
     model.close();
     expectFile(path, small.expected);
-}
-
-TEST_F(LifecycleTest, AFolderThatDoesNotExistIsRefused)
-{
-    Model model;
-    EXPECT_THROW(model.saveTo(folder.File("none/model.mox")),
-                 Zyl2::Exception::MiscelleneousException);
-    model.close();
-    EXPECT_TRUE(std::filesystem::is_empty(folder.File("")));
-}
-
-TEST_F(LifecycleTest, SavingWithoutClosingIsRefusedAndHarmless)
-{
-    Small const small("model");
-    Model model;
-    model.saveTo(path);
-    small.addTo(model);
-    EXPECT_THROW(model.saveTo(folder.File("other.mox")), Zyl2::Exception::InvalidObjectState);
-    model.close();
-    expectFile(path, small.expected);
-    EXPECT_FALSE(std::filesystem::exists(folder.File("other.mox")));
 }
 
 TEST_F(LifecycleTest, TheWritingRecordCarriesTheTextsOfTheHost)
@@ -283,27 +210,6 @@ TEST_F(LifecycleTest, TheSecondTextAloneIsNotUsed)
     MoxRead::Model const file(path);
     EXPECT_EQ(file.globalInformation().writings.at(0).text1, "");
     EXPECT_EQ(file.globalInformation().writings.at(0).text2, "");
-}
-
-TEST_F(LifecycleTest, ARefusedCallLeavesTheRestOfTheModelWhole)
-{
-    Small const small("model");
-    Model model;
-    model.saveTo(path);
-    small.addTo(model);
-    EXPECT_THROW(model.addNode(NodeType::RootGroup, "second root"),
-                 Zyl2::Exception::InvalidArguments);
-    EXPECT_THROW(model.addArrayProperty(DatasetType::Coordinates, Array1d<float>(9, 0.0F),
-                                        small.call.ids[0], Step()),
-                 Zyl2::Exception::InvalidArguments);
-    EXPECT_THROW(model.addArrayProperty(DatasetType::Result15, Array2d<float>(3, 3, 0.0F),
-                                        small.call.ids[0], Step()),
-                 Zyl2::Exception::InvalidArguments);
-    EXPECT_THROW(model.setNodeData(99, NodeProperties()), Zyl2::Exception::OutOfBounds);
-    EXPECT_THROW(model.addAssemblyComponents({"relative/path"}), Zyl2::Exception::InvalidArguments);
-    EXPECT_THROW(model.addAssemblyComponents({"/other/path"}), Zyl2::Exception::NotYetImplemented);
-    model.close();
-    expectFile(path, small.expected);
 }
 
 } // namespace Integration

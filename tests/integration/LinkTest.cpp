@@ -1,4 +1,4 @@
-#include "integration/MirroredModel.h"
+#include "integration/CheckedModel.h"
 
 #include "container/TemporaryFile.h"
 
@@ -16,6 +16,7 @@ class LinkTest : public testing::Test
 protected:
     LinkTest()
     {
+        model.save();
         model.addNode(NodeType::RootGroup, "root");
         for (int count = 0; count < 4; ++count) {
             model.setCurrentNodeId(1);
@@ -46,7 +47,7 @@ protected:
     }
 
     Support::TemporaryFolder folder;
-    MirroredModel model{folder.File("links.mox")};
+    CheckedModel model{folder.File("links.mox")};
     std::vector<unsigned int> shapes;
     Random random{7};
     int calls = 0;

@@ -1,4 +1,4 @@
-#include "integration/BlockSizeSetting.h"
+#include "support/Environment.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Model.h"
@@ -44,7 +44,7 @@ std::uint64_t growthWhileWriting(std::string const& path, unsigned int datasets)
 class MemoryTest : public testing::Test
 {
 protected:
-    BlockSizeSetting setting{std::to_string(blockSize)};
+    Support::DefaultBlockSizeSetting setting{std::to_string(blockSize).c_str()};
     Support::TemporaryFolder folder;
 };
 

@@ -1,8 +1,8 @@
 #include "large/Figures.h"
 
 #include "container/TemporaryFile.h"
-#include "integration/BlockSizeSetting.h"
 #include "moxread/Verify.h"
+#include "support/Environment.h"
 #include "support/WritingRecord.h"
 
 #include <Zyl2/Exception/Exception.h>
@@ -62,7 +62,7 @@ private:
 class LargeArrayTest : public testing::Test
 {
 protected:
-    Integration::BlockSizeSetting setting{"300000"};
+    Support::DefaultBlockSizeSetting setting{"300000"};
     Support::TemporaryFolder folder;
 };
 

@@ -3,11 +3,11 @@
 #include "large/Space.h"
 
 #include "container/TemporaryFile.h"
-#include "integration/BlockSizeSetting.h"
 #include "moxread/BlockReader.h"
 #include "moxread/FormatError.h"
 #include "moxread/Model.h"
 #include "moxread/Verify.h"
+#include "support/Environment.h"
 
 #include <Zyl2/Exception/Exception.h>
 #include <Zyl2/Mox2/Model.h>
@@ -140,7 +140,7 @@ TEST_F(LargeBlockTest, TakesAnArrayOf4294967292Bytes)
 TEST_F(LargeBlockTest, IsFilledByArraysUpToItsLastBytes)
 {
     // The greatest limit that is not taken for none.
-    Integration::BlockSizeSetting const setting("4294967294");
+    Support::DefaultBlockSizeSetting const setting("4294967294");
     unsigned long const quarter = gibibyte / valueSize;
     std::vector<Part> parts;
     for (std::uint32_t seed = 1; seed < 4; ++seed)

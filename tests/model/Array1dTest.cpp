@@ -26,12 +26,6 @@ class Array1dTest : public testing::Test
 using Elements = testing::Types<float, unsigned int>;
 TYPED_TEST_SUITE(Array1dTest, Elements, );
 
-TYPED_TEST(Array1dTest, OfASizeHoldsThatManyElements)
-{
-    EXPECT_EQ(Array1d<TypeParam>(3).size(), 3U);
-    EXPECT_EQ(Array1d<TypeParam>(0).size(), 0U);
-}
-
 TYPED_TEST(Array1dTest, OfASizeAndAValueHoldsTheValueThatOften)
 {
     Array1d<TypeParam> const array(3, TypeParam(7));
@@ -48,13 +42,6 @@ TYPED_TEST(Array1dTest, OfAListHoldsItsElementsInOrder)
 {
     Array1d<TypeParam> const array{TypeParam(3), TypeParam(1), TypeParam(2)};
     EXPECT_EQ(valuesOf(array), (std::vector<TypeParam>{3, 1, 2}));
-}
-
-TYPED_TEST(Array1dTest, OfAVectorHoldsItsElementsInOrder)
-{
-    std::vector<TypeParam> const source{3, 1, 2};
-    EXPECT_EQ(valuesOf(Array1d<TypeParam>(source)), source);
-    EXPECT_EQ(Array1d<TypeParam>(std::vector<TypeParam>()).size(), 0U);
 }
 
 TYPED_TEST(Array1dTest, OfARangeHoldsItsElementsInOrder)
@@ -121,19 +108,6 @@ TYPED_TEST(Array1dTest, OfTwoToThePowerOf31OrMoreCanNotBeHad)
     EXPECT_THROW(Array1d<TypeParam>((1UL << 32U) + 1), std::bad_alloc);
     EXPECT_THROW(Array1d<TypeParam>(1UL << 31U, TypeParam(1)), std::bad_alloc);
     EXPECT_THROW(Array1d<TypeParam>(~0UL), std::bad_alloc);
-}
-
-TEST(Array1dTest, OfThreeFloatsOfOneAndAHalfHoldsThatValueThreeTimes)
-{
-    EXPECT_EQ(Array1d<float>(3).size(), 3U);
-    EXPECT_EQ(valuesOf(Array1d<float>(3, 1.5F)), (std::vector<float>{1.5F, 1.5F, 1.5F}));
-}
-
-TEST(Array1dTest, ExistsForFloatAndUnsignedIntWithStorageOfItsOwn)
-{
-    EXPECT_FALSE((std::is_convertible<Array1d<float>, Array1d<unsigned int>>::value));
-    EXPECT_EQ(sizeof(Array1d<float>), sizeof(void*));
-    EXPECT_EQ(sizeof(Array1d<unsigned int>), sizeof(void*));
 }
 
 // The same in builds with NDEBUG.

@@ -50,13 +50,6 @@ TYPED_TEST(Array2dTest, OfNoRowsIsValidAndEmpty)
     expectShape(Array2d<TypeParam>(0, 0), 0, 0);
 }
 
-TYPED_TEST(Array2dTest, OfAValueHoldsItEverywhere)
-{
-    Array2d<TypeParam> const array(2, 3, TypeParam(7));
-    expectShape(array, 2, 3);
-    EXPECT_EQ(valuesOf(array), std::vector<TypeParam>(6, TypeParam(7)));
-}
-
 TYPED_TEST(Array2dTest, OfAListIsFilledRowAfterRow)
 {
     Array2d<TypeParam> const array(2, 3, {1, 2, 3, 4, 5, 6});
@@ -160,11 +153,6 @@ TYPED_TEST(Array2dTest, OfTwoToThePowerOf31RowsOrColumnsCanNotBeHad)
     EXPECT_THROW(Array2d<TypeParam>((1UL << 32U) + 1, (1UL << 32U) + 1), std::bad_alloc);
     EXPECT_THROW(Array2d<TypeParam>(0, 1UL << 31U, TypeParam(1)), std::bad_alloc);
     EXPECT_THROW(Array2d<TypeParam>(1UL << 31U, 0, std::vector<TypeParam>{1}), std::bad_alloc);
-}
-
-TEST(Array2dTest, OfTwoByThreeUnsignedIntsHasTheFourthValueFirstInItsSecondRow)
-{
-    EXPECT_EQ(Array2d<unsigned int>(2, 3, {1, 2, 3, 4, 5, 6})(1, 0), 4U);
 }
 
 // The same in builds with NDEBUG.

@@ -46,11 +46,6 @@ struct CanBeSet<T, decltype(std::declval<Attributes&>().set("key", std::declval<
     : std::true_type
 {};
 
-TEST(Attributes, ANewOneHasNoEntries)
-{
-    EXPECT_TRUE(Attributes().map().empty());
-}
-
 TEST(Attributes, ADefaultValueIsTheFloatZero)
 {
     AttributeValue const value;
@@ -118,15 +113,6 @@ TEST(Attributes, AnIntAndThenAStringUnderTheSameNameLeaveTheString)
     ASSERT_EQ(attributes.map().size(), 1U);
     EXPECT_EQ(attributes.map().at("key").which(), 6);
     EXPECT_EQ(boost::get<std::string>(attributes.map().at("key")), "text");
-}
-
-TEST(Attributes, SettingTheSameTypeTwiceKeepsTheLastValue)
-{
-    Attributes attributes;
-    attributes.set("key", 5);
-    attributes.set("key", 6);
-    ASSERT_EQ(attributes.map().size(), 1U);
-    EXPECT_EQ(boost::get<int>(attributes.map().at("key")), 6);
 }
 
 TEST(Attributes, LiteralsAndCharacterBuffersAreStoredAsStrings)
@@ -203,17 +189,6 @@ TEST(Attributes, ATemporaryIsCopiedSoThatItsSourceKeepsAMap)
     // Still usable: an object is never without its map.
     source.set("key", 2); // NOLINT(bugprone-use-after-move): this is what the test is about
     EXPECT_EQ(boost::get<int>(source.map().at("key")), 2);
-}
-
-TEST(Attributes, NamesAreOrderedByTheirBytes)
-{
-    Attributes attributes;
-    for (char const* name : {"a", "\xC3\xA4", "B", "ab", ""})
-        attributes.set(name, 1);
-    std::vector<std::string> names;
-    for (auto const& entry : attributes.map())
-        names.push_back(entry.first);
-    EXPECT_EQ(names, (std::vector<std::string>{"", "B", "a", "ab", "\xC3\xA4"}));
 }
 
 } // namespace

@@ -67,38 +67,6 @@ protected:
     OpenDatabase model_;
 };
 
-TEST_F(ComponentsTest, PathsThatShareAPrefixShareItsGroups)
-{
-    EXPECT_EQ(add({"/a/b/c", "/a/b/d"}), (Ids{4, 6}));
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b", "3 2 Shape c", "4 3 Geometry c",
-                                "5 2 Shape d", "6 5 Geometry d"}));
-}
-
-TEST_F(ComponentsTest, APathThatEndsWithTheSeparatorEndsInAGroup)
-{
-    EXPECT_EQ(add({"/a/b/"}), Ids{2});
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
-}
-
-TEST_F(ComponentsTest, APathThatDoesNotEndWithTheSeparatorEndsInAShape)
-{
-    EXPECT_EQ(add({"/a/b"}), Ids{3});
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Shape b", "3 2 Geometry b"}));
-}
-
-TEST_F(ComponentsTest, AGroupAndAShapeOfOneNameAreTwoNodes)
-{
-    EXPECT_EQ(add({"/a/b", "/a/b/"}), (Ids{3, 4}));
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Shape b", "3 2 Geometry b", "4 1 Group b"}));
-}
-
-TEST_F(ComponentsTest, APathThatIsThereAddsNothing)
-{
-    EXPECT_EQ(add({"/a/b/c", "/a/b/"}), (Ids{4, 2}));
-    EXPECT_EQ(add({"/a/b/c", "/a/b/", "/a/b/c"}), (Ids{4, 2, 4}));
-    EXPECT_EQ(records().size(), 4U);
-}
-
 TEST_F(ComponentsTest, ANewRootHasNoAttributesAndNoFlag)
 {
     add({"/a/b/"});
@@ -108,36 +76,10 @@ TEST_F(ComponentsTest, ANewRootHasNoAttributesAndNoFlag)
     EXPECT_EQ(root->GetFlag(), 0);
 }
 
-TEST_F(ComponentsTest, AnEmptyPathHasTheIdZeroAndDoesNoHarm)
-{
-    EXPECT_EQ(add({"", "/a/b/", ""}), (Ids{0, 2, 0}));
-    EXPECT_EQ(records().size(), 2U);
-}
-
 TEST_F(ComponentsTest, APathOfSeparatorsOnlyHasTheIdZero)
 {
     EXPECT_EQ(add({"/", "///"}), (Ids{0, 0}));
     EXPECT_EQ(model_.tree().GetReqNode(1).value, nullptr);
-}
-
-TEST_F(ComponentsTest, TheRootAloneHasTheIdOneWithAndWithoutASeparatorBehindIt)
-{
-    EXPECT_EQ(add({"/a"}), Ids{1});
-    EXPECT_EQ(add({"/a/", "/a"}), (Ids{1, 1}));
-    EXPECT_EQ(records(), Paths{"1 0 Group a"});
-}
-
-TEST_F(ComponentsTest, RunsOfSeparatorsCountOnce)
-{
-    EXPECT_EQ(add({"//a///b//"}), Ids{2});
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
-}
-
-TEST_F(ComponentsTest, EveryCharacterOfASeparatorOfSeveralSplits)
-{
-    EXPECT_EQ(add({"/a.b", "./a/c", ".a.d"}, "/."), (Ids{3, 5, 7}));
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Shape b", "3 2 Geometry b", "4 1 Shape c",
-                                "5 4 Geometry c", "6 1 Shape d", "7 6 Geometry d"}));
 }
 
 TEST_F(ComponentsTest, OnlyTheWholeSeparatorOfSeveralCharactersAtTheEndNamesAGroup)
@@ -153,26 +95,11 @@ TEST_F(ComponentsTest, WithoutASeparatorAPathIsTheNameOfTheRoot)
     EXPECT_EQ(records(), Paths{"1 0 Group /a/b"});
 }
 
-TEST_F(ComponentsTest, EveryPathStartsAtTheRootAndTheLastLeavesTheCursorAtItsEnd)
-{
-    add({"/a/b/c"});
-    EXPECT_EQ(model_.tree().GetCurrentId(), 4U);
-    EXPECT_EQ(add({"/a/e/"}), Ids{5});
-    EXPECT_EQ(model_.tree().GetReqNode(5).parent, 1U);
-    EXPECT_EQ(model_.tree().GetCurrentId(), 5U);
-}
-
 TEST_F(ComponentsTest, ARelativePathIsRefusedAndEarlierPathsStay)
 {
     Paths const paths{"/a/c/", "a/b", "/a/d/"};
     EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, relativePath)), (Ids{2, 0, 0}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group c"}));
-}
-
-TEST_F(ComponentsTest, ARelativePathAloneIsRefused)
-{
-    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(Paths{"a/b"}, relativePath)), Ids{0});
-    EXPECT_EQ(model_.tree().GetReqNode(1).value, nullptr);
 }
 
 TEST_F(ComponentsTest, AnotherRootIsNotYetImplemented)
@@ -181,46 +108,6 @@ TEST_F(ComponentsTest, AnotherRootIsNotYetImplemented)
     EXPECT_EQ((addInVain<Zyl2::Exception::NotYetImplemented>(Paths{"/a/c/", "/x/y"}, otherRoot)),
               (Ids{3, 0}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b", "3 1 Group c"}));
-}
-
-TEST_F(ComponentsTest, AnotherRootInTheSameCallIsNotYetImplementedEither)
-{
-    EXPECT_EQ((addInVain<Zyl2::Exception::NotYetImplemented>(Paths{"/a/c/", "/x"}, otherRoot)),
-              (Ids{2, 0}));
-}
-
-TEST_F(ComponentsTest, GoBelowARootThatWasAddedAsANode)
-{
-    model_.add(NodeType::FlaggedRootGroup, "a");
-    EXPECT_EQ(add({"/a/b/"}), Ids{2});
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
-    EXPECT_EQ(model_.node<Zyl2Mox::Group>(1)->GetFlag(), 1);
-}
-
-TEST_F(ComponentsTest, GoBelowARootThatIsAShape)
-{
-    model_.add(NodeType::Shape, "a");
-    EXPECT_EQ(add({"/a/b/", "/a"}), (Ids{2, 1}));
-    EXPECT_EQ(records(), (Paths{"1 0 Shape a", "2 1 Group b"}));
-}
-
-TEST_F(ComponentsTest, OfAMapHaveIdsInAscendingOrderOfThePaths)
-{
-    PathMap paths;
-    paths["/a/c/"];
-    paths["/a/B/"];
-    paths["/a/b/"];
-    EXPECT_EQ(add(paths), (Ids{2, 3, 4}));
-    EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group B", "3 1 Group b", "4 1 Group c"}));
-}
-
-TEST_F(ComponentsTest, OfAMapLeaveNoAttributesOnTheirGroups)
-{
-    PathMap paths;
-    paths["/a/b/"].set("Number", 7);
-    EXPECT_EQ(add(paths), Ids{2});
-    EXPECT_TRUE(model_.node<Zyl2Mox::Group>(2)->GetAttributes().empty());
-    EXPECT_TRUE(model_.node<Zyl2Mox::Group>(1)->GetAttributes().empty());
 }
 
 TEST_F(ComponentsTest, OfAMapAreRefusedWhenAGroupHasAnAttributeThatCannotBeStored)
@@ -233,25 +120,11 @@ TEST_F(ComponentsTest, OfAMapAreRefusedWhenAGroupHasAnAttributeThatCannotBeStore
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
 }
 
-TEST_F(ComponentsTest, OfAMapAreRefusedWhenAGroupHasAVectorForAnAttribute)
-{
-    PathMap paths;
-    paths["/a/b/"].set("Numbers", std::vector<int>{1, 2});
-    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, unsupportedVector)), Ids{2});
-}
-
 TEST_F(ComponentsTest, OfAMapAreRefusedWhenTheRootHasAnAttributeThatCannotBeStored)
 {
     PathMap paths;
     paths["/a/"].set("Flag", true);
     EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, unsupportedScalar)), Ids{1});
-}
-
-TEST_F(ComponentsTest, OfAMapPassWithAnyAttributesOnShapes)
-{
-    PathMap paths;
-    paths["/a/b"].set("Flag", true);
-    EXPECT_EQ(add(paths), Ids{3});
 }
 
 TEST_F(ComponentsTest, NonePassOnAClosedDatabaseToo)
@@ -264,16 +137,6 @@ TEST_F(ComponentsTest, NonePassOnAClosedDatabaseToo)
     PathMap const noEntries;
     Adder::Components<PathMap, ComponentArray> mapAdder(noEntries, "/");
     EXPECT_NO_THROW(mapAdder.update(closed));
-}
-
-TEST_F(ComponentsTest, AreRefusedByAClosedDatabase)
-{
-    Database closed;
-    Paths const paths{"a"};
-    Adder::Components<Paths, ComponentArray> adder(paths, "/");
-    Support::expectThrown<Zyl2::Exception::InvalidObjectState>([&] { adder.update(closed); },
-                                                               fileNotOpen);
-    EXPECT_EQ(adder.ids.size(), 0);
 }
 
 TEST_F(ComponentsTest, AreRefusedByADatabaseThatIsNotInWriteMode)

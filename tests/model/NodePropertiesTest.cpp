@@ -41,11 +41,6 @@ struct CanBeSet<T, decltype(std::declval<NodeProperties&>().set(Type, std::declv
     : std::true_type
 {};
 
-TEST(NodeProperties, ANewOneHasNoEntries)
-{
-    EXPECT_TRUE(NodeProperties().map().empty());
-}
-
 TEST(NodeProperties, ADefaultValueIsTheIntZero)
 {
     PropertyValue const value;
@@ -66,14 +61,6 @@ TEST(NodeProperties, ABoolIsStoredAsTheIntZeroOrOne)
 {
     expectStored(true, 0, 1);
     expectStored(false, 0, 0);
-}
-
-TEST(NodeProperties, ABoolForTheUnsupportedPropertyIsStoredAsTheIntOne)
-{
-    NodeProperties properties;
-    properties.set<bool>(PropertyType::Unsupported, true);
-    EXPECT_EQ(properties.map().at(PropertyType::Unsupported).which(), 0);
-    EXPECT_EQ(boost::get<int>(properties.map().at(PropertyType::Unsupported)), 1);
 }
 
 TEST(NodeProperties, ADoubleIsNarrowedToTheNearestFloat)
@@ -109,18 +96,6 @@ TEST(NodeProperties, SettingAPropertyTwiceKeepsOnlyTheLastValueAndType)
     EXPECT_EQ(boost::get<float>(properties.map().at(Type)), 2.5F);
     properties.set(Type, 3.5F);
     EXPECT_EQ(boost::get<float>(properties.map().at(Type)), 3.5F);
-}
-
-TEST(NodeProperties, EntriesAreOrderedByTheValueOfTheirType)
-{
-    NodeProperties properties;
-    properties.set(PropertyType::Shininess, 1);
-    properties.set(static_cast<PropertyType>(4000000000U), 1);
-    properties.set(PropertyType::Translation, 1);
-    std::vector<unsigned int> order;
-    for (auto const& entry : properties.map())
-        order.push_back(static_cast<unsigned int>(entry.first));
-    EXPECT_EQ(order, (std::vector<unsigned int>{0, 9, 4000000000U}));
 }
 
 TEST(NodeProperties, ACopyIsIndependentOfItsSource)

@@ -1,8 +1,7 @@
 #include "Zyl2/Mox2/Saver.h"
 
 #include "Expectations.h"
-#include "SavedModel.h"
-#include "Zyl2/Mox2/Adder/Node.h"
+#include "Zyl2/Base/Modifier.h"
 #include "container/FailingAllocation.h"
 #include "container/TemporaryFile.h"
 
@@ -18,24 +17,7 @@
 namespace {
 
 using namespace Zyl2::Mox2;
-using Zyl2::Exception::FileOpenException;
 using Zyl2::Exception::InvalidObjectState;
-using Zyl2::Exception::MiscelleneousException;
-
-/// Signature and version, as every file begins.
-std::string const header("\x89WVF\r\n\x1A\n1.3\0", 12);
-
-Support::Thrown const narrowFileExists{
-    5, "File exists.", "void Zyl2Wvf::WvFile::OpenFileForWriting(const string&, bool)",
-    "Zyl2/Wvf/WvFile", 113};
-Support::Thrown const wideFileExists{
-    5, "File exists.", "void Zyl2Wvf::WvFile::OpenFileForWriting(const wstring&, bool)",
-    "Zyl2/Wvf/WvFile", 124};
-
-Support::Thrown unableToOpen(std::string const& path)
-{
-    return {2, "Unable to open file \"" + path + "\"", "WvFile::OpenFile", "Zyl2/Wvf/WvFile"};
-}
 
 Zyl2::Base::File narrowFile(std::string const& path)
 {
@@ -51,26 +33,10 @@ Zyl2::Base::File wideFile(std::string const& path)
     return file;
 }
 
-SaverOptions overwriting()
-{
-    SaverOptions options;
-    options.overwrite = true;
-    return options;
-}
-
 void save(Database& database, Zyl2::Base::File const& file,
           SaverOptions const& options = SaverOptions())
 {
     Saver(file, options).extractFrom(database);
-}
-
-/// A failed start leaves a tree that is open for writing, with no file behind it.
-void expectTreeWithoutFile(Database& database)
-{
-    ASSERT_NE(database.tree, nullptr);
-    EXPECT_TRUE(database.openedForWriting);
-    EXPECT_EQ(database.tree->GetFile().GetStream(), nullptr);
-    EXPECT_EQ(database.tree->GetNodeCount(), 1U);
 }
 
 TEST(Saver, LeavesANewTreeThatIsOpenForWriting)
@@ -99,67 +65,6 @@ TEST(Saver, SeedsTheRandomGeneratorSoThatEveryRunIsRepeatable)
     Database database;
     save(database, Zyl2::Base::File());
     EXPECT_EQ(std::rand(), first);
-}
-
-TEST(Saver, WritesSignatureAndVersionToANewFileOfEitherName)
-{
-    Support::TemporaryFolder const folder;
-    Database narrow;
-    save(narrow, narrowFile(folder.File("a.mox")));
-    narrow.close();
-    Database wide;
-    save(wide, wideFile(folder.File("b.mox")));
-    EXPECT_EQ(wide.tree->GetFormatVersion(), "1.3");
-    wide.close();
-    EXPECT_EQ(Support::ReadFile(folder.File("a.mox")).substr(0, 12), header);
-    EXPECT_EQ(Support::ReadFile(folder.File("b.mox")).substr(0, 12), header);
-}
-
-TEST(Saver, OverwritingTruncatesTheFileAndBeginsWithSignatureAndVersion)
-{
-    Support::TemporaryFolder const folder;
-    std::string const old(100000, 'x');
-    for (bool const wide : {false, true}) {
-        Support::WriteFile(folder.File("a.mox"), old);
-        Database database;
-        save(database, wide ? wideFile(folder.File("a.mox")) : narrowFile(folder.File("a.mox")),
-             overwriting());
-        EXPECT_EQ(std::filesystem::file_size(folder.File("a.mox")), 0U);
-        database.close();
-        std::string const content = Support::ReadFile(folder.File("a.mox"));
-        EXPECT_LT(content.size(), old.size());
-        EXPECT_EQ(content.substr(0, 12), header);
-    }
-}
-
-TEST(Saver, AnExistingFileIsRefusedAndLeftUntouchedUnlessOverwritingIsAskedFor)
-{
-    Support::TemporaryFolder const folder;
-    Support::WriteFile(folder.File("a.mox"), "content");
-    Database narrow;
-    Support::expectThrown<FileOpenException>(
-        [&] { save(narrow, narrowFile(folder.File("a.mox"))); }, narrowFileExists);
-    expectTreeWithoutFile(narrow);
-    Database wide;
-    Support::expectThrown<FileOpenException>([&] { save(wide, wideFile(folder.File("a.mox"))); },
-                                             wideFileExists);
-    expectTreeWithoutFile(wide);
-    narrow.close();
-    wide.close();
-    EXPECT_EQ(Support::ReadFile(folder.File("a.mox")), "content");
-}
-
-TEST(Saver, AfterARefusedFileTheDatabaseHasToBeClosedFirst)
-{
-    Support::TemporaryFolder const folder;
-    Support::WriteFile(folder.File("a.mox"), "content");
-    Database database;
-    EXPECT_THROW(save(database, narrowFile(folder.File("a.mox"))), FileOpenException);
-    Support::expectThrown<InvalidObjectState>(
-        [&] { save(database, narrowFile(folder.File("b.mox"))); }, ModelTests::notEmpty);
-    EXPECT_FALSE(std::filesystem::exists(folder.File("b.mox")));
-    database.close();
-    EXPECT_NO_THROW(save(database, narrowFile(folder.File("b.mox"))));
 }
 
 TEST(Saver, ADatabaseThatHasATreeIsRefusedAndUnchanged)
@@ -209,38 +114,6 @@ TEST(Saver, WithoutMemoryForATreeTheDatabaseStaysEmptyButMarkedOpenForWriting)
     }
 }
 
-TEST(Saver, AFileThatCanNotBeOpenedLeavesATreeWithoutFile)
-{
-    Support::TemporaryFolder const folder;
-    std::string const path = folder.File("none/a.mox");
-    Database narrow;
-    Support::expectThrown<MiscelleneousException>([&] { save(narrow, narrowFile(path)); },
-                                                  unableToOpen(path));
-    expectTreeWithoutFile(narrow);
-    EXPECT_EQ(narrow.tree->GetFormatVersion(), "");
-    EXPECT_NO_THROW(narrow.close());
-    Database wide;
-    Support::expectThrown<MiscelleneousException>([&] { save(wide, wideFile(path)); },
-                                                  unableToOpen(path));
-    expectTreeWithoutFile(wide);
-    EXPECT_NO_THROW(wide.close());
-}
-
-TEST(Saver, AWideNameWithAZeroByteIsRefusedInsteadOfOpeningAnotherFile)
-{
-    Support::TemporaryFolder const folder;
-    Zyl2::Base::File file = wideFile(folder.File("a"));
-    std::wstring const prefix = file.widePath;
-    // 0x100 has a zero in its low 8 bits, which are what is taken of it.
-    for (wchar_t const character : {L'\0', L'\x100'}) {
-        file.widePath = prefix + character + L"b";
-        Database database;
-        Support::expectThrown<MiscelleneousException>([&] { save(database, file); },
-                                                      unableToOpen(folder.File("a")));
-        EXPECT_FALSE(std::filesystem::exists(folder.File("a")));
-    }
-}
-
 TEST(Saver, TheNarrowPathIsTakenWhenThereAreTwo)
 {
     Support::TemporaryFolder const folder;
@@ -250,17 +123,6 @@ TEST(Saver, TheNarrowPathIsTakenWhenThereAreTwo)
     save(database, file);
     EXPECT_TRUE(std::filesystem::exists(folder.File("narrow")));
     EXPECT_FALSE(std::filesystem::exists(folder.File("wide")));
-}
-
-TEST(Saver, WithoutAPathOpensNothingAndLeavesTheModelReadyForNodes)
-{
-    Database database;
-    EXPECT_NO_THROW(save(database, Zyl2::Base::File()));
-    expectTreeWithoutFile(database);
-    EXPECT_EQ(database.tree->GetFormatVersion(), "");
-    Adder::Node(NodeType::Group, "root", Attributes()).update(database);
-    EXPECT_EQ(database.tree->GetReqNode(1).value->GetName(), "root");
-    EXPECT_NO_THROW(database.close());
 }
 
 TEST(Saver, CopiesItsFirstTwoTextsIntoTheWritingRecordWhateverThePath)
@@ -281,43 +143,17 @@ TEST(Saver, CopiesItsFirstTwoTextsIntoTheWritingRecordWhateverThePath)
     }
 }
 
-TEST(Saver, TheTextsAndTheVersionReachTheFile)
+TEST(Saver, DoesNothingByTheOperationsThatItInherits)
 {
-    Support::TemporaryFolder const folder;
-    SaverOptions options;
-    options.text1 = "first";
-    options.text2 = "second";
-    options.text3 = "third";
     Database database;
-    save(database, narrowFile(folder.File("a.mox")), options);
-    database.close();
-    auto const record = ModelTests::SavedModel(folder.File("a.mox")).writingRecord();
-    ASSERT_EQ(record.size(), 7U);
-    EXPECT_EQ(record[0], "first");
-    EXPECT_EQ(record[1], "second");
-    EXPECT_EQ(record[2], "1.3");
-    for (std::string const& text : record)
-        EXPECT_NE(text, "third");
-}
-
-TEST(Saver, AnEmptyFirstTextKeepsTheSecondFromTheTree)
-{
-    Support::TemporaryFolder const folder;
-    SaverOptions options;
-    options.text2 = "second";
-    for (Zyl2::Base::File const& file : {narrowFile(folder.File("a.mox")), Zyl2::Base::File()}) {
-        Database database;
-        save(database, file, options);
-        EXPECT_EQ(database.tree->GetScratchModifierInfo().GetText1(), "");
-        EXPECT_EQ(database.tree->GetScratchModifierInfo().GetText2(), "");
-    }
-}
-
-TEST(SaverOptions, ByDefaultDoNotOverwriteAndHaveEmptyTexts)
-{
-    SaverOptions const options;
-    EXPECT_FALSE(options.overwrite);
-    EXPECT_EQ(options.text1 + options.text2 + options.text3, "");
+    Saver saver{Zyl2::Base::File(), SaverOptions()};
+    Zyl2::Base::Extractor<Database, void>& extractor = saver;
+    extractor.extractFrom(database);
+    saver.extractFrom(Zyl2::Base::Database());
+    Zyl2::Base::Modifier<Database>().update(database);
+    EXPECT_EQ(database.tree, nullptr);
+    EXPECT_EQ((Zyl2::Base::Extractor<Database, unsigned int>().extractFrom(database)), 0U);
+    EXPECT_NO_THROW(Zyl2::Base::Database().close());
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "mox/commands/DiffCommand.h"
 
-#include "integration/BlockSizeSetting.h"
 #include "mox/Command.h"
 #include "mox/ModelFile.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
+#include "support/Environment.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -302,7 +302,7 @@ TEST(DiffCommand, JsonHasEveryDifference)
 /// Thirty datasets of two blocks each, in ascending or in descending order.
 ModelFile manyBlocks(bool ascending, float last)
 {
-    Integration::BlockSizeSetting const setting("1000");
+    Support::DefaultBlockSizeSetting const setting("1000");
     return ModelFile([&](Model& model) {
         model.addNode(NodeType::RootGroup, "root");
         unsigned int const shape = model.addNode(NodeType::Shape, "a");

@@ -22,11 +22,6 @@ MoxRead::Slot slotOf(std::uint64_t position, std::size_t size, std::uint8_t tran
     return slot;
 }
 
-std::string textOf(std::vector<std::uint8_t> const& bytes)
-{
-    return {bytes.begin(), bytes.end()};
-}
-
 std::string longContent()
 {
     std::string content;
@@ -36,29 +31,6 @@ std::string longContent()
 }
 
 } // namespace
-
-TEST(BlockReader, APlainBlockIsReadAsItStands)
-{
-    TemporaryFile const temporary("..abcdef..");
-    MoxRead::InputFile const file(temporary.path());
-    BlockReader reader(file, slotOf(2, 6, 0));
-    EXPECT_EQ(reader.length(), 6U);
-    EXPECT_EQ(textOf(reader.readAll()), "abcdef");
-}
-
-TEST(BlockReader, ACompressedBlockIsInflated)
-{
-    std::string const block = Bytes()
-                                  .u32(3)
-                                  .raw("\x78\x9C\x4B\x4C\x4A\x06")
-                                  .raw(std::string("\x00\x02\x4D\x01\x27", 5))
-                                  .str();
-    TemporaryFile const temporary(".." + block + "..");
-    MoxRead::InputFile const file(temporary.path());
-    BlockReader reader(file, slotOf(2, block.size(), 1));
-    EXPECT_EQ(reader.length(), 3U);
-    EXPECT_EQ(textOf(reader.readAll()), "abc");
-}
 
 TEST(BlockReader, ABlockIsReadInPiecesOfAnySize)
 {
@@ -74,15 +46,6 @@ TEST(BlockReader, ABlockIsReadInPiecesOfAnySize)
             read.append(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
         EXPECT_TRUE(read == content);
     }
-}
-
-TEST(BlockReader, ALongBlockIsReadAtOnce)
-{
-    std::string const content = longContent();
-    std::string const block = deflated(content);
-    TemporaryFile const temporary(block);
-    MoxRead::InputFile const file(temporary.path());
-    EXPECT_TRUE(textOf(BlockReader(file, slotOf(0, block.size(), 1)).readAll()) == content);
 }
 
 TEST(BlockReader, TheMostThatDeflateCanExpandIsAccepted)

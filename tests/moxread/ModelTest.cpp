@@ -59,51 +59,6 @@ TEST(Model, AGroupHasATransformAFlagAndAttributes)
     EXPECT_EQ(model.node(1).geometry(), nullptr);
 }
 
-TEST(Model, AShapeHasAMaterial)
-{
-    Model const model = modelOf(Sample());
-    MoxRead::Shape const* const shape = model.node(2).shape();
-    ASSERT_NE(shape, nullptr);
-    EXPECT_EQ(shape->material.diffuse, (MoxRead::Color{0.8F, 0.8F, 0.8F, 1}));
-    EXPECT_EQ(shape->material.specular, (MoxRead::Color{0, 0, 0, 1}));
-    EXPECT_EQ(shape->material.emissive, (MoxRead::Color{0, 0, 0, 1}));
-    EXPECT_EQ(shape->material.ambient, (MoxRead::Color{0.16F, 0.16F, 0.16F, 0.2F}));
-    EXPECT_EQ(shape->material.transparency, 0.F);
-    EXPECT_EQ(shape->material.shininess, 0.2F);
-    EXPECT_TRUE(shape->material.flag);
-}
-
-TEST(Model, AVariableIsDescribedByItsHeader)
-{
-    Model const model = modelOf(Sample());
-    Variable const* const ids = model.variable(3, "Ids");
-    ASSERT_NE(ids, nullptr);
-    EXPECT_EQ(ids->variableType(), 12U);
-    EXPECT_EQ(ids->elementCode(), 5U);
-    EXPECT_FALSE(ids->linked);
-    EXPECT_EQ(ids->valueCount, 2U);
-    EXPECT_EQ(ids->width, 1U);
-    EXPECT_EQ(ids->rows(), 2U);
-    EXPECT_EQ(ids->dataPosition, 24U);
-    EXPECT_FALSE(ids->vibration);
-    EXPECT_TRUE(model.variable(3, "Coordinates")->vibration);
-    EXPECT_EQ(model.variable(3, "Coordinates")->attributes, (MoxRead::Attributes{{"t", 0.5F}}));
-    EXPECT_EQ(model.variable(3, "absent"), nullptr);
-    EXPECT_EQ(model.variable(2, "Ids"), nullptr);
-}
-
-TEST(Model, AVariableNameIsADatasetNameAndAStepName)
-{
-    Model const model = modelOf(Sample());
-    Variable const& linked = model.variable({3, 2});
-    EXPECT_EQ(linked.datasetName(), "Coordinates");
-    EXPECT_EQ(linked.stepName(), "t2");
-    EXPECT_TRUE(linked.hasStep());
-    EXPECT_EQ(model.variable({3, 1}).datasetName(), "Ids");
-    EXPECT_EQ(model.variable({3, 1}).stepName(), "");
-    EXPECT_FALSE(model.variable({3, 1}).hasStep());
-}
-
 TEST(Model, ALinkedVariableHasTheValuesOfItsTarget)
 {
     Model model = modelOf(Sample());
@@ -172,15 +127,6 @@ TEST(Model, VariablesOfTheSameValuesAreVisitedTogetherUnlessTheyTakeThemOtherwis
     visits.clear();
     other.readAll(count);
     EXPECT_EQ(visits, (std::vector<std::size_t>{1, 1, 1}));
-}
-
-TEST(Model, HeavyBytesInNoDatasetAreCounted)
-{
-    Sample const sample;
-    std::vector<TestBlock> blocks = sample.blocks();
-    blocks[0].block = deflated(sample.heavy() + "unused");
-    TemporaryFile const temporary(assemble(slotsFor(blocks)));
-    EXPECT_EQ(Model(temporary.path()).unusedHeavyLength(), 6U);
 }
 
 TEST(Model, ANodeIsFoundByThePathOfItsNames)

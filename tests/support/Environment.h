@@ -1,7 +1,7 @@
 #ifndef TESTS_SUPPORT_ENVIRONMENT_H
 #define TESTS_SUPPORT_ENVIRONMENT_H
 
-#include "Zyl2/Wvf/Block.h"
+#include <Zyl2/Mox2/Model.h>
 
 #include <cstdlib>
 #include <optional>
@@ -11,8 +11,8 @@ namespace Support {
 
 /// Sets MOXWRITER_DEFAULT_BLOCK_SIZE for as long as it lives, then restores what was there.
 ///
-/// The growth step of blocks outlives the variable that set it, so it is put back to what a fresh
-/// process starts with, before and after.
+/// Writing takes over the growth step of blocks from the variable and keeps it when the variable
+/// goes away. So something is written with a fresh process's step, before and after.
 class DefaultBlockSizeSetting
 {
 public:
@@ -52,9 +52,14 @@ private:
 
     void ResetGrowthStep()
     {
+        using namespace Zyl2::Mox2;
         Set("10485760");
-        Zyl2Wvf::Block block;
-        block.Append("x", 1);
+        Model model;
+        model.saveTo("");
+        model.addNode(NodeType::RootGroup, "root");
+        model.addArrayProperty(DatasetType::NodeIds, Array1d<unsigned int>{1},
+                               model.addNode(NodeType::Shape, "shape"), Step());
+        model.close();
     }
 
     std::optional<std::string> previous_;

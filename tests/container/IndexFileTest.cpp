@@ -273,9 +273,9 @@ TEST(IndexFile, The20thBlockFlushedEarlyDoesNotOverwriteTheStartOfTheFile)
     EXPECT_EQ(Support::ReadFile(folder.File("a.mox")).substr(0, 2800),
               Header + Support::Zeros(2788));
     Index& index = file.GetIndex();
-    ASSERT_TRUE(index.GetItem(20).frozen);
-    EXPECT_EQ(index.GetItem(20).position,
-              index.GetItem(18).position + index.GetItem(18).size + 27804);
+    ASSERT_TRUE(index.GetSlots().GetItem(20).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetItem(20).position,
+              index.GetSlots().GetItem(18).position + index.GetSlots().GetItem(18).size + 27804);
 }
 
 TEST(IndexFile, TwoHundredFiftyDatasetsBeyondTheLimitReadBack)

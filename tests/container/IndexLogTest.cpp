@@ -186,7 +186,7 @@ TEST(IndexLog, SavingAFrozenSlotAgainIsToldOfBeforeItIsRefused)
 {
     Index index(12);
     index.Put("Key", 1U);
-    index.GetItem(0).frozen = true;
+    index.GetSlots().GetItem(0).state = Zyl2Wvf::IndexItem::State::Frozen;
     LogCapture log;
     EXPECT_THROW(index.WriteBufferToFileStream(0, nullptr), Zyl2::Exception::InvalidObjectState);
     EXPECT_EQ(log.Texts(), std::vector<std::string>{"Writing buffer 0 to stream."});

@@ -52,21 +52,6 @@ Support::Stream PipeWithoutReader()
     return Support::Stream(fdopen(ends[1], "wb"));
 }
 
-TEST(Index, ANewOneHasNoSlotsAndCountsFromOne)
-{
-    Index index(12);
-    EXPECT_EQ(index.GetSlotCount(), 0U);
-    EXPECT_EQ(index.GetNextId(), 1);
-    EXPECT_EQ(index.GetHeaderLength(), 12U);
-    EXPECT_EQ(index.GetRootIndexLength(), 0U);
-}
-
-TEST(Index, TheReservedNamesBeginWithAControlByteAndEndWithABlank)
-{
-    EXPECT_EQ(std::string(Index::SpareBlockName), Spare);
-    EXPECT_EQ(std::string(Index::IndexBlockName), IndexBlock);
-}
-
 TEST(Index, AReservedNameIsRecognisedByItsFirst13Bytes)
 {
     EXPECT_TRUE(Index::IsAnIndexBlock(IndexBlock));
@@ -74,23 +59,19 @@ TEST(Index, AReservedNameIsRecognisedByItsFirst13Bytes)
     EXPECT_FALSE(Index::IsAnIndexBlock(IndexBlock.substr(0, 12)));
     EXPECT_FALSE(Index::IsAnIndexBlock("Index Block "));
     EXPECT_FALSE(Index::IsAnIndexBlock(Spare));
-    EXPECT_TRUE(Index::IsASpareBlock(Spare + "x"));
-    EXPECT_FALSE(Index::IsASpareBlock(""));
 }
 
 TEST(Index, TheFirstPutCreates20SpareSlotsAndLandsInSlotZero)
 {
     Index index(12);
     index.Put("Key", 1U);
-    EXPECT_EQ(index.GetSlotCount(), 20U);
-    EXPECT_EQ(index.GetRootIndexLength(), 2788U);
-    EXPECT_EQ(index.GetNextId(), 21);
-    EXPECT_EQ(index.GetItem(0).name, "Key");
-    EXPECT_EQ(index.GetItem(0).id, 1);
-    EXPECT_EQ(Content(index.GetBlock(0)), Hex("01 00 00 00"));
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
+    EXPECT_EQ(index.GetSlots().GetItem(0).name, "Key");
+    EXPECT_EQ(index.GetSlots().GetItem(0).id, 1);
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01 00 00 00"));
     for (std::size_t slot = 1; slot < 20; ++slot) {
-        EXPECT_EQ(index.GetItem(slot).name, Spare);
-        EXPECT_EQ(index.GetItem(slot).id, slot + 1);
+        EXPECT_EQ(index.GetSlots().GetItem(slot).name, Spare);
+        EXPECT_EQ(index.GetSlots().GetItem(slot).id, slot + 1);
     }
 }
 
@@ -110,19 +91,20 @@ TEST(Index, TheTwentiethBlockLandsInSlot20AndSlot19BecomesAnIndexBlock)
     Index index(12);
     for (std::size_t block = 0; block < 19; ++block)
         EXPECT_EQ(index.AddBlock("Key"), block);
-    EXPECT_EQ(index.GetSlotCount(), 20U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
     EXPECT_EQ(index.AddBlock("Key"), 20U);
-    EXPECT_EQ(index.GetSlotCount(), 220U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 220U);
 
-    IndexItem const& item = index.GetItem(19);
+    IndexItem const& item = index.GetSlots().GetItem(19);
     EXPECT_EQ(item.name, IndexBlock);
     EXPECT_EQ(item.size, 27804U);
     EXPECT_EQ(item.transformations, 32);
     EXPECT_EQ(index.GetLimiter(IndexBlock).limit, 27804U);
     EXPECT_EQ(index.GetLimiter(IndexBlock).blocks, std::vector<std::size_t>{19});
-    EXPECT_EQ(Content(index.GetBlock(19)), Hex("C8 00 00 00") + Support::SpareEntries(21, 220))
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(19)),
+              Hex("C8 00 00 00") + Support::SpareEntries(21, 220))
         << "slots 20 to 219";
-    EXPECT_EQ(index.GetItem(20).name, "Key");
+    EXPECT_EQ(index.GetSlots().GetItem(20).name, "Key");
     EXPECT_EQ(index.GetLimiter(Spare).blocks.size(), 199U);
     EXPECT_EQ(index.GetLimiter(Spare).blocks.back(), 21U);
     EXPECT_EQ(index.GetLimiter(Spare).blocks.front(), 219U);
@@ -141,10 +123,10 @@ TEST(Index, TheLastSlotOfEveryGroupBecomesAnIndexBlock)
             expected.push_back(slot);
     EXPECT_EQ(taken, expected);
     EXPECT_EQ(index.GetLimiter(IndexBlock).blocks, (std::vector<std::size_t>{19, 219, 419}));
-    EXPECT_EQ(index.GetSlotCount(), 620U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 620U);
     for (std::size_t const slot : {std::size_t(19), std::size_t(219), std::size_t(419)}) {
-        EXPECT_EQ(index.GetItem(slot).size, 27804U);
-        EXPECT_EQ(index.GetItem(slot).transformations, 32);
+        EXPECT_EQ(index.GetSlots().GetItem(slot).size, 27804U);
+        EXPECT_EQ(index.GetSlots().GetItem(slot).transformations, 32);
     }
 }
 
@@ -153,10 +135,9 @@ TEST(Index, IdsWrapAfter255)
     Index index(12);
     for (int block = 0; block < 240; ++block)
         index.AddBlock("Key");
-    EXPECT_EQ(index.GetItem(254).id, 255);
-    EXPECT_EQ(index.GetItem(255).id, 0);
-    EXPECT_EQ(index.GetItem(256).id, 1);
-    EXPECT_EQ(index.GetNextId(), (420 + 1) % 256);
+    EXPECT_EQ(index.GetSlots().GetItem(254).id, 255);
+    EXPECT_EQ(index.GetSlots().GetItem(255).id, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(256).id, 1);
 }
 
 TEST(Index, CreateBlockAppendsASlotWhateverThePoolHolds)
@@ -164,8 +145,8 @@ TEST(Index, CreateBlockAppendsASlotWhateverThePoolHolds)
     Index index(12);
     index.AddBlock("a");
     EXPECT_EQ(index.CreateBlock("b"), 20U);
-    EXPECT_EQ(index.GetItem(20).name, "b");
-    EXPECT_EQ(index.GetItem(20).id, 21);
+    EXPECT_EQ(index.GetSlots().GetItem(20).name, "b");
+    EXPECT_EQ(index.GetSlots().GetItem(20).id, 21);
     EXPECT_EQ(index.GetLimiter("b").blocks, std::vector<std::size_t>{20});
     EXPECT_EQ(index.GetWritingBlockIndex("b"), 20U);
 }
@@ -185,9 +166,9 @@ TEST(Index, CreatingNoEmptyBlocksBeforeThereIsAPoolMakesNone)
 {
     Index index(12);
     EXPECT_EQ(index.CreateEmptyBlocks(0), 4U);
-    EXPECT_EQ(index.GetSlotCount(), 0U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 0U);
     EXPECT_EQ(index.AddBlock("a"), 0U);
-    EXPECT_EQ(index.GetSlotCount(), 20U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
 }
 
 TEST(Index, AddingABlockWithTheSpareNameAppendsASpareSlot)
@@ -234,11 +215,12 @@ TEST(Index, WithALimitOfTenBytesTwoLongsShareABlockAndTheThirdGetsANewOne)
     Index index(12);
     index.Put("Key", 1UL);
     index.Put("Key", 2UL);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 16U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 16U);
     index.Put("Key", 3UL);
     EXPECT_EQ(index.GetLimiter("Key").blocks, (std::vector<std::size_t>{0, 1}));
-    EXPECT_EQ(Content(index.GetBlock(0)), Hex("01 00 00 00 00 00 00 00 02 00 00 00 00 00 00 00"));
-    EXPECT_EQ(Content(index.GetBlock(1)), Hex("03 00 00 00 00 00 00 00"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)),
+              Hex("01 00 00 00 00 00 00 00 02 00 00 00 00 00 00 00"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("03 00 00 00 00 00 00 00"));
 }
 
 TEST(Index, ABlockThatHasExactlyItsLimitIsFull)
@@ -257,8 +239,8 @@ TEST(Index, ALimitOfZeroGivesEveryPutABlockOfItsOwn)
     Index index(12);
     index.Put("Key", true);
     index.Put("Key", false);
-    EXPECT_EQ(Content(index.GetBlock(0)), Hex("01"));
-    EXPECT_EQ(Content(index.GetBlock(1)), Hex("00"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("00"));
 }
 
 TEST(Index, ASinglePutIsNeverSplit)
@@ -267,7 +249,7 @@ TEST(Index, ASinglePutIsNeverSplit)
     Index index(12);
     PutBytes(index, "Key", "123456789");
     PutBytes(index, "Key", std::string(100, 'x'));
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 109U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 109U);
     EXPECT_EQ(index.GetLimiter("Key").blocks.size(), 1U);
 }
 
@@ -300,25 +282,25 @@ TEST(Index, PutEncodesEveryType)
     unsigned char* const place = index.PutInPlace("Key", 2);
     place[0] = 0xAA;
     place[1] = 0xBB;
-    EXPECT_EQ(Content(index.GetBlock(0)), Hex("FE FF FF FF "
-                                              "01 02 03 04 "
-                                              "01 02 03 04 05 06 07 08 "
-                                              "07 "
-                                              "00 00 80 3F "
-                                              "01 "
-                                              "02 00 00 00 61 62 "
-                                              "00 00 00 00 "
-                                              "02 00 00 00 01 00 00 00 02 00 00 00 "
-                                              "02 00 00 00 01 00 00 00 63 00 00 00 00 "
-                                              "72 61 77 "
-                                              "AA BB"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("FE FF FF FF "
+                                                         "01 02 03 04 "
+                                                         "01 02 03 04 05 06 07 08 "
+                                                         "07 "
+                                                         "00 00 80 3F "
+                                                         "01 "
+                                                         "02 00 00 00 61 62 "
+                                                         "00 00 00 00 "
+                                                         "02 00 00 00 01 00 00 00 02 00 00 00 "
+                                                         "02 00 00 00 01 00 00 00 63 00 00 00 00 "
+                                                         "72 61 77 "
+                                                         "AA BB"));
 }
 
 TEST(Index, TheBlockPositionOfAKeyNeverWrittenIsZero)
 {
     Index index(12);
     EXPECT_EQ(index.GetBlockPosition("never"), 0U);
-    EXPECT_EQ(index.GetSlotCount(), 0U) << "asking creates nothing";
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 0U) << "asking creates nothing";
 }
 
 TEST(Index, TheBlockPositionIsTheSumOverAllBlocksOfTheKey)
@@ -344,9 +326,9 @@ TEST(Index, TheBlockPositionCountsUntransformedBytesOfFrozenBlocks)
     index.AddTransformation("Key", BlockTransformationType::Freeze);
     index.AddTransformation("Key", BlockTransformationType::Compress);
     index.FlushFrozen(stream.get());
-    ASSERT_TRUE(index.GetItem(0).frozen);
-    EXPECT_LT(index.GetItem(0).size, 500U);
-    EXPECT_EQ(index.GetItem(0).frozenLength, 500U);
+    ASSERT_TRUE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_LT(index.GetSlots().GetItem(0).size, 500U);
+    EXPECT_EQ(index.GetSlots().GetItem(0).contentLength, 500U);
     EXPECT_EQ(index.GetBlockPosition("Key"), 500U);
     PutBytes(index, "Key", "abc");
     EXPECT_EQ(index.GetBlockPosition("Key"), 503U);
@@ -356,7 +338,7 @@ TEST(Index, TheBlockPositionFollowsTheCursorOfTheLastBlock)
 {
     Index index(12);
     index.Put("Key", 1UL);
-    index.GetBlock(0).SetPosition(3);
+    index.GetSlots().GetBlock(0).SetPosition(3);
     EXPECT_EQ(index.GetBlockPosition("Key"), 3U);
 }
 
@@ -368,23 +350,23 @@ TEST(Index, MarkingReachesTheBlocksThatTheKeyHasNowAndNoLaterOnes)
     index.Put("Other", 1U);
     index.AddTransformation("Key", BlockTransformationType::Compress);
     index.Put("Key", 2U);
-    EXPECT_EQ(index.GetItem(0).transformations, 1);
-    EXPECT_EQ(index.GetItem(1).transformations, 0);
-    EXPECT_EQ(index.GetItem(2).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 1);
+    EXPECT_EQ(index.GetSlots().GetItem(1).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(2).transformations, 0);
     index.AddTransformation("Key", BlockTransformationType::Freeze);
-    EXPECT_EQ(index.GetItem(0).transformations, 33);
-    EXPECT_EQ(index.GetItem(2).transformations, 32);
+    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 33);
+    EXPECT_EQ(index.GetSlots().GetItem(2).transformations, 32);
     index.AddTransformation("Key", BlockTransformationType::Compress);
-    EXPECT_EQ(index.GetItem(2).transformations, 33);
+    EXPECT_EQ(index.GetSlots().GetItem(2).transformations, 33);
 }
 
 TEST(Index, MarkingAnUnknownKeyDoesNothing)
 {
     Index index(12);
     index.AddTransformation("unknown", BlockTransformationType::Compress);
-    EXPECT_EQ(index.GetSlotCount(), 0U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 0U);
     index.Put("unknown", 1U);
-    EXPECT_EQ(index.GetItem(0).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 0);
 }
 
 TEST(Index, MarkingTheSpareNameReachesAllThatAreSpareNow)
@@ -395,50 +377,50 @@ TEST(Index, MarkingTheSpareNameReachesAllThatAreSpareNow)
     index.AddBlock("b");
     index.AddBlock(Spare);
     index.AddTransformation(Spare, BlockTransformationType::Compress);
-    EXPECT_EQ(index.GetItem(0).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 0);
     for (std::size_t slot = 1; slot < 21; ++slot)
-        EXPECT_EQ(index.GetItem(slot).transformations, 1) << slot;
+        EXPECT_EQ(index.GetSlots().GetItem(slot).transformations, 1) << slot;
 }
 
 TEST(Index, ATypedPutIntoAFrozenBlockIsRefused)
 {
     Index index(12);
     index.AddBlock("Key");
-    index.GetItem(1).frozen = true;
-    index.GetItem(2).frozen = true;
+    index.GetSlots().GetItem(1).state = Zyl2Wvf::IndexItem::State::Frozen;
+    index.GetSlots().GetItem(2).state = Zyl2Wvf::IndexItem::State::Frozen;
     Support::expectThrown<MiscelleneousException>(
         [&index] { index.Put("Other", 1U); },
         {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
     Support::expectThrown<MiscelleneousException>(
         [&index] { index.Put("Another", std::string("text")); },
         {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-    EXPECT_EQ(index.GetBlock(1).GetLength(), 0U);
-    EXPECT_EQ(index.GetBlock(2).GetLength(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(1).GetLength(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(2).GetLength(), 0U);
 }
 
 TEST(Index, ARawPutIntoAFrozenBlockReportsAnUnknownKeyInstead)
 {
     Index index(12);
     index.AddBlock("Key");
-    index.GetItem(1).frozen = true;
-    index.GetItem(2).frozen = true;
+    index.GetSlots().GetItem(1).state = Zyl2Wvf::IndexItem::State::Frozen;
+    index.GetSlots().GetItem(2).state = Zyl2Wvf::IndexItem::State::Frozen;
     Support::expectThrown<KeyNotFound>(
         [&index] { PutBytes(index, "Other", "raw"); },
         {14, "Key not found", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
     Support::expectThrown<KeyNotFound>(
         [&index] { index.PutInPlace("Another", 3); },
         {14, "Key not found", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-    EXPECT_EQ(index.GetBlock(1).GetLength(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(1).GetLength(), 0U);
 }
 
 TEST(Index, AFrozenBlockIsFollowedByANewOneForTheNextPut)
 {
     Index index(12);
     index.Put("Key", 1U);
-    index.GetItem(0).frozen = true;
+    index.GetSlots().GetItem(0).state = Zyl2Wvf::IndexItem::State::Frozen;
     index.Put("Key", 2U);
     EXPECT_EQ(index.GetLimiter("Key").blocks, (std::vector<std::size_t>{0, 1}));
-    EXPECT_EQ(Content(index.GetBlock(1)), Hex("02 00 00 00"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("02 00 00 00"));
 }
 
 TEST(Index, AKeyThatGoesOnAfterASavedBlockGetsThatBlocksBuffer)
@@ -449,17 +431,17 @@ TEST(Index, AKeyThatGoesOnAfterASavedBlockGetsThatBlocksBuffer)
     Index index(12);
     std::string const full(5000000, 'x');
     PutBytes(index, "Key", full);
-    unsigned char const* const buffer = index.GetBlock(0).GetData();
+    unsigned char const* const buffer = index.GetSlots().GetBlock(0).GetData();
     index.AddTransformation("Key", BlockTransformationType::Freeze);
     index.AddTransformation("Key", BlockTransformationType::Compress);
     PutBytes(index, "Key", full);
-    EXPECT_NE(index.GetBlock(1).GetData(), buffer);
+    EXPECT_NE(index.GetSlots().GetBlock(1).GetData(), buffer);
     index.FlushFrozen(stream.get());
     PutBytes(index, "Other", "a");
-    EXPECT_NE(index.GetBlock(2).GetData(), buffer);
+    EXPECT_NE(index.GetSlots().GetBlock(2).GetData(), buffer);
     PutBytes(index, "Key", "abc");
-    EXPECT_EQ(index.GetBlock(3).GetData(), buffer);
-    EXPECT_EQ(Content(index.GetBlock(3)), "abc");
+    EXPECT_EQ(index.GetSlots().GetBlock(3).GetData(), buffer);
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(3)), "abc");
 }
 
 /// Puts five blocks of 500 bytes under a key; gives the file.
@@ -486,11 +468,11 @@ TEST(Index, AFullBlockIsCompressedWhenTheNextIsBegunIfItsKeyIsToBe)
     PutBytes(index, "Key", std::string(500, 'x'));
     PutBytes(index, "Other", std::string(500, 'x'));
     PutBytes(index, "Other", "y");
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 500U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 500U);
     PutBytes(index, "Key", "abc");
-    EXPECT_LT(index.GetBlock(0).GetLength(), 100U);
-    EXPECT_EQ(index.GetBlock(1).GetLength(), 500U);
-    EXPECT_EQ(Content(index.GetBlock(3)), "abc");
+    EXPECT_LT(index.GetSlots().GetBlock(0).GetLength(), 100U);
+    EXPECT_EQ(index.GetSlots().GetBlock(1).GetLength(), 500U);
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(3)), "abc");
     EXPECT_EQ(index.GetBlockPosition("Key"), 503U);
     PutBytes(index, "Key", std::string(497, 'x'));
     PutBytes(index, "Key", "abc");
@@ -526,10 +508,10 @@ TEST(Index, ACompressedBlockLeavesItsBufferToTheNextOfItsKey)
     Index index(12);
     index.CompressFullBlocks("Key");
     PutBytes(index, "Key", std::string(5000000, 'x'));
-    unsigned char const* const buffer = index.GetBlock(0).GetData();
+    unsigned char const* const buffer = index.GetSlots().GetBlock(0).GetData();
     PutBytes(index, "Key", "abc");
-    EXPECT_EQ(index.GetBlock(1).GetData(), buffer);
-    EXPECT_LT(index.GetBlock(0).GetCapacity(), 5000000U);
+    EXPECT_EQ(index.GetSlots().GetBlock(1).GetData(), buffer);
+    EXPECT_LT(index.GetSlots().GetBlock(0).GetCapacity(), 5000000U);
 }
 
 TEST(Index, APutThatWouldPassFourGibibytesGoesToANewBlock)
@@ -543,19 +525,19 @@ TEST(Index, APutThatWouldPassFourGibibytesGoesToANewBlock)
     for (std::size_t slot = 0; slot < 3; ++slot) {
         Zyl2Util::Buffer buffer;
         ASSERT_TRUE(buffer.Grow(4294967295U));
-        index.GetBlock(slot).Adopt(std::move(buffer), 4294967290U);
+        index.GetSlots().GetBlock(slot).Adopt(std::move(buffer), 4294967290U);
     }
     // The new blocks need not take 4 GiB of address space.
     Support::DefaultBlockSizeSetting const smallStep("16");
     index.Put("typed", 0x0807060504030201UL);
     PutBytes(index, "raw", "abcdef");
     index.PutInPlace("in place", 6)[0] = 'a';
-    EXPECT_EQ(Content(index.GetBlock(3)), Hex("01 02 03 04 05 06 07 08"));
-    EXPECT_EQ(Content(index.GetBlock(4)), "abcdef");
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(3)), Hex("01 02 03 04 05 06 07 08"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(4)), "abcdef");
     EXPECT_EQ(index.GetLimiter("in place").blocks, (std::vector<std::size_t>{2, 5}));
     EXPECT_EQ(index.GetBlockPosition("typed"), 4294967298U);
     EXPECT_EQ(index.GetBlockPosition("raw"), 4294967296U);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 4294967290U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 4294967290U);
 }
 
 TEST(Index, APutThatNoBlockCanHoldIsRefused)
@@ -568,7 +550,7 @@ TEST(Index, APutThatNoBlockCanHoldIsRefused)
         {16, "Memory allocation error", "Zyl2Wvf::Block", "Zyl2/Wvf/Block"});
     EXPECT_EQ(index.GetLimiter("Key").blocks.size(), 1U);
     index.Put("Key", 2U);
-    EXPECT_EQ(Content(index.GetBlock(0)), Hex("01 00 00 00 02 00 00 00"));
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01 00 00 00 02 00 00 00"));
 }
 
 TEST(Index, ThePositionOfABlockIsBehindItsPredecessor)
@@ -576,10 +558,10 @@ TEST(Index, ThePositionOfABlockIsBehindItsPredecessor)
     Index index(12);
     index.AddBlock("Key");
     index.UpdateBlockPositionInStream(0);
-    EXPECT_EQ(index.GetItem(0).position, 2800U);
-    index.GetItem(0).size = 7;
+    EXPECT_EQ(index.GetSlots().GetItem(0).position, 2800U);
+    index.GetSlots().GetItem(0).size = 7;
     index.UpdateBlockPositionInStream(1);
-    EXPECT_EQ(index.GetItem(1).position, 2807U);
+    EXPECT_EQ(index.GetSlots().GetItem(1).position, 2807U);
 }
 
 TEST(Index, ThePositionOfABlockBehindAnIndexBlockBringsThatOneUpToDateFirst)
@@ -588,11 +570,11 @@ TEST(Index, ThePositionOfABlockBehindAnIndexBlockBringsThatOneUpToDateFirst)
     for (int block = 0; block < 20; ++block)
         index.AddBlock("Key");
     // Slot 18 was not saved yet when slot 19 became an index block.
-    index.GetItem(18).position = 5000;
-    index.GetItem(18).size = 30;
+    index.GetSlots().GetItem(18).position = 5000;
+    index.GetSlots().GetItem(18).size = 30;
     index.UpdateBlockPositionInStream(20);
-    EXPECT_EQ(index.GetItem(19).position, 5030U);
-    EXPECT_EQ(index.GetItem(20).position, 32834U);
+    EXPECT_EQ(index.GetSlots().GetItem(19).position, 5030U);
+    EXPECT_EQ(index.GetSlots().GetItem(20).position, 32834U);
 }
 
 TEST(Index, SavingAFrozenSlotAgainIsRefused)
@@ -603,7 +585,7 @@ TEST(Index, SavingAFrozenSlotAgainIsRefused)
     index.Put("Key", 1U);
     index.AddTransformation("Key", BlockTransformationType::Freeze);
     index.WriteBufferToFileStream(0, stream.get());
-    EXPECT_TRUE(index.GetItem(0).frozen);
+    EXPECT_TRUE(index.GetSlots().GetItem(0).IsFrozen());
     Support::expectThrown<InvalidObjectState>(
         [&] { index.WriteBufferToFileStream(0, stream.get()); },
         {17, "Invalid object state", "Zyl2Wvf::Index::WriteBufferToFileStream", "Zyl2/Wvf/Index"});
@@ -616,14 +598,13 @@ TEST(Index, ASavedBlockIsReleasedAndOnlyAMarkedOneFreezes)
     Index index(12);
     index.Put("Key", 1U);
     index.WriteBufferToFileStream(0, stream.get());
-    EXPECT_FALSE(index.GetItem(0).frozen);
-    EXPECT_EQ(index.GetItem(0).size, 4U);
-    EXPECT_EQ(index.GetItem(0).position, 2800U);
-    EXPECT_EQ(index.GetItem(0).frozenLength, 0U);
-    EXPECT_EQ(index.GetBlock(0).GetData(), nullptr);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 0U);
-    EXPECT_EQ(index.GetBlock(0).GetCapacity(), 0U);
-    EXPECT_EQ(index.GetBlock(0).GetPosition(), 0U);
+    EXPECT_FALSE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetItem(0).size, 4U);
+    EXPECT_EQ(index.GetSlots().GetItem(0).position, 2800U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetCapacity(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetPosition(), 0U);
 }
 
 TEST(Index, AStreamThatCannotSeekIsReported)
@@ -635,7 +616,8 @@ TEST(Index, AStreamThatCannotSeekIsReported)
                                               {7, "Saving the buffer failed",
                                                "Zyl2Wvf::Index::WriteBufferToFileStream",
                                                "Zyl2/Wvf/Index"});
-    EXPECT_EQ(index.GetBlock(0).GetData(), nullptr) << "a block that was given up is released";
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr)
+        << "a block that was given up is released";
 }
 
 TEST(Index, AFullDiskIsReportedWhenABlockIsSaved)
@@ -646,7 +628,7 @@ TEST(Index, AFullDiskIsReportedWhenABlockIsSaved)
     Support::expectThrown<FileWriteException>(
         [&] { index.WriteBufferToFileStream(0, full.get()); },
         {7, "Unable to write to file", "Zyl2Wvf::Block::Write", "Zyl2/Wvf/Block"});
-    EXPECT_EQ(index.GetBlock(0).GetData(), nullptr);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr);
 }
 
 TEST(Index, AFullDiskIsReportedWhenTheNextBlockIsPositioned)
@@ -669,7 +651,7 @@ TEST(Index, AFullDiskIsReportedAtTheLatestWhenEverythingIsSaved)
     // With all blocks saved before, the root index alone is left, and it stays in the stream's
     // buffer until the end.
     for (std::size_t slot = 0; slot < 20; ++slot)
-        index.GetItem(slot).frozen = true;
+        index.GetSlots().GetItem(slot).state = Zyl2Wvf::IndexItem::State::Frozen;
     Support::expectThrown<FileWriteException>(
         [&] { index.WriteAllBuffersToFileStream(full.get()); },
         {7, "Unable to write to file", "Zyl2Wvf::Index::WriteAllBuffersToFileStream",
@@ -712,19 +694,20 @@ TEST(Index, AnIndexBlockIsMadeAnewOnceAndThenKeepsItsBuffer)
     Index index(12);
     for (int block = 0; block < 20; ++block)
         index.AddBlock("Key");
-    EXPECT_FALSE(index.GetItem(19).detached);
+    EXPECT_NE(index.GetSlots().GetItem(19).state, Zyl2Wvf::IndexItem::State::Rewritten);
     index.WriteAllBuffersToFileStream(stream.get());
-    EXPECT_TRUE(index.GetItem(19).detached);
-    EXPECT_TRUE(index.GetItem(19).frozen);
-    EXPECT_EQ(index.GetItem(19).frozenLength, 27804U);
-    EXPECT_EQ(index.GetBlock(19).GetLength(), 27804U);
+    EXPECT_EQ(index.GetSlots().GetItem(19).state, Zyl2Wvf::IndexItem::State::Rewritten);
+    EXPECT_TRUE(index.GetSlots().GetItem(19).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetItem(19).contentLength, 27804U);
+    EXPECT_EQ(index.GetSlots().GetBlock(19).GetLength(), 27804U);
 
-    unsigned char const* const data = index.GetBlock(19).GetData();
-    index.GetItem(20).size = 7;
+    unsigned char const* const data = index.GetSlots().GetBlock(19).GetData();
+    index.GetSlots().GetItem(20).size = 7;
     index.WriteIndexBufferToFileStream(19, stream.get());
-    EXPECT_EQ(index.GetBlock(19).GetData(), data);
-    EXPECT_EQ(Content(index.GetBlock(19)), Hex("C8 00 00 00") + Support::Entry(21, "Key", 7, 0) +
-                                               Support::SpareEntries(22, 220));
+    EXPECT_EQ(index.GetSlots().GetBlock(19).GetData(), data);
+    EXPECT_EQ(Content(index.GetSlots().GetBlock(19)), Hex("C8 00 00 00") +
+                                                          Support::Entry(21, "Key", 7, 0) +
+                                                          Support::SpareEntries(22, 220));
 }
 
 TEST(Index, AnIndexBlockThatWasNotSavedBeforeFreezesWithTheFinalTable)
@@ -734,11 +717,10 @@ TEST(Index, AnIndexBlockThatWasNotSavedBeforeFreezesWithTheFinalTable)
     Index index(12);
     for (int block = 0; block < 20; ++block)
         index.AddBlock("Key");
-    index.GetItem(18).position = 2800;
+    index.GetSlots().GetItem(18).position = 2800;
     index.WriteIndexBufferToFileStream(19, stream.get());
-    EXPECT_TRUE(index.GetItem(19).frozen);
-    EXPECT_FALSE(index.GetItem(19).detached);
-    EXPECT_EQ(index.GetItem(19).position, 2800U);
+    EXPECT_TRUE(index.GetSlots().GetItem(19).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetItem(19).position, 2800U);
     std::fflush(stream.get());
     EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + Hex("C8 00 00 00") +
                                                        Support::Entry(21, "Key", 0, 0) +
@@ -752,7 +734,7 @@ TEST(Index, AnIndexBlockWithFewerThan200FollowersIsRefused)
     Index index(12);
     for (int block = 0; block < 20; ++block)
         index.AddBlock("Key");
-    ASSERT_EQ(index.GetSlotCount(), 220U);
+    ASSERT_EQ(index.GetSlots().GetSlotCount(), 220U);
     EXPECT_NO_THROW(index.WriteIndexBufferToFileStream(19, stream.get()));
     for (std::size_t const slot : {20U, 215U, 219U})
         Support::expectThrown<InvalidObjectState>(
@@ -772,8 +754,8 @@ TEST(Index, FlushingAFullBlockBeforeAnEarlierOneIsNotImplemented)
     Support::expectThrown<NotYetImplemented>(
         [&] { index.FlushFrozen(stream.get()); },
         {20, "Not yet implemented", "Zyl2Wvf::Index::FlushFrozen", "Zyl2/Wvf/Index"});
-    EXPECT_FALSE(index.GetItem(1).frozen);
-    EXPECT_EQ(index.GetBlock(1).GetLength(), 16U);
+    EXPECT_FALSE(index.GetSlots().GetItem(1).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetBlock(1).GetLength(), 16U);
 }
 
 TEST(Index, FlushingSavesOnlyFullBlocksThatAreMarked)
@@ -787,9 +769,9 @@ TEST(Index, FlushingSavesOnlyFullBlocksThatAreMarked)
     index.AddTransformation("Key", BlockTransformationType::Freeze);
     PutBytes(index, "Unmarked", std::string(20, 'z'));
     index.FlushFrozen(stream.get());
-    EXPECT_TRUE(index.GetItem(0).frozen);
-    EXPECT_FALSE(index.GetItem(1).frozen);
-    EXPECT_FALSE(index.GetItem(2).frozen);
+    EXPECT_TRUE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_FALSE(index.GetSlots().GetItem(1).IsFrozen());
+    EXPECT_FALSE(index.GetSlots().GetItem(2).IsFrozen());
     std::fflush(stream.get());
     EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
 }
@@ -806,7 +788,7 @@ TEST(Index, FlushingAgainWritesNothingASecondTime)
     long const end = std::ftell(stream.get());
     EXPECT_NO_THROW(index.FlushFrozen(stream.get()));
     EXPECT_EQ(std::ftell(stream.get()), end);
-    EXPECT_EQ(index.GetItem(0).size, 10U);
+    EXPECT_EQ(index.GetSlots().GetItem(0).size, 10U);
     std::fflush(stream.get());
     EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
 }
@@ -823,7 +805,7 @@ TEST(Index, FlushingGoesThroughTheKeysInTheirOrder)
     index.AddTransformation("a", BlockTransformationType::Freeze);
     index.AddTransformation("b", BlockTransformationType::Freeze);
     EXPECT_THROW(index.FlushFrozen(stream.get()), NotYetImplemented);
-    EXPECT_FALSE(index.GetItem(0).frozen);
+    EXPECT_FALSE(index.GetSlots().GetItem(0).IsFrozen());
 }
 
 TEST(Index, FlushingSkipsSpareAndIndexBlocks)
@@ -836,9 +818,9 @@ TEST(Index, FlushingSkipsSpareAndIndexBlocks)
         index.AddBlock("Key");
     index.AddTransformation(Spare, BlockTransformationType::Freeze);
     EXPECT_NO_THROW(index.FlushFrozen(stream.get()));
-    EXPECT_FALSE(index.GetItem(19).frozen);
-    EXPECT_FALSE(index.GetItem(21).frozen);
-    EXPECT_EQ(index.GetBlock(19).GetLength(), 27804U);
+    EXPECT_FALSE(index.GetSlots().GetItem(19).IsFrozen());
+    EXPECT_FALSE(index.GetSlots().GetItem(21).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetBlock(19).GetLength(), 27804U);
 }
 
 TEST(Index, FlushingWithoutAStreamDoesNothing)
@@ -848,8 +830,8 @@ TEST(Index, FlushingWithoutAStreamDoesNothing)
     PutBytes(index, "Key", std::string(16, 'x'));
     index.AddTransformation("Key", BlockTransformationType::Freeze);
     index.FlushFrozen(nullptr);
-    EXPECT_FALSE(index.GetItem(0).frozen);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 16U);
+    EXPECT_FALSE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 16U);
 }
 
 /// Whether the compressor was what the n-th allocation failed for.
@@ -875,7 +857,7 @@ TEST(Index, ABlockThatCannotBeCompressedForLackOfMemoryCanBeSavedLater)
         index.AddTransformation("Key", BlockTransformationType::Compress);
         if (!CompressorFails(index, stream.get(), allocation))
             continue;
-        EXPECT_EQ(Content(index.GetBlock(0)), "aaaaaaaa");
+        EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), "aaaaaaaa");
         index.WriteAllBuffersToFileStream(stream.get());
         stream.reset();
         EXPECT_EQ(
@@ -1031,10 +1013,10 @@ TEST(Index, AFailedFirstSlotLeavesNoPoolThatSeemsToHaveRunDry)
         try {
             index.AddBlock("second");
         } catch (std::bad_alloc const&) {
-            EXPECT_EQ(index.GetSlotCount() % 20, 1U);
+            EXPECT_EQ(index.GetSlots().GetSlotCount() % 20, 1U);
             EXPECT_EQ(index.AddBlock("second"), 1U) << allocation;
         }
-        EXPECT_EQ(index.GetSlotCount(), 21U);
+        EXPECT_EQ(index.GetSlots().GetSlotCount(), 21U);
     }
 }
 

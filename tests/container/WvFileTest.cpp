@@ -49,15 +49,6 @@ void ExpectWritesTo(WvFile const& file, std::string const& path)
     EXPECT_EQ(Support::ReadFile(path), "mark");
 }
 
-TEST(WvFile, ANewOneHasNoStreamAndAnIndexForANewContainer)
-{
-    WvFile file;
-    EXPECT_EQ(file.GetStream(), nullptr);
-    EXPECT_EQ(file.GetIndex().GetNextId(), 1);
-    EXPECT_EQ(file.GetIndex().GetHeaderLength(), 12U);
-    EXPECT_EQ(file.GetIndex().GetRootIndexLength(), 0U);
-}
-
 TEST(WvFile, AFreshFileBeginsWithSignatureAndVersion)
 {
     Support::TemporaryFolder const folder;
@@ -319,12 +310,12 @@ TEST(WvFile, MarkingReachesEveryBlockThatBearsTheNameNow)
     file.AddBlockTransformation("Key", BlockTransformationType::Freeze);
     file.AddBlockTransformation("Key", BlockTransformationType::Compress);
     index.AddBlock("Key");
-    EXPECT_EQ(index.GetItem(0).transformations, 33);
-    EXPECT_EQ(index.GetItem(1).transformations, 0);
-    EXPECT_EQ(index.GetItem(2).transformations, 33);
-    EXPECT_EQ(index.GetItem(3).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 33);
+    EXPECT_EQ(index.GetSlots().GetItem(1).transformations, 0);
+    EXPECT_EQ(index.GetSlots().GetItem(2).transformations, 33);
+    EXPECT_EQ(index.GetSlots().GetItem(3).transformations, 0);
     file.AddBlockTransformation("Unknown", BlockTransformationType::Compress);
-    EXPECT_EQ(index.GetSlotCount(), 20U);
+    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
 }
 
 } // namespace

@@ -21,7 +21,7 @@ inline std::vector<std::size_t> KeySlots(Zyl2Wvf::Index& index, std::string cons
 
 inline std::string SlotContent(Zyl2Wvf::Index& index, std::size_t slot)
 {
-    Zyl2Wvf::Block const& block = index.GetBlock(slot);
+    Zyl2Wvf::Block const& block = index.GetSlots().GetBlock(slot);
     if (block.GetLength() == 0)
         return {};
     auto const* const first = reinterpret_cast<char const*>(block.GetData());
@@ -43,7 +43,7 @@ inline void FreezeNextSlot(Zyl2Wvf::Index& index)
 {
     index.Put<int>("Another Key", 0);
     std::vector<std::size_t> const spares = KeySlots(index, Zyl2Wvf::Index::SpareBlockName);
-    index.GetItem(spares.back()).frozen = true;
+    index.GetSlots().GetItem(spares.back()).state = Zyl2Wvf::IndexItem::State::Frozen;
 }
 
 } // namespace Support

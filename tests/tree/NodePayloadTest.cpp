@@ -151,8 +151,8 @@ TEST_F(NodePayload, NodeSetsWriteTheirEntriesAndAHeader)
                                          "03 00 00 00 "
                                          "08 07 06 05 04 03 02 01 "
                                          "0D 0C 0B 0A "));
-    EXPECT_EQ(file.GetIndex().GetItem(0).name, "Heavy Data");
-    EXPECT_EQ(file.GetIndex().GetItem(0).transformations, 0U);
+    EXPECT_EQ(file.GetIndex().GetSlots().GetItem(0).name, "Heavy Data");
+    EXPECT_EQ(file.GetIndex().GetSlots().GetItem(0).transformations, 0U);
 }
 
 TEST_F(NodePayload, EachFieldOfNodeSetsIsAWriteOfItsOwn)
@@ -171,7 +171,7 @@ TEST_F(NodePayload, AnyOtherKindWritesNothing)
     SaveNodePayload(file, Impostor("group"));
     SaveNodePayload(file, Impostor(""));
     SaveNodePayload(file, Zyl2Mox::Material());
-    EXPECT_EQ(file.GetIndex().GetSlotCount(), 0U);
+    EXPECT_EQ(file.GetIndex().GetSlots().GetSlotCount(), 0U);
 }
 
 TEST_F(NodePayload, AFrozenResourcesBlockIsRefused)

@@ -46,7 +46,7 @@ TEST(NodeSets, EntriesAre32BytesEachInTheHeavyBlock)
     nodeSets.SaveDataBlocks(file, "Heavy Data", false);
     EXPECT_EQ(KeyContent(file.GetIndex(), "Heavy Data"),
               std::string(32, 'a') + std::string(32, 'b'));
-    EXPECT_EQ(file.GetIndex().GetItem(0).transformations, 0U);
+    EXPECT_EQ(file.GetIndex().GetSlots().GetItem(0).transformations, 0U);
 }
 
 TEST(NodeSets, WithoutEntriesThereIsNoHeavyBlock)
@@ -62,7 +62,7 @@ TEST(NodeSets, TheHeavyBlockIsMarkedForCompressionWhenAskedFor)
     NodeSets nodeSets("sets");
     nodeSets.GetEntries() = {Filled('a')};
     nodeSets.SaveDataBlocks(file, "Heavy Data", true);
-    EXPECT_EQ(file.GetIndex().GetItem(0).transformations, 1U);
+    EXPECT_EQ(file.GetIndex().GetSlots().GetItem(0).transformations, 1U);
 }
 
 TEST(NodeSets, AFrozenHeavyBlockIsRefused)

@@ -384,8 +384,8 @@ TEST_F(TreeGlobalInfo, EachListIsAWriteOfItsOwn)
 TEST_F(TreeGlobalInfo, IsMarkedForCompression)
 {
     SaveGlobalInfo("");
-    EXPECT_EQ(Index().GetItem(0).name, "Global Information");
-    EXPECT_EQ(Index().GetItem(0).transformations, 1U);
+    EXPECT_EQ(Index().GetSlots().GetItem(0).name, "Global Information");
+    EXPECT_EQ(Index().GetSlots().GetItem(0).transformations, 1U);
 }
 
 TEST_F(TreeGlobalInfo, SaysWhenItBeginsAndEnds)
@@ -415,7 +415,7 @@ TEST_F(TreeGlobalInfo, AFrozenBlockIsRefusedForTheResultAttributesToo)
 {
     Support::DefaultBlockSizeSetting const setting("1");
     Index().Put("Another Key", 0U);
-    Index().GetItem(2).frozen = true;
+    Index().GetSlots().GetItem(2).state = Zyl2Wvf::IndexItem::State::Frozen;
     Support::expectThrown<MiscelleneousException>(
         [&] { SaveGlobalInfo(""); },
         {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
@@ -428,7 +428,7 @@ TEST_F(TreeFlushAndClose, WithoutAStreamNothingHappens)
     LogCapture const log;
     FlushAndClose();
     EXPECT_TRUE(log.entries.empty());
-    EXPECT_EQ(Index().GetSlotCount(), 0U);
+    EXPECT_EQ(Index().GetSlots().GetSlotCount(), 0U);
     EXPECT_TRUE(tree.GetModifierInfos().empty());
 }
 

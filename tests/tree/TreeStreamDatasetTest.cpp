@@ -42,7 +42,7 @@ std::vector<unsigned int> Marks(Tree& tree)
 {
     std::vector<unsigned int> marks;
     for (std::size_t const slot : Support::KeySlots(tree.GetFile().GetIndex(), HeavyData))
-        marks.push_back(tree.GetFile().GetIndex().GetItem(slot).transformations);
+        marks.push_back(tree.GetFile().GetIndex().GetSlots().GetItem(slot).transformations);
     return marks;
 }
 
@@ -98,7 +98,7 @@ TEST(TreeStreamDataset, ADatasetOfCount0OrWidth0WritesNothingAndGivesThePosition
     float const value = 1;
     EXPECT_EQ(tree.WriteStreamDataset(&value, 0, 3), 0U);
     EXPECT_EQ(tree.WriteStreamDataset(&value, 1, 0), 0U);
-    EXPECT_EQ(tree.GetFile().GetIndex().GetSlotCount(), 0U);
+    EXPECT_EQ(tree.GetFile().GetIndex().GetSlots().GetSlotCount(), 0U);
     Write(tree, Values(0, 6), 3);
     EXPECT_EQ(tree.WriteStreamDataset(static_cast<float const*>(nullptr), 0, 1), 24U);
     EXPECT_EQ(tree.WriteStreamDataset(&value, 7, 0), 24U);
@@ -135,8 +135,8 @@ TEST(TreeStreamDataset, OnlyHeavyDataIsMarked)
     tree.GetFile().GetIndex().Put("Light Data", 1U);
     Write(tree, Values(0, 4), 1);
     Write(tree, Values(0, 4), 1);
-    EXPECT_EQ(tree.GetFile().GetIndex().GetItem(0).transformations, 0U);
-    EXPECT_EQ(tree.GetFile().GetIndex().GetItem(1).transformations, 33U);
+    EXPECT_EQ(tree.GetFile().GetIndex().GetSlots().GetItem(0).transformations, 0U);
+    EXPECT_EQ(tree.GetFile().GetIndex().GetSlots().GetItem(1).transformations, 33U);
 }
 
 TEST(TreeStreamDataset, SaysWhatItWrites)
@@ -181,17 +181,17 @@ TEST(TreeStreamDataset, FullBlocksLeaveMemoryOneCallLater)
     tree.GetFile().WriteHeader();
     Zyl2Wvf::Index& index = tree.GetFile().GetIndex();
     Write(tree, Values(0, 4), 1);
-    EXPECT_FALSE(index.GetItem(0).frozen);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 16U);
+    EXPECT_FALSE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 16U);
     EXPECT_EQ(Write(tree, Values(16, 4), 1), 16U);
-    EXPECT_TRUE(index.GetItem(0).frozen);
-    EXPECT_EQ(index.GetBlock(0).GetLength(), 0U);
-    EXPECT_EQ(index.GetBlock(0).GetData(), nullptr);
-    EXPECT_FALSE(index.GetItem(1).frozen);
+    EXPECT_TRUE(index.GetSlots().GetItem(0).IsFrozen());
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 0U);
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr);
+    EXPECT_FALSE(index.GetSlots().GetItem(1).IsFrozen());
     EXPECT_EQ(Write(tree, Values(32, 2), 1), 32U);
-    EXPECT_TRUE(index.GetItem(1).frozen);
+    EXPECT_TRUE(index.GetSlots().GetItem(1).IsFrozen());
     EXPECT_EQ(Write(tree, Values(48, 1), 1), 40U);
-    EXPECT_FALSE(index.GetItem(2).frozen);
+    EXPECT_FALSE(index.GetSlots().GetItem(2).IsFrozen());
 }
 
 TEST(TreeStreamDataset, BlocksStandInTheFileInTheOrderOfTheCalls)

@@ -71,8 +71,8 @@ public:
     void MoveToChild(T const& value, FunctorType functor)
     {
         if (!FindAndMoveToChild(value, functor))
-            Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 106,
-                                   BOOST_CURRENT_FUNCTION);
+            Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::NoSuchChild,
+                                       BOOST_CURRENT_FUNCTION);
     }
 
     /// `MoveToChild` for callers that expect to find nothing.
@@ -96,8 +96,8 @@ public:
     NodeType& GetCurrentNode()
     {
         if (!HasRecord(currentId_))
-            Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 219,
-                                   BOOST_CURRENT_FUNCTION);
+            Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::NoCurrentNode,
+                                       BOOST_CURRENT_FUNCTION);
         return RecordOf(currentId_);
     }
 
@@ -105,8 +105,8 @@ public:
     NodeType const& GetReqNode(IdType const& id) const
     {
         if (!HasRecord(id))
-            Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 254,
-                                   BOOST_CURRENT_FUNCTION);
+            Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::NoSuchNode,
+                                       BOOST_CURRENT_FUNCTION);
         return records_[id - RootId];
     }
 
@@ -115,8 +115,8 @@ public:
     void SetCurrentId(IdType id)
     {
         if (id >= GetNextId())
-            Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), AdtSource, 210,
-                                   BOOST_CURRENT_FUNCTION);
+            Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::IdNotHandedOut,
+                                       BOOST_CURRENT_FUNCTION);
         currentId_ = id;
     }
 
@@ -139,8 +139,6 @@ protected:
     void SetCurrentIdUnchecked(IdType id) { currentId_ = id; }
 
 private:
-    static constexpr char const* AdtSource = "Zyl2/Adt/AdtTree";
-
     bool HasRecord(IdType id) const { return id >= RootId && id < GetNextId(); }
     NodeType& RecordOf(IdType id) { return records_[id - RootId]; }
 

@@ -3,6 +3,8 @@
 
 #include <Zyl2/Exception/Exception.h>
 
+#include "Zyl2/Exception/Sites.h"
+
 #include <boost/assert/source_location.hpp>
 #include <boost/current_function.hpp>
 #include <boost/throw_exception.hpp>
@@ -19,6 +21,21 @@ template <typename ExceptionT>
                         char const* signature)
 {
     boost::throw_exception(exception, boost::source_location(source, line, signature));
+}
+
+/// The failure of a site in a template, which only the place that fails can name.
+/// \param signature full signature of the function that fails
+template <typename KindT>
+[[noreturn]] void raiseFrom(Site<KindT> const& site, char const* signature)
+{
+    raise(site.text == nullptr ? KindT() : KindT(site.text), site.source, site.line, signature);
+}
+
+/// The failure of a site.
+template <typename KindT>
+[[noreturn]] void raise(Site<KindT> const& site)
+{
+    raiseFrom(site, site.function);
 }
 
 } // namespace Exception

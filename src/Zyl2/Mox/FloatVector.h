@@ -11,13 +11,12 @@
 namespace Zyl2Mox {
 
 /// Refuses values that are fewer or more than a property takes.
-/// \throws InvalidArguments "invalid array size", with the place given
+/// \throws InvalidArguments "invalid array size", as from the site
 inline void CheckSize(std::vector<float> const& values, std::size_t fewest, std::size_t most,
-                      char const* source, unsigned int line, char const* function)
+                      Zyl2::Exception::Site<Zyl2::Exception::InvalidArguments> const& site)
 {
     if (values.size() < fewest || values.size() > most)
-        Zyl2::Exception::raise(Zyl2::Exception::InvalidArguments("invalid array size"), source,
-                               line, function);
+        Zyl2::Exception::raise(site);
 }
 
 /// Copies the first `count` values; the rest of the target keeps its values.

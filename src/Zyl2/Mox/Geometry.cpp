@@ -32,7 +32,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox/Geometry";
+namespace Sites = Zyl2::Exception::Sites::Geometry;
 constexpr std::uint32_t AnyType = 4294967295U;
 
 /// Keys that describe the source of the data rather than the variable.
@@ -140,7 +140,7 @@ void Geometry::WriteWv_l05(Zyl2Wvf::WvFile& file, std::string const& lightBlock,
     Zyl2Wvf::Index& index = file.GetIndex();
     index.Put<int>(lightBlock, static_cast<int>(GetVariables().size()));
     for (VarStruct const& variable : GetVariables()) {
-        std::uint64_t const position = GetPosition(variable, __LINE__, BOOST_CURRENT_FUNCTION);
+        std::uint64_t const position = GetPosition(variable, Sites::NoPositionInOldLayout);
         index.Put<std::string>(lightBlock, variable.name);
         index.Put<unsigned int>(lightBlock, static_cast<std::uint32_t>(variable.type));
         index.Put<int>(lightBlock, variable.array.valueCount);
@@ -176,23 +176,21 @@ void Geometry::WriteDescription(Zyl2Wvf::Index& index, std::string const& lightB
     for (float const value : array.floats)
         index.Put<float>(lightBlock, value);
     index.Put<bool>(lightBlock, array.lastFlag);
-    std::uint64_t const position =
-        GetPosition(variable, __LINE__,
-                    "void Zyl2Mox::Geometry::WriteWv(Zyl2Wvf::WvFile&, const std::string&, const "
-                    "std::string&, const std::string&) const");
+    std::uint64_t const position = GetPosition(variable, Sites::NoPosition);
     if (widePosition)
         index.Put<unsigned long>(lightBlock, position);
     else
         index.Put<unsigned int>(lightBlock, static_cast<std::uint32_t>(position));
 }
 
-std::uint64_t Geometry::GetPosition(VarStruct const& variable, unsigned int line,
-                                    char const* function) const
+std::uint64_t
+Geometry::GetPosition(VarStruct const& variable,
+                      Zyl2::Exception::Site<Zyl2::Exception::KeyNotFound> const& site) const
 {
     auto const& datasets = GetContent().datasets;
     auto const found = datasets.find(variable.name);
     if (found == datasets.end())
-        Zyl2::Exception::raise(Zyl2::Exception::KeyNotFound(), Source, line, function);
+        Zyl2::Exception::raise(site);
     return found->second;
 }
 

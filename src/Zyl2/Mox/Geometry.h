@@ -76,8 +76,9 @@ private:
                      VarStruct const& variable, bool widePosition) const;
     void WriteDescription(Zyl2Wvf::Index& index, std::string const& lightBlock,
                           VarStruct const& variable, bool widePosition) const;
-    std::uint64_t GetPosition(VarStruct const& variable, unsigned int line,
-                              char const* function) const;
+    std::uint64_t
+    GetPosition(VarStruct const& variable,
+                Zyl2::Exception::Site<Zyl2::Exception::KeyNotFound> const& site) const;
 
     struct Content
     {

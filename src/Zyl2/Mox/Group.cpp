@@ -6,7 +6,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox/Group";
+namespace Sites = Zyl2::Exception::Sites::Group;
 
 } // namespace
 
@@ -30,19 +30,19 @@ void Group::Save() {}
 
 void Group::SetTranslation(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Source, 82, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 3, Sites::Translation);
     CopyFirst(3, values, translation_);
 }
 
 void Group::SetRotation(std::vector<float> const& values)
 {
-    CheckSize(values, 4, 4, Source, 104, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 4, 4, Sites::Rotation);
     CopyFirst(4, values, rotation_);
 }
 
 void Group::SetScale(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Source, 124, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 3, Sites::Scale);
     CopyFirst(3, values, scale_);
 }
 

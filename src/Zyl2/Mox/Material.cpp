@@ -15,7 +15,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox/Material";
+namespace Sites = Zyl2::Exception::Sites::Material;
 constexpr float DefaultAmbientIntensity = 0.2F;
 
 } // namespace
@@ -42,25 +42,25 @@ std::string Material::getVersion() const
 
 void Material::SetDiffuseColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 4, Source, 74, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 4, Sites::DiffuseColor);
     CopyFirst(3, values, diffuse_);
 }
 
 void Material::SetSpecularColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 4, Source, 131, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 4, Sites::SpecularColor);
     CopyFirst(3, values, specular_);
 }
 
 void Material::SetEmissiveColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Source, 100, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 3, Sites::EmissiveColor);
     CopyFirst(3, values, emissive_);
 }
 
 void Material::SetAmbientColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Source, 157, BOOST_CURRENT_FUNCTION);
+    CheckSize(values, 3, 3, Sites::AmbientColor);
     CopyFirst(3, values, ambient_);
 }
 

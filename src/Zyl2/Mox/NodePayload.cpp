@@ -24,14 +24,14 @@ namespace Zyl2Mox {
 
 namespace {
 
-constexpr char const* SaveTreeSignature = "void Zyl2Mox::Tree::SaveTree(Zyl2Wvf::WvFile&)";
+namespace Sites = Zyl2::Exception::Sites::Tree;
 
 template <typename Kind>
-Kind const& Expect(Node const& node, char const* expression, unsigned int line)
+Kind const& Expect(Node const& node, Zyl2::Exception::AssertionSite const& site)
 {
     auto const* const kind = dynamic_cast<Kind const*>(&node);
     if (kind == nullptr)
-        Zyl2Util::AssertionFailed(expression, "Zyl2/Mox/Tree", line, SaveTreeSignature);
+        Zyl2Util::AssertionFailed(site);
     return *kind;
 }
 
@@ -89,14 +89,14 @@ void SaveNodePayload(Zyl2Wvf::WvFile& file, Node const& node)
 {
     std::string const type = node.GetType();
     if (type == "Group")
-        Save(file, Expect<Group>(node, "0 != grp_ptr", 2261));
+        Save(file, Expect<Group>(node, Sites::NoGroup));
     else if (type == "Shape")
-        Save(file, Expect<Shape>(node, "0 != shape_ptr", 2267));
+        Save(file, Expect<Shape>(node, Sites::NoShape));
     else if (type == "Geometry")
-        Expect<Geometry>(node, "0 != geom_ptr", 2274)
+        Expect<Geometry>(node, Sites::NoGeometry)
             .WriteWv(file, BlockNames::LightData, BlockNames::HeavyData, BlockNames::Attributes);
     else if (type == "NodeSets")
-        Save(file, Expect<NodeSets>(node, "0 != node_sets_ptr", 2281));
+        Save(file, Expect<NodeSets>(node, Sites::NoNodeSets));
 }
 
 } // namespace Zyl2Mox

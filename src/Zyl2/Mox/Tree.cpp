@@ -31,15 +31,18 @@ namespace Zyl2Mox {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox/Tree";
+namespace Sites = Zyl2::Exception::Sites::Tree;
+using Zyl2::Exception::raise;
 constexpr std::size_t ValueSize = 4;
 
-[[noreturn]] void RaiseRootIsSet(unsigned int line, char const* function)
-{
-    Zyl2::Exception::raise(
-        Zyl2::Exception::InvalidObjectState("Root node properties are already set"), Source, line,
-        function);
-}
+/// Contract: the lines that receivers of log records know these statements by.
+namespace LogLines {
+constexpr unsigned long WritingDataset = 964;
+constexpr unsigned long SavingTree = 2214;
+constexpr unsigned long TreeSaved = 2289;
+constexpr unsigned long SavingGlobalInformation = 2642;
+constexpr unsigned long GlobalInformationSaved = 2652;
+} // namespace LogLines
 
 } // namespace
 
@@ -52,8 +55,8 @@ struct Tree::RecordKeys
 
 Tree::Tree()
 {
-    // Every run of a host is repeatable once it writes a model. From several threads this is
-    // harmless: the C library guards its generator, and nothing here draws from it.
+    // Contract: hosts rely on their runs being repeatable once they write a model. From several
+    // threads this is harmless: the C library guards its generator, and nothing here draws from it.
     std::srand(0);
 }
 
@@ -63,7 +66,7 @@ void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& 
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        RaiseRootIsSet(212, BOOST_CURRENT_FUNCTION);
+        raise(Sites::SecondRootGroup);
     SetRootNode(std::make_unique<Group>(name, attributes));
 }
 
@@ -72,7 +75,7 @@ void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& 
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        RaiseRootIsSet(222, BOOST_CURRENT_FUNCTION);
+        raise(Sites::SecondFlaggedRootGroup);
     auto group = std::make_unique<Group>(name, attributes);
     group->SetFlag(flag);
     SetRootNode(std::move(group));
@@ -82,7 +85,7 @@ void Tree::SetRootShape(std::string const& name)
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        RaiseRootIsSet(232, BOOST_CURRENT_FUNCTION);
+        raise(Sites::SecondRootShape);
     SetRootNode(std::make_unique<Shape>(name));
 }
 
@@ -140,7 +143,7 @@ void Tree::SetLink(VariableId const& target, VariableId const& source)
     SetCurrentId(target.first);
     auto* const geometry = dynamic_cast<Geometry*>(GetCurrentNode().value);
     if (geometry == nullptr)
-        Zyl2Util::AssertionFailed("0 != geom_ptr", Source, 480, BOOST_CURRENT_FUNCTION);
+        Zyl2Util::AssertionFailed(Sites::LinkFromNoGeometry);
     Geometry::VarStruct& variable = geometry->GetVariable(target.second);
     variable.linkedNode = source.first;
     variable.linkedVariable = source.second;
@@ -177,8 +180,9 @@ BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, un
 {
     static_assert(sizeof(T) == ValueSize, "datasets hold 4-byte values");
     std::size_t const values = std::size_t(count) * width;
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 964, "Writing Dataset of size ", values,
-                     " width ", static_cast<unsigned int>(width), " datatype size ", sizeof(T));
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::WritingDataset,
+                     "Writing Dataset of size ", values, " width ",
+                     static_cast<unsigned int>(width), " datatype size ", sizeof(T));
     Zyl2Wvf::Index& index = file_.GetIndex();
     BlockPositionType const position = index.GetBlockPosition(BlockNames::HeavyData);
     if (values == 0)
@@ -202,7 +206,8 @@ template BlockPositionType Tree::WriteStreamDataset(unsigned int const*, unsigne
 
 void Tree::SaveTree(Zyl2Wvf::WvFile& file)
 {
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2214, "Saving mox tree ... ");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingTree,
+                     "Saving mox tree ... ");
     file.GetIndex().Put<int>(BlockNames::MoxTree, static_cast<int>(GetNodeCount()));
     RecordKeys keys;
     for (NodeType const& record : GetRecords()) {
@@ -210,19 +215,22 @@ void Tree::SaveTree(Zyl2Wvf::WvFile& file)
         if (record.value != nullptr)
             SaveNodePayload(file, *record.value);
     }
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2289, "Mox tree saved. ");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::TreeSaved,
+                     "Mox tree saved. ");
 }
 
 void Tree::SaveGlobalInfo(Zyl2Wvf::WvFile& file, std::string const& text)
 {
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2642, "Saving global information ...");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingGlobalInformation,
+                     "Saving global information ...");
     scratchModifierInfo_.Update(formatVersion_, text);
     modifierInfos_.push_back(scratchModifierInfo_);
     file.GetIndex().Put(BlockNames::GlobalInformation, modifierInfos_);
     file.GetIndex().Put(BlockNames::GlobalInformation, resultAttributes_);
     file.AddBlockTransformation(BlockNames::GlobalInformation,
                                 Zyl2Wvf::BlockTransformationType::Compress);
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, 2652, "Global information saved.");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::GlobalInformationSaved,
+                     "Global information saved.");
 }
 
 void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
@@ -239,8 +247,7 @@ void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
     file.CloseFile();
     // Network file systems tell of a full disk only now.
     if (file.HasFailedToClose())
-        Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
-                               Source, __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::CloseFailed);
 }
 
 void Tree::AddNodeBelow(Node& node)

@@ -49,7 +49,8 @@ public:
     {
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr || layout->name == nullptr)
-            raise("Can't guess result name for specified type", __LINE__, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Exception::Sites::ArrayProperty::NoDefaultName,
+                                 BOOST_CURRENT_FUNCTION);
         return layout->name;
     }
 
@@ -59,7 +60,7 @@ public:
     {
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr)
-            raise("Can't guess result width for specified type", __LINE__, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Exception::Sites::ArrayProperty::NoWidth, BOOST_CURRENT_FUNCTION);
         return layout->width;
     }
 
@@ -70,20 +71,14 @@ public:
     {
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr)
-            raise("Can't guess result name for specified type", __LINE__, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Exception::Sites::ArrayProperty::NoVariableType,
+                                 BOOST_CURRENT_FUNCTION);
         return layout->variableType;
     }
 
     std::string name;
     DatasetType type = DatasetType::Result10;
     std::uint8_t width = 1;
-
-private:
-    [[noreturn]] static void raise(char const* text, unsigned int line, char const* function)
-    {
-        Exception::raise(Exception::InvalidArguments(text), "Zyl2/Mox2/ArrayProperty", line,
-                         function);
-    }
 };
 
 /// The dataset that holds the values of a public array.

@@ -5,14 +5,7 @@
 namespace Zyl2 {
 namespace Mox2 {
 
-namespace {
-
-[[noreturn]] void raiseState(char const* text, unsigned int line, char const* function)
-{
-    Exception::raise(Exception::InvalidObjectState(text), "Zyl2/Mox2/Database", line, function);
-}
-
-} // namespace
+namespace Sites = Exception::Sites::Database;
 
 Database::Database() = default;
 
@@ -24,21 +17,21 @@ Database::~Database() noexcept
 void Database::assertEmpty() const
 {
     if (tree != nullptr)
-        raiseState("Not Empty", 90, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::NotEmpty);
 }
 
 void Database::assertNotEmpty() const
 {
     if (tree == nullptr)
-        raiseState("Not initialized", 97, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::NotInitialized);
 }
 
 void Database::assertOpenedForWriting() const
 {
     if (tree == nullptr)
-        raiseState("File not open.", 114, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::FileNotOpen);
     if (!openedForWriting)
-        raiseState("File not opened in write mode", 117, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::FileNotWritable);
 }
 
 void Database::close()

@@ -179,8 +179,7 @@ void Model::close()
 {
     database_->close();
     if (database_->hasWrittenInVain())
-        Exception::raise(Exception::FileWriteException("Unable to write to file"),
-                         "Zyl2/Mox2/Model", __LINE__, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Exception::Sites::Model::WrittenInVain);
 }
 
 // One macro for what the language has no other way to repeat: 16 combinations of types, each with

@@ -13,4 +13,9 @@ void AssertionFailed(char const* expression, char const* file, unsigned int line
     std::abort();
 }
 
+void AssertionFailed(Zyl2::Exception::AssertionSite const& site) noexcept
+{
+    AssertionFailed(site.expression, site.source, site.line, site.function);
+}
+
 } // namespace Zyl2Util

@@ -13,6 +13,9 @@ namespace Zyl2Wvf {
 
 namespace {
 
+namespace Sites = Zyl2::Exception::Sites::Block;
+using Zyl2::Exception::raise;
+
 /// Bytes that a block grows by at least. A step read from the environment when a block grew stays
 /// in force for the whole process, even when the variable goes away again. It decides how much
 /// memory is asked for, not what is written, so threads need not agree on the moment from which on
@@ -24,12 +27,6 @@ std::uint32_t CurrentGrowthStep()
     if (auto const size = DefaultBlockSizeFromEnvironment(); size && *size < 4294967295U)
         growthStep.store(static_cast<std::uint32_t>(*size), std::memory_order_relaxed);
     return growthStep.load(std::memory_order_relaxed);
-}
-
-[[noreturn]] void RaiseOutOfMemory(unsigned int line, char const* function)
-{
-    Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(), "Zyl2/Wvf/Block", line,
-                           function);
 }
 
 } // namespace
@@ -58,15 +55,14 @@ void Block::FillAt(void const* const& source, unsigned int const& count, unsigne
 void Block::SetPosition(PositionType const& position)
 {
     if (position > length_)
-        Zyl2::Exception::raise(Zyl2::Exception::OutOfBounds("Invalid block position"),
-                               "Zyl2/Wvf/Block", __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::PositionPastEnd);
     position_ = position;
 }
 
 void Block::AllocateAdditionalMemory(std::size_t const& count)
 {
     if (count > SIZE_MAX - buffer_.GetSize() || !buffer_.Grow(buffer_.GetSize() + count))
-        RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::NoMemory);
 }
 
 void Block::Write(std::FILE* stream, bool withLength) const
@@ -77,8 +73,7 @@ void Block::Write(std::FILE* stream, bool withLength) const
         std::fwrite(buffer_.GetData(), 1, length_, stream);
     // The stream's error flag is sticky, so that a write that failed earlier shows here too.
     if (std::ferror(stream) != 0 || std::feof(stream) != 0)
-        Zyl2::Exception::raise(Zyl2::Exception::FileWriteException("Unable to write to file"),
-                               "Zyl2/Wvf/Block", __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::WriteFailed);
 }
 
 void Block::Reset() noexcept
@@ -105,7 +100,7 @@ void Block::Grow(std::uint64_t count, std::uint64_t at)
 {
     std::uint64_t const step = CurrentGrowthStep();
     if (count > MaximumLength - at)
-        RaiseOutOfMemory(__LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::TooLong);
     AllocateAdditionalMemory(std::max({count, step, at + count - buffer_.GetSize()}));
     // Judged by what is in use: most blocks of small models stay small, whatever their capacity.
     if (at + count >= Zyl2Util::Buffer::LargeSize)

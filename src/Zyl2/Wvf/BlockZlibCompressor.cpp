@@ -24,6 +24,9 @@ namespace Zyl2Wvf {
 
 namespace {
 
+namespace Sites = Zyl2::Exception::Sites::BlockZlibCompressor;
+using Zyl2::Exception::raise;
+
 constexpr std::size_t PrefixLength = sizeof(std::uint32_t);
 
 /// Room for what zlib makes of `length` bytes, incompressible ones too.
@@ -58,8 +61,7 @@ void BlockZlibCompressor::operator()(Block& block)
     if (spares_ != nullptr)
         buffer = std::move(spares_->stream);
     if (!buffer.Grow(capacity))
-        Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
-                               "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::NoMemory);
     buffer.PreferHugePages();
 
     auto const compressed =
@@ -69,8 +71,7 @@ void BlockZlibCompressor::operator()(Block& block)
         return;
     }
     if (PrefixLength + *compressed > Block::MaximumLength)
-        Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(),
-                               "Zyl2/Wvf/BlockZlibCompressor", __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::TooLong);
     std::memcpy(buffer.GetData(), &length, PrefixLength);
     Replace(block, std::move(buffer), static_cast<std::uint32_t>(PrefixLength + *compressed));
 }

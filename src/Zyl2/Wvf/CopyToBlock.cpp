@@ -38,8 +38,7 @@ Entry EncodedEntry(IndexItem const& item)
 std::uint32_t EncodedCount(std::size_t count)
 {
     if (count > Block::MaximumLength)
-        Zyl2::Exception::raise(Zyl2::Exception::MemoryAllocationException(), "Zyl2/Wvf/CopyToBlock",
-                               __LINE__, BOOST_CURRENT_FUNCTION);
+        Zyl2::Exception::raise(Zyl2::Exception::Sites::CopyToBlock::CountTooLarge);
     return static_cast<std::uint32_t>(count);
 }
 

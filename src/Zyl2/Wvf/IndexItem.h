@@ -16,6 +16,19 @@ struct IndexItem
     /// Bytes of an entry on disk.
     static constexpr std::size_t EntryLength = NameLength + 11;
 
+    /// Where the slot's block is in its life.
+    enum class State : std::uint8_t
+    {
+        /// Takes bytes. A block that was saved without being frozen is open again, and empty.
+        Open,
+        /// Was compressed and waits to be saved.
+        Compressed,
+        /// Was saved for good: takes no more bytes.
+        Frozen,
+        /// Frozen, and for index blocks: holds the final table, in a buffer of its own.
+        Rewritten
+    };
+
     /// The index's creation counter when the slot was made; wraps.
     std::uint8_t id = 0;
     /// Key that the slot belongs to, or one of the reserved names.
@@ -28,16 +41,22 @@ struct IndexItem
     std::uint8_t transformations = 0;
     /// Always 0; stands in the file all the same.
     std::uint8_t reserved = 0;
-    /// Saved for good: the block accepts no more data.
-    bool frozen = false;
-    /// For index blocks: the buffer was made anew for the final table.
-    bool detached = false;
-    /// The block's length before transformation, once it is frozen.
-    std::uint32_t frozenLength = 0;
-    /// The block was compressed and waits to be saved.
-    bool compressed = false;
-    /// The block's length before that.
+    State state = State::Open;
+    /// The block's length before it was compressed or frozen; while it is open the block knows.
     std::uint32_t contentLength = 0;
+
+    bool IsFrozen() const { return state >= State::Frozen; }
+
+    void Compress(std::uint32_t length)
+    {
+        state = State::Compressed;
+        contentLength = length;
+    }
+    void Freeze(std::uint32_t length)
+    {
+        state = State::Frozen;
+        contentLength = length;
+    }
 };
 
 } // namespace Zyl2Wvf

@@ -3,7 +3,7 @@
 //     0   signature, 8: 0x89 "WVF" 0x0D 0x0A 0x1A 0x0A
 //     8   version, 4:   "1.3" 0x00
 //
-// The root index follows; see Index.cpp.
+// The root index follows; see SlotTable.cpp.
 
 #include "Zyl2/Wvf/WvFile.h"
 
@@ -18,7 +18,9 @@ namespace Zyl2Wvf {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Wvf/WvFile";
+namespace Sites = Zyl2::Exception::Sites::WvFile;
+using Zyl2::Exception::raise;
+
 constexpr std::array<unsigned char, 8> Signature{0x89, 'W', 'V', 'F', 0x0D, 0x0A, 0x1A, 0x0A};
 constexpr std::size_t VersionLength = 4;
 constexpr std::uint64_t HeaderLength = Signature.size() + VersionLength;
@@ -29,10 +31,13 @@ bool CanBeAName(std::string const& path)
     return path.find('\0') == std::string::npos;
 }
 
-[[noreturn]] void RaiseFileExists(unsigned int line, char const* function)
+[[noreturn]] void RaiseNotOpened(std::string const& path)
 {
-    Zyl2::Exception::raise(Zyl2::Exception::FileOpenException("File exists."), Source, line,
-                           function);
+    // The text ends at a zero byte, and is to have its closing quote all the same.
+    std::string const message = Sites::NotOpened.text + path.substr(0, path.find('\0')) + '"';
+    auto site = Sites::NotOpened;
+    site.text = message.c_str();
+    raise(site);
 }
 
 } // namespace
@@ -47,17 +52,10 @@ WvFile::~WvFile() noexcept
 void WvFile::OpenFile(std::string const& path, char const* mode)
 {
     if (stream_ != nullptr)
-        Zyl2::Exception::raise(
-            Zyl2::Exception::MiscelleneousException("File stream is already in use"), Source,
-            __LINE__, BOOST_CURRENT_FUNCTION);
+        raise(Sites::StreamInUse);
     stream_ = CanBeAName(path) ? std::fopen(path.c_str(), mode) : nullptr;
-    if (stream_ == nullptr) {
-        // The text ends at a zero byte, and is to have its closing quote all the same.
-        std::string const message =
-            "Unable to open file \"" + path.substr(0, path.find('\0')) + '"';
-        Zyl2::Exception::raise(Zyl2::Exception::MiscelleneousException(message.c_str()), Source,
-                               __LINE__, BOOST_CURRENT_FUNCTION);
-    }
+    if (stream_ == nullptr)
+        RaiseNotOpened(path);
     hadName_ = Zyl2Util::HasName(stream_);
 }
 
@@ -69,14 +67,14 @@ void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
 void WvFile::OpenFileForWriting(std::string const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(path) && Zyl2Util::FileExists(path.c_str()))
-        RaiseFileExists(113, "void Zyl2Wvf::WvFile::OpenFileForWriting(const string&, bool)");
+        raise(Sites::FileExists);
     OpenFile(path, "wb");
 }
 
 void WvFile::OpenFileForWriting(std::wstring const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(Zyl2Util::Narrowed(path)) && Zyl2Util::FileExists(path.c_str()))
-        RaiseFileExists(124, "void Zyl2Wvf::WvFile::OpenFileForWriting(const wstring&, bool)");
+        raise(Sites::WideFileExists);
     OpenFile(path, L"wb");
 }
 
@@ -93,14 +91,14 @@ void WvFile::AddBlockTransformation(std::string const& name, BlockTransformation
 
 void WvFile::CloseFile()
 {
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     if (stream_ == nullptr)
         return;
     // Some hosts hand over a file that never had a name, and keep it open themselves.
     hasLostItsName_ = hadName_ && !Zyl2Util::HasName(stream_);
     hasFailedToClose_ = std::fclose(stream_) != 0;
     stream_ = nullptr;
-    Zyl2::Log::write(Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
+    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
 }
 
 } // namespace Zyl2Wvf

@@ -8,7 +8,7 @@ namespace Adder {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox2/Adder/ArrayProperty";
+namespace Sites = Exception::Sites::ArrayAdder;
 constexpr std::int64_t LargestCount = 0x7FFFFFFF;
 constexpr std::int64_t LargestByteCount = 0xFFFFFFFF;
 constexpr std::int64_t ValueSize = 4;
@@ -18,14 +18,14 @@ constexpr std::int64_t ValueSize = 4;
 void checkArrayCounts(std::int64_t rows, std::int64_t cols, std::int64_t components)
 {
     if (rows < 0 || components < 0)
-        Exception::raise(Exception::UnderflowError(), Source, 68, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::NegativeCount);
     if (components > LargestCount)
-        Exception::raise(Exception::OverflowError(), Source, 70, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::TooManyComponents);
     if (rows > LargestCount)
-        Exception::raise(Exception::OverflowError(), Source, 72, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::TooManyRows);
     // A dataset lies in one block, whose length has 32 bits.
     if (rows != 0 && cols > LargestByteCount / ValueSize / rows)
-        Exception::raise(Exception::OverflowError(), Source, __LINE__, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::TooManyBytes);
 }
 
 } // namespace Adder

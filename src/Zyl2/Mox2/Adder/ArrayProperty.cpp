@@ -60,8 +60,7 @@ template <typename DatasetT, typename ComponentsT, typename StepListT>
 void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkWidth() const
 {
     if (dataset.array.cols() != dataset.width)
-        Exception::raise(Exception::InvalidArguments(), "Zyl2/Mox2/Adder/ArrayProperty", 80,
-                         BOOST_CURRENT_FUNCTION);
+        Exception::raiseFrom(Exception::Sites::ArrayAdder::OtherWidth, BOOST_CURRENT_FUNCTION);
 }
 
 template <typename DatasetT, typename ComponentsT, typename StepListT>

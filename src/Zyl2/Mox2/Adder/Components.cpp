@@ -13,7 +13,7 @@ namespace Adder {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox2/Adder/Components";
+namespace Sites = Exception::Sites::Components;
 constexpr unsigned int RootId = 1;
 
 /// Any character of the separator makes a path absolute, as any of them separates its names.
@@ -41,8 +41,7 @@ public:
         if (path.empty())
             return;
         if (!isAbsolute(path, separator_))
-            Exception::raise(Exception::InvalidArguments("Relative paths not supported"), Source,
-                             188, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Sites::RelativePath, BOOST_CURRENT_FUNCTION);
         Component::PathSplitter const names(path, separator_.c_str());
         auto name = names.begin();
         auto const end = names.end();
@@ -74,7 +73,7 @@ public:
             return;
         }
         if (root_->GetName() != name)
-            Exception::raise(Exception::NotYetImplemented(), Source, 108, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Sites::OtherRoot, BOOST_CURRENT_FUNCTION);
         tree_.SetCurrentId(RootId);
     }
 

@@ -14,7 +14,7 @@ namespace Adder {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox2/Adder/Node";
+namespace Sites = Exception::Sites::NodeAdder;
 constexpr unsigned int RootId = 1;
 
 /// After data was given for an unknown id the cursor stands on no record; adding there would make
@@ -56,8 +56,7 @@ void Node::addRootNode(Zyl2Mox::Tree& tree)
         tree.SetRootShape(name_);
         break;
     default:
-        Exception::raise(Exception::InvalidArguments("Invalid node type for root node"), Source, 72,
-                         BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::RootOfOtherType);
     }
 }
 
@@ -80,8 +79,7 @@ void Node::addNonRootNode(Zyl2Mox::Tree& tree)
         break;
     }
     default:
-        Exception::raise(Exception::InvalidArguments("Invalid node type"), Source, 86,
-                         BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::NodeOfOtherType);
     }
 }
 

@@ -36,24 +36,14 @@ public:
     template <typename T>
     result_type operator()(T const& /*value*/) const
     {
-        raiseUnsupported(41, "Zyl2Util::AttributeValue Zyl2::Mox2::Helper::AttributeValueGetter::"
-                             "operator()(const T&) const");
+        Exception::raise(Exception::Sites::Attributes::UnsupportedValue);
     }
 
     /// \throws InvalidArguments always
     template <typename T>
     result_type operator()(std::vector<T> const& /*values*/) const
     {
-        raiseUnsupported(48, "Zyl2Util::AttributeValue Zyl2::Mox2::Helper::AttributeValueGetter::"
-                             "operator()(const std::vector<T>&) const");
-    }
-
-private:
-    /// \param function written out, because compilers differ in how they spell the parameter
-    [[noreturn]] static void raiseUnsupported(unsigned int line, char const* function)
-    {
-        Exception::raise(Exception::InvalidArguments(), "Zyl2/Mox2/Helper/Attributes", line,
-                         function);
+        Exception::raise(Exception::Sites::Attributes::UnsupportedVector);
     }
 };
 

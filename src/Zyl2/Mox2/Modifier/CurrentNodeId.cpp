@@ -13,8 +13,7 @@ void CurrentNodeId::update(Database& database)
     database.assertNotEmpty();
     Zyl2Mox::Tree& tree = *database.tree;
     if (id_ == 0 || id_ > tree.GetNodeCount())
-        Exception::raise(Exception::OutOfBounds(), "Zyl2/Mox2/Modifier/CurrentNodeId", 46,
-                         BOOST_CURRENT_FUNCTION);
+        Exception::raise(Exception::Sites::CurrentNodeId::NoSuchNode);
     tree.SetCurrentId(id_);
 }
 

@@ -12,7 +12,7 @@ namespace Modifier {
 
 namespace {
 
-constexpr char const* Source = "Zyl2/Mox2/Modifier/NodeData";
+namespace Sites = Exception::Sites::NodeData;
 
 } // namespace
 
@@ -26,12 +26,11 @@ void NodeData::update(Database& database)
     database.assertNotEmpty();
     Zyl2Mox::Tree& tree = *database.tree;
     if (id_ == 0 || id_ > tree.GetNodeCount())
-        Exception::raise(Exception::OutOfBounds(), Source, 67, BOOST_CURRENT_FUNCTION);
+        Exception::raise(Sites::NoSuchNode);
     Target const target = moveToTarget(tree);
     for (auto const& [type, value] : properties_.map()) {
         if (type > PropertyType::Unsupported)
-            Exception::raise(Exception::InvalidArguments("Invalid properties"), Source, 117,
-                             BOOST_CURRENT_FUNCTION);
+            Exception::raise(Sites::NoSuchProperty);
         apply(type, value, target);
     }
     if (!attributes_.map().empty() && target.group != nullptr)
@@ -40,7 +39,7 @@ void NodeData::update(Database& database)
 
 void NodeData::raiseEmptyNode(char const* function)
 {
-    Exception::raise(Exception::InvalidArguments("empty node"), Source, 133, function);
+    Exception::raiseFrom(Sites::OtherKindOfNode, function);
 }
 
 /// A geometry's id stands for its shape: it is the id that a host has of a shape.

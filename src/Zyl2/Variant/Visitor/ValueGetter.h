@@ -20,8 +20,7 @@ public:
     template <typename AnyT>
     ValT operator()(AnyT const& /*value*/) const
     {
-        Exception::raise(Exception::TemplateSpecializationNotDefined(),
-                         "Zyl2/Variant/Visitor/ValueGetter", 40, BOOST_CURRENT_FUNCTION);
+        Exception::raiseFrom(Exception::Sites::ValueGetter::OtherType, BOOST_CURRENT_FUNCTION);
     }
 };
 

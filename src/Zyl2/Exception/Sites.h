@@ -1,0 +1,274 @@
+#ifndef ZYL2_EXCEPTION_SITES_H
+#define ZYL2_EXCEPTION_SITES_H
+
+#include <Zyl2/Exception/Exception.h>
+
+// Contract: where the library says that it failed. Hosts sort failures by kind, text, source, line
+// and function, and have done so for longer than the sources have their present shape. What stands
+// here therefore stays when code moves: a line is a name by now and points to nothing, and a
+// function may be one that a failure was known by before its code went elsewhere.
+
+namespace Zyl2 {
+namespace Exception {
+
+/// How one failure presents itself.
+/// \tparam KindT what is thrown
+template <typename KindT>
+struct Site
+{
+    /// Null for the default text of the kind.
+    char const* text;
+    /// Path of the source without its ending.
+    char const* source;
+    unsigned int line;
+    /// Full signature. Null in templates, whose signature names the types that they are used with:
+    /// there the place that fails gives its own.
+    char const* function;
+};
+
+/// How a broken contract inside of the library presents itself before the process ends.
+struct AssertionSite
+{
+    char const* expression;
+    char const* source;
+    unsigned int line;
+    char const* function;
+};
+
+namespace Sites {
+
+namespace Block {
+inline constexpr char const* Source = "Zyl2/Wvf/Block";
+inline constexpr Site<OutOfBounds> PositionPastEnd{
+    "Invalid block position", Source, 62, "void Zyl2Wvf::Block::SetPosition(const PositionType&)"};
+inline constexpr Site<MemoryAllocationException> NoMemory{
+    nullptr, Source, 69, "void Zyl2Wvf::Block::AllocateAdditionalMemory(const std::size_t&)"};
+inline constexpr Site<FileWriteException> WriteFailed{
+    "Unable to write to file", Source, 81, "void Zyl2Wvf::Block::Write(FILE*, bool) const"};
+inline constexpr Site<MemoryAllocationException> TooLong{
+    nullptr, Source, 108, "void Zyl2Wvf::Block::Grow(uint64_t, uint64_t)"};
+} // namespace Block
+
+namespace CopyToBlock {
+inline constexpr Site<MemoryAllocationException> CountTooLarge{
+    nullptr, "Zyl2/Wvf/CopyToBlock", 42, "uint32_t Zyl2Wvf::EncodedCount(std::size_t)"};
+} // namespace CopyToBlock
+
+namespace BlockZlibCompressor {
+inline constexpr char const* Source = "Zyl2/Wvf/BlockZlibCompressor";
+inline constexpr char const* Function =
+    "virtual void Zyl2Wvf::BlockZlibCompressor::operator()(Zyl2Wvf::Block&)";
+inline constexpr Site<MemoryAllocationException> NoMemory{nullptr, Source, 62, Function};
+inline constexpr Site<MemoryAllocationException> TooLong{nullptr, Source, 73, Function};
+} // namespace BlockZlibCompressor
+
+namespace Index {
+inline constexpr char const* Source = "Zyl2/Wvf/Index";
+inline constexpr Site<MiscelleneousException> ValueIntoFrozenBlock{
+    "Attempt to write into a frozen block", Source, 98, "void Zyl2Wvf::Index::Put(Key&, const T&)"};
+/// Another kind than for values, and so on purpose.
+inline constexpr Site<KeyNotFound> BytesIntoFrozenBlock{
+    nullptr, Source, 420,
+    "void Zyl2Wvf::Index::Put(const std::string&, const void* const&, std::size_t)"};
+inline constexpr Site<InvalidObjectState> SavedBefore{
+    nullptr, Source, 248, "void Zyl2Wvf::Index::WriteBufferToFileStream(std::size_t, FILE*)"};
+inline constexpr Site<MemoryAllocationException> NotCompressed{
+    nullptr, Source, 306, "void Zyl2Wvf::Index::CheckCompressed(const Zyl2Wvf::Block&)"};
+inline constexpr Site<InvalidObjectState> NothingToWrite{
+    nullptr, Source, 343, "void Zyl2Wvf::Index::WriteAllBuffersToFileStream(FILE*)"};
+inline constexpr Site<FileWriteException> WriteFailed{
+    "Unable to write to file", Source, 364,
+    "void Zyl2Wvf::Index::WriteAllBuffersToFileStream(FILE*)"};
+inline constexpr Site<KeyNotFound> UnknownKey{
+    nullptr, Source, 383,
+    "Zyl2Wvf::BlockSizeLimiter& Zyl2Wvf::Index::GetLimiter(const std::string&)"};
+inline constexpr Site<InvalidObjectState> PoolRanDry{"This point should not be reached", Source,
+                                                     439, "void Zyl2Wvf::Index::FillPool()"};
+inline constexpr Site<NotYetImplemented> SavedOutOfOrder{
+    nullptr, Source, 511, "void Zyl2Wvf::Index::FlushFrozen(Zyl2Wvf::BlockSizeLimiter&, FILE*)"};
+inline constexpr Site<FileWriteException> SeekFailed{
+    "Saving the buffer failed", Source, 526,
+    "void Zyl2Wvf::Index::WriteBufferToFileStream(std::size_t, FILE*)"};
+inline constexpr Site<InvalidObjectState> TooFewSlotsFollow{
+    nullptr, Source, 551,
+    "void Zyl2Wvf::Index::CopyFollowingItemsToBlock(std::size_t, Zyl2Wvf::Block&) const"};
+} // namespace Index
+
+namespace WvFile {
+inline constexpr char const* Source = "Zyl2/Wvf/WvFile";
+inline constexpr char const* OpenFile =
+    "void Zyl2Wvf::WvFile::OpenFile(const std::string&, const char*)";
+inline constexpr Site<MiscelleneousException> StreamInUse{"File stream is already in use", Source,
+                                                          52, OpenFile};
+/// The path and a quote follow the text.
+inline constexpr Site<MiscelleneousException> NotOpened{"Unable to open file \"", Source, 59,
+                                                        OpenFile};
+inline constexpr Site<FileOpenException> FileExists{
+    "File exists.", Source, 113, "void Zyl2Wvf::WvFile::OpenFileForWriting(const string&, bool)"};
+inline constexpr Site<FileOpenException> WideFileExists{
+    "File exists.", Source, 124, "void Zyl2Wvf::WvFile::OpenFileForWriting(const wstring&, bool)"};
+} // namespace WvFile
+
+namespace AdtTree {
+inline constexpr char const* Source = "Zyl2/Adt/AdtTree";
+inline constexpr Site<KeyNotFound> NoSuchChild{nullptr, Source, 106, nullptr};
+inline constexpr Site<KeyNotFound> IdNotHandedOut{nullptr, Source, 210, nullptr};
+inline constexpr Site<KeyNotFound> NoCurrentNode{nullptr, Source, 219, nullptr};
+inline constexpr Site<KeyNotFound> NoSuchNode{nullptr, Source, 254, nullptr};
+} // namespace AdtTree
+
+namespace Group {
+inline constexpr char const* Source = "Zyl2/Mox/Group";
+inline constexpr char const* Text = "invalid array size";
+inline constexpr Site<InvalidArguments> Translation{
+    Text, Source, 82, "void Zyl2Mox::Group::SetTranslation(const std::vector<float>&)"};
+inline constexpr Site<InvalidArguments> Rotation{
+    Text, Source, 104, "void Zyl2Mox::Group::SetRotation(const std::vector<float>&)"};
+inline constexpr Site<InvalidArguments> Scale{
+    Text, Source, 124, "void Zyl2Mox::Group::SetScale(const std::vector<float>&)"};
+} // namespace Group
+
+namespace Material {
+inline constexpr char const* Source = "Zyl2/Mox/Material";
+inline constexpr char const* Text = "invalid array size";
+inline constexpr Site<InvalidArguments> DiffuseColor{
+    Text, Source, 74, "void Zyl2Mox::Material::SetDiffuseColor(const std::vector<float>&)"};
+inline constexpr Site<InvalidArguments> EmissiveColor{
+    Text, Source, 100, "void Zyl2Mox::Material::SetEmissiveColor(const std::vector<float>&)"};
+inline constexpr Site<InvalidArguments> SpecularColor{
+    Text, Source, 131, "void Zyl2Mox::Material::SetSpecularColor(const std::vector<float>&)"};
+inline constexpr Site<InvalidArguments> AmbientColor{
+    Text, Source, 157, "void Zyl2Mox::Material::SetAmbientColor(const std::vector<float>&)"};
+} // namespace Material
+
+namespace Geometry {
+inline constexpr char const* Source = "Zyl2/Mox/Geometry";
+inline constexpr Site<KeyNotFound> NoPositionInOldLayout{
+    nullptr, Source, 143,
+    "void Zyl2Mox::Geometry::WriteWv_l05(Zyl2Wvf::WvFile&, const std::string&, "
+    "const std::string&, const std::string&) const"};
+inline constexpr Site<KeyNotFound> NoPosition{
+    nullptr, Source, 180,
+    "void Zyl2Mox::Geometry::WriteWv(Zyl2Wvf::WvFile&, const std::string&, "
+    "const std::string&, const std::string&) const"};
+} // namespace Geometry
+
+namespace Tree {
+inline constexpr char const* Source = "Zyl2/Mox/Tree";
+inline constexpr char const* RootIsSet = "Root node properties are already set";
+inline constexpr char const* SaveTree = "void Zyl2Mox::Tree::SaveTree(Zyl2Wvf::WvFile&)";
+inline constexpr Site<InvalidObjectState> SecondRootGroup{
+    RootIsSet, Source, 212,
+    "void Zyl2Mox::Tree::SetRootGroup(const std::string&, const Zyl2Util::AttributeList&)"};
+inline constexpr Site<InvalidObjectState> SecondFlaggedRootGroup{
+    RootIsSet, Source, 222,
+    "void Zyl2Mox::Tree::SetRootGroup(const std::string&, const Zyl2Util::AttributeList&, "
+    "uint8_t)"};
+inline constexpr Site<InvalidObjectState> SecondRootShape{
+    RootIsSet, Source, 232, "void Zyl2Mox::Tree::SetRootShape(const std::string&)"};
+inline constexpr Site<FileWriteException> CloseFailed{
+    "Unable to write to file", Source, 243,
+    "void Zyl2Mox::Tree::FlushAndClose(Zyl2Wvf::WvFile&, const std::string&)"};
+inline constexpr AssertionSite LinkFromNoGeometry{
+    "0 != geom_ptr", Source, 480,
+    "void Zyl2Mox::Tree::SetLink(const VariableId&, const VariableId&)"};
+inline constexpr AssertionSite NoGroup{"0 != grp_ptr", Source, 2261, SaveTree};
+inline constexpr AssertionSite NoShape{"0 != shape_ptr", Source, 2267, SaveTree};
+inline constexpr AssertionSite NoGeometry{"0 != geom_ptr", Source, 2274, SaveTree};
+inline constexpr AssertionSite NoNodeSets{"0 != node_sets_ptr", Source, 2281, SaveTree};
+} // namespace Tree
+
+namespace ValueGetter {
+inline constexpr Site<TemplateSpecializationNotDefined> OtherType{
+    nullptr, "Zyl2/Variant/Visitor/ValueGetter", 40, nullptr};
+} // namespace ValueGetter
+
+namespace Database {
+inline constexpr char const* Source = "Zyl2/Mox2/Database";
+inline constexpr Site<InvalidObjectState> NotEmpty{
+    "Not Empty", Source, 90, "void Zyl2::Mox2::Database::assertEmpty() const"};
+inline constexpr Site<InvalidObjectState> NotInitialized{
+    "Not initialized", Source, 97, "void Zyl2::Mox2::Database::assertNotEmpty() const"};
+inline constexpr Site<InvalidObjectState> FileNotOpen{
+    "File not open.", Source, 114, "void Zyl2::Mox2::Database::assertOpenedForWriting() const"};
+inline constexpr Site<InvalidObjectState> FileNotWritable{
+    "File not opened in write mode", Source, 117,
+    "void Zyl2::Mox2::Database::assertOpenedForWriting() const"};
+} // namespace Database
+
+namespace Model {
+inline constexpr Site<FileWriteException> WrittenInVain{
+    "Unable to write to file", "Zyl2/Mox2/Model", 183, "void Zyl2::Mox2::Model::close()"};
+} // namespace Model
+
+namespace Attributes {
+inline constexpr char const* Source = "Zyl2/Mox2/Helper/Attributes";
+// Templates, and yet without the types: compilers differ in how they spell those.
+inline constexpr Site<InvalidArguments> UnsupportedValue{
+    nullptr, Source, 41,
+    "Zyl2Util::AttributeValue Zyl2::Mox2::Helper::AttributeValueGetter::"
+    "operator()(const T&) const"};
+inline constexpr Site<InvalidArguments> UnsupportedVector{
+    nullptr, Source, 48,
+    "Zyl2Util::AttributeValue Zyl2::Mox2::Helper::AttributeValueGetter::"
+    "operator()(const std::vector<T>&) const"};
+} // namespace Attributes
+
+namespace NodeAdder {
+inline constexpr char const* Source = "Zyl2/Mox2/Adder/Node";
+inline constexpr Site<InvalidArguments> RootOfOtherType{
+    "Invalid node type for root node", Source, 72,
+    "void Zyl2::Mox2::Adder::Node::addRootNode(Zyl2Mox::Tree&)"};
+inline constexpr Site<InvalidArguments> NodeOfOtherType{
+    "Invalid node type", Source, 86,
+    "void Zyl2::Mox2::Adder::Node::addNonRootNode(Zyl2Mox::Tree&)"};
+} // namespace NodeAdder
+
+namespace Components {
+inline constexpr char const* Source = "Zyl2/Mox2/Adder/Components";
+inline constexpr Site<NotYetImplemented> OtherRoot{nullptr, Source, 108, nullptr};
+inline constexpr Site<InvalidArguments> RelativePath{"Relative paths not supported", Source, 188,
+                                                     nullptr};
+} // namespace Components
+
+namespace ArrayAdder {
+inline constexpr char const* Source = "Zyl2/Mox2/Adder/ArrayProperty";
+inline constexpr char const* CheckCounts =
+    "void Zyl2::Mox2::Adder::checkArrayCounts(int64_t, int64_t, int64_t)";
+inline constexpr Site<OverflowError> TooManyBytes{nullptr, Source, 28, CheckCounts};
+inline constexpr Site<UnderflowError> NegativeCount{nullptr, Source, 68, CheckCounts};
+inline constexpr Site<OverflowError> TooManyComponents{nullptr, Source, 70, CheckCounts};
+inline constexpr Site<OverflowError> TooManyRows{nullptr, Source, 72, CheckCounts};
+inline constexpr Site<InvalidArguments> OtherWidth{nullptr, Source, 80, nullptr};
+} // namespace ArrayAdder
+
+namespace ArrayProperty {
+inline constexpr char const* Source = "Zyl2/Mox2/ArrayProperty";
+inline constexpr char const* NoName = "Can't guess result name for specified type";
+inline constexpr Site<InvalidArguments> NoDefaultName{NoName, Source, 52, nullptr};
+inline constexpr Site<InvalidArguments> NoWidth{"Can't guess result width for specified type",
+                                                Source, 62, nullptr};
+/// Speaks of the name, though it is the variable's type that there is none of.
+inline constexpr Site<InvalidArguments> NoVariableType{NoName, Source, 73, nullptr};
+} // namespace ArrayProperty
+
+namespace CurrentNodeId {
+inline constexpr Site<OutOfBounds> NoSuchNode{
+    nullptr, "Zyl2/Mox2/Modifier/CurrentNodeId", 46,
+    "virtual void Zyl2::Mox2::Modifier::CurrentNodeId::update(Zyl2::Mox2::Database&)"};
+} // namespace CurrentNodeId
+
+namespace NodeData {
+inline constexpr char const* Source = "Zyl2/Mox2/Modifier/NodeData";
+inline constexpr char const* Update =
+    "virtual void Zyl2::Mox2::Modifier::NodeData::update(Zyl2::Mox2::Database&)";
+inline constexpr Site<OutOfBounds> NoSuchNode{nullptr, Source, 67, Update};
+inline constexpr Site<InvalidArguments> NoSuchProperty{"Invalid properties", Source, 117, Update};
+inline constexpr Site<InvalidArguments> OtherKindOfNode{"empty node", Source, 133, nullptr};
+} // namespace NodeData
+
+} // namespace Sites
+} // namespace Exception
+} // namespace Zyl2
+
+#endif

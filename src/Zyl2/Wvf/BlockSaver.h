@@ -1,0 +1,71 @@
+#ifndef ZYL2_WVF_BLOCKSAVER_H
+#define ZYL2_WVF_BLOCKSAVER_H
+
+#include "Zyl2/Wvf/LimiterMap.h"
+#include "Zyl2/Wvf/SlotTable.h"
+#include "Zyl2/Wvf/SpareBuffers.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace Zyl2Wvf {
+
+/// Brings blocks into the file: compresses them, computes their places, writes them, and finishes
+/// the file with the tables that list them. What fails, and what is logged, bears the names of
+/// `Index`, which hosts know it by.
+class BlockSaver
+{
+public:
+    BlockSaver(SlotTable& slots, LimiterMap& limiters);
+
+    /// Transforms the slot's block, unless that was done before, saves it and releases its buffer.
+    /// \throws InvalidObjectState the slot is frozen: it was saved before
+    /// \throws FileWriteException "Saving the buffer failed", "Unable to write to file"
+    /// \throws MemoryAllocationException the block can't be compressed
+    void WriteBuffer(std::size_t slot, std::FILE* stream);
+
+    /// Saves an index block with the entries as they are now.
+    /// \throws FileWriteException "Unable to write to file"
+    void WriteIndexBuffer(std::size_t slot, std::FILE* stream);
+
+    /// Saves everything that is not saved yet: blocks in slot order, root index, index blocks.
+    /// \throws FileWriteException also when an earlier write failed: a file that lacks bytes is
+    ///         never taken for a whole one
+    /// \throws InvalidObjectState no block was ever added
+    void WriteAll(std::FILE* stream);
+
+    /// Saves the full blocks that are marked to freeze. Does nothing without a stream.
+    /// \throws NotYetImplemented an earlier block is not saved; blocks are saved in file order
+    void FlushFrozen(std::FILE* stream);
+
+    /// For a key that got a block after a full one, and so is likely to fill another one:
+    /// compresses the full block, if the key wants that, and gives the new one what memory there
+    /// is.
+    /// \throws MemoryAllocationException the block can't be compressed
+    void HandOn(BlockSizeLimiter const& limiter);
+
+    /// A value was given up half-way: the file can't become whole any more.
+    void MarkDamaged() { damaged_ = true; }
+
+private:
+    void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
+    void Compress(std::size_t slot);
+    void CheckCompressed(Block const& block);
+    void CheckStream(std::FILE* stream) const;
+    void SaveBlock(std::size_t slot, std::FILE* stream);
+    void WriteRootIndex(std::FILE* stream);
+    std::size_t GetFirstUnsavedSlot();
+
+    SlotTable& slots_;
+    LimiterMap& limiters_;
+    SpareBuffers spares_;
+    /// Slots before this one are frozen or index blocks.
+    std::size_t firstUnsavedSlot_ = 0;
+    /// A value or a block was given up half-way, or a seek failed.
+    bool damaged_ = false;
+};
+
+} // namespace Zyl2Wvf
+
+#endif

@@ -1,0 +1,92 @@
+#include "Zyl2/Wvf/KeyStreams.h"
+
+#include <algorithm>
+
+namespace Zyl2Wvf {
+
+KeyStreams::KeyStreams(SlotTable& slots, LimiterMap& limiters, BlockSaver& saver)
+    : slots_(slots), limiters_(limiters), saver_(saver)
+{}
+
+std::size_t KeyStreams::AddBlock(std::string const& name)
+{
+    if (SlotTable::IsASpareBlock(name))
+        return slots_.CreateSpareBlock(name);
+    slots_.FillPool();
+    BlockSizeLimiter& limiter = limiters_.GetOrAdd(name);
+    std::size_t const slot = slots_.TakeSpare(limiter, name);
+    if (limiter.blocks.size() > 1)
+        saver_.HandOn(limiter);
+    return slot;
+}
+
+std::size_t KeyStreams::GetWritingBlock(Key& key)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
+        return AddBlock(std::string(key.name_));
+    std::size_t const slot = limiter->blocks.back();
+    if (slots_.GetItem(slot).IsFrozen() || slots_.GetBlock(slot).GetLength() >= limiter->limit)
+        return AddBlock(std::string(key.name_));
+    return slot;
+}
+
+unsigned char* KeyStreams::PutInPlace(Key& key, std::size_t size)
+{
+    std::size_t const slot = GetSlotWithRoom(key, size);
+    if (slots_.GetItem(slot).IsFrozen())
+        Zyl2::Exception::raise(Zyl2::Exception::Sites::Index::BytesIntoFrozenBlock);
+    return slots_.GetBlock(slot).Extend(size);
+}
+
+unsigned char* KeyStreams::PutTogether(Key& key, std::size_t size)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
+        return nullptr;
+    std::size_t const slot = limiter->blocks.back();
+    Block& block = slots_.GetBlock(slot);
+    std::uint64_t const most = std::min<std::uint64_t>(limiter->limit, Block::MaximumLength);
+    if (slots_.GetItem(slot).IsFrozen() || std::uint64_t(block.GetLength()) + size > most)
+        return nullptr;
+    return block.Extend(size);
+}
+
+std::size_t KeyStreams::GetPosition(Key& key)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    if (limiter == nullptr || limiter->blocks.empty())
+        return 0;
+    return limiter->lengthBeforeLast + slots_.GetLogicalLength(limiter->blocks.back());
+}
+
+void KeyStreams::AddTransformation(std::string const& name, BlockTransformationType type)
+{
+    BlockSizeLimiter* const limiter = limiters_.Find(name);
+    if (limiter == nullptr)
+        return;
+    // The pool shrinks at its end, so what was marked there says nothing of what is there now.
+    if (SlotTable::IsASpareBlock(name))
+        limiter->markedBlocks.fill(0);
+    slots_.AddTransformation(*limiter, type);
+}
+
+/// The key's limiter; null for a key that nothing was ever put under.
+BlockSizeLimiter* KeyStreams::Find(Key& key)
+{
+    if (key.limiter_ == nullptr)
+        key.limiter_ = limiters_.Find(key.name_);
+    return key.limiter_;
+}
+
+std::size_t KeyStreams::GetSlotWithRoom(Key& key, std::uint64_t size)
+{
+    std::size_t const slot = GetWritingBlock(key);
+    std::uint64_t const length = slots_.GetBlock(slot).GetLength();
+    // What can't fit into any block goes nowhere; the block itself says so.
+    bool const fitsIntoEmptyBlock = size <= Block::MaximumLength;
+    bool const fitsHere = fitsIntoEmptyBlock && length + size <= Block::MaximumLength;
+    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(std::string(key.name_));
+}
+
+} // namespace Zyl2Wvf

@@ -1,0 +1,40 @@
+#include "Zyl2/Wvf/LimiterMap.h"
+
+#include "Zyl2/Exception/Raise.h"
+
+namespace Zyl2Wvf {
+
+BlockSizeLimiter* LimiterMap::Find(std::string_view name)
+{
+    auto const found = limiters_.find(name);
+    return found == limiters_.end() ? nullptr : &found->second;
+}
+
+BlockSizeLimiter& LimiterMap::GetOrAdd(std::string const& name)
+{
+    // Looked for first: making a limiter reads the environment.
+    auto const found = limiters_.find(name);
+    return found != limiters_.end() ? found->second : limiters_[name];
+}
+
+BlockSizeLimiter& LimiterMap::GetOrAdd(std::string const& name, std::uint32_t limit)
+{
+    return limiters_.try_emplace(name, limit).first->second;
+}
+
+BlockSizeLimiter& LimiterMap::Get(std::string_view name)
+{
+    BlockSizeLimiter* const found = Find(name);
+    if (found == nullptr)
+        Zyl2::Exception::raise(Zyl2::Exception::Sites::Index::UnknownKey);
+    return *found;
+}
+
+void LimiterMap::Remove(std::string_view name)
+{
+    auto const found = limiters_.find(name);
+    if (found != limiters_.end())
+        limiters_.erase(found);
+}
+
+} // namespace Zyl2Wvf

@@ -1,0 +1,41 @@
+#ifndef ZYL2_WVF_LIMITERMAP_H
+#define ZYL2_WVF_LIMITERMAP_H
+
+#include "Zyl2/Wvf/BlockSizeLimiter.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace Zyl2Wvf {
+
+/// The limiter of each key that something was ever put under, in plain order of the keys. The
+/// reserved names of the slot table have limiters, too.
+class LimiterMap
+{
+public:
+    /// Null for a key that nothing was ever put under. Limiters stay where they are.
+    BlockSizeLimiter* Find(std::string_view name);
+
+    /// A new limiter takes its limit from the environment.
+    BlockSizeLimiter& GetOrAdd(std::string const& name);
+
+    /// A new limiter gets that limit; one that is there keeps its own.
+    BlockSizeLimiter& GetOrAdd(std::string const& name, std::uint32_t limit);
+
+    /// \throws KeyNotFound nothing was ever put under the key
+    BlockSizeLimiter& Get(std::string_view name);
+
+    void Remove(std::string_view name);
+
+    auto begin() { return limiters_.begin(); }
+    auto end() { return limiters_.end(); }
+
+private:
+    std::map<std::string, BlockSizeLimiter, std::less<>> limiters_;
+};
+
+} // namespace Zyl2Wvf
+
+#endif

@@ -50,9 +50,12 @@ std::string bar(std::string const& what, int filled, std::string const& percent)
            std::string(static_cast<std::size_t>(30 - filled), ' ') + "] " + percent;
 }
 
+class ProgressOnTerminal : public Support::TerminalTest
+{};
+
 char const* const wiped = "\r\x1B[K";
 
-TEST(Progress, ShortWorkShowsNothing)
+TEST_F(ProgressOnTerminal, ShortWorkShowsNothing)
 {
     Terminal const terminal(80);
     SetClock time;
@@ -64,7 +67,7 @@ TEST(Progress, ShortWorkShowsNothing)
     EXPECT_EQ(terminal.text(), "");
 }
 
-TEST(Progress, AfterASecondABarTellsHowFarTheWorkIs)
+TEST_F(ProgressOnTerminal, AfterASecondABarTellsHowFarTheWorkIs)
 {
     Terminal const terminal(80);
     SetClock time;
@@ -74,7 +77,7 @@ TEST(Progress, AfterASecondABarTellsHowFarTheWorkIs)
     EXPECT_EQ(terminal.text(), bar("verify a.mox", 15, " 50 %"));
 }
 
-TEST(Progress, TheBarIsDrawnTenTimesASecondAtMost)
+TEST_F(ProgressOnTerminal, TheBarIsDrawnTenTimesASecondAtMost)
 {
     Terminal const terminal(80);
     SetClock time;
@@ -90,7 +93,7 @@ TEST(Progress, TheBarIsDrawnTenTimesASecondAtMost)
     EXPECT_EQ(terminal.text(), bar("ls", 30, "100 %"));
 }
 
-TEST(Progress, TheBarIsGoneWhenTheWorkIsDone)
+TEST_F(ProgressOnTerminal, TheBarIsGoneWhenTheWorkIsDone)
 {
     Terminal const terminal(80);
     SetClock time;
@@ -117,7 +120,7 @@ TEST(Progress, NothingIsShownWhereThereIsNoTerminal)
     EXPECT_EQ(pipe.text(), "");
 }
 
-TEST(Progress, ALineNeverFillsTheTerminal)
+TEST_F(ProgressOnTerminal, ALineNeverFillsTheTerminal)
 {
     Terminal const terminal(50);
     SetClock time;
@@ -127,7 +130,7 @@ TEST(Progress, ALineNeverFillsTheTerminal)
     EXPECT_EQ(terminal.text(), bar(std::string(10, 'x'), 30, "100 %"));
 }
 
-TEST(Progress, ANarrowTerminalGetsTheFigureAlone)
+TEST_F(ProgressOnTerminal, ANarrowTerminalGetsTheFigureAlone)
 {
     Terminal const terminal(20);
     SetClock time;
@@ -137,7 +140,7 @@ TEST(Progress, ANarrowTerminalGetsTheFigureAlone)
     EXPECT_EQ(terminal.text(), "\r\x1B[K 25 %");
 }
 
-TEST(Progress, ATerminalOfUnknownWidthIsTakenForAUsualOne)
+TEST_F(ProgressOnTerminal, ATerminalOfUnknownWidthIsTakenForAUsualOne)
 {
     Terminal const terminal(0);
     SetClock time;
@@ -147,7 +150,7 @@ TEST(Progress, ATerminalOfUnknownWidthIsTakenForAUsualOne)
     EXPECT_EQ(terminal.text(), bar(std::string(40, 'x'), 30, "100 %"));
 }
 
-TEST(Progress, NamesCannotControlTheTerminal)
+TEST_F(ProgressOnTerminal, NamesCannotControlTheTerminal)
 {
     Terminal const terminal(80);
     SetClock time;
@@ -157,7 +160,7 @@ TEST(Progress, NamesCannotControlTheTerminal)
     EXPECT_EQ(terminal.text(), bar("a?[2Jb?", 30, "100 %"));
 }
 
-TEST(Progress, WhatAnotherProcessLeftOverIsWipedOffATerminalOnly)
+TEST_F(ProgressOnTerminal, WhatAnotherProcessLeftOverIsWipedOffATerminalOnly)
 {
     Terminal const terminal(80);
     Progress::wipeLeftOver(terminal.writing());
@@ -167,7 +170,7 @@ TEST(Progress, WhatAnotherProcessLeftOverIsWipedOffATerminalOnly)
     EXPECT_EQ(pipe.text(), "");
 }
 
-TEST(Progress, NoWorkAtAllIsDone)
+TEST_F(ProgressOnTerminal, NoWorkAtAllIsDone)
 {
     Terminal const terminal(80);
     SetClock time;

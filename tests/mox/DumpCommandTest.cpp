@@ -2,6 +2,7 @@
 
 #include "mox/Command.h"
 #include "mox/ModelFile.h"
+#include "support/Terminal.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -12,9 +13,6 @@
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <pty.h>
-#include <unistd.h>
 
 using namespace Zyl2::Mox2;
 using MoxTest::ModelFile;
@@ -321,14 +319,11 @@ TEST_F(DumpCommand, WrongUsageHasStatus2)
 
 TEST_F(DumpCommand, NpyIsNotForATerminal)
 {
-    int terminal = -1;
-    int host = -1;
-    std::string name(64, '\0');
-    ASSERT_EQ(::openpty(&host, &terminal, name.data(), nullptr, nullptr), 0);
-    MoxTest::Outcome const outcome =
-        MoxTest::runInto(name.c_str(), "dump " + file.path() + " root/a 'Node Ids' --format npy");
-    ::close(terminal);
-    ::close(host);
+    if (!Support::Terminal::canBeHad())
+        GTEST_SKIP() << Support::noTerminalHere;
+    Support::Terminal const terminal;
+    MoxTest::Outcome const outcome = MoxTest::runInto(
+        terminal.name(), "dump " + file.path() + " root/a 'Node Ids' --format npy");
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err, "mox: npy is not for a terminal: name a file with -o; see mox --help\n");
 }

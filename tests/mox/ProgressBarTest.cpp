@@ -3,6 +3,7 @@
 
 #include "mox/Command.h"
 #include "mox/ModelFile.h"
+#include "support/Terminal.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +61,10 @@ std::vector<std::pair<std::string, std::string>> callsFor(ModelFile const& file)
     return calls;
 }
 
-TEST(ProgressBar, IsShownOnATerminalAndGoneInTheEnd)
+class ProgressBarOnTerminal : public Support::TerminalTest
+{};
+
+TEST_F(ProgressBarOnTerminal, IsShownAndGoneInTheEnd)
 {
     ModelFile const file = triangle();
     for (auto const& [command, arguments] : callsFor(file)) {
@@ -86,7 +90,7 @@ TEST(ProgressBar, IsNotShownWhereThereIsNoTerminal)
     }
 }
 
-TEST(ProgressBar, IsNotShownOfShortWork)
+TEST_F(ProgressBarOnTerminal, IsNotShownOfShortWork)
 {
     ModelFile const file = triangle();
     EXPECT_EQ(MoxTest::runOnTerminal("verify " + file.path()).err, "");
@@ -94,7 +98,7 @@ TEST(ProgressBar, IsNotShownOfShortWork)
 
 #ifdef HAS_VTK
 
-TEST(ProgressBar, IsGoneBeforeAFailureIsTold)
+TEST_F(ProgressBarOnTerminal, IsGoneBeforeAFailureIsTold)
 {
     ModelFile const file = triangle();
     Outcome const outcome = MoxTest::runOnTerminal(

@@ -3,6 +3,8 @@
 
 #include "support/Ends.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <stdexcept>
 #include <string>
@@ -31,8 +33,33 @@ public:
     /// As a file that other programs write to.
     std::string const& name() const { return name_; }
 
+    /// Not where /dev/pts isn't mounted, for one.
+    static bool canBeHad()
+    {
+        try {
+            Terminal const terminal;
+            return true;
+        } catch (std::runtime_error const&) {
+            return false;
+        }
+    }
+
 private:
     std::string name_;
+};
+
+constexpr char const* noTerminalHere =
+    "this test needs a pseudo terminal, and none can be had here";
+
+/// Tests that need a terminal, and are skipped where none can be had.
+class TerminalTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!Terminal::canBeHad())
+            GTEST_SKIP() << noTerminalHere;
+    }
 };
 
 } // namespace Support

@@ -4,6 +4,8 @@
 #include "moxread/TestFile.h"
 #include "support/Folder.h"
 
+#include <Zyl2/Version.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -95,6 +97,14 @@ TEST(MoxCommand, HelpHasAnExampleAndStatus0)
         EXPECT_EQ(outcome.err, "");
         EXPECT_NE(outcome.out.find("\nExample:\n  mox " + command + " "), std::string::npos);
     }
+}
+
+TEST(MoxCommand, TheVersionIsOneLine)
+{
+    Outcome const outcome = run("--version");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "mox " ZYL2_VERSION_STRING "\n");
+    EXPECT_EQ(outcome.err, "");
 }
 
 TEST(MoxCommand, ABadFileGetsOneSentenceAndStatus1)

@@ -39,6 +39,7 @@ expect()
 expect 'diff|dump' d
 expect 'verify|view' v
 expect 'translate' t
+expect '--help|--version' --
 expect '' paint ''
 expect 'beam.mox|big beam.mox|models' ls ''
 expect 'big beam.mox' ls bi

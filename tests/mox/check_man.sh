@@ -16,6 +16,10 @@ complain()
     status=1
 }
 
+for option in $("$mox" --help | sed -n '/^Options:/,/^$/s/^  \(-[a-z],\)\?\(--[a-z-]*\).*/\2/p'); do
+    grep -qF -e "${option//-/\\-}" "$folder/mox.1" || complain "mox.1 does not name $option"
+done
+
 commands=$("$mox" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p')
 [[ -n $commands ]] || { echo "no commands are known" >&2; exit 1; }
 for command in $commands; do

@@ -8,6 +8,8 @@
 #include "mox/commands/VerifyCommand.h"
 #include "mox/commands/ViewCommand.h"
 
+#include <Zyl2/Version.h>
+
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -27,6 +29,7 @@ void takeFailedWritesAsErrors()
 int run(int argc, char** argv)
 {
     CommandLine commandLine("mox", "Looks into model files and makes them");
+    commandLine.setVersion(Zyl2::versionString());
     addTranslateCommand(commandLine);
     addVerifyCommand(commandLine);
     addLsCommand(commandLine);

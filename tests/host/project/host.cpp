@@ -14,6 +14,7 @@
 #include <Zyl2/Mox2/SaverOptions.h>
 #include <Zyl2/Mox2/Step.h>
 #include <Zyl2/Mox2/StepList.h>
+#include <Zyl2/Version.h>
 
 #include <boost/exception/get_error_info.hpp>
 #include <boost/exception/info.hpp>
@@ -136,6 +137,7 @@ void writeModel(char const* path)
 int main(int argc, char** argv)
 {
     exceptionsCrossTheLibrarysBoundary();
+    expect(Zyl2::version() == ZYL2_VERSION, "the library is of the same version as the headers");
     CountingLog log;
     Zyl2::Log::LogSystem* const previous = Zyl2::Log::setActiveLogSystem(&log);
     writeModel(argc > 1 ? argv[1] : "host.mox");

@@ -30,6 +30,12 @@ CommandLine::CommandLine(std::string const& name, std::string const& description
 
 CommandLine::~CommandLine() = default;
 
+void CommandLine::setVersion(std::string const& version)
+{
+    app_->set_version_flag("--version", app_->get_name() + " " + version,
+                           "Print the version and exit");
+}
+
 SubCommand CommandLine::addCommand(std::string const& name, std::string const& description)
 {
     return SubCommand(*app_->add_subcommand(name, description), exitStatus_);

@@ -16,6 +16,9 @@ public:
     CommandLine(CommandLine const&) = delete;
     CommandLine& operator=(CommandLine const&) = delete;
 
+    /// What `--version` prints behind the name of the program.
+    void setVersion(std::string const& version);
+
     SubCommand addCommand(std::string const& name, std::string const& description);
 
     /// Runs the command that was asked for. Wrong usage gets one line on the error stream.

@@ -1,5 +1,6 @@
 // Uses every public header and catches what the library throws in every way that a host may.
 
+#include <Zyl2/Deprecated.h>
 #include <Zyl2/Exception/Exception.h>
 #include <Zyl2/Log/LoggerBase.h>
 #include <Zyl2/Log/Logging.h>

@@ -32,7 +32,7 @@ paths()
 isThere()
 {
     local root
-    for root in . include src/Zyl2 tools tests; do
+    for root in . include src src/Zyl2 tools tests; do
         [[ ! -e $root/$1 ]] || return 0
     done
     return 1

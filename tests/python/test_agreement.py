@@ -1,0 +1,110 @@
+"""The reader agrees with `mox`, on sound files and on damaged ones."""
+
+from __future__ import annotations
+
+import json
+import subprocess
+from pathlib import Path
+from typing import Any, Dict, List, Optional
+
+import agreement
+import numpy as np
+
+import moxwriter
+
+
+def _listing(mox: str, model: Path) -> Dict[str, Any]:
+    answer = subprocess.run([mox, "ls", "--json", str(model)], check=True, capture_output=True)
+    listing: Dict[str, Any] = json.loads(answer.stdout)
+    return listing
+
+
+def _rounded(numbers: Any) -> List[float]:
+    """As floats: the listing has the shortest text that reads back the same float."""
+    return [float(np.float32(number)) for number in numbers]
+
+
+def _attributes(listed: List[Dict[str, Any]]) -> Dict[str, Any]:
+    exact = {a["name"]: a["value"] for a in listed if a["type"] != "float"}
+    return {
+        **exact,
+        **{a["name"]: float(np.float32(a["value"])) for a in listed if a["type"] == "float"},
+    }
+
+
+def _check_datasets(node: moxwriter.Node, listed: List[Dict[str, Any]]) -> None:
+    assert [(d.name, d.step) for d in node.datasets] == [(d["dataset"], d["step"]) for d in listed]
+    for dataset, expected in zip(node.datasets, listed):
+        assert dataset.type == expected["type"]
+        assert dataset.dtype.name.startswith(expected["elementType"])
+        assert (dataset.rows, dataset.width) == (expected["rows"], expected["width"])
+        assert dataset.vibration == expected["vibration"]
+        assert dict(dataset.attributes) == _attributes(expected["attributes"])
+        link: Optional[Dict[str, Any]] = None
+        if dataset.link is not None:
+            geometry = next(
+                n for n in dataset.link.node.children + [dataset.link.node] if n.kind == "geometry"
+            )
+            link = {"node": geometry.id, "dataset": dataset.link.name, "step": dataset.link.step}
+        assert link == expected["link"]
+
+
+def _check_node(node: moxwriter.Node, listed: Dict[str, Any]) -> None:
+    assert (node.id, node.name, node.kind.capitalize()) == (
+        listed["id"],
+        listed["name"],
+        listed["type"],
+    )
+    assert (node.parent.id if node.parent else 0) == listed["parent"]
+    if node.kind == "group":
+        assert node.transform is not None
+        for field in ("translation", "rotation", "scale"):
+            assert list(getattr(node.transform, field)) == _rounded(listed[field])
+        assert node.flag == listed["flag"]
+        assert dict(node.attributes) == _attributes(listed["attributes"])
+    elif node.kind == "shape":
+        assert node.material is not None
+        for color in ("diffuse", "specular", "emissive", "ambient"):
+            assert list(getattr(node.material, color)) == _rounded(listed["material"][color])
+        numbers = [node.material.transparency, node.material.shininess]
+        assert numbers == _rounded(listed["material"][key] for key in ("transparency", "shininess"))
+        assert node.material.flag == listed["material"]["flag"]
+    elif node.kind == "geometry":
+        _check_datasets(node, listed["datasets"])
+
+
+def _check_model(mox: str, model: Path) -> int:
+    listing = _listing(mox, model)
+    count = 0
+    with moxwriter.open(model) as file:
+        nodes = list(file.nodes())
+        assert len(nodes) == len(listing["nodes"])
+        for node, listed in zip(nodes, listing["nodes"]):
+            _check_node(node, listed)
+        writing, expected = file.writings[0], listing["writings"][0]
+        assert [writing.text1, writing.text2, writing.text] == expected["texts"]
+        assert (writing.time, writing.host) == (expected["time"], expected["host"])
+        assert list(file.steps) == [step["name"] for step in listing["steps"]]
+        for node in file.values():
+            for dataset in node.datasets:
+                expected_values = agreement.dumped(mox, model, dataset)
+                assert expected_values is not None
+                assert agreement.same(node[dataset.key], expected_values), dataset
+                count += 1
+    return count
+
+
+def test_every_value_of_the_examples(mox: str, examples: List[Path]) -> None:
+    assert sum(_check_model(mox, model) for model in examples) > 100
+
+
+def test_every_value_of_translated_results(mox: str, translated: List[Path]) -> None:
+    assert sum(_check_model(mox, model) for model in translated) > 300
+
+
+def test_whether_damaged_files_give_their_values(
+    mox: str, examples: List[Path], translated: List[Path], tmp_path: Path
+) -> None:
+    counts = agreement.compare_damaged(mox, examples + translated, range(300), tmp_path)
+    for kind in ("sound", "damaged", "incomplete", "damaged values", "datasets compared"):
+        assert counts[kind] > 0, counts

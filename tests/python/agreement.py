@@ -33,7 +33,6 @@ import damage
 import moxwriter
 
 _FILES_AT_ONCE = 100
-_DUMPED_DATASETS = 3
 
 
 def dumped(mox: str, file: Path, dataset: moxwriter.Dataset) -> Optional[np.ndarray]:
@@ -77,11 +76,13 @@ def _read_all(file: moxwriter.File) -> Optional[moxwriter.Error]:
     return None
 
 
-def _compare_datasets(mox: str, path: Path, file: moxwriter.File, choice: random.Random) -> int:
+def _compare_datasets(
+    mox: str, path: Path, file: moxwriter.File, choice: random.Random, count: int
+) -> int:
     datasets = [dataset for node in file.values() for dataset in node.datasets]
     # The arguments of a process end at the first zero byte.
     datasets = [d for d in datasets if "\0" not in d.name + (d.step or "")]
-    chosen = choice.sample(datasets, min(_DUMPED_DATASETS, len(datasets)))
+    chosen = choice.sample(datasets, min(count, len(datasets)))
     for dataset in chosen:
         expected = dumped(mox, path, dataset)
         try:
@@ -94,7 +95,11 @@ def _compare_datasets(mox: str, path: Path, file: moxwriter.File, choice: random
 
 
 def compare(
-    mox: str, path: Path, verdict: Dict[str, Any], choice: random.Random
+    mox: str,
+    path: Path,
+    verdict: Dict[str, Any],
+    choice: random.Random,
+    dumped_datasets: int = 3,
 ) -> Tuple[str, int]:
     """What both say of a file, and how many datasets were compared."""
     error: Optional[moxwriter.Error] = None
@@ -105,7 +110,7 @@ def compare(
         with moxwriter.open(path, cache_bytes=bound) as file:
             error = _read_all(file)
             if choice.randrange(4) == 0 or error is not None:
-                count = _compare_datasets(mox, path, file, choice)
+                count = _compare_datasets(mox, path, file, choice, dumped_datasets)
             opened = True
     except moxwriter.Error as failure:
         error = failure

@@ -29,7 +29,7 @@ def _run_example(program: Path, model: Path, setting: Dict[str, str]) -> None:
 
 @pytest.fixture(scope="session")
 def examples(tmp_path_factory: pytest.TempPathFactory) -> List[Path]:
-    """What the examples write, with one block of values, and with so many that some are index blocks."""
+    """What the examples write: with one block of values, and with many and index blocks."""
     folder = tmp_path_factory.mktemp("examples")
     for program in map(Path, os.environ["MOX_EXAMPLES"].split(":")):
         _run_example(program, folder / (program.name + ".mox"), {})

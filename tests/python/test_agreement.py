@@ -3,11 +3,13 @@
 from __future__ import annotations
 
 import json
+import random
 import subprocess
 from pathlib import Path
 from typing import Any, Dict, List, Optional
 
 import agreement
+import build
 import numpy as np
 
 import moxwriter
@@ -108,3 +110,31 @@ def test_whether_damaged_files_give_their_values(
     counts = agreement.compare_damaged(mox, examples + translated, range(300), tmp_path)
     for kind in ("sound", "damaged", "incomplete", "damaged values", "datasets compared"):
         assert counts[kind] > 0, counts
+
+
+def _plain_model() -> bytes:
+    """A model whose blocks are not compressed, so that each of its bytes has a meaning."""
+    model = build.Builder("R")
+    shape = model.shape("S")
+    model.dataset(shape, "D", 12, [1, 2], "1", a=1, b=0.5, c="t", d=np.float64(2))
+    model.link(shape, "L", 12, 3, 0)
+    model.dataset(shape, "E", 13, [[1.0, 2.0, 3.0]])
+    blocks = [build.block(key, raw, compress=False) for key, raw in model.streams().items()]
+    return build.container(blocks)
+
+
+def test_each_byte_of_a_file_that_is_not_as_it_should_be(mox: str, tmp_path: Path) -> None:
+    original = _plain_model()
+    choice = random.Random(1)
+    # Of the spare slots, the first and the last are enough.
+    places = [at for at in range(len(original)) if not 20 + 7 * 139 <= at < 20 + 19 * 139]
+    files = []
+    for at in places:
+        raw = bytearray(original)
+        raw[at] ^= choice.choice([1, 2, 4, 8, 16, 32, 64, 128, choice.randrange(1, 256)])
+        files.append(tmp_path / ("%d.mox" % at))
+        files[-1].write_bytes(raw)
+    for first in range(0, len(files), 100):
+        some = files[first : first + 100]
+        for file, verdict in zip(some, agreement.verdicts(mox, some)):
+            agreement.compare(mox, file, verdict, choice, dumped_datasets=0)

@@ -156,6 +156,15 @@ TEST(Reader, ComponentsThatAViewerComputesHaveNoValues)
     EXPECT_EQ(block.values, (Values{1, 2, 3, -1, -2, -3}));
 }
 
+TEST(Reader, ATabInAComponentStandsForThreeBlanks)
+{
+    ResultBlock const block =
+        onlyBlock(replaced(triangleFile(), "    2    0    0    1ALL", "    2\t 0    0    1ALL"));
+    ASSERT_EQ(block.components.size(), 4U);
+    EXPECT_EQ(block.components[3].row, 0);
+    EXPECT_FALSE(block.components[3].isStored);
+}
+
 TEST(Reader, ParametersHoldForTheNextBlockOnly)
 {
     std::string const second = replaced(displacementBlock(), "DISP", "VELO");

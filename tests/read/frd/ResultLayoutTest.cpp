@@ -98,6 +98,58 @@ TEST(ResultLayout, SixScalarsAreNoTensorAndThreeAreNoVector)
     EXPECT_EQ(layoutsOf(blockOf("THREE", {six[0], six[1], six[2]})).size(), 3U);
 }
 
+TEST(ResultLayout, ContactIsNoTensorThoughItHasRowsAndColumns)
+{
+    auto const layouts = layoutsOf(blockOf("CONTACT", {{"COPEN", 4, 1, 1, true},
+                                                       {"CSLIP1", 4, 2, 2, true},
+                                                       {"CSLIP2", 4, 3, 3, true},
+                                                       {"CPRESS", 4, 1, 2, true},
+                                                       {"CSHEAR1", 4, 2, 3, true},
+                                                       {"CSHEAR2", 4, 3, 1, true}}));
+    ASSERT_EQ(layouts.size(), 6U);
+    EXPECT_EQ(layouts[0].name, "CONTACT COPEN");
+    EXPECT_EQ(layouts[3].name, "CONTACT CPRESS");
+    EXPECT_EQ(layouts[5].name, "CONTACT CSHEAR2");
+    EXPECT_EQ(layouts[5].components, (Order{5}));
+}
+
+TEST(ResultLayout, NamesOfATensorMayEndAlikeAndCountTheAxes)
+{
+    std::vector<Component> components = tensorComponents;
+    for (Component& component : components)
+        component.name = "d" + component.name + "dRx";
+    EXPECT_EQ(layoutsOf(blockOf("SEN", components)).size(), 1U);
+    char const* const counted[] = {"S11", "S22", "S33", "S12", "S23", "S13"};
+    for (std::size_t i = 0; i < components.size(); ++i)
+        components[i].name = counted[i];
+    EXPECT_EQ(layoutsOf(blockOf("STRESS", components)).size(), 1U);
+}
+
+TEST(ResultLayout, AComponentNamedOtherwiseMakesATensorScalars)
+{
+    for (char const* other : {"PXX", "SXXX", "S", "", "SWW"}) {
+        std::vector<Component> components = tensorComponents;
+        components[0].name = other;
+        EXPECT_EQ(layoutsOf(blockOf("STRESS", components)).size(), 6U) << other;
+    }
+}
+
+TEST(ResultLayout, NamesDecideWhereRowsAreAllTheSame)
+{
+    auto const layouts = layoutsOf(blockOf(
+        "SEN", {{"dD1dRx", 2, 1, 0, true}, {"dD2dRx", 2, 1, 0, true}, {"dD3dRx", 2, 1, 0, true}}));
+    ASSERT_EQ(layouts.size(), 1U);
+    EXPECT_EQ(layouts[0].components, (Order{0, 1, 2}));
+}
+
+TEST(ResultLayout, RowsDecideWhereNamesOfAVectorDoNotTell)
+{
+    auto const layouts = layoutsOf(
+        blockOf("VEL", {{"W", 2, 3, 0, true}, {"U", 2, 1, 0, true}, {"V", 2, 2, 0, true}}));
+    ASSERT_EQ(layouts.size(), 1U);
+    EXPECT_EQ(layouts[0].components, (Order{1, 2, 0}));
+}
+
 TEST(ResultLayout, ARepeatedPlaceIsNoTensor)
 {
     std::vector<Component> twice = tensorComponents;

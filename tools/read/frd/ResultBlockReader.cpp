@@ -31,6 +31,15 @@ constexpr std::size_t realWidth = 12;
 constexpr std::size_t valuesPerLine = 6;
 constexpr char const* within = "a result block";
 
+/// The solver has a tab in place of three blanks in the components of some results, such as those
+/// of random vectors and of normals.
+std::string withoutTabs(std::string line)
+{
+    for (auto at = line.find('\t'); at != std::string::npos; at = line.find('\t', at))
+        line.replace(at, 1, "   ");
+    return line;
+}
+
 bool takesNode(std::string const& line)
 {
     return isRecord(line, " -1");
@@ -143,7 +152,7 @@ void ResultBlockReader::readComponents(ResultBlock& block)
         if (!isRecord(line, " -5"))
             stream_.fail("The result \"" + block.name + "\" announces " + std::to_string(count) +
                          " components (-5) and has " + std::to_string(i) + ".");
-        block.components.push_back(parseComponent(line));
+        block.components.push_back(parseComponent(withoutTabs(line)));
     }
     componentCount_ = block.storedComponents().size();
     if (componentCount_ == 0)

@@ -19,7 +19,8 @@ struct ResultLayout
 };
 
 /// The datasets that a block becomes: a vector or symmetric tensor stays whole, anything else is
-/// split into one scalar for each stored component.
+/// split into one scalar for each stored component. A tensor is what is named as one: six
+/// components of a matrix whose names differ in XX, YY, ZZ, XY, YZ and ZX only.
 std::vector<ResultLayout> layoutsOf(ResultBlock const& block);
 
 } // namespace Frd

@@ -40,6 +40,8 @@ expect 'diff|dump' d
 expect 'verify|view' v
 expect 'translate' t
 expect '--help|--version' --
+expect 'check' c
+expect '' check beam.mox ''
 expect '' paint ''
 expect 'beam.mox|big beam.mox|models' ls ''
 expect 'big beam.mox' ls bi

@@ -1,3 +1,4 @@
+#include "mox/commands/CheckCommand.h"
 #include "mox/commands/CommandLine.h"
 #include "mox/commands/DiffCommand.h"
 #include "mox/commands/DumpCommand.h"
@@ -32,6 +33,7 @@ int run(int argc, char** argv)
     commandLine.setVersion(Zyl2::versionString());
     addTranslateCommand(commandLine);
     addVerifyCommand(commandLine);
+    addCheckCommand(commandLine);
     addLsCommand(commandLine);
     addExportCommand(commandLine);
     addViewCommand(commandLine);

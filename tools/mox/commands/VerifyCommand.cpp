@@ -143,7 +143,8 @@ void addVerifyCommand(CommandLine& commandLine)
         commandLine.addCommand("verify", "Check every byte of a model file's layout");
     command.add("FILE", options->files, "Model files").required();
     command.addFlag("--json", options->json, "Print JSON");
-    command.explain("Example:\n  mox verify beam.mox frame.mox");
+    command.explain("It tells of bytes. mox check tells whether what they say means something."
+                    "\n\nExample:\n  mox verify beam.mox frame.mox");
     command.run([options] { return verifyFiles(*options, std::cout, std::cerr); });
 }
 

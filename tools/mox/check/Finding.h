@@ -1,0 +1,40 @@
+#ifndef MOX_CHECK_FINDING_H
+#define MOX_CHECK_FINDING_H
+
+#include "moxread/Node.h"
+#include "moxread/Variable.h"
+
+#include <string>
+
+namespace Check {
+
+enum class Severity
+{
+    Error,
+    Warning,
+    Note
+};
+
+/// What sort of finding it is. There is one object of each kind; see Kinds.h.
+struct Kind
+{
+    char const* name;
+    Severity severity;
+};
+
+/// One thing that a model says and cannot mean, or that its writer may not have meant.
+struct Finding
+{
+    Kind const* kind = nullptr;
+    /// Null when it is of the whole model.
+    MoxRead::Node const* node = nullptr;
+    /// Null when it is of the node.
+    MoxRead::Variable const* variable = nullptr;
+    /// Parts of a sentence: "expected ..., found ...".
+    std::string expected;
+    std::string found;
+};
+
+} // namespace Check
+
+#endif

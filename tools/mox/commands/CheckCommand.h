@@ -1,0 +1,22 @@
+#ifndef MOX_COMMANDS_CHECKCOMMAND_H
+#define MOX_COMMANDS_CHECKCOMMAND_H
+
+#include <ostream>
+#include <string>
+
+class CommandLine;
+
+struct CheckOptions
+{
+    std::string file;
+    bool json = false;
+};
+
+/// Adds the command `check`.
+void addCheckCommand(CommandLine& commandLine);
+
+/// Prints on `out` what a model says and cannot mean. Returns the exit status: 0 also when there
+/// are warnings, 1 when there are errors. A file whose layout is bad gets one line on `err` and 1.
+int checkFile(CheckOptions const& options, std::ostream& out, std::ostream& err);
+
+#endif

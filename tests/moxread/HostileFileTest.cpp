@@ -1,6 +1,7 @@
 #include "mox/commands/LsCommand.h"
 #include "mox/commands/VerifyCommand.h"
 
+#include "Bytes.h"
 #include "Sample.h"
 #include "TestFile.h"
 
@@ -82,14 +83,11 @@ std::size_t transformationsOffset(std::size_t slot)
     return 20 + slot * 139 + 137;
 }
 
-// Whether a block was written early says nothing about its bytes. And values without compression
-// are as good as any: that "Heavy Data" are compressed is known from nothing but the flag.
+// Whether "Heavy Data" were written early says nothing about their bytes. And values without
+// compression are as good as any: that they are compressed is known from nothing but the flag.
 bool leavesASoundFile(std::size_t offset, unsigned flip)
 {
-    for (std::size_t slot = 0; slot < 6; ++slot)
-        if (offset == transformationsOffset(slot) && flip == 32)
-            return true;
-    return offset == transformationsOffset(0) && flip == 1;
+    return offset == transformationsOffset(0) && (flip == 1 || flip == 32);
 }
 
 using Visit = std::function<void(std::size_t offset, unsigned flip)>;
@@ -186,6 +184,8 @@ TEST(HostileFile, AByteCutOutOfAnyPlainBlockIsRefused)
 TEST(HostileFile, ATreeThatIsOneDeepBranchIsListed)
 {
     constexpr std::uint32_t depth = 20000;
+    Bytes groups;
+    std::string attributes;
     Sample sample;
     sample.nodes.assign(depth, {});
     for (std::uint32_t id = 1; id <= depth; ++id) {
@@ -193,9 +193,18 @@ TEST(HostileFile, ATreeThatIsOneDeepBranchIsListed)
         node.id = id;
         node.parent = id - 1;
         node.first = node.last = id < depth ? id + 1 : 0;
+        node.type = "Group";
+        node.version = "0.4";
+        node.lightPosition = groups.str().size();
+        for (float const value : {0.F, 0.F, 0.F, 0.F, 0.F, 1.F, 0.F, 1.F, 1.F, 1.F})
+            groups.f32(value);
+        groups.u8(0);
+        attributes += bytesOf(TestAttributes());
     }
     TemporaryFile const file(
         assemble(slotsFor({{"Mox Tree", 1, deflated(sample.tree())},
+                           {"Light Data", 1, deflated(groups.str())},
+                           {"Attributes", 1, deflated(attributes)},
                            {"Global Information", 1, deflated(sample.global())}})));
     Outcome const outcome = outcomeOfLs(file);
     EXPECT_EQ(outcome.status, 0);

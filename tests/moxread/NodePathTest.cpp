@@ -20,7 +20,7 @@ Model modelWith(std::string const& root, std::string const& shape, std::string c
 {
     Sample sample;
     sample.nodes[0].name = root;
-    sample.nodes[1].name = shape;
+    sample.nodes[1].name = sample.nodes[2].name = shape;
     sample.nodes[3].name = group;
     TemporaryFile const file(sample.file());
     return Model(file.path());

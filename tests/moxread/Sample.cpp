@@ -98,7 +98,9 @@ std::string Sample::light() const
     bytes.raw(bytesOf(root)).u32(variables.size());
     for (TestVariable const& variable : variables)
         bytes.raw(bytesOf(variable));
-    return bytes.raw(bytesOf(rest)).str();
+    if (hasRest)
+        bytes.raw(bytesOf(rest));
+    return bytes.str();
 }
 
 std::string Sample::attributeBytes() const

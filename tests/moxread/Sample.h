@@ -90,6 +90,8 @@ struct Sample
     std::vector<TestNode> nodes;
     TestGroup root;
     TestGroup rest;
+    /// Whether "Light Data" has it.
+    bool hasRest = true;
     std::vector<TestVariable> variables;
     /// Of node 1, of the three variables, of node 4.
     std::vector<TestAttributes> attributes;

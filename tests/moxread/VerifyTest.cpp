@@ -287,6 +287,16 @@ TEST(Verify, UnknownTransformationsAreRefused)
               "slot 3: transformations at byte 574 are 129, not 0, 1, 32 or 33");
 }
 
+TEST(Verify, ABlockOtherThanHeavyDataThatWasWrittenEarlyIsRefused)
+{
+    for (unsigned const transformations : {32U, 33U}) {
+        EXPECT_EQ(
+            verdictAfterSlots([&](auto& slots) { slots[3].transformations = transformations; }),
+            "slot 3: transformations at byte 574 are " + std::to_string(transformations) +
+                R"(, but no block of "Attributes" is written early)");
+    }
+}
+
 TEST(Verify, ABlockAfterASpareSlotIsRefused)
 {
     std::string const file = Sample().file();
@@ -787,6 +797,27 @@ std::vector<RecordDamage> const wrongRecords{
          sample.nodes[3].version = "";
      },
      R"(node 4: a node without type has the name "rest")"},
+    {"ANodeWithoutTypeBelowTheRoot",
+     [](Sample& sample) {
+         sample.nodes[3].type = sample.nodes[3].version = sample.nodes[3].name = "";
+         sample.attributes.pop_back();
+         sample.hasRest = false;
+     },
+     "node 4: a node that is not alone has no type"},
+    {"AGeometryWithAnotherNameThanItsShape", [](Sample& sample) { sample.nodes[2].name = "Part"; },
+     R"(node 3: the name of the geometry is "Part", not "part" as that of its shape)"},
+    {"AGeometryThatIsNotOfAShape",
+     [](Sample& sample) {
+         sample.nodes[2].parent = 1;
+         sample.nodes[2].previous = 2;
+         sample.nodes[2].next = 4;
+         sample.nodes[1].first = sample.nodes[1].last = 0;
+         sample.nodes[1].next = 3;
+         sample.nodes[3].previous = 3;
+     },
+     "node 3: the parent of a geometry is no shape below the root"},
+    {"AFlagOfAGroupBelowTheRoot", [](Sample& sample) { sample.rest.flag = 1; },
+     "node 4: the flag of a group below the root is 1"},
     {"AWrongLightPosition", [](Sample& sample) { sample.nodes[2].lightPosition = 42; },
      R"(node 3: byte 167 of "Mox Tree": light position is 42, not 41)"},
     {"AGroupFlagOtherThanZeroOrOne", [](Sample& sample) { sample.root.flag = 2; },
@@ -826,6 +857,8 @@ std::vector<RecordDamage> const wrongRecords{
      R"(node 2: byte 4 of "Resources": record version is "0.2", not "0.3")"},
     {"AMaterialFlagOtherThanZeroOrOne", [](Sample& sample) { sample.material.flag = 9; },
      R"(node 2: byte 83 of "Resources" is 9, not a flag (0 or 1))"},
+    {"AMaterialFlagOfZero", [](Sample& sample) { sample.material.flag = 0; },
+     R"(node 2: byte 83 of "Resources": the flag of a material is 0, not 1)"},
     {"AWrongWritingRecordSize", [](Sample& sample) { sample.writing.size = 0; },
      R"(writing record 1: byte 4 of "Global Information": record size is 0, not 82)"},
     {"AnotherWritingRecordVersion", [](Sample& sample) { sample.writing.version = "0.9"; },
@@ -834,6 +867,9 @@ std::vector<RecordDamage> const wrongRecords{
     {"AnotherFormatVersion", [](Sample& sample) { sample.writing.formatVersion = "1.4"; },
      R"(writing record 1: byte 29 of "Global Information": format version is "1.4", not )"
      "\"1.3\""},
+    {"AttributesOfALinkedVariable",
+     [](Sample& sample) { sample.attributes[3] = {{"t"}, {1}, {}, {0.5F}, {}, {}}; },
+     R"(node 3: variable 2: "Coordinates\x1Et2": it is linked and has attributes)"},
     {"ALinkToItself", [](Sample& sample) { sample.variables[2].linkIndex = 2; },
      R"(node 3: variable 2: "Coordinates\x1Et2": its links run in a circle)"},
     {"LinksThatRunInACircle",

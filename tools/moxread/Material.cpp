@@ -8,10 +8,11 @@
 //   59  16  ambient colour
 //   75   4  transparency, float
 //   79   4  shininess, float
-//   83   1  flag
+//   83   1  flag: 1
 
 #include "moxread/Material.h"
 
+#include "moxread/FormatError.h"
 #include "moxread/Record.h"
 
 namespace MoxRead {
@@ -38,7 +39,10 @@ Material Material::read(KeyStream& stream)
     material.ambient = readColor(stream);
     material.transparency = stream.readFloat();
     material.shininess = stream.readFloat();
+    std::uint64_t const start = stream.position();
     material.flag = stream.readFlag();
+    if (!material.flag)
+        throw FormatError(stream.placeOf(start) + ": the flag of a material is 0, not 1");
     record.finish();
     return material;
 }

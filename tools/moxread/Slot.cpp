@@ -4,7 +4,8 @@
 //     1    4  width of the name field: 128
 //     5  128  name, filled up with zero bytes
 //   133    4  size of the block in the file
-//   137    1  transformations: 1 compressed, 32 written early (frozen), or both, or 0
+//   137    1  transformations: 1 compressed, 32 written early (frozen), or both, or 0;
+//            32 in blocks of "Heavy Data" and of the index only
 //   138    1  reserved: 0
 //
 // Names with a meaning of their own begin with a vertical tab and end with a blank:
@@ -39,8 +40,9 @@ char const* const indexBlockName = "\x0B"
                                    "Index Block ";
 char const* const spareName = "\x0B"
                               "Empty Block ";
+char const* const heavyDataName = "Heavy Data";
 std::array<char const*, 7> const modelBlockNames = {
-    "Mox Tree",  "Light Data",         "Heavy Data", "Attributes",
+    "Mox Tree",  "Light Data",         heavyDataName, "Attributes",
     "Resources", "Global Information", "View Points"};
 
 bool isKnown(std::string const& name)
@@ -103,6 +105,17 @@ void checkSpare(Slot const& slot)
     }
 }
 
+void checkFrozen(Slot const& slot, std::uint64_t entryOffset)
+{
+    bool const canBeFrozen = slot.isIndexBlock() || slot.name == heavyDataName;
+    if ((slot.transformations & frozenFlag) != 0 && !canBeFrozen) {
+        throw FormatError("transformations at byte " +
+                          std::to_string(entryOffset + transformationsOffset) + " are " +
+                          std::to_string(slot.transformations) + ", but no block of " +
+                          quoted(slot.name) + " is written early");
+    }
+}
+
 Slot decodeChecked(Slot slot, std::uint8_t const* bytes, std::uint64_t offset)
 {
     slot.id = bytes[0];
@@ -117,6 +130,7 @@ Slot decodeChecked(Slot slot, std::uint8_t const* bytes, std::uint64_t offset)
     checkFlags(slot, offset);
     if (slot.isSpare())
         checkSpare(slot);
+    checkFrozen(slot, offset);
     return slot;
 }
 

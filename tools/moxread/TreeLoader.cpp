@@ -82,6 +82,38 @@ void checkFamilies(std::vector<Node> const& nodes)
     }
 }
 
+// Below the root, no node is added without its content.
+void checkType(Node const& node, std::size_t count)
+{
+    if (node.type.empty() && count > 1)
+        throw FormatError("a node that is not alone has no type");
+}
+
+void checkGeometry(Node const& geometry, std::vector<Node> const& nodes)
+{
+    Node const* const parent = geometry.parent == 0 ? nullptr : &nodes[geometry.parent - 1];
+    if (parent == nullptr || parent->shape() == nullptr || parent->parent == 0)
+        throw FormatError("the parent of a geometry is no shape below the root");
+    if (geometry.name != parent->name) {
+        throw FormatError("the name of the geometry is " + quoted(geometry.name) + ", not " +
+                          quoted(parent->name) + " as that of its shape");
+    }
+}
+
+void checkKinds(std::vector<Node> const& nodes)
+{
+    for (Node const& node : nodes) {
+        inContext([&] { return "node " + std::to_string(node.id); },
+                  [&] {
+                      checkType(node, nodes.size());
+                      if (node.geometry() != nullptr)
+                          checkGeometry(node, nodes);
+                      if (node.group() != nullptr && node.group()->flag && node.parent != 0)
+                          throw FormatError("the flag of a group below the root is 1");
+                  });
+    }
+}
+
 } // namespace
 
 TreeLoader::TreeLoader(Container const& container)
@@ -100,6 +132,7 @@ std::vector<Node> TreeLoader::load()
     for (KeyStream* stream : {&tree_, &light_, &attributes_, &resources_})
         stream->expectEnd();
     checkFamilies(nodes);
+    checkKinds(nodes);
     return nodes;
 }
 

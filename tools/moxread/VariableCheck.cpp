@@ -34,6 +34,7 @@ void VariableCheck::run() const
 {
     checkLinks();
     checkCycles();
+    checkLinkedAttributes();
     checkExtents();
 }
 
@@ -85,6 +86,14 @@ void VariableCheck::checkCycles() const
             current = target(current->link);
         }
         ended.insert(walked.begin(), walked.end());
+    });
+}
+
+void VariableCheck::checkLinkedAttributes() const
+{
+    forEachVariable(nodes_, [&](VariableReference const& reference, Variable const& variable) {
+        if (variable.linked && !variable.attributes.empty())
+            throw FormatError(describe(reference) + ": it is linked and has attributes");
     });
 }
 

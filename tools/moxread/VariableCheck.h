@@ -30,6 +30,7 @@ private:
     void checkLinks() const;
     void checkLink(VariableReference const& reference, Variable const& variable) const;
     void checkCycles() const;
+    void checkLinkedAttributes() const;
     std::vector<Extent> extents() const;
     void checkExtents() const;
 

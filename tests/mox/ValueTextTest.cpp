@@ -29,6 +29,14 @@ TEST(ValueText, NumbersAreWrittenAsShortAsTheyCanBeReadBack)
     EXPECT_EQ(textOf(2.F), "2");
 }
 
+TEST(ValueText, NumbersForPeopleHaveSixDigits)
+{
+    EXPECT_EQ(roundedTextOf(0.00012299999999999998), "0.000123");
+    EXPECT_EQ(roundedTextOf(231.3177853411374), "231.318");
+    EXPECT_EQ(roundedTextOf(10.5), "10.5");
+    EXPECT_EQ(roundedTextOf(0), "0");
+}
+
 TEST(ValueText, ARangeLeavesOutWhatIsNoNumber)
 {
     EXPECT_EQ(ValueRange::of(floatsOf({2, -1.5F, 7})).text(), "range -1.5..7");

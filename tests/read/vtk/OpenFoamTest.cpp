@@ -84,6 +84,7 @@ TEST_F(OpenFoam, ACaseIsReadByItsFolder)
     EXPECT_EQ(std::get<Floats>(file.field("p", 1).values), (Floats{3, 2.5}));
     EXPECT_EQ(std::get<Floats>(file.field("U", 1).values), (Floats{3, 0, -1, 3, 0, -1}));
     EXPECT_EQ(file.field("U").location, Exchange::Location::Elements);
+    EXPECT_EQ(file.warnings(), std::vector<std::string>());
 }
 
 TEST_F(OpenFoam, PatchesAreParts)

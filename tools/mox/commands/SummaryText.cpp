@@ -17,8 +17,8 @@ std::string shownText(Export::ViewSummary const& summary)
     if (summary.field.empty())
         return "the shapes' colours";
     std::string const component = summary.component.empty() ? "" : ", " + summary.component;
-    return summary.field + component + " from " + textOf(summary.least) + " to " +
-           textOf(summary.greatest);
+    return summary.field + component + " from " + roundedTextOf(summary.least) + " to " +
+           roundedTextOf(summary.greatest);
 }
 
 } // namespace
@@ -35,7 +35,7 @@ void printText(Export::ExportSummary const& summary, std::string const& output, 
 void printText(Export::ViewSummary const& summary, std::string const& output, std::ostream& out)
 {
     out << output << ": " << (summary.step.empty() ? "" : summary.step + ", ") << shownText(summary)
-        << ", deformed " << textOf(summary.warp) << " times, " << summary.width << 'x'
+        << ", deformed " << roundedTextOf(summary.warp) << " times, " << summary.width << 'x'
         << summary.height << " pixels\n";
 }
 

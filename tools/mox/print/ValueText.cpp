@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <variant>
 
@@ -42,6 +43,13 @@ std::string textOf(float value)
 std::string textOf(double value)
 {
     return shortestText(value);
+}
+
+std::string roundedTextOf(double value)
+{
+    std::array<char, 32> text = {};
+    std::snprintf(text.data(), text.size(), "%.6g", value);
+    return text.data();
 }
 
 std::string textOf(MoxRead::AttributeValue const& value)

@@ -10,6 +10,9 @@
 std::string textOf(float value);
 std::string textOf(double value);
 
+/// A number in as many digits as people read: six at most.
+std::string roundedTextOf(double value);
+
 /// The numbers of a sequence, separated by blanks.
 template <typename Iterator>
 std::string textOf(Iterator begin, Iterator end)

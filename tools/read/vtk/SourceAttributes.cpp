@@ -25,6 +25,8 @@ using Exchange::Report;
 constexpr char const* timeName = "TimeValue";
 /// A mark that the CGNS reader makes, not its file.
 constexpr char const* patchMark = "ispatch";
+/// Where the OpenFOAM reader found its case: of this machine, not of the result.
+constexpr char const* casePath = "CasePath";
 
 std::optional<double> timeOf(vtkDataObject* object)
 {
@@ -122,7 +124,7 @@ AttributeList attributesIn(vtkDataObject* object, Report& report)
     for (int i = 0; fields != nullptr && i < fields->GetNumberOfArrays(); ++i) {
         vtkAbstractArray& array = *fields->GetAbstractArray(i);
         std::string const name = arrayName(array, i);
-        if (name == timeName || name == patchMark)
+        if (name == timeName || name == patchMark || name == casePath)
             continue;
         if (isSingleValue(array))
             addAttribute(attributes, name, array, report);

@@ -4,12 +4,15 @@ from __future__ import annotations
 
 import json
 import random
+import struct
 import subprocess
+import zlib
 from pathlib import Path
-from typing import Any, Dict, List, Optional
+from typing import Any, Dict, Iterable, Iterator, List, Optional, Tuple
 
 import agreement
 import build
+import damage
 import numpy as np
 
 import moxwriter
@@ -138,3 +141,75 @@ def test_each_byte_of_a_file_that_is_not_as_it_should_be(mox: str, tmp_path: Pat
         some = files[first : first + 100]
         for file, verdict in zip(some, agreement.verdicts(mox, some)):
             agreement.compare(mox, file, verdict, choice, dumped_datasets=0)
+
+
+def _blocks() -> List[Tuple[bytes, bytes, int]]:
+    """The blocks of a small model: key, bytes in the file, transformations."""
+    model = build.Builder("R")
+    shape = model.shape("S")
+    model.dataset(shape, "D", 12, [1, 2], "1", a=1)
+    return [build.block(key, raw) for key, raw in model.streams().items()]
+
+
+def _broken_files() -> Iterator[bytes]:
+    """Files that are broken in one way each."""
+    blocks = _blocks()
+    sound = build.container(blocks)
+    last_entry = 20 + 19 * 139
+    # A byte behind the last block; an index that was written in part.
+    yield sound + b"\0"
+    yield sound[: last_entry + 10] + bytes(129) + sound[last_entry + 139 :]
+    # A block behind a spare slot.
+    yield build.container(blocks[:-1] + [(b"\x0bEmpty Block ", b"", 0), blocks[-1]])
+    for number, (key, raw, _) in enumerate(blocks):
+        (length,) = struct.unpack("<I", raw[:4])
+        content = zlib.decompress(raw[4:])
+        for changed in (
+            # Bytes behind the zlib stream, one that ends early, and lengths that it has not.
+            (key, raw + b"\0", 1),
+            (key, raw[:-1], 1),
+            (key, struct.pack("<I", length + 1) + raw[4:], 1),
+            (key, struct.pack("<I", length - 1) + raw[4:], 1),
+            (key, struct.pack("<I", 0xFFFFFFFF) + raw[4:], 1),
+            (key, raw[:3], 1),
+            (key, b"", 1),
+        ):
+            yield build.container(blocks[:number] + [changed] + blocks[number + 1 :])
+        if key != b"Heavy Data":
+            # A byte that belongs to no record.
+            longer = build.block(key, content + b"\0")
+            yield build.container(blocks[:number] + [longer] + blocks[number + 1 :])
+        # A block without content whose stream is damaged.
+        yield build.container(blocks + [(key, bytes(4) + b"x", 1)])
+    yield build.container(blocks + [build.block(b"View Points", b"x")])
+
+
+def _check_refused(mox: str, folder: Path, raw: Iterable[bytes]) -> None:
+    files = []
+    for number, content in enumerate(raw):
+        files.append(folder / ("%d.mox" % number))
+        files[-1].write_bytes(content)
+    for file, verdict in zip(files, agreement.verdicts(mox, files)):
+        said, _ = agreement.compare(mox, file, verdict, random.Random(1), dumped_datasets=0)
+        assert said != "sound", file
+
+
+def test_files_that_are_broken_in_one_way(mox: str, tmp_path: Path) -> None:
+    _check_refused(mox, tmp_path, _broken_files())
+
+
+def test_index_blocks_that_are_not_as_they_should_be(
+    mox: str, examples: List[Path], tmp_path: Path
+) -> None:
+    model = next(path for path in examples if path.name == "03_transient_blocks.mox")
+    sound = model.read_bytes()
+    parts = damage.split(sound)
+    assert len(parts) > 20
+    entry = 20 + 19 * 139
+    block = 2800 + sum(len(part.block) for part in parts[:19])
+    cases = [sound + b"\0"]
+    # Transformations, size, number of entries, and the entry of the next slot.
+    for at in (entry + 137, entry + 133, block, block + 1, block + 4, block + 4 + 137):
+        cases.append(sound[:at] + bytes([sound[at] ^ 1]) + sound[at + 1 :])
+    cases.append(sound[:block] + bytes(4) + sound[block + 4 :])
+    _check_refused(mox, tmp_path, cases)

@@ -1,5 +1,6 @@
 #include "MemorySource.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/Folder.h"
 #include "support/ModelFile.h"
 
@@ -13,9 +14,6 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
-
-#include <signal.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -399,35 +397,11 @@ TEST_F(Translation, TheInputItselfIsNeverOverwritten)
     EXPECT_EQ(contentOf(input_), "input");
 }
 
-/// As long as it lives, no file of this process gets longer.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &previous_);
-        rlimit limit = previous_;
-        limit.rlim_cur = bytes;
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &previous_);
-        ::signal(SIGXFSZ, handler_);
-    }
-    FileSizeLimit(FileSizeLimit const&) = delete;
-    FileSizeLimit& operator=(FileSizeLimit const&) = delete;
-
-private:
-    void (*handler_)(int);
-    rlimit previous_{};
-};
-
 TEST_F(Translation, AFullDiskIsToldOfTheOutputAndLeavesNothing)
 {
     std::string complaint;
     {
-        FileSizeLimit const limit(100);
+        Support::FileSizeLimit const limit(100);
         complaint = complaintAbout({{}, {twoTriangles("Plate")}, {}});
     }
     EXPECT_EQ(complaint.substr(0, output_.string().size() + 2), output_.string() + ": ");

@@ -96,13 +96,6 @@ TEST(ExportCommand, WarningsAreNoFailure)
               "for 3 nodes and is left out.\n");
 }
 
-TEST(ExportCommand, HelpHasAnExample)
-{
-    Outcome const outcome = MoxTest::run("export --help");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_NE(outcome.out.find("mox export cantilever.mox cantilever.pvd"), std::string::npos);
-}
-
 TEST(ExportCommand, AnEndingThatNamesNoFormatIsBadUsage)
 {
     ModelFile const file = triangle();
@@ -113,45 +106,6 @@ TEST(ExportCommand, AnEndingThatNamesNoFormatIsBadUsage)
                                    " does not end with .vtu, .vtm or .pvd; see mox --help\n");
     }
     EXPECT_EQ(file.folder().names(), Names{"model.mox"});
-}
-
-TEST(ExportCommand, AMissingArgumentIsBadUsage)
-{
-    EXPECT_EQ(MoxTest::run("export").status, 2);
-    EXPECT_EQ(MoxTest::run("export a.mox").status, 2);
-    EXPECT_EQ(MoxTest::run("export a.mox b.vtu --colour").status, 2);
-}
-
-TEST(ExportCommand, AForeignFileIsTold)
-{
-    ModelFile const file = triangle();
-    std::filesystem::path const foreign = file.folder().write("foreign.mox", "something else");
-    Outcome const outcome = MoxTest::run("export " + foreign.string() + " " + file.path("out.vtu"));
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err.rfind("mox export: " + foreign.string() + ": ", 0), 0U);
-    EXPECT_EQ(file.folder().names(), (Names{"foreign.mox", "model.mox"}));
-}
-
-TEST(ExportCommand, AMissingFileIsTold)
-{
-    ModelFile const file = triangle();
-    Outcome const outcome =
-        MoxTest::run("export " + file.path("none.mox") + " " + file.path("out.pvd"));
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err.rfind("mox export: " + file.path("none.mox") + ": ", 0), 0U);
-}
-
-TEST(ExportCommand, AFileThatIsCutShortAnywhereIsTold)
-{
-    ModelFile const file = triangle();
-    std::string const content = Support::contentOf(file.path());
-    for (std::size_t length = 0; length < content.size(); length += content.size() / 10) {
-        auto const cut = file.folder().write("cut.mox", content.substr(0, length));
-        Outcome const outcome = MoxTest::run("export " + cut.string() + " " + file.path("out.vtu"));
-        EXPECT_EQ(outcome.status, 1) << length;
-        EXPECT_EQ(outcome.err.rfind("mox export: " + cut.string() + ": ", 0), 0U);
-    }
-    EXPECT_EQ(file.folder().names(), (Names{"cut.mox", "model.mox"}));
 }
 
 TEST(ExportCommand, ADamagedBlockOfValuesIsTold)
@@ -170,13 +124,6 @@ TEST(ExportCommand, ADamagedBlockOfValuesIsTold)
     EXPECT_EQ(file.folder().names(), (Names{"damaged.mox", "model.mox"}));
 }
 
-TEST(ExportCommand, AMissingStepIsTold)
-{
-    ModelFile const file = triangle();
-    expectFailure(exported(file, "out.vtu", "--step Two"),
-                  file.path() + ": There is no step \"Two\".");
-}
-
 TEST(ExportCommand, AnExistingFileIsReplacedOnlyWhenTold)
 {
     ModelFile const file = triangle();
@@ -190,15 +137,6 @@ TEST(ExportCommand, AnExistingFileIsReplacedOnlyWhenTold)
     }
     EXPECT_EQ(file.folder().names(),
               (Names{"all", "all.pvd", "model.mox", "out.vtu", "set", "set.vtm"}));
-}
-
-TEST(ExportCommand, ATargetInNoFolderIsTold)
-{
-    ModelFile const file = triangle();
-    for (std::string const output : {"none/out.vtu", "none/out.vtm", "none/out.pvd"})
-        expectFailure(exported(file, output),
-                      file.path(output) +
-                          ": The file cannot be written: No such file or directory.");
 }
 
 TEST(ExportCommand, AFullDiskIsToldAndLeavesNothing)
@@ -229,20 +167,6 @@ TEST(ExportCommand, ADiskThatFillsUpLeavesTheOldFiles)
     EXPECT_EQ(Support::contentOf(file.path("out.pvd")), old);
     EXPECT_EQ(ReadBack::grid(file.path("out/step_1.vtu"))->GetNumberOfPoints(), 10000);
     EXPECT_EQ(file.folder().names(), (Names{"model.mox", "out", "out.pvd"}));
-}
-
-TEST(ExportCommand, AnUnknownElementIsTold)
-{
-    ModelFile const file([](Model& model) {
-        model.addNode(NodeType::RootGroup, "root");
-        unsigned int const shape = addTriangle(model, "part");
-        model.addArrayProperty(DatasetType::Connectivity3, Array1d<unsigned int>{0, 1, 2}, shape,
-                               Step());
-    });
-    expectFailure(exported(file, "out.pvd"),
-                  file.path() + ": Shape \"part\": There is no type of element of dimension 3 with "
-                                "3 nodes.");
-    EXPECT_EQ(file.folder().names(), Names{"model.mox"});
 }
 
 } // namespace

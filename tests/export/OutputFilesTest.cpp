@@ -58,16 +58,6 @@ TEST(OutputFiles, AppearTogether)
     EXPECT_EQ(contentOf(folder.path("out/part.vtu")), "new");
 }
 
-TEST(OutputFiles, LeaveNothingWhenTheyAreNotPublished)
-{
-    Folder const folder;
-    {
-        OutputFiles const files(folder.path("out.pvd"), false);
-        fill(files, "new");
-    }
-    EXPECT_EQ(folder.names(), Names{});
-}
-
 TEST(OutputFiles, ReplaceOldOnesOnlyWhenTold)
 {
     Folder const folder;
@@ -123,13 +113,6 @@ TEST(OutputFiles, WhatIsNoFileOrNoFolderIsNotReplaced)
     folder.write("other", "");
     EXPECT_EQ(complaint(folder.path("other.vtm"), true),
               "The folder " + folder.path("other").string() + " is needed, but this is no folder.");
-}
-
-TEST(OutputFiles, AMissingFolderIsTold)
-{
-    Folder const folder;
-    EXPECT_EQ(complaint(folder.path("none/out.pvd"), false),
-              "The file cannot be written: No such file or directory.");
 }
 
 TEST(OutputFiles, WhatAppearedMeanwhileStays)

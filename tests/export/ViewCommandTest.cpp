@@ -57,13 +57,6 @@ TEST(ViewCommand, SaysItAsJson)
     EXPECT_EQ(json["warp"], 0);
 }
 
-TEST(ViewCommand, HelpHasAnExample)
-{
-    Outcome const outcome = MoxTest::run("view --help");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_NE(outcome.out.find("mox view cantilever.mox stress.png"), std::string::npos);
-}
-
 TEST(ViewCommand, WrongUsageIsTold)
 {
     ModelFile const file = triangle();
@@ -115,14 +108,6 @@ TEST(ViewCommand, AFullDiskIsToldAndLeavesNothing)
     EXPECT_EQ(outcome.err, "mox view: " + file.path("out.png") +
                                ": The file cannot be written: File too large.\n");
     EXPECT_EQ(file.folder().names(), Names{"model.mox"});
-}
-
-TEST(ViewCommand, ATargetInNoFolderIsTold)
-{
-    ModelFile const file = triangle();
-    EXPECT_EQ(viewed(file, "none/out.png").err,
-              "mox view: " + file.path("none/out.png") +
-                  ": The file cannot be written: No such file or directory.\n");
 }
 
 } // namespace

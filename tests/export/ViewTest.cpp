@@ -148,25 +148,6 @@ TEST_F(View, DiffersBetweenSteps)
     EXPECT_NE(Support::contentOf(file.path("out.png")), coldPicture);
 }
 
-TEST_F(View, IsTheSameEachTime)
-{
-    ModelFile const file = heatedPlate();
-    view(file);
-    std::string const first = Support::contentOf(file.path("out.png"));
-    view(file);
-    EXPECT_EQ(Support::contentOf(file.path("out.png")), first);
-}
-
-TEST_F(View, TellsTheRangeOfAllValues)
-{
-    ViewSummary const summary = view(heatedPlate());
-    EXPECT_EQ(summary.field, "T");
-    EXPECT_EQ(summary.component, "");
-    EXPECT_EQ(summary.least, 10);
-    EXPECT_EQ(summary.greatest, 90);
-    EXPECT_EQ(summary.warp, 0);
-}
-
 /// Displacements and stresses.
 ModelFile loadedPlate()
 {

@@ -327,28 +327,6 @@ TEST(DiffCommand, ValuesMayLieInAnotherOrder)
         "in B), relatively by 0.16666667 in row 0 (5 in A, 6 in B)\n1 difference\n");
 }
 
-TEST(DiffCommand, ABadFileIsNamedAndNothingIsPrinted)
-{
-    MoxReadTest::Sample const sample;
-    const MoxReadTest::TemporaryFile good(sample.file());
-    std::vector<MoxReadTest::TestBlock> blocks = sample.blocks();
-    blocks[0].block.back() = static_cast<char>(blocks[0].block.back() ^ 1);
-    const MoxReadTest::TemporaryFile damaged(MoxReadTest::assemble(MoxReadTest::slotsFor(blocks)));
-    const MoxReadTest::TemporaryFile cut(sample.file().substr(0, 3000));
-    const MoxReadTest::TemporaryFile foreign("something else");
-    for (std::string const& bad :
-         {damaged.path(), cut.path(), foreign.path(), good.path() + ".absent"}) {
-        for (bool const isFirst : {true, false}) {
-            MoxTest::Outcome const outcome =
-                diffOf(isFirst ? bad : good.path(), isFirst ? good.path() : bad);
-            EXPECT_EQ(outcome.status, 1);
-            EXPECT_EQ(outcome.out, "");
-            EXPECT_EQ(outcome.err.substr(0, bad.size() + 2), bad + ": ");
-            EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
-        }
-    }
-}
-
 TEST(DiffCommand, WrongUsageHasStatus2)
 {
     const MoxReadTest::TemporaryFile file(MoxReadTest::Sample().file());

@@ -116,18 +116,4 @@ TEST(InfoCommand, ABlockWithoutBytesHasNoRatio)
               nullptr);
 }
 
-TEST(InfoCommand, ABadFileGetsOneLineAndNoTable)
-{
-    std::vector<TestBlock> damaged = Sample().blocks();
-    damaged[5].block.back() = static_cast<char>(damaged[5].block.back() ^ 1);
-    for (std::string const& content :
-         {std::string("something else"), Sample().file().substr(0, 2900), std::string(),
-          assemble(slotsFor(damaged))}) {
-        Outcome const outcome = infoOf(content, false);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
-    }
-}
-
 } // namespace

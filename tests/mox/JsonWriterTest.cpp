@@ -19,29 +19,6 @@ std::string written(Write const& write)
     return out.str();
 }
 
-TEST(JsonWriter, MembersAndItemsStandOnLinesOfTheirOwn)
-{
-    std::string const text = written([](JsonWriter& json) {
-        json.beginObject().member("a", 1).key("b").beginArray().value("x").value(true).null();
-        json.endArray().endObject();
-    });
-    EXPECT_EQ(text, "{\n  \"a\": 1,\n  \"b\": [\n    \"x\",\n    true,\n    null\n  ]\n}\n");
-}
-
-TEST(JsonWriter, WhatIsInsideOfOneLineStaysOnIt)
-{
-    std::string const text = written([](JsonWriter& json) {
-        json.beginObject(JsonWriter::Layout::OneLine).key("a").beginArray().value(1).value(2);
-        json.endArray().key("b").beginObject().endObject().endObject();
-    });
-    EXPECT_EQ(text, "{\"a\": [1, 2], \"b\": {}}\n");
-}
-
-TEST(JsonWriter, EmptyOnesTakeOneLine)
-{
-    EXPECT_EQ(written([](JsonWriter& json) { json.beginArray().endArray(); }), "[]\n");
-}
-
 TEST(JsonWriter, NumbersAreAsShortAsTheyCanBeReadBack)
 {
     std::vector<float> const floats = {0.1F, 1e-30F, 16777216.F, -0.F};

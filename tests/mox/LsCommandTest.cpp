@@ -120,19 +120,6 @@ TEST(LsCommand, ShowsResultAttributesByTheirNumber)
     EXPECT_NE(out.str().find("\nresult attributes: 1 of 96 bytes\n"), std::string::npos);
 }
 
-TEST(LsCommand, ABadFileGetsOneLineAndNoListing)
-{
-    std::vector<TestBlock> blocks = Sample().blocks();
-    blocks[0].block.back() = static_cast<char>(blocks[0].block.back() ^ 1);
-    const TemporaryFile file(assemble(slotsFor(blocks)));
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(listFile(file.path(), out, err), 1);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_EQ(err.str(), file.path() + ": slot 0 \"Heavy Data\" at byte 2800: the zlib stream is "
-                                       "damaged (incorrect data check)\n");
-}
-
 TEST(LsCommand, APathShowsItsNodeAndWhatIsBelow)
 {
     Outcome const shape = listed(Sample().file(), "root/part", false);
@@ -258,15 +245,4 @@ TEST(LsCommand, JsonTakesNamesThatAreNoText)
     nlohmann::json const json = nlohmann::json::parse(listed(sample.file(), {}, true).out);
     EXPECT_EQ(json.at("nodes").at(3).at("name"), "a\xEF\xBF\xBD"
                                                  "b");
-}
-
-TEST(LsCommand, ABadFileGetsNoJson)
-{
-    for (std::string const& content :
-         {std::string("something else"), Sample().file().substr(0, 3000), std::string()}) {
-        Outcome const outcome = listed(content, {}, true);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.out, "");
-        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
-    }
 }

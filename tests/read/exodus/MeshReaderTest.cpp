@@ -31,49 +31,6 @@ void putCoordinates(ExodusFile& file, std::int64_t count)
     file.coordinates(counting(count), counting(count, 0, 10), counting(count, 0, 100));
 }
 
-TEST_F(ExodusMesh, BlocksAreParts)
-{
-    {
-        ExodusFile file(path_, parameters(6, 3, 2));
-        putCoordinates(file, 6);
-        file.block(10, "TRI3", 3, {2, 4, 6, 4, 6, 2}, "skin");
-        file.block(77, "BAR2", 2, {5, 1});
-    }
-    Opened const opened(path_);
-    ASSERT_EQ(opened.parts.size(), 3u);
-    Exchange::Part const& skin = opened.parts[0];
-    EXPECT_EQ(skin.name, "skin");
-    EXPECT_EQ(skin.groups, Names{});
-    EXPECT_EQ(skin.coordinates, (Values{1, 10, 100, 3, 30, 300, 5, 50, 500}));
-    EXPECT_EQ(skin.nodeIds, (Ids{2, 4, 6}));
-    EXPECT_EQ(skin.connectivity, (Rows{0, 1, 2, 1, 2, 0}));
-    EXPECT_EQ(skin.offsets, (Offsets{0, 3, 6}));
-    EXPECT_EQ(skin.elementIds, (Ids{1, 2}));
-    EXPECT_EQ(skin.types.at(1)->name, "Triangle");
-    EXPECT_EQ(skin.attributes,
-              (Exchange::AttributeList{{"BlockId", 10}, {"BlockType", std::string("TRI3")}}));
-    Exchange::Part const& bar = opened.parts[1];
-    EXPECT_EQ(bar.name, "Block 77");
-    EXPECT_EQ(bar.nodeIds, (Ids{1, 5}));
-    EXPECT_EQ(bar.connectivity, (Rows{1, 0}));
-    EXPECT_EQ(bar.elementIds, Ids{3});
-}
-
-TEST_F(ExodusMesh, NodesThatNoBlockUsesAreAPart)
-{
-    {
-        ExodusFile file(path_, parameters(6, 1, 1));
-        putCoordinates(file, 6);
-        file.block(1, "TRI", 3, {2, 3, 5});
-    }
-    Opened const opened(path_);
-    ASSERT_EQ(opened.parts.size(), 2u);
-    EXPECT_EQ(opened.parts[1].name, "Nodes without elements");
-    EXPECT_EQ(opened.parts[1].nodeIds, (Ids{1, 4, 6}));
-    EXPECT_EQ(opened.parts[1].coordinates, (Values{0, 0, 0, 3, 30, 300, 5, 50, 500}));
-    EXPECT_EQ(opened.parts[1].elementCount(), 0u);
-}
-
 TEST_F(ExodusMesh, FilesWithoutBlocksHaveNodesOnly)
 {
     {
@@ -83,41 +40,6 @@ TEST_F(ExodusMesh, FilesWithoutBlocksHaveNodesOnly)
     Opened const opened(path_);
     ASSERT_EQ(opened.parts.size(), 1u);
     EXPECT_EQ(opened.parts[0].nodeIds, (Ids{1, 2}));
-}
-
-TEST_F(ExodusMesh, EmptyBlocksAreKept)
-{
-    {
-        ExodusFile file(path_, parameters(3, 1, 3));
-        putCoordinates(file, 3);
-        file.block(1, "HEX8", 8, {}, "nothing here");
-        file.block(2, "TRI", 3, {1, 2, 3}, "something");
-        file.block(3, "TRI", 3, {});
-    }
-    Opened const opened(path_);
-    ASSERT_EQ(opened.parts.size(), 3u);
-    EXPECT_EQ(opened.parts[0].name, "nothing here");
-    EXPECT_EQ(opened.parts[0].elementCount(), 0u);
-    EXPECT_EQ(opened.parts[0].nodeCount(), 0u);
-    EXPECT_EQ(opened.parts[1].elementIds, Ids{1});
-    EXPECT_EQ(opened.parts[2].name, "Block 3");
-}
-
-TEST_F(ExodusMesh, NumbersOfNodesAndElementsAreTheFiles)
-{
-    {
-        ExodusFile file(path_, parameters(4, 2, 2));
-        putCoordinates(file, 4);
-        file.block(1, "BAR", 2, {1, 3});
-        file.block(2, "BAR", 2, {4, 2});
-        file.numbers(EX_NODE_MAP, {40, 7, 2000000000, 1});
-        file.numbers(EX_ELEM_MAP, {99, 5});
-    }
-    Opened const opened(path_);
-    EXPECT_EQ(opened.parts[0].nodeIds, (Ids{40, 2000000000}));
-    EXPECT_EQ(opened.parts[1].nodeIds, (Ids{7, 1}));
-    EXPECT_EQ(opened.parts[0].elementIds, Ids{99});
-    EXPECT_EQ(opened.parts[1].elementIds, Ids{5});
 }
 
 TEST_F(ExodusMesh, NumbersAndIdsOf64BitsAreWhole)

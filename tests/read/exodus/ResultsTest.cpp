@@ -89,24 +89,6 @@ TEST_F(ExodusFields, ValuesThatAreNoNumbersAreKept)
     EXPECT_TRUE(std::signbit(Opened(path_).values<double>(0, "T", 1)[1]));
 }
 
-TEST_F(ExodusFields, ComponentsBecomeVectors)
-{
-    {
-        ExodusFile file(path_, parameters(5, 3, 2));
-        putMesh(file);
-        file.variables(EX_NODAL, {"VZ", "VX", "T", "VY"});
-        file.time(1, 0);
-        for (int variable = 1; variable <= 4; ++variable)
-            file.variable(1, EX_NODAL, variable, 1, counting(5, 10 * variable));
-    }
-    Opened const opened(path_);
-    EXPECT_EQ(opened.find(0, "V", 0)->components, 3u);
-    EXPECT_EQ(opened.values<double>(0, "V", 0), (Values{20, 40, 10, 21, 41, 11, 22, 42, 12}));
-    EXPECT_EQ(opened.values<double>(0, "V", 2), (Values{24, 44, 14}));
-    EXPECT_EQ(opened.values<double>(0, "T", 2), Values{34});
-    EXPECT_EQ(opened.fields[0].size(), 6u);
-}
-
 TEST_F(ExodusFields, VectorsOfThePlaneHaveNoHeight)
 {
     {

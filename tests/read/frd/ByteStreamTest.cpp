@@ -24,44 +24,6 @@ std::string messageOf(std::function<void()> const& action)
     }
 }
 
-TEST(ByteStream, LinesComeWithoutTheirEnds)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "one\ntwo\r\n\nlast\n"));
-    std::string line;
-    for (char const* expected : {"one", "two", "", "last"}) {
-        ASSERT_TRUE(source.readLine(line));
-        EXPECT_EQ(line, expected);
-    }
-    EXPECT_FALSE(source.readLine(line));
-}
-
-TEST(ByteStream, RecordsAndLinesMayFollowEachOther)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", std::string("head\n\0\n\xFF\x01tail\n", 14)));
-    std::string line;
-    source.requireLine(line, "the test");
-    EXPECT_EQ(std::string(source.readRecord(4, "the test"), 4), std::string("\0\n\xFF\x01", 4));
-    source.requireLine(line, "the test");
-    EXPECT_EQ(line, "tail");
-    EXPECT_EQ(source.remaining(), 0U);
-}
-
-TEST(ByteStream, FailuresNameTheLineUntilARecordWentBy)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "one\ntwo\nABCDthree\n"));
-    std::string line;
-    source.requireLine(line, "the test");
-    source.requireLine(line, "the test");
-    EXPECT_EQ(messageOf([&] { source.fail("Bad."); }), "line 2: Bad.");
-    source.readRecord(4, "the test");
-    EXPECT_EQ(messageOf([&] { source.fail("Bad."); }), "byte 8: Bad.");
-    source.requireLine(line, "the test");
-    EXPECT_EQ(messageOf([&] { source.fail("Bad."); }), "byte 12: Bad.");
-}
-
 TEST(ByteStream, ACutLineIsRefused)
 {
     Folder const folder;
@@ -90,25 +52,6 @@ TEST(ByteStream, ALineOfAThousandCharactersIsTaken)
     EXPECT_EQ(line.size(), 1000U);
 }
 
-TEST(ByteStream, ControlCharactersInALineAreRefused)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "a\x01z\n"));
-    std::string line;
-    EXPECT_EQ(messageOf([&] { source.readLine(line); }),
-              "line 1: The line holds a control character.");
-}
-
-TEST(ByteStream, AMissingLineIsRefusedWithWhatItBelongsTo)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "one\n"));
-    std::string line;
-    source.requireLine(line, "the test");
-    EXPECT_EQ(messageOf([&] { source.requireLine(line, "the test"); }),
-              "line 1: The file ends in the test.");
-}
-
 TEST(ByteStream, RecordsThatDoNotFitInTheFileAreRefusedBeforeAnyIsRead)
 {
     Folder const folder;
@@ -122,26 +65,6 @@ TEST(ByteStream, RecordsThatDoNotFitInTheFileAreRefusedBeforeAnyIsRead)
     EXPECT_EQ(messageOf([&] { source.requireRecords(0xFFFFFFFFFFFFFFFF, 4, "the test"); }),
               "line 1: The file ends in the test: 18446744073709551615 records of 4 bytes do not "
               "fit in the 8 bytes left.");
-}
-
-TEST(ByteStream, ACutRecordIsRefused)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "123"));
-    EXPECT_EQ(messageOf([&] { source.readRecord(4, "the test"); }),
-              "byte 0: The file ends in the test.");
-}
-
-TEST(ByteStream, StartsWithTakesNothing)
-{
-    Folder const folder;
-    ByteStream source(folder.write("f", "one\n"));
-    EXPECT_TRUE(source.startsWith("on"));
-    EXPECT_FALSE(source.startsWith("two"));
-    EXPECT_FALSE(source.startsWith("one\nand more"));
-    std::string line;
-    ASSERT_TRUE(source.readLine(line));
-    EXPECT_EQ(line, "one");
 }
 
 TEST(ByteStream, AMissingFileAndAFolderAreRefused)

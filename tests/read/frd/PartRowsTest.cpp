@@ -8,7 +8,6 @@ using Frd::Header;
 using Frd::Mesh;
 using Frd::PartRows;
 using Frd::Topology;
-using Indexes = std::vector<std::uint32_t>;
 
 /// Nodes 50, 40, 30, 20, 10, in this order.
 Mesh fiveNodes()
@@ -39,38 +38,6 @@ TEST(PartRows, GroupMaterialAndDimensionTellPartsApart)
     EXPECT_EQ(parts[1].elements, (std::vector<std::size_t>{1, 4}));
     EXPECT_EQ(parts[2].name, "Group 0 Material STEEL 2D");
     EXPECT_EQ(parts[3].name, "Group 1 Material STEEL 1D");
-}
-
-TEST(PartRows, APartHasTheNodesOfItsElementsOnceByAscendingId)
-{
-    Mesh mesh = fiveNodes();
-    Topology const& line = *Topology::find(11);
-    mesh.addElement(1, line, 0, 1, {0, 3});
-    mesh.addElement(2, line, 0, 1, {3, 1});
-    std::vector<PartRows> const parts = partRowsOf(mesh, Header());
-    ASSERT_EQ(parts.size(), 2U);
-    EXPECT_EQ(parts[0].nodes, (Indexes{3, 1, 0}));
-}
-
-TEST(PartRows, NodesWithoutElementsHaveAPartOfTheirOwn)
-{
-    Mesh mesh = fiveNodes();
-    mesh.addElement(1, *Topology::find(7), 0, 1, {0, 1, 3});
-    std::vector<PartRows> const parts = partRowsOf(mesh, Header());
-    ASSERT_EQ(parts.size(), 2U);
-    EXPECT_EQ(parts[1].name, "Nodes without elements");
-    EXPECT_EQ(parts[1].dimension, 0);
-    EXPECT_EQ(parts[1].nodes, (Indexes{4, 2}));
-    EXPECT_TRUE(parts[1].elements.empty());
-}
-
-TEST(PartRows, NoNodesWithoutElementsNoPartForThem)
-{
-    Mesh mesh;
-    mesh.addNode({1, {}});
-    mesh.addNode({2, {}});
-    mesh.addElement(1, *Topology::find(11), 0, 1, {0, 1});
-    EXPECT_EQ(partRowsOf(mesh, Header()).size(), 1U);
 }
 
 } // namespace

@@ -65,23 +65,6 @@ TEST(Reader, HeaderRecordsTellTitleFieldsAndMaterials)
               (std::map<std::int64_t, std::string>{{1, "STEEL"}, {12, "COPPER ALLOY"}}));
 }
 
-TEST(Reader, LongLinesOfNodesAndElementsAreRead)
-{
-    Folder const folder;
-    Reader const reader(folder.write("f", triangleFile()));
-    EXPECT_EQ(nodeIds(reader.mesh()), (Ids{3, 1, 2, 9}));
-    EXPECT_EQ(reader.mesh().nodes()[2].coordinates, (std::array<double, 3>{1, 0, -0.25}));
-    ASSERT_EQ(reader.mesh().elements().size(), 1U);
-    Frd::Element const& element = reader.mesh().elements()[0];
-    EXPECT_EQ(element.id, 5U);
-    EXPECT_STREQ(element.type->name, "tr3");
-    EXPECT_EQ(element.group, 7);
-    EXPECT_EQ(element.material, 2);
-    EXPECT_EQ(reader.mesh().nodeOf(element, 0), 1U);
-    EXPECT_EQ(reader.mesh().nodeOf(element, 1), 2U);
-    EXPECT_EQ(reader.mesh().nodeOf(element, 2), 0U);
-}
-
 TEST(Reader, ShortLinesHaveNumbersOfFiveColumnsAndFifteenNodesOfAnElement)
 {
     std::string file = "    1C\n    2C                            20"
@@ -260,11 +243,6 @@ TEST(Reader, ABlockMayHoldNoNodes)
                   " -3\n"
                   " 9999\n");
     EXPECT_TRUE(block.nodes.empty());
-}
-
-TEST(Reader, ATriangleFileHasNothingWrong)
-{
-    EXPECT_EQ(complaintAbout(triangleFile()), "");
 }
 
 } // namespace

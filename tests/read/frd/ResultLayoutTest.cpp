@@ -23,32 +23,6 @@ std::vector<Component> const tensorComponents = {{"SXX", 4, 1, 1, true}, {"SYY",
                                                  {"SZZ", 4, 3, 3, true}, {"SXY", 4, 1, 2, true},
                                                  {"SYZ", 4, 2, 3, true}, {"SZX", 4, 3, 1, true}};
 
-TEST(ResultLayout, DisplacementsAreAVectorOfAnotherName)
-{
-    auto const layouts = layoutsOf(blockOf("DISP", vectorComponents));
-    ASSERT_EQ(layouts.size(), 1U);
-    EXPECT_EQ(layouts[0].name, "Displacement");
-    EXPECT_EQ(layouts[0].components, (Order{0, 1, 2}));
-}
-
-TEST(ResultLayout, OtherVectorsKeepTheirNames)
-{
-    for (char const* name : {"FORC", "DISPI", "VELO"}) {
-        auto const layouts = layoutsOf(blockOf(name, vectorComponents));
-        ASSERT_EQ(layouts.size(), 1U);
-        EXPECT_EQ(layouts[0].name, name);
-        EXPECT_EQ(layouts[0].components, (Order{0, 1, 2}));
-    }
-}
-
-TEST(ResultLayout, SymmetricTensorsStayWhole)
-{
-    auto const layouts = layoutsOf(blockOf("STRESS", tensorComponents));
-    ASSERT_EQ(layouts.size(), 1U);
-    EXPECT_EQ(layouts[0].name, "STRESS");
-    EXPECT_EQ(layouts[0].components, (Order{0, 1, 2, 3, 4, 5}));
-}
-
 TEST(ResultLayout, ComponentsAreOrderedByTheirRowsAndColumns)
 {
     auto const vector = layoutsOf(blockOf("FORC", {{"F3", 2, 3, 0, true},
@@ -66,27 +40,6 @@ TEST(ResultLayout, ComponentsAreOrderedByTheirRowsAndColumns)
                                                      {"SZZ", 4, 3, 3, true}}));
     ASSERT_EQ(tensor.size(), 1U);
     EXPECT_EQ(tensor[0].components, (Order{0, 3, 5, 1, 4, 2}));
-}
-
-TEST(ResultLayout, ASingleComponentHasTheBlocksName)
-{
-    auto const layouts = layoutsOf(blockOf("NDTEMP", {{"T", 1, 0, 0, true}}));
-    ASSERT_EQ(layouts.size(), 1U);
-    EXPECT_EQ(layouts[0].name, "NDTEMP");
-    EXPECT_EQ(layouts[0].components, (Order{0}));
-}
-
-TEST(ResultLayout, AmplitudesAndPhasesAreSplitIntoScalars)
-{
-    auto const layouts = layoutsOf(blockOf("PDISP", {{"MAG1", 12, 1, 0, true},
-                                                     {"MAG2", 12, 2, 0, true},
-                                                     {"MAG3", 12, 3, 0, true},
-                                                     {"PHA1", 12, 4, 0, true},
-                                                     {"PHA2", 12, 5, 0, true},
-                                                     {"PHA3", 12, 6, 0, true}}));
-    ASSERT_EQ(layouts.size(), 6U);
-    EXPECT_EQ(layouts[4].name, "PDISP PHA2");
-    EXPECT_EQ(layouts[4].components, (Order{4}));
 }
 
 TEST(ResultLayout, SixScalarsAreNoTensorAndThreeAreNoVector)

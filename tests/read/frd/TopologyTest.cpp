@@ -11,8 +11,6 @@
 
 namespace {
 
-using Frd::Topology;
-using Order = std::vector<std::size_t>;
 using Edges = std::vector<std::pair<std::size_t, std::size_t>>;
 
 /// The edges that a model's mid-side nodes lie on, in order, corners counted from 1.
@@ -55,80 +53,10 @@ void expectSolversMidSideNodesOnTheirEdges(std::string const& type)
                 << type << " edge " << i << " axis " << axis;
 }
 
-TEST(Topology, EveryNumberHasItsNameDimensionAndNodeCount)
-{
-    struct Expected
-    {
-        char const* name;
-        int dimension;
-        std::size_t nodeCount;
-    };
-    std::array<Expected, 12> const expected = {{{"he8", 3, 8},
-                                                {"pe6", 3, 6},
-                                                {"te4", 3, 4},
-                                                {"he20", 3, 20},
-                                                {"pe15", 3, 15},
-                                                {"te10", 3, 10},
-                                                {"tr3", 2, 3},
-                                                {"tr6", 2, 6},
-                                                {"qu4", 2, 4},
-                                                {"qu8", 2, 8},
-                                                {"be2", 1, 2},
-                                                {"be3", 1, 3}}};
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        Topology const* const type = Topology::find(static_cast<std::int64_t>(i + 1));
-        ASSERT_NE(type, nullptr);
-        EXPECT_EQ(type->number, static_cast<int>(i + 1));
-        EXPECT_STREQ(type->name, expected[i].name);
-        EXPECT_EQ(type->dimension, expected[i].dimension);
-        EXPECT_EQ(type->nodeCount, expected[i].nodeCount);
-    }
-}
-
-TEST(Topology, OtherNumbersAreUnknown)
-{
-    EXPECT_EQ(Topology::find(0), nullptr);
-    EXPECT_EQ(Topology::find(13), nullptr);
-    EXPECT_EQ(Topology::find(-1), nullptr);
-}
-
-TEST(Topology, HexahedraOfSecondOrderGetTheirVerticalEdgesLast)
-{
-    EXPECT_EQ(Topology::find(4)->modelOrder,
-              (Order{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 16, 17, 18, 19, 12, 13, 14, 15}));
-}
-
-TEST(Topology, WedgesOfSecondOrderGetTheirVerticalEdgesLast)
-{
-    EXPECT_EQ(Topology::find(5)->modelOrder,
-              (Order{0, 1, 2, 3, 4, 5, 6, 7, 8, 12, 13, 14, 9, 10, 11}));
-}
-
-TEST(Topology, AllOtherTypesKeepTheFilesOrder)
-{
-    for (std::int64_t const number : {1, 2, 3, 6, 7, 8, 9, 10, 11, 12}) {
-        Topology const& type = *Topology::find(number);
-        ASSERT_EQ(type.modelOrder.size(), type.nodeCount);
-        for (std::size_t i = 0; i < type.nodeCount; ++i)
-            EXPECT_EQ(type.modelOrder[i], i) << type.name;
-    }
-}
-
 TEST(Topology, MidSideNodesOfTheSolversElementsLieInTheMiddleOfTheirEdges)
 {
     for (char const* type : {"he20", "pe15", "te10", "tr6", "qu8", "be3"})
         expectSolversMidSideNodesOnTheirEdges(type);
-}
-
-TEST(Topology, CornersOfTheSolversElementsStandInTheDecksOrder)
-{
-    for (char const* type : {"he8", "pe6", "te4", "tr3", "qu4", "be2"}) {
-        Frd::Reader const reader(TestFiles::solverFile(type));
-        Frd::Element const& element = reader.mesh().elements().at(0);
-        ASSERT_STREQ(element.type->name, type);
-        for (std::size_t i = 0; i < element.type->nodeCount; ++i)
-            EXPECT_EQ(reader.mesh().nodes().at(reader.mesh().nodeOf(element, i)).id, i + 1) << type;
-    }
 }
 
 } // namespace

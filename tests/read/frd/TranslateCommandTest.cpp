@@ -12,7 +12,6 @@
 namespace {
 
 using namespace TestFiles;
-using Names = std::vector<std::string>;
 
 int runWith(std::vector<std::string> arguments)
 {
@@ -52,16 +51,6 @@ private:
     std::streambuf* previous_;
 };
 
-TEST(TranslateCommand, ASoundFileBecomesAModelWithoutAWord)
-{
-    Folder const folder;
-    std::ostringstream err;
-    std::string const output = folder.path("out.mox").string();
-    EXPECT_EQ(translate(exampleFile("cantilever.frd").string(), output, err), 0);
-    EXPECT_EQ(err.str(), "");
-    EXPECT_NO_THROW(MoxRead::verify(output));
-}
-
 TEST(TranslateCommand, WhatFloatsLoseIsToldOfABinaryFileWithDoubles)
 {
     Folder const folder;
@@ -78,30 +67,6 @@ TEST(TranslateCommand, WhatFloatsLoseIsToldOfABinaryFileWithDoubles)
     }
 }
 
-TEST(TranslateCommand, ABadFileGetsOneSentenceWithItsLine)
-{
-    Folder const folder;
-    std::ostringstream err;
-    std::string const input =
-        folder.write("in.frd", replaced(triangleFile(), "   7    7    2", "  13    7    2"))
-            .string();
-    EXPECT_EQ(translate(input, folder.path("out.mox").string(), err), 1);
-    EXPECT_EQ(err.str(),
-              "mox translate: " + input + ": line 9: Element 5 has the unknown type 13.\n");
-    EXPECT_EQ(folder.names(), (Names{"in.frd"}));
-}
-
-TEST(TranslateCommand, AnExistingOutputIsRefused)
-{
-    Folder const folder;
-    std::ostringstream err;
-    std::string const input = folder.write("in.frd", triangleFile()).string();
-    std::string const output = folder.write("out.mox", "old").string();
-    EXPECT_EQ(translate(input, output, err), 1);
-    EXPECT_EQ(err.str(), "mox translate: " + output + ": File exists.\n");
-    EXPECT_EQ(contentOf(output), "old");
-}
-
 TEST(TranslateCommand, TheCommandTakesInputOutputAndTheOverwriteFlag)
 {
     Folder const folder;
@@ -113,14 +78,6 @@ TEST(TranslateCommand, TheCommandTakesInputOutputAndTheOverwriteFlag)
     EXPECT_EQ(contentOf(output), "old");
     EXPECT_EQ(runWith({"translate", "--overwrite", input, output}), 0);
     EXPECT_NO_THROW(MoxRead::verify(output));
-}
-
-TEST(TranslateCommand, MissingArgumentsAreWrongUsage)
-{
-    ErrorStream const errors;
-    EXPECT_EQ(runWith({"translate", "in.frd"}), 2);
-    EXPECT_EQ(errors.text(), "test: OUT is required; see test --help\n");
-    EXPECT_EQ(runWith({"translate", "a", "b", "c"}), 2);
 }
 
 } // namespace

@@ -125,14 +125,6 @@ TEST(Translation, AMeshBecomesAShapeWithItsOwnNodesByAscendingId)
     EXPECT_EQ(model->get(triangle, "Connectivity").variableType(), elementConnectivity2);
 }
 
-TEST(Translation, NodesWithoutElementsAreKept)
-{
-    auto const model = Translated::ofContent(triangleFile());
-    EXPECT_EQ(model->ids(loose, "Node Ids"), (Ids{9}));
-    EXPECT_EQ(model->floats(loose, "Coordinates"), (Floats{7, 8, 9}));
-    EXPECT_EQ(model->find(loose, "Connectivity"), nullptr);
-}
-
 TEST(Translation, ElementsCarryTheirGroupAndMaterial)
 {
     auto const model = Translated::ofContent(
@@ -267,17 +259,6 @@ TEST(Translation, BlocksOfTwoStepsMayStandInTurns)
     auto const displacement = model->get(triangle, "Displacement", "Step 1").attributes;
     EXPECT_EQ(model->get(triangle, "FORC", "Step 1").attributes, displacement);
     EXPECT_NE(model->get(triangle, "Displacement", "Step 2").attributes, displacement);
-}
-
-TEST(Translation, TheSummaryCountsWhatWasWritten)
-{
-    Folder const folder;
-    Exchange::Summary const summary =
-        translate(solverFile("frequency_response"), folder.path("out.mox"));
-    EXPECT_EQ(summary.nodes, 8U);
-    EXPECT_EQ(summary.elements, 1U);
-    EXPECT_EQ(summary.steps, 2U);
-    EXPECT_EQ(summary.fields, 48U);
 }
 
 /// Where a model has the corners and mid-side nodes of the solver's one-element decks.
@@ -423,36 +404,6 @@ TEST(Translation, EveryValueOfTheBinaryCantileverIsInItsModel)
     expectWholeCantilever("cantilever_binary.frd");
 }
 
-TEST(Translation, TextAndBinaryOfTheSameRunGiveTheSameModel)
-{
-    Translated text(exampleFile("cantilever.frd"));
-    Translated binary(exampleFile("cantilever_binary.frd"));
-    ASSERT_EQ(text.model().nodes().size(), binary.model().nodes().size());
-    ASSERT_EQ(text.variableCount(), binary.variableCount());
-    for (MoxRead::Node const& node : text.model().nodes()) {
-        if (node.geometry() == nullptr)
-            continue;
-        for (MoxRead::Variable const& a : node.geometry()->variables) {
-            MoxRead::Variable const* const b = binary.model().variable(node.id, a.name);
-            ASSERT_NE(b, nullptr) << a.name;
-            EXPECT_EQ(a.typeWord, b->typeWord);
-            EXPECT_EQ(a.width, b->width);
-            EXPECT_EQ(a.attributes, b->attributes);
-            MoxRead::Dataset const inText = text.model().read(a);
-            MoxRead::Dataset const inBinary = binary.model().read(*b);
-            ASSERT_EQ(inText.words.size(), inBinary.words.size());
-            if (a.elementType() == MoxRead::ElementType::Uint32) {
-                EXPECT_EQ(inText.words, inBinary.words);
-                continue;
-            }
-            Floats const x = inText.floats();
-            Floats const y = inBinary.floats();
-            for (std::size_t i = 0; i < x.size(); ++i)
-                ASSERT_NEAR(x[i], y[i], 6e-6 * std::fabs(x[i]) + 1e-30) << a.name << " " << i;
-        }
-    }
-}
-
 TEST(Translation, KindsOfResultsHaveTheirTypesAndWidths)
 {
     Translated model(solverFile("frequency_response"));
@@ -521,45 +472,6 @@ TEST(Translation, ABadResultFileLeavesNoOutputBehind)
     EXPECT_EQ(complaintOf(input, folder.path("out.mox")),
               input.string() + ": line 20: The file ends without its end record (9999).");
     EXPECT_EQ(folder.names(), (Names{"in.frd"}));
-}
-
-TEST(Translation, ABadResultFileLeavesAnExistingOutputAsItWas)
-{
-    Folder const folder;
-    auto const input = folder.write("in.frd", replaced(triangleFile(), " 9999\n", ""));
-    auto const output = folder.write("out.mox", "old");
-    EXPECT_NE(complaintOf(input, output, true), "");
-    EXPECT_EQ(contentOf(output), "old");
-    EXPECT_EQ(folder.names(), (Names{"in.frd", "out.mox"}));
-}
-
-TEST(Translation, AnExistingOutputIsRefusedUnlessItMayBeOverwritten)
-{
-    Folder const folder;
-    auto const input = folder.write("in.frd", triangleFile());
-    auto const output = folder.write("out.mox", "old");
-    EXPECT_EQ(complaintOf(input, output), output.string() + ": File exists.");
-    EXPECT_EQ(contentOf(output), "old");
-    EXPECT_EQ(complaintOf(input, output, true), "");
-    EXPECT_NO_THROW(MoxRead::verify(output.string()));
-    EXPECT_EQ(folder.names(), (Names{"in.frd", "out.mox"}));
-}
-
-TEST(Translation, TheInputIsNeverOverwritten)
-{
-    Folder const folder;
-    auto const input = folder.write("in.frd", triangleFile());
-    EXPECT_EQ(complaintOf(input, input, true), input.string() + ": This is the input itself.");
-    EXPECT_EQ(contentOf(input), triangleFile());
-}
-
-TEST(Translation, AnOutputThatCannotBeMadeIsRefused)
-{
-    Folder const folder;
-    auto const input = folder.write("in.frd", triangleFile());
-    auto const output = folder.path("none") / "out.mox";
-    EXPECT_EQ(complaintOf(input, output),
-              output.string() + ": The file cannot be written: No such file or directory.");
 }
 
 TEST(Translation, AFileWithoutNodesIsRefused)

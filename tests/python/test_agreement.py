@@ -184,6 +184,31 @@ def _broken_files() -> Iterator[bytes]:
     yield build.container(blocks + [build.block(b"View Points", b"x")])
 
 
+def _with_array(kind: int, count: int, width: int, position: int, name: str = "X") -> bytes:
+    """A model with a dataset "D" of two integers at 0, and the header of another one."""
+    model = build.Builder("R")
+    shape = model.shape("S")
+    model.dataset(shape, "D", 12, [1, 2])
+    fields = struct.pack("<IBIB11xQB", kind | 5 << 24, 0, count, width, position, 0)
+    model.header(shape, name, fields, {})
+    return model.file()
+
+
+def _broken_records() -> Iterator[bytes]:
+    """Models whose records do not fit each other."""
+    yield _with_array(12, 1, 1, 4)  # overlaps "D"
+    yield _with_array(12, 1, 1, 0)
+    yield _with_array(12, 3, 1, 0)
+    yield _with_array(13, 2, 3, 0)  # no whole rows
+    yield _with_array(12, 2, 3, 0)
+    yield _with_array(12, 2, 1, 0, "D")  # the name is taken
+    model = build.Builder("R")
+    model._add("a name, but no type", "", "", 1, (b"", b"", b""))
+    yield model.file()
+    streams = {**build.Builder("R").streams(), b"Global Information": bytes(8)}
+    yield build.container([build.block(*item) for item in streams.items()])
+
+
 def _check_refused(mox: str, folder: Path, raw: Iterable[bytes]) -> None:
     files = []
     for number, content in enumerate(raw):
@@ -196,6 +221,17 @@ def _check_refused(mox: str, folder: Path, raw: Iterable[bytes]) -> None:
 
 def test_files_that_are_broken_in_one_way(mox: str, tmp_path: Path) -> None:
     _check_refused(mox, tmp_path, _broken_files())
+
+
+def test_records_that_do_not_fit_each_other(mox: str, tmp_path: Path) -> None:
+    _check_refused(mox, tmp_path, _broken_records())
+
+
+def test_datasets_may_be_the_same_piece(mox: str, tmp_path: Path) -> None:
+    path = tmp_path / "same.mox"
+    path.write_bytes(_with_array(12, 2, 1, 0))
+    (verdict,) = agreement.verdicts(mox, [path])
+    assert agreement.compare(mox, path, verdict, random.Random(1))[0] == "sound"
 
 
 def test_index_blocks_that_are_not_as_they_should_be(

@@ -161,10 +161,11 @@ _FROZEN = 32
 _ENTRY = struct.Struct("<BI128sIBB")
 _INDEX_BLOCK = b"\x0bIndex Block "
 _SPARE = b"\x0bEmpty Block "
+_HEAVY_DATA = b"Heavy Data"
 _KEYS = (
     b"Mox Tree",
     b"Light Data",
-    b"Heavy Data",
+    _HEAVY_DATA,
     b"Attributes",
     b"Resources",
     b"Global Information",
@@ -274,6 +275,11 @@ def _decoded_slot(number: int, entry: bytes, offset: int, position: int) -> _Slo
         raise FormatError("slot %d: unknown block name %s" % (number, _quoted(_text(name))))
     if transformations & ~(_COMPRESSED | _FROZEN):
         raise wrong("transformations", 137, transformations, "0, 1, 32 or 33")
+    if transformations & _FROZEN and name not in (_INDEX_BLOCK, _HEAVY_DATA):
+        raise FormatError(
+            "slot %d: transformations are %d, but no block of %s is written early"
+            % (number, transformations, _quoted(_text(name)))
+        )
     if reserved != 0:
         raise wrong("reserved byte", 138, reserved, "0")
     if name == _SPARE and (size != 0 or transformations != 0):
@@ -729,6 +735,8 @@ def _read_material(resources: _Stream) -> Material:
     diffuse, specular, emissive, ambient = (_color(numbers, first) for first in (0, 4, 8, 12))
     transparency, shininess = numbers[16:]
     flag = resources.flag()
+    if not flag:
+        raise FormatError("the flag of a material is 0, not 1")
     record.finish()
     return Material(diffuse, specular, emissive, ambient, transparency, shininess, flag)
 
@@ -852,6 +860,8 @@ def _read_variable(light: _Stream, attributes: _Stream) -> _Variable:
         _read_array(light, variable)
     variable.vibration = light.flag()
     variable.attributes = _read_attributes(attributes)
+    if variable.link is not None and variable.attributes:
+        raise FormatError("%s is linked and has attributes" % _quoted(variable.stored_name))
     return variable
 
 
@@ -936,6 +946,7 @@ class _TreeLoader:
         for stream in self._streams:
             stream.expect_end()
         _check_families(nodes)
+        _check_kinds(nodes)
         return nodes
 
     def _read_node(self, ident: int) -> _NodeData:
@@ -1038,6 +1049,27 @@ def _check_families(nodes: List[_NodeData]) -> None:
                 )
 
 
+def _check_kinds(nodes: List[_NodeData]) -> None:
+    """What kinds of nodes there may be, and where."""
+    for node in nodes:
+        parent = nodes[node.parent - 1] if node.parent else None
+        if node.kind == "empty" and len(nodes) > 1:
+            raise FormatError("node %d: a node that is not alone has no type" % node.id)
+        if node.kind == "group" and node.flag and parent is not None:
+            raise FormatError("node %d: the flag of a group below the root is 1" % node.id)
+        if node.kind != "geometry":
+            continue
+        if parent is None or parent.kind != "shape" or parent.parent == 0:
+            raise FormatError(
+                "node %d: the parent of a geometry is no shape below the root" % node.id
+            )
+        if node.name != parent.name:
+            raise FormatError(
+                "node %d: the name of the geometry is %s, not %s as that of its shape"
+                % (node.id, _quoted(node.name), _quoted(parent.name))
+            )
+
+
 def _follow_links(nodes: List[_NodeData]) -> None:
     """Finds where the links of each variable end."""
     lists = {node.id: list(node.variables.values()) for node in nodes if node.variables}
@@ -1102,7 +1134,7 @@ class _HeavyData:
     """The values of all datasets. Keeps the blocks that were used last, within a bound."""
 
     def __init__(self, container: _Container, cache_bytes: int) -> None:
-        self._blocks = container.blocks_of(b"Heavy Data")
+        self._blocks = container.blocks_of(_HEAVY_DATA)
         self._starts = []
         self.length = 0
         for block in self._blocks:

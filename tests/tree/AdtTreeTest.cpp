@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -22,6 +23,8 @@ using PayloadPointer = Payload const*;
 
 struct SameName
 {
+    using ComparesLookUpKeys = void;
+
     bool operator()(PayloadPointer left, PayloadPointer right) const
     {
         return left != nullptr && right != nullptr && left->name == right->name;
@@ -34,6 +37,8 @@ bool lookUpKeysFail = false;
 /// Tells how often it was asked, and about which payloads.
 struct CountingFunctor
 {
+    using ComparesLookUpKeys = void;
+
     std::vector<PayloadPointer>* asked;
 
     bool operator()(PayloadPointer left, PayloadPointer right) const
@@ -418,6 +423,43 @@ TEST(AdtTree, NoChildCanBeAddedToNoNode)
     EXPECT_EQ(tree.GetNodeCount(), 1U);
 }
 
+TEST(AdtTree, AFunctorThatMatchesBySomethingElseIsAskedAboutEveryChild)
+{
+    Payload const probe{"another name"};
+    for (int const siblings : {0, 1, 5}) {
+        SCOPED_TRACE(siblings);
+        TestTree tree;
+        unsigned int const below = tree.AddNamed("before");
+        for (int sibling = 0; sibling < siblings; ++sibling)
+            tree.AddNamed("sibling");
+        unsigned int const last = tree.GetReqNode(1).lastChild;
+        PayloadPointer const wanted = tree.GetReqNode(last).value;
+        std::vector<PayloadPointer> asked;
+        auto const isWanted = [&](PayloadPointer left, PayloadPointer right) {
+            EXPECT_EQ(left, &probe);
+            asked.push_back(right);
+            return right == wanted;
+        };
+        tree.MoveToChild(&probe, isWanted);
+        EXPECT_EQ(tree.GetCurrentId(), last);
+        EXPECT_EQ(asked.size(), static_cast<std::size_t>(siblings) + 1);
+        EXPECT_EQ(asked.front(), tree.GetReqNode(below).value);
+        EXPECT_THROW(tree.MoveToChild(&probe, isWanted), KeyNotFound) << "it has no children";
+        tree.SetCurrentIdUnchecked(99);
+        EXPECT_THROW(tree.MoveToChild(&probe, isWanted), KeyNotFound) << "there is no such node";
+    }
+}
+
+TEST(AdtTree, AFunctorThatMatchesBySomethingElseFindsTheRootBelowNoNode)
+{
+    TestTree tree;
+    tree.AddNamed("child");
+    tree.SetCurrentId(0);
+    Payload const probe{"x"};
+    tree.MoveToChild(&probe, [](PayloadPointer, PayloadPointer right) { return right == nullptr; });
+    EXPECT_EQ(tree.GetCurrentId(), 1U);
+}
+
 TEST(AdtTree, WithoutALookUpKeyTheChildrenAreAskedInIdOrder)
 {
     NumberTree tree;
@@ -436,6 +478,12 @@ TEST(AdtTree, WithoutALookUpKeyTheChildrenAreAskedInIdOrder)
     EXPECT_EQ(asked, (std::vector<int>{7, 8}));
 }
 
+TEST(AdtTree, AValueThatMoveToChildWouldNotFindCantBeAssigned)
+{
+    using Found = decltype(std::declval<TestTree&>().GetCurrentNode());
+    EXPECT_FALSE((std::is_assignable_v<decltype((std::declval<Found>().value)), PayloadPointer>));
+}
+
 TEST(AdtTree, AValueCantBeGivenToNoNode)
 {
     TestTree tree;
@@ -443,13 +491,6 @@ TEST(AdtTree, AValueCantBeGivenToNoNode)
     Support::expectThrown<KeyNotFound>(
         [&] { tree.SetCurrentValue(tree.Own("a")); },
         {14, "Key not found", "GetCurrentNode", "Zyl2/Adt/AdtTree", 219});
-}
-
-TEST(AdtTree, ItsTypesCanBeNamed)
-{
-    EXPECT_TRUE((std::is_same_v<TestTree::IdType, std::uint32_t>));
-    EXPECT_TRUE((std::is_same_v<TestTree::ValueType, PayloadPointer>));
-    EXPECT_TRUE((std::is_same_v<TestTree::NodeType, Zyl2Adt::TreeNode<PayloadPointer>>));
 }
 
 } // namespace

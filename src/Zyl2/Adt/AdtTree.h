@@ -9,16 +9,28 @@
 #include <cstdint>
 #include <deque>
 #include <string_view>
+#include <type_traits>
 
 namespace Zyl2Adt {
 
-/// What all values that one functor of `Tree::MoveToChild` takes for the same have in common, for
-/// payloads of type `T`. Specialised where look-ups must not depend on the number of children.
+/// What a payload of type `T` is looked up by, where look-ups must not depend on the number of
+/// children; specialised for such payloads.
 template <typename T>
 struct LookUpKey
 {
     static std::string_view Of(T const& /*value*/) { return {}; }
 };
+
+/// Whether a functor of `Tree::MoveToChild` takes only payloads of the same look-up key for the
+/// same, and none without value. It says so by a member type `ComparesLookUpKeys`. Others may match
+/// by whatever they like, and are asked about one child after the other.
+template <typename FunctorType, typename = void>
+struct ComparesLookUpKeys : std::false_type
+{};
+template <typename FunctorType>
+struct ComparesLookUpKeys<FunctorType, std::void_t<typename FunctorType::ComparesLookUpKeys>>
+    : std::true_type
+{};
 
 /// Tree with a cursor, the current node. Nodes are never removed; ids are handed out in increasing
 /// order. The tree doesn't own what `T` points to.
@@ -36,7 +48,7 @@ public:
     /// \throws KeyNotFound the current node is none
     IdType AddChild()
     {
-        NodeType& parent = GetCurrentNode();
+        NodeType& parent = GetCurrentRecord();
         IdType const id = GetNextId();
         // Growing a deque at its end leaves the parent where it is.
         NodeType& child = records_.emplace_back();
@@ -53,12 +65,13 @@ public:
         return id;
     }
 
-    /// Gives the current node its value; values are looked up by `MoveToChild` from then on.
+    /// Gives the current node its value, which `MoveToChild` finds from then on. There is no other
+    /// way to give it one.
     /// \pre the node has no value
     /// \throws KeyNotFound the current node is none
     void SetCurrentValue(T const& value)
     {
-        NodeType& node = GetCurrentNode();
+        NodeType& node = GetCurrentRecord();
         if (value != T() && !IsOnlyChild(node))
             children_.Insert(node.parent, LookUpKey<T>::Of(value), node.id);
         node.value = value;
@@ -80,24 +93,22 @@ public:
     template <typename FunctorType>
     bool FindAndMoveToChild(T const& value, FunctorType functor)
     {
-        std::string_view const key = LookUpKey<T>::Of(value);
-        for (IdType id = GetFirstChild(key); id != 0; id = children_.GetNext(id)) {
-            NodeType const& node = RecordOf(id);
-            if (node.parent == currentId_ && LookUpKey<T>::Of(node.value) == key &&
-                functor(value, node.value)) {
-                currentId_ = id;
-                return true;
-            }
-        }
-        return false;
+        IdType found = 0;
+        if constexpr (ComparesLookUpKeys<FunctorType>::value)
+            found = FindByKey(value, functor);
+        else
+            found = FindAmongAll(value, functor);
+        if (found == 0)
+            return false;
+        currentId_ = found;
+        return true;
     }
 
     /// \throws KeyNotFound the current id has no record
-    NodeType& GetCurrentNode()
+    NodeType const& GetCurrentNode() const
     {
         if (!HasRecord(currentId_))
-            Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::NoCurrentNode,
-                                       BOOST_CURRENT_FUNCTION);
+            Zyl2::Exception::raise(Zyl2::Exception::Sites::AdtTree::NoCurrentNode);
         return RecordOf(currentId_);
     }
 
@@ -107,7 +118,7 @@ public:
         if (!HasRecord(id))
             Zyl2::Exception::raiseFrom(Zyl2::Exception::Sites::AdtTree::NoSuchNode,
                                        BOOST_CURRENT_FUNCTION);
-        return records_[id - RootId];
+        return RecordOf(id);
     }
 
     /// Makes `id` current. Only ids that were never handed out are refused: 0, no node, is not.
@@ -141,12 +152,45 @@ protected:
 private:
     bool HasRecord(IdType id) const { return id >= RootId && id < GetNextId(); }
     NodeType& RecordOf(IdType id) { return records_[id - RootId]; }
+    NodeType const& RecordOf(IdType id) const { return records_[id - RootId]; }
+
+    NodeType& GetCurrentRecord()
+    {
+        static_cast<void>(GetCurrentNode());
+        return RecordOf(currentId_);
+    }
+
+    template <typename FunctorType>
+    IdType FindByKey(T const& value, FunctorType& functor) const
+    {
+        std::string_view const key = LookUpKey<T>::Of(value);
+        for (IdType id = GetFirstChild(key); id != 0; id = children_.GetNext(id)) {
+            NodeType const& node = RecordOf(id);
+            if (node.parent == currentId_ && LookUpKey<T>::Of(node.value) == key &&
+                functor(value, node.value))
+                return id;
+        }
+        return 0;
+    }
+
+    /// Siblings are in the order of their ids.
+    template <typename FunctorType>
+    IdType FindAmongAll(T const& value, FunctorType& functor) const
+    {
+        // Below no node there is the root alone.
+        IdType id = currentId_ == 0 ? RootId : 0;
+        if (HasRecord(currentId_))
+            id = RecordOf(currentId_).firstChild;
+        while (id != 0 && !functor(value, RecordOf(id).value))
+            id = RecordOf(id).nextSibling;
+        return id;
+    }
 
     static bool HasValue(NodeType const& node) { return node.value != T(); }
 
     /// An only child is found through its parent. That spares the index the half of all nodes that
     /// belong to a parent each of their own.
-    bool IsOnlyChild(NodeType const& node)
+    bool IsOnlyChild(NodeType const& node) const
     {
         if (!HasRecord(node.parent))
             return false;
@@ -172,7 +216,7 @@ private:
     }
 
     /// First of the current node's children that may have that key; 0 when there is none.
-    IdType GetFirstChild(std::string_view key)
+    IdType GetFirstChild(std::string_view key) const
     {
         if (!HasRecord(currentId_))
             return children_.GetFirst(currentId_, key);

@@ -113,7 +113,10 @@ namespace AdtTree {
 inline constexpr char const* Source = "Zyl2/Adt/AdtTree";
 inline constexpr Site<KeyNotFound> NoSuchChild{nullptr, Source, 106, nullptr};
 inline constexpr Site<KeyNotFound> IdNotHandedOut{nullptr, Source, 210, nullptr};
-inline constexpr Site<KeyNotFound> NoCurrentNode{nullptr, Source, 219, nullptr};
+inline constexpr Site<KeyNotFound> NoCurrentNode{
+    nullptr, Source, 219,
+    "Zyl2Adt::Tree<T>::NodeType& Zyl2Adt::Tree<T>::GetCurrentNode() [with T = Zyl2Mox::Node*; "
+    "NodeType = Zyl2Adt::TreeNode<Zyl2Mox::Node*>]"};
 inline constexpr Site<KeyNotFound> NoSuchNode{nullptr, Source, 254, nullptr};
 } // namespace AdtTree
 

@@ -8,7 +8,7 @@
 
 namespace Zyl2Adt {
 
-/// Nodes are looked up by functors that all compare names.
+/// Nodes are looked up by their names.
 template <>
 struct LookUpKey<Zyl2Mox::Node*>
 {

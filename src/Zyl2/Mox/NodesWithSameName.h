@@ -8,6 +8,8 @@ namespace Zyl2Mox {
 /// Matches nodes of the same name, type and version; a record without a node matches nothing.
 struct NodesWithSameName
 {
+    using ComparesLookUpKeys = void;
+
     bool operator()(Node const* left, Node const* right) const;
 };
 

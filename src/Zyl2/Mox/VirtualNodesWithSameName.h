@@ -8,6 +8,8 @@ namespace Zyl2Mox {
 /// Matches nodes of the same name, whatever they are; a record without a node matches nothing.
 struct VirtualNodesWithSameName
 {
+    using ComparesLookUpKeys = void;
+
     bool operator()(Node const* left, Node const* right) const;
 };
 

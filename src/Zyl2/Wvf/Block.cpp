@@ -16,10 +16,12 @@ namespace {
 namespace Sites = Zyl2::Exception::Sites::Block;
 using Zyl2::Exception::raise;
 
-/// Bytes that a block grows by at least. A step read from the environment when a block grew stays
-/// in force for the whole process, even when the variable goes away again. It decides how much
-/// memory is asked for, not what is written, so threads need not agree on the moment from which on
-/// it is in force.
+/// Bytes that a block grows by at least. A step that was read from the environment stays in force
+/// for the whole process, even when the variable goes away again. It is read when a block grows and
+/// not at every write, though a host might set the variable and take it away between two growths:
+/// walking through the environment costs more than most writes, and the step decides how much
+/// memory is asked for, not what is written. For the same reason threads need not agree on the
+/// moment from which on it is in force.
 std::atomic<std::uint32_t> growthStep(10485760U);
 
 std::uint32_t CurrentGrowthStep()

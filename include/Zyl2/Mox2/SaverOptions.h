@@ -17,7 +17,7 @@ struct SaverOptions
     std::string text1;
     /// Second text of the writing record; used only when `text1` is not empty.
     std::string text2;
-    /// Carried along; this writer puts it nowhere.
+    /// Contract: carried along for hosts that set it, and written nowhere.
     std::string text3;
 };
 

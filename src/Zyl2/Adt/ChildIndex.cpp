@@ -62,7 +62,8 @@ void ChildIndex::Grow()
     Zyl2Util::Buffer table;
     if (!table.Grow(count * sizeof(Chain)))
         throw std::bad_alloc();
-    // Look-ups jump about in it.
+    // Look-ups go to places all over the table, so that with small pages each would miss the
+    // processor's table of pages, too.
     table.PreferHugePages();
     std::memset(table.GetData(), 0, table.GetSize());
     std::swap(table_, table);

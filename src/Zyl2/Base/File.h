@@ -13,6 +13,8 @@ struct File
 {
     std::string path;
     std::wstring widePath;
+    // Contract: what follows is carried along for hosts that look at it, and written nowhere.
+
     std::string formatName;
     /// Always empty here.
     std::vector<std::string> extraNames;

@@ -21,7 +21,7 @@ void write(char const* source, char const* signature, unsigned long line, Pieces
         return;
     Record<char> record(source, signature, line, Severity::Info);
     (record << ... << pieces);
-    // As a plain stream: receivers recover the record from it.
+    // Handed over as a plain stream, from which receivers recover the record.
     activeLogSystem() += static_cast<std::ostream const&>(record);
 }
 

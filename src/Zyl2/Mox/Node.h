@@ -25,7 +25,8 @@ public:
     /// Version of the kind's layout, as it stands in the file.
     virtual std::string GetVersion() const;
     virtual bool IsLoaded() const;
-    /// Nothing of what follows has an effect: this library writes trees as a whole.
+    // The next four have no effect in any kind of node: this library writes trees as a whole.
+
     virtual void Load(std::string const& path);
     virtual void Save();
     virtual void CopyToBlock(Zyl2Wvf::Block& block) const;

@@ -6,7 +6,6 @@
 #include "Zyl2/Mox/Group.h"
 #include "Zyl2/Mox/ModifierInfo.h"
 #include "Zyl2/Mox/Node.h"
-#include "Zyl2/Mox/NodeLookUpKey.h"
 #include "Zyl2/Mox/NumericArray.h"
 #include "Zyl2/Mox/ResultAttributes.h"
 #include "Zyl2/Mox/Shape.h"
@@ -17,8 +16,23 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+namespace Zyl2Adt {
+
+/// Nodes are looked up by their names.
+template <>
+struct LookUpKey<Zyl2Mox::Node*>
+{
+    static std::string_view Of(Zyl2Mox::Node* const& node)
+    {
+        return node == nullptr ? std::string_view() : std::string_view(node->GetName());
+    }
+};
+
+} // namespace Zyl2Adt
 
 namespace Zyl2Mox {
 

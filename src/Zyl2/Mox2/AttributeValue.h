@@ -1,7 +1,8 @@
 #ifndef ZYL2_MOX2_ATTRIBUTEVALUE_H
 #define ZYL2_MOX2_ATTRIBUTEVALUE_H
 
-// Before Boost.Variant: it finds lists of more than 20 types only when they are known.
+// Stands before Boost.Variant, which takes lists of more than 20 types only where it finds them
+// declared already.
 #include <boost/mpl/list/list30.hpp>
 
 #include <boost/variant.hpp>

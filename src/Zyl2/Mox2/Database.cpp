@@ -50,7 +50,8 @@ void Database::close()
     openedForReading = false;
 }
 
-/// The positions say nothing once the file is closed; only others that share the tree could look.
+/// Positions in the file mean nothing once it is closed. Without somebody else who shares the tree
+/// nobody can see them any more, so that there is nothing to forget.
 void Database::forgetDatasetPositions()
 {
     if (tree.use_count() == 1)

@@ -36,8 +36,9 @@ public:
     bool openedForWriting = false;
     std::int32_t accessMode = 1;
 
-    /// Whether the last `close` wrote to a file that somebody had removed. Apart from it, because
-    /// the destructor's call must be able to pass over that: who throws a file away won't miss it.
+    /// Whether the last `close` wrote to a file that somebody had removed. `close` itself does not
+    /// report it as a failure, because the destructor closes too, and must not end the process for
+    /// the sake of a file that somebody threw away.
     bool hasWrittenInVain() const { return writtenInVain_; }
 
 private:

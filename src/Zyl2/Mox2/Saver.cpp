@@ -8,7 +8,8 @@ namespace Mox2 {
 void Saver::extractFrom(Database& database)
 {
     database.assertEmpty();
-    // Before anything can fail: a host that could not open its file has to close the model first.
+    // Set before anything can fail, so that a host whose file could not be opened has to close the
+    // model before it saves it to another one.
     database.openedForReading = false;
     database.openedForWriting = true;
     database.tree = std::make_shared<Zyl2Mox::Tree>();

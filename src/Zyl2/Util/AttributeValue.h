@@ -28,8 +28,8 @@ public:
     /// The integer 0.
     AttributeValue() = default;
 
-    // By assignment: when a text finds no memory, libstdc++ 12 destroys what it takes for the value
-    // of a variant that it was copying.
+    // Copies by assignment, because the copy constructor of libstdc++ 12's variant destroys a value
+    // that it has not made yet when a text finds no memory.
     AttributeValue(AttributeValue const& other) : AttributeValue() { value_ = other.value_; }
     AttributeValue(AttributeValue&&) noexcept = default;
     AttributeValue& operator=(AttributeValue const&) = default;
@@ -43,7 +43,7 @@ public:
 
     Tag GetTag() const { return static_cast<Tag>(value_.index()); }
 
-    /// Each of these is for a value of that tag only.
+    /// Each of the next four may be called for a value of that tag only.
     std::uint32_t GetInteger() const { return std::get<Integer>(value_); }
     float GetFloat() const { return std::get<Float>(value_); }
     std::string const& GetText() const { return std::get<Text>(value_); }

@@ -18,7 +18,7 @@ unsigned char* Map(std::size_t size) noexcept
     return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
 }
 
-/// Null without memory; the old pages stay then.
+/// Null when there is no memory; the old pages are as they were then.
 unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
 {
 #ifdef MREMAP_MAYMOVE
@@ -99,8 +99,8 @@ void Buffer::Shrink(std::size_t size) noexcept
 void Buffer::PreferHugePages() noexcept
 {
 #ifdef MADV_HUGEPAGE
-    // It is advice: where it is not taken, the pages are small. The same for all of them, since
-    // pages of two kinds could not be moved as one.
+    // The system may ignore this advice and use small pages. It is given for the whole buffer,
+    // because mremap can't move pages of two kinds as one.
     if (IsMapped())
         static_cast<void>(madvise(data_, size_, MADV_HUGEPAGE));
 #endif

@@ -104,7 +104,7 @@ void Block::Grow(std::uint64_t count, std::uint64_t at)
     if (count > MaximumLength - at)
         raise(Sites::TooLong);
     AllocateAdditionalMemory(std::max({count, step, at + count - buffer_.GetSize()}));
-    // Judged by what is in use: most blocks of small models stay small, whatever their capacity.
+    // Decided by the bytes in use and not by the capacity, which is large in small models, too.
     if (at + count >= Zyl2Util::Buffer::LargeSize)
         buffer_.PreferHugePages();
 }

@@ -24,7 +24,7 @@ struct BlockSizeLimiter
     /// Whether a block is compressed when the next one is begun, rather than when it is saved.
     bool compressesFullBlocks = false;
 
-    // The rest saves walks over all blocks of a key.
+    // What follows is remembered, so that nobody has to walk over all blocks of a key for it.
 
     /// Untransformed bytes in all blocks but the last one, which alone can still grow.
     std::uint64_t lengthBeforeLast = 0;

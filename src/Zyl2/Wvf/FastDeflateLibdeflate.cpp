@@ -33,7 +33,7 @@ std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t 
                                        unsigned char* destination, std::size_t capacity,
                                        int level) noexcept
 {
-    // Other levels are zlib's to judge: libdeflate knows some that zlib refuses.
+    // Other levels are left to zlib, which refuses some that libdeflate knows.
     if (level < 1 || level > 9)
         return std::nullopt;
     std::unique_ptr<libdeflate_compressor, FreeCompressor> const compressor(

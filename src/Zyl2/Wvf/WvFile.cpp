@@ -33,7 +33,8 @@ bool CanBeAName(std::string const& path)
 
 [[noreturn]] void RaiseNotOpened(std::string const& path)
 {
-    // The text ends at a zero byte, and is to have its closing quote all the same.
+    // An exception's text ends at the first zero byte, so a path with one is cut there: the text
+    // keeps its closing quote.
     std::string const message = Sites::NotOpened.text + path.substr(0, path.find('\0')) + '"';
     auto site = Sites::NotOpened;
     site.text = message.c_str();
@@ -94,7 +95,8 @@ void WvFile::CloseFile()
     Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     if (stream_ == nullptr)
         return;
-    // Some hosts hand over a file that never had a name, and keep it open themselves.
+    // A file that had no name when it was opened, such as one that the host removed and keeps open
+    // itself, has lost nothing.
     hasLostItsName_ = hadName_ && !Zyl2Util::HasName(stream_);
     hasFailedToClose_ = std::fclose(stream_) != 0;
     stream_ = nullptr;

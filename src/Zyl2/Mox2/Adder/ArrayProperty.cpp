@@ -70,8 +70,8 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::registerDataset(Zyl2Mox::T
     Zyl2Mox::NumericArray const array = describe(dataset.array, dataset.width);
     auto const variableType = DatasetT::geomTypeFrom(dataset.type);
     auto const datasetAttributes = Helper::Attributes::moxAttributeList(dataset.attributes);
-    // Converted once for each step, though not before its turn: a step that can't be converted
-    // leaves the registrations before it in place.
+    // Each step is converted once, when it is first registered and not earlier: where a step can't
+    // be converted, the registrations of the steps before it stay in place.
     std::vector<std::pair<std::string, Zyl2Util::AttributeList>> variables;
     variables.reserve(steps.size());
 

@@ -32,8 +32,8 @@ public:
     /// \throws NotYetImplemented a path starts at another root
     void update(Database& database) override;
 
-    /// The host's own, which must stay as long as the adder: a copy of millions of paths costs as
-    /// much as half of their nodes.
+    /// Refers to the host's container, which must outlive the adder: a copy of millions of paths
+    /// takes as much memory as half of the nodes that they name.
     ContainerT const& paths;
     std::string separator;
     /// One for each path; 0 for a path without names.

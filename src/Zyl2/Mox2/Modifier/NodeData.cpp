@@ -83,7 +83,8 @@ void NodeData::apply(PropertyType type, PropertyValue const& value, Target const
     case PropertyType::Shininess:
         return setOnMaterial(&Material::SetShininess, value, target);
     case PropertyType::Unsupported:
-        // No property value is a bool, so that this fails, which is all it does.
+        // Asking for a bool always fails, because no property value is one. To fail is all that
+        // this property does.
         static_cast<void>(valueFrom<bool>(value));
     }
 }

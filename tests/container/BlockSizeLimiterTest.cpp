@@ -15,29 +15,15 @@ std::uint32_t LimitFor(char const* text)
     return BlockSizeLimiter().limit;
 }
 
-TEST(BlockSizeLimiter, TheLimitIs200MebibytesWithoutTheVariable)
-{
-    EXPECT_EQ(LimitFor(nullptr), 209715200U);
-}
-
-TEST(BlockSizeLimiter, TheLimitIsTheNumberInTheVariable)
+TEST(BlockSizeLimiter, TheLimitIsTheNumberInTheVariableOr200Mebibytes)
 {
     EXPECT_EQ(LimitFor("10"), 10U);
     EXPECT_EQ(LimitFor("4294967294"), 4294967294U);
-}
-
-TEST(BlockSizeLimiter, ZeroAndTextsThatAreNoNumbersAreALimitOfZero)
-{
-    EXPECT_EQ(LimitFor("0"), 0U);
-    EXPECT_EQ(LimitFor(""), 0U);
-    EXPECT_EQ(LimitFor("many"), 0U);
-}
-
-TEST(BlockSizeLimiter, NumbersAbove4294967294GiveTheDefault)
-{
-    EXPECT_EQ(LimitFor("4294967295"), 209715200U);
-    EXPECT_EQ(LimitFor("4294967296"), 209715200U);
-    EXPECT_EQ(LimitFor("-1"), 209715200U);
+    for (char const* const text : {"0", "", "many"})
+        EXPECT_EQ(LimitFor(text), 0U) << text;
+    for (char const* const text : {"4294967295", "4294967296", "-1"})
+        EXPECT_EQ(LimitFor(text), 209715200U) << text;
+    EXPECT_EQ(LimitFor(nullptr), 209715200U);
 }
 
 TEST(BlockSizeLimiter, ALimitThatIsGivenIsTakenWhateverTheVariableSays)

@@ -35,15 +35,6 @@ void PretendNearlyFull(Block& block)
     block.Adopt(std::move(buffer), NearlyFull);
 }
 
-TEST(Block, IsEmptyWithoutABufferWhenItIsNew)
-{
-    Block const block;
-    EXPECT_EQ(block.GetData(), nullptr);
-    EXPECT_EQ(block.GetCapacity(), 0U);
-    EXPECT_EQ(block.GetLength(), 0U);
-    EXPECT_EQ(block.GetPosition(), 0U);
-}
-
 TEST(Block, FourBytesIntoAFreshBlockAllocateExactlyTenMebibytes)
 {
     DefaultBlockSizeSetting const setting(nullptr);
@@ -52,16 +43,6 @@ TEST(Block, FourBytesIntoAFreshBlockAllocateExactlyTenMebibytes)
     EXPECT_EQ(block.GetCapacity(), 10485760U);
     EXPECT_EQ(block.GetLength(), 4U);
     EXPECT_EQ(Content(block), "abcd");
-}
-
-TEST(Block, ElevenMebibytesAtOnceAllocateElevenMebibytes)
-{
-    DefaultBlockSizeSetting const setting(nullptr);
-    std::vector<char> const values(11534336, 'x');
-    Block block;
-    block.Append(values.data(), values.size());
-    EXPECT_EQ(block.GetCapacity(), 11534336U);
-    EXPECT_EQ(block.GetLength(), 11534336U);
 }
 
 TEST(Block, GrowsInStepsOfTheVariableOrOfTheCountWhicheverIsLarger)
@@ -80,17 +61,6 @@ TEST(Block, GrowsInStepsOfTheVariableOrOfTheCountWhicheverIsLarger)
     EXPECT_EQ(Content(block), std::string(14096, 'x'));
 }
 
-TEST(Block, TheStepStaysInForceWhenTheVariableIsRemoved)
-{
-    DefaultBlockSizeSetting setting("4096");
-    Block first;
-    first.Append("a", 1);
-    setting.Set(nullptr);
-    Block second;
-    second.Append("a", 1);
-    EXPECT_EQ(second.GetCapacity(), 4096U);
-}
-
 TEST(Block, TheVariableIsReadWheneverABlockGrowsAndItsStepStaysInForce)
 {
     DefaultBlockSizeSetting setting("100");
@@ -105,15 +75,6 @@ TEST(Block, TheVariableIsReadWheneverABlockGrowsAndItsStepStaysInForce)
     Block other;
     other.Append("a", 1);
     EXPECT_EQ(other.GetCapacity(), 50U);
-}
-
-TEST(Block, FillAtReadsTheVariableToo)
-{
-    DefaultBlockSizeSetting const setting("70");
-    Block block;
-    unsigned int at = 0;
-    block.FillAt("a", 1, at);
-    EXPECT_EQ(block.GetCapacity(), 70U);
 }
 
 TEST(Block, AVariableOf4294967295OrMoreLeavesTheStepAlone)
@@ -193,27 +154,6 @@ TEST(Block, FillAtFarBehindTheBufferGrowsFarEnough)
     EXPECT_GE(block.GetCapacity(), 1004U);
 }
 
-TEST(Block, ExtendGivesTheCallerThePlaceToFill)
-{
-    Block block;
-    block.Append("ab", 2);
-    unsigned char* const place = block.Extend(3);
-    place[0] = 'c';
-    place[1] = 'd';
-    place[2] = 'e';
-    EXPECT_EQ(Content(block), "abcde");
-    EXPECT_EQ(block.GetPosition(), 5U);
-}
-
-TEST(Block, SetPositionToTheLengthIsAllowed)
-{
-    Block block;
-    block.Append("abcd", 4);
-    block.SetPosition(0);
-    block.SetPosition(4);
-    EXPECT_EQ(block.GetPosition(), 4U);
-}
-
 TEST(Block, SetPositionPastTheLengthIsRefused)
 {
     Block block;
@@ -236,15 +176,6 @@ TEST(Block, OverwritingInTheMiddleDoesNotLowerTheLength)
     EXPECT_EQ(Content(block), "aXYdef");
 }
 
-TEST(Block, OverwritingAcrossTheEndRaisesTheLength)
-{
-    Block block;
-    block.Append("abcd", 4);
-    block.SetPosition(3);
-    block.Append("XYZ", 3);
-    EXPECT_EQ(Content(block), "abcXYZ");
-}
-
 TEST(Block, AFailedGrowthLeavesTheBlockAsItWas)
 {
     DefaultBlockSizeSetting const setting("4");
@@ -264,21 +195,6 @@ TEST(Block, AFailedGrowthLeavesTheBlockAsItWas)
     EXPECT_EQ(Content(block), "abc");
     block.Append("defg", 4);
     EXPECT_EQ(Content(block), "abcdefg");
-}
-
-TEST(Block, AFailedGrowthInFillAtLeavesTheOffsetAsItWas)
-{
-    Block block;
-    unsigned int at = 0;
-    EXPECT_THROW(
-        {
-            Support::FailingAllocation const failing(0);
-            void const* const source = "a";
-            block.FillAt(source, 1, at);
-        },
-        MemoryAllocationException);
-    EXPECT_EQ(at, 0U);
-    EXPECT_EQ(block.GetData(), nullptr);
 }
 
 TEST(Block, AnAllocationThatNoAddressSpaceHoldsIsRefused)
@@ -305,14 +221,6 @@ TEST(Block, AdditionalMemoryIsAddedExactly)
     EXPECT_EQ(block.GetCapacity(), 111U);
 }
 
-TEST(Block, AskingForNoMemoryAtAllGivesNoBuffer)
-{
-    Block block;
-    block.AllocateAdditionalMemory(0);
-    EXPECT_EQ(block.GetData(), nullptr);
-    EXPECT_EQ(block.GetCapacity(), 0U);
-}
-
 TEST(Block, PassingFourGibibytesIsRefusedInsteadOfWrappingAround)
 {
     DefaultBlockSizeSetting const setting("16");
@@ -333,15 +241,6 @@ TEST(Block, PassingFourGibibytesIsRefusedInsteadOfWrappingAround)
     EXPECT_EQ(block.GetLength(), NearlyFull);
     EXPECT_EQ(block.GetPosition(), NearlyFull);
     EXPECT_EQ(block.GetCapacity(), 4294967295U);
-}
-
-TEST(Block, IsWrittenWithoutItsUnusedCapacity)
-{
-    Support::TemporaryFolder const folder;
-    Block block;
-    block.Append("abc", 3);
-    block.Write(Support::OpenStream(folder.File("a"), "wb").get(), false);
-    EXPECT_EQ(Support::ReadFile(folder.File("a")), "abc");
 }
 
 TEST(Block, IsWrittenBehindItsLengthWhenAskedFor)

@@ -52,13 +52,6 @@ void ExpectStream(std::string const& compressed, std::string const& zlibsOwn,
     EXPECT_EQ(Inflated(compressed.substr(4), content.size()), content);
 }
 
-TEST(BlockZlibCompressor, GivesTheLengthAndOneZlibStream)
-{
-    // Header 78 9C, one fixed block of eight times 'a', checksum.
-    ExpectStream(Compressed("aaaaaaaa"), Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"),
-                 "aaaaaaaa");
-}
-
 TEST(BlockZlibCompressor, TheEncoderIsTheOneThatWasBuiltIn)
 {
     EXPECT_STREQ(DeflateEncoderName(), Support::DeflateEncoder);
@@ -95,15 +88,6 @@ TEST(BlockZlibCompressor, SmallAndLargeBlocksOfEveryKindInflateToWhatTheyWere)
         std::string const compressed = Compressed(content);
         EXPECT_EQ(Inflated(compressed.substr(4), length), content) << length;
     }
-}
-
-TEST(BlockZlibCompressor, AnEmptyBlockBecomesALengthOfZeroAndAStream)
-{
-    Block block;
-    BlockZlibCompressor compress(6);
-    compress(block);
-    ExpectStream(Content(block), Hex("00 00 00 00 78 9C 03 00 00 00 00 01"), "");
-    EXPECT_EQ(block.GetPosition(), block.GetLength());
 }
 
 TEST(BlockZlibCompressor, WhatCannotBeMadeSmallerStillFits)
@@ -191,26 +175,6 @@ TEST(BlockZlibCompressor, KeepsNoSmallContentsBuffer)
     compress(block);
     EXPECT_EQ(spares.content.GetData(), nullptr);
     EXPECT_EQ(Inflated(Content(block).substr(4), 8), "aaaaaaaa");
-}
-
-TEST(BlockZlibCompressor, WorksAsATransformationOfAnyKind)
-{
-    BlockZlibCompressor compressor(6);
-    BlockTransformation& transform = compressor;
-    Block block;
-    block.Append("aaaaaaaa", 8);
-    transform(block);
-    EXPECT_EQ(Inflated(Content(block).substr(4), 8), "aaaaaaaa");
-}
-
-TEST(BlockTransformationType, TheBitsAreThoseOfTheFile)
-{
-    EXPECT_EQ(static_cast<int>(BlockTransformationType::Compress), 1);
-    EXPECT_EQ(static_cast<int>(BlockTransformationType::Freeze), 32);
-    EXPECT_TRUE(Has(33, BlockTransformationType::Compress));
-    EXPECT_TRUE(Has(33, BlockTransformationType::Freeze));
-    EXPECT_FALSE(Has(32, BlockTransformationType::Compress));
-    EXPECT_FALSE(Has(31, BlockTransformationType::Freeze));
 }
 
 } // namespace

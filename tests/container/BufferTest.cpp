@@ -31,13 +31,6 @@ std::size_t CountMarks(Buffer const& buffer, std::size_t size)
     return count;
 }
 
-TEST(Buffer, HasNothingWhenItIsNew)
-{
-    Buffer const buffer;
-    EXPECT_EQ(buffer.GetData(), nullptr);
-    EXPECT_EQ(buffer.GetSize(), 0U);
-}
-
 TEST(Buffer, KeepsItsContentWhileItGrowsFromSmallToLarge)
 {
     Buffer buffer;

@@ -42,11 +42,6 @@ TEST(CopyToBlock, ScalarsAreTheirOwnBytes)
     EXPECT_EQ(Encoded(false), Hex("00"));
 }
 
-TEST(CopyToBlock, AnEmptyStringIsFourZeroBytes)
-{
-    EXPECT_EQ(Encoded(std::string()), Hex("00 00 00 00"));
-}
-
 TEST(CopyToBlock, AStringIsItsLengthAndItsCharactersWithoutTerminator)
 {
     EXPECT_EQ(Encoded(std::string("Mox Tree")), Hex("08 00 00 00 4D 6F 78 20 54 72 65 65"));

@@ -5,6 +5,8 @@
 
 #include <limits>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -17,29 +19,21 @@ std::optional<unsigned long> SizeFor(char const* text)
     return DefaultBlockSizeFromEnvironment();
 }
 
-TEST(DefaultBlockSize, IsUnknownWhenTheVariableIsNotSet)
+TEST(DefaultBlockSize, IsTheDecimalNumberThatTheVariableBeginsWith)
 {
-    EXPECT_EQ(SizeFor(nullptr), std::nullopt);
-}
-
-TEST(DefaultBlockSize, IsTheDecimalNumberInTheVariable)
-{
-    EXPECT_EQ(SizeFor("4096"), 4096UL);
-    EXPECT_EQ(SizeFor(" 7 bytes"), 7UL);
-    EXPECT_EQ(SizeFor("0x10"), 0UL);
-    EXPECT_EQ(SizeFor("010"), 10UL);
-}
-
-TEST(DefaultBlockSize, IsZeroForATextThatIsNoNumber)
-{
-    EXPECT_EQ(SizeFor(""), 0UL);
-    EXPECT_EQ(SizeFor("many"), 0UL);
-}
-
-TEST(DefaultBlockSize, IsTheLargestNumberForOnesThatCannotBeHeld)
-{
-    EXPECT_EQ(SizeFor("-1"), std::numeric_limits<unsigned long>::max());
-    EXPECT_EQ(SizeFor("99999999999999999999999"), std::numeric_limits<unsigned long>::max());
+    unsigned long const largest = std::numeric_limits<unsigned long>::max();
+    std::vector<std::pair<char const*, std::optional<unsigned long>>> const cases{
+        {nullptr, std::nullopt},
+        {"4096", 4096},
+        {" 7 bytes", 7},
+        {"0x10", 0},
+        {"010", 10},
+        {"", 0},
+        {"many", 0},
+        {"-1", largest},
+        {"99999999999999999999999", largest}};
+    for (auto const& [text, size] : cases)
+        EXPECT_EQ(SizeFor(text), size) << (text == nullptr ? "not set" : text);
 }
 
 } // namespace

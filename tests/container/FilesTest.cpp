@@ -10,14 +10,6 @@ namespace {
 
 using namespace Zyl2Util;
 
-TEST(Files, NarrowingTakesTheLowEightBitsOfEachCharacter)
-{
-    EXPECT_EQ(Narrowed(L"abc"), "abc");
-    EXPECT_EQ(Narrowed(std::wstring{wchar_t(0x141), wchar_t(0xE9), wchar_t(0x1F642)}), "A\xE9\x42");
-    EXPECT_EQ(Narrowed(std::wstring{wchar_t(0x100)}), std::string(1, '\0'));
-    EXPECT_EQ(Narrowed(L""), "");
-}
-
 TEST(Files, WhatStandsAtThePathExists)
 {
     Support::TemporaryFolder folder;
@@ -26,17 +18,6 @@ TEST(Files, WhatStandsAtThePathExists)
     EXPECT_TRUE(FileExists(folder.File("").c_str()));
     EXPECT_FALSE(FileExists(folder.File("elsewhere").c_str()));
     EXPECT_FALSE(FileExists(""));
-}
-
-TEST(Files, AWideNameExistsWhenItsNarrowedFormDoes)
-{
-    Support::TemporaryFolder folder;
-    Support::WriteFile(folder.File("A"), "");
-    std::string const base = folder.File("");
-    std::wstring const wideBase(base.begin(), base.end());
-    EXPECT_TRUE(FileExists((wideBase + L"A").c_str()));
-    EXPECT_TRUE(FileExists((wideBase + wchar_t(0x141)).c_str()));
-    EXPECT_FALSE(FileExists((wideBase + L"B").c_str()));
 }
 
 TEST(Files, AFileHasANameUntilTheLastOneIsRemoved)

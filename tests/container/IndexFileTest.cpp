@@ -56,14 +56,6 @@ std::string StreamOf(std::vector<ReadSlot> const& slots, std::string const& key)
     return stream;
 }
 
-TEST(IndexFile, OneValueGivesAHeaderARootIndexAndTheValueAt2800)
-{
-    std::string const file = FileOf([](WvFile& f) { f.GetIndex().Put("Key", 0x04030201U); });
-    EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", 4, 0) + Support::SpareEntries(2, 20) +
-                        Hex("01 02 03 04"));
-    EXPECT_EQ(file.substr(2800), Hex("01 02 03 04"));
-}
-
 TEST(IndexFile, BlocksStandBackToBackInSlotOrder)
 {
     DefaultBlockSizeSetting const setting("4");
@@ -90,44 +82,6 @@ TEST(IndexFile, ACompressedBlockBearsItsFlagAndItsCompressedSize)
     auto const size = static_cast<std::uint32_t>(block.size());
     EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", size, 1) + Entry(2, "Plain", 1, 0) +
                         Support::SpareEntries(3, 20) + block + "b");
-}
-
-TEST(IndexFile, ABlockThatWasFlushedEarlyIsNotWrittenAgain)
-{
-    DefaultBlockSizeSetting const setting("4");
-    std::string const file = FileOf([](WvFile& f) {
-        PutBytes(f.GetIndex(), "Key", "early");
-        f.AddBlockTransformation("Key", BlockTransformationType::Freeze);
-        f.GetIndex().FlushFrozen(f.GetStream());
-        PutBytes(f.GetIndex(), "Key", "late");
-    });
-    EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", 5, 32) + Entry(2, "Key", 4, 0) +
-                        Support::SpareEntries(3, 20) + "earlylate");
-}
-
-TEST(IndexFile, NamesOf128BytesAndMoreFillTheFieldWithoutTerminator)
-{
-    std::string const file = FileOf([](WvFile& f) {
-        f.GetIndex().Put(std::string(128, 'n'), true);
-        f.GetIndex().Put(std::string(200, 'm'), true);
-    });
-    EXPECT_EQ(file.substr(20, 278),
-              Entry(1, std::string(128, 'n'), 1, 0) + Entry(2, std::string(128, 'm'), 1, 0));
-    EXPECT_EQ(file.substr(2800), Hex("01 01"));
-}
-
-TEST(IndexFile, NineteenBlocksNeedNoIndexBlock)
-{
-    DefaultBlockSizeSetting const setting("0");
-    std::string const file = FileOf([](WvFile& f) {
-        for (int put = 0; put < 19; ++put)
-            f.GetIndex().Put("Key", true);
-    });
-    std::string expected = Header + RootIndexHead;
-    for (unsigned int id = 1; id < 20; ++id)
-        expected += Entry(id, "Key", 1, 0);
-    expected += Support::SpareEntry(20) + std::string(19, '\x01');
-    EXPECT_EQ(file, expected);
 }
 
 TEST(IndexFile, TwentyBlocksNeedOneIndexBlockInSlot19)
@@ -278,12 +232,6 @@ TEST(IndexFile, The20thBlockFlushedEarlyDoesNotOverwriteTheStartOfTheFile)
               index.GetSlots().GetItem(18).position + index.GetSlots().GetItem(18).size + 27804);
 }
 
-TEST(IndexFile, TwoHundredFiftyDatasetsBeyondTheLimitReadBack)
-{
-    ExpectStreamed(DatasetsBeyondTheLimit(250), Frozen, {19, 219});
-    ExpectStreamed(DatasetsBeyondTheLimit(250), FrozenAndCompressed, {19, 219});
-}
-
 TEST(IndexFile, FourHundredFiftyDatasetsBeyondTheLimitReadBack)
 {
     ExpectStreamed(DatasetsBeyondTheLimit(450), Frozen, {19, 219, 419});
@@ -297,25 +245,6 @@ TEST(IndexFile, DatasetsBelowAndBeyondTheLimitReadBackInOneFile)
         datasets.push_back(DatasetNumber(number, number % 3 == 0 ? 4 : 4 + number % 13));
     ExpectStreamed(datasets, Frozen, {19, 219, 419});
     ExpectStreamed(datasets, FrozenAndCompressed, {19, 219, 419});
-}
-
-TEST(IndexFile, ManySmallDatasetsReadBack)
-{
-    std::vector<std::string> datasets;
-    for (std::size_t number = 0; number < 1350; ++number)
-        datasets.push_back(DatasetNumber(number, 4));
-    ExpectStreamed(datasets, FrozenAndCompressed, {19, 219, 419});
-}
-
-TEST(IndexFile, TheFirstMarkingReachesNoBlockSoThatTheLastBlockIsNotFrozen)
-{
-    DefaultBlockSizeSetting const setting("10");
-    std::string const file = FileOf(
-        [](WvFile& f) { StreamDatasets(f, DatasetsBeyondTheLimit(3), FrozenAndCompressed); });
-    std::vector<ReadSlot> const slots = Support::ReadSlots(file);
-    EXPECT_EQ(slots[0].transformations, 33U);
-    EXPECT_EQ(slots[1].transformations, 33U);
-    EXPECT_EQ(slots[2].transformations, 0U);
 }
 
 TEST(IndexFile, ASpareSlotThatIsMarkedForCompressionStillReadsBack)

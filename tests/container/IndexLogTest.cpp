@@ -4,6 +4,7 @@
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
 #include "support/Environment.h"
+#include "support/ThrowSite.h"
 
 #include <unistd.h>
 
@@ -175,8 +176,11 @@ TEST(IndexLog, AFailedPositioningIsToldOf)
     Index index(12);
     index.Put("Key", 1U);
     LogCapture log;
-    EXPECT_THROW(index.WriteBufferToFileStream(0, stream.get()),
-                 Zyl2::Exception::FileWriteException);
+    Support::expectThrown<Zyl2::Exception::FileWriteException>(
+        [&] { index.WriteBufferToFileStream(0, stream.get()); },
+        {7, "Saving the buffer failed", "Zyl2Wvf::Index::WriteBufferToFileStream",
+         "Zyl2/Wvf/Index"});
+    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr) << "it was given up";
     EXPECT_EQ(log.Texts(), (std::vector<std::string>{
                                "Writing buffer 0 to stream.", "Buffer length: 4",
                                "Writing buffer at position: 2800", "File positioning failed"}));
@@ -188,7 +192,9 @@ TEST(IndexLog, SavingAFrozenSlotAgainIsToldOfBeforeItIsRefused)
     index.Put("Key", 1U);
     index.GetSlots().GetItem(0).state = Zyl2Wvf::IndexItem::State::Frozen;
     LogCapture log;
-    EXPECT_THROW(index.WriteBufferToFileStream(0, nullptr), Zyl2::Exception::InvalidObjectState);
+    Support::expectThrown<Zyl2::Exception::InvalidObjectState>(
+        [&] { index.WriteBufferToFileStream(0, nullptr); },
+        {17, "Invalid object state", "Zyl2Wvf::Index::WriteBufferToFileStream", "Zyl2/Wvf/Index"});
     EXPECT_EQ(log.Texts(), std::vector<std::string>{"Writing buffer 0 to stream."});
 }
 

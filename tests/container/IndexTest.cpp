@@ -61,55 +61,6 @@ TEST(Index, AReservedNameIsRecognisedByItsFirst13Bytes)
     EXPECT_FALSE(Index::IsAnIndexBlock(Spare));
 }
 
-TEST(Index, TheFirstPutCreates20SpareSlotsAndLandsInSlotZero)
-{
-    Index index(12);
-    index.Put("Key", 1U);
-    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
-    EXPECT_EQ(index.GetSlots().GetItem(0).name, "Key");
-    EXPECT_EQ(index.GetSlots().GetItem(0).id, 1);
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01 00 00 00"));
-    for (std::size_t slot = 1; slot < 20; ++slot) {
-        EXPECT_EQ(index.GetSlots().GetItem(slot).name, Spare);
-        EXPECT_EQ(index.GetSlots().GetItem(slot).id, slot + 1);
-    }
-}
-
-TEST(Index, BlocksTakeTheSpareSlotsFromTheLowestUp)
-{
-    Index index(12);
-    EXPECT_EQ(index.AddBlock("a"), 0U);
-    EXPECT_EQ(index.AddBlock("b"), 1U);
-    EXPECT_EQ(index.AddBlock("a"), 2U);
-    EXPECT_EQ(index.GetLimiter("a").blocks, (std::vector<std::size_t>{0, 2}));
-    EXPECT_EQ(index.GetLimiter(Spare).blocks.front(), 19U);
-    EXPECT_EQ(index.GetLimiter(Spare).blocks.back(), 3U);
-}
-
-TEST(Index, TheTwentiethBlockLandsInSlot20AndSlot19BecomesAnIndexBlock)
-{
-    Index index(12);
-    for (std::size_t block = 0; block < 19; ++block)
-        EXPECT_EQ(index.AddBlock("Key"), block);
-    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
-    EXPECT_EQ(index.AddBlock("Key"), 20U);
-    EXPECT_EQ(index.GetSlots().GetSlotCount(), 220U);
-
-    IndexItem const& item = index.GetSlots().GetItem(19);
-    EXPECT_EQ(item.name, IndexBlock);
-    EXPECT_EQ(item.size, 27804U);
-    EXPECT_EQ(item.transformations, 32);
-    EXPECT_EQ(index.GetLimiter(IndexBlock).limit, 27804U);
-    EXPECT_EQ(index.GetLimiter(IndexBlock).blocks, std::vector<std::size_t>{19});
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(19)),
-              Hex("C8 00 00 00") + Support::SpareEntries(21, 220))
-        << "slots 20 to 219";
-    EXPECT_EQ(index.GetSlots().GetItem(20).name, "Key");
-    EXPECT_EQ(index.GetLimiter(Spare).blocks.size(), 199U);
-    EXPECT_EQ(index.GetLimiter(Spare).blocks.back(), 21U);
-    EXPECT_EQ(index.GetLimiter(Spare).blocks.front(), 219U);
-}
-
 TEST(Index, TheLastSlotOfEveryGroupBecomesAnIndexBlock)
 {
     Index index(12);
@@ -122,22 +73,13 @@ TEST(Index, TheLastSlotOfEveryGroupBecomesAnIndexBlock)
         if (slot != 19 && slot != 219 && slot != 419)
             expected.push_back(slot);
     EXPECT_EQ(taken, expected);
+    EXPECT_EQ(index.GetLimiter(IndexBlock).limit, 27804U);
     EXPECT_EQ(index.GetLimiter(IndexBlock).blocks, (std::vector<std::size_t>{19, 219, 419}));
     EXPECT_EQ(index.GetSlots().GetSlotCount(), 620U);
     for (std::size_t const slot : {std::size_t(19), std::size_t(219), std::size_t(419)}) {
         EXPECT_EQ(index.GetSlots().GetItem(slot).size, 27804U);
         EXPECT_EQ(index.GetSlots().GetItem(slot).transformations, 32);
     }
-}
-
-TEST(Index, IdsWrapAfter255)
-{
-    Index index(12);
-    for (int block = 0; block < 240; ++block)
-        index.AddBlock("Key");
-    EXPECT_EQ(index.GetSlots().GetItem(254).id, 255);
-    EXPECT_EQ(index.GetSlots().GetItem(255).id, 0);
-    EXPECT_EQ(index.GetSlots().GetItem(256).id, 1);
 }
 
 TEST(Index, CreateBlockAppendsASlotWhateverThePoolHolds)
@@ -209,20 +151,6 @@ TEST(Index, AskingForTheLimiterOfAnUnknownKeyIsRefused)
         {14, "Key not found", "Zyl2Wvf::Index::GetLimiter", "Zyl2/Wvf/Index"});
 }
 
-TEST(Index, WithALimitOfTenBytesTwoLongsShareABlockAndTheThirdGetsANewOne)
-{
-    DefaultBlockSizeSetting const setting("10");
-    Index index(12);
-    index.Put("Key", 1UL);
-    index.Put("Key", 2UL);
-    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 16U);
-    index.Put("Key", 3UL);
-    EXPECT_EQ(index.GetLimiter("Key").blocks, (std::vector<std::size_t>{0, 1}));
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)),
-              Hex("01 00 00 00 00 00 00 00 02 00 00 00 00 00 00 00"));
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("03 00 00 00 00 00 00 00"));
-}
-
 TEST(Index, ABlockThatHasExactlyItsLimitIsFull)
 {
     DefaultBlockSizeSetting const setting("8");
@@ -231,16 +159,6 @@ TEST(Index, ABlockThatHasExactlyItsLimitIsFull)
     EXPECT_EQ(index.GetWritingBlockIndex("Key"), 0U);
     PutBytes(index, "Key", "8");
     EXPECT_EQ(index.GetWritingBlockIndex("Key"), 1U);
-}
-
-TEST(Index, ALimitOfZeroGivesEveryPutABlockOfItsOwn)
-{
-    DefaultBlockSizeSetting const setting("0");
-    Index index(12);
-    index.Put("Key", true);
-    index.Put("Key", false);
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01"));
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("00"));
 }
 
 TEST(Index, ASinglePutIsNeverSplit)
@@ -413,16 +331,6 @@ TEST(Index, ARawPutIntoAFrozenBlockReportsAnUnknownKeyInstead)
     EXPECT_EQ(index.GetSlots().GetBlock(1).GetLength(), 0U);
 }
 
-TEST(Index, AFrozenBlockIsFollowedByANewOneForTheNextPut)
-{
-    Index index(12);
-    index.Put("Key", 1U);
-    index.GetSlots().GetItem(0).state = Zyl2Wvf::IndexItem::State::Frozen;
-    index.Put("Key", 2U);
-    EXPECT_EQ(index.GetLimiter("Key").blocks, (std::vector<std::size_t>{0, 1}));
-    EXPECT_EQ(Content(index.GetSlots().GetBlock(1)), Hex("02 00 00 00"));
-}
-
 TEST(Index, AKeyThatGoesOnAfterASavedBlockGetsThatBlocksBuffer)
 {
     DefaultBlockSizeSetting const setting("5000000");
@@ -553,44 +461,6 @@ TEST(Index, APutThatNoBlockCanHoldIsRefused)
     EXPECT_EQ(Content(index.GetSlots().GetBlock(0)), Hex("01 00 00 00 02 00 00 00"));
 }
 
-TEST(Index, ThePositionOfABlockIsBehindItsPredecessor)
-{
-    Index index(12);
-    index.AddBlock("Key");
-    index.UpdateBlockPositionInStream(0);
-    EXPECT_EQ(index.GetSlots().GetItem(0).position, 2800U);
-    index.GetSlots().GetItem(0).size = 7;
-    index.UpdateBlockPositionInStream(1);
-    EXPECT_EQ(index.GetSlots().GetItem(1).position, 2807U);
-}
-
-TEST(Index, ThePositionOfABlockBehindAnIndexBlockBringsThatOneUpToDateFirst)
-{
-    Index index(12);
-    for (int block = 0; block < 20; ++block)
-        index.AddBlock("Key");
-    // Slot 18 was not saved yet when slot 19 became an index block.
-    index.GetSlots().GetItem(18).position = 5000;
-    index.GetSlots().GetItem(18).size = 30;
-    index.UpdateBlockPositionInStream(20);
-    EXPECT_EQ(index.GetSlots().GetItem(19).position, 5030U);
-    EXPECT_EQ(index.GetSlots().GetItem(20).position, 32834U);
-}
-
-TEST(Index, SavingAFrozenSlotAgainIsRefused)
-{
-    Support::TemporaryFolder const folder;
-    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
-    Index index(12);
-    index.Put("Key", 1U);
-    index.AddTransformation("Key", BlockTransformationType::Freeze);
-    index.WriteBufferToFileStream(0, stream.get());
-    EXPECT_TRUE(index.GetSlots().GetItem(0).IsFrozen());
-    Support::expectThrown<InvalidObjectState>(
-        [&] { index.WriteBufferToFileStream(0, stream.get()); },
-        {17, "Invalid object state", "Zyl2Wvf::Index::WriteBufferToFileStream", "Zyl2/Wvf/Index"});
-}
-
 TEST(Index, ASavedBlockIsReleasedAndOnlyAMarkedOneFreezes)
 {
     Support::TemporaryFolder const folder;
@@ -605,42 +475,6 @@ TEST(Index, ASavedBlockIsReleasedAndOnlyAMarkedOneFreezes)
     EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 0U);
     EXPECT_EQ(index.GetSlots().GetBlock(0).GetCapacity(), 0U);
     EXPECT_EQ(index.GetSlots().GetBlock(0).GetPosition(), 0U);
-}
-
-TEST(Index, AStreamThatCannotSeekIsReported)
-{
-    Support::Stream const pipe = PipeWithoutReader();
-    Index index(12);
-    index.Put("Key", 1U);
-    Support::expectThrown<FileWriteException>([&] { index.WriteBufferToFileStream(0, pipe.get()); },
-                                              {7, "Saving the buffer failed",
-                                               "Zyl2Wvf::Index::WriteBufferToFileStream",
-                                               "Zyl2/Wvf/Index"});
-    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr)
-        << "a block that was given up is released";
-}
-
-TEST(Index, AFullDiskIsReportedWhenABlockIsSaved)
-{
-    Support::Stream const full = Support::OpenStream("/dev/full", "wb");
-    Index index(12);
-    PutBytes(index, "Key", std::string(100000, 'x'));
-    Support::expectThrown<FileWriteException>(
-        [&] { index.WriteBufferToFileStream(0, full.get()); },
-        {7, "Unable to write to file", "Zyl2Wvf::Block::Write", "Zyl2/Wvf/Block"});
-    EXPECT_EQ(index.GetSlots().GetBlock(0).GetData(), nullptr);
-}
-
-TEST(Index, AFullDiskIsReportedWhenTheNextBlockIsPositioned)
-{
-    Support::Stream const full = Support::OpenStream("/dev/full", "wb");
-    Index index(12);
-    index.Put("Key", 1U);
-    // Four bytes stay in the stream's buffer until the stream has to go elsewhere.
-    Support::expectThrown<FileWriteException>(
-        [&] { index.WriteAllBuffersToFileStream(full.get()); },
-        {7, "Saving the buffer failed", "Zyl2Wvf::Index::WriteBufferToFileStream",
-         "Zyl2/Wvf/Index"});
 }
 
 TEST(Index, AFullDiskIsReportedAtTheLatestWhenEverythingIsSaved)
@@ -710,23 +544,6 @@ TEST(Index, AnIndexBlockIsMadeAnewOnceAndThenKeepsItsBuffer)
                                                           Support::SpareEntries(22, 220));
 }
 
-TEST(Index, AnIndexBlockThatWasNotSavedBeforeFreezesWithTheFinalTable)
-{
-    Support::TemporaryFolder const folder;
-    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
-    Index index(12);
-    for (int block = 0; block < 20; ++block)
-        index.AddBlock("Key");
-    index.GetSlots().GetItem(18).position = 2800;
-    index.WriteIndexBufferToFileStream(19, stream.get());
-    EXPECT_TRUE(index.GetSlots().GetItem(19).IsFrozen());
-    EXPECT_EQ(index.GetSlots().GetItem(19).position, 2800U);
-    std::fflush(stream.get());
-    EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + Hex("C8 00 00 00") +
-                                                       Support::Entry(21, "Key", 0, 0) +
-                                                       Support::SpareEntries(22, 220));
-}
-
 TEST(Index, AnIndexBlockWithFewerThan200FollowersIsRefused)
 {
     Support::TemporaryFolder const folder;
@@ -776,23 +593,6 @@ TEST(Index, FlushingSavesOnlyFullBlocksThatAreMarked)
     EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
 }
 
-TEST(Index, FlushingAgainWritesNothingASecondTime)
-{
-    DefaultBlockSizeSetting const setting("10");
-    Support::TemporaryFolder const folder;
-    Support::Stream const stream = Support::OpenStream(folder.File("a"), "wb");
-    Index index(12);
-    PutBytes(index, "Key", std::string(10, 'x'));
-    index.AddTransformation("Key", BlockTransformationType::Freeze);
-    index.FlushFrozen(stream.get());
-    long const end = std::ftell(stream.get());
-    EXPECT_NO_THROW(index.FlushFrozen(stream.get()));
-    EXPECT_EQ(std::ftell(stream.get()), end);
-    EXPECT_EQ(index.GetSlots().GetItem(0).size, 10U);
-    std::fflush(stream.get());
-    EXPECT_EQ(Support::ReadFile(folder.File("a")), Support::Zeros(2800) + std::string(10, 'x'));
-}
-
 TEST(Index, FlushingGoesThroughTheKeysInTheirOrder)
 {
     DefaultBlockSizeSetting const setting("10");
@@ -821,17 +621,6 @@ TEST(Index, FlushingSkipsSpareAndIndexBlocks)
     EXPECT_FALSE(index.GetSlots().GetItem(19).IsFrozen());
     EXPECT_FALSE(index.GetSlots().GetItem(21).IsFrozen());
     EXPECT_EQ(index.GetSlots().GetBlock(19).GetLength(), 27804U);
-}
-
-TEST(Index, FlushingWithoutAStreamDoesNothing)
-{
-    DefaultBlockSizeSetting const setting("10");
-    Index index(12);
-    PutBytes(index, "Key", std::string(16, 'x'));
-    index.AddTransformation("Key", BlockTransformationType::Freeze);
-    index.FlushFrozen(nullptr);
-    EXPECT_FALSE(index.GetSlots().GetItem(0).IsFrozen());
-    EXPECT_EQ(index.GetSlots().GetBlock(0).GetLength(), 16U);
 }
 
 /// Whether the compressor was what the n-th allocation failed for.

@@ -76,19 +76,6 @@ TEST(Logging, AStatementJoinsItsPiecesAndCarriesSeverityOne)
     EXPECT_EQ(capture.entries[0].severity, 1);
 }
 
-TEST(Logging, AStatementHandsItsRecordOverAsAPlainStream)
-{
-    Support::LogCapture capture;
-    write("Zyl2/Some/Source", "f()", 1, "text");
-    EXPECT_EQ(capture.entries.size(), 1U);
-    EXPECT_EQ(capture.recordCalls, 0);
-}
-
-TEST(Logging, TheLogSystemIsTheSameOneOnEveryCall)
-{
-    EXPECT_EQ(&activeLogSystem(), &activeLogSystem());
-}
-
 TEST(Logging, SettingALogSystemReturnsThePreviousOneAndNullRestoresTheSilentOne)
 {
     LogSystem* const silent = &activeLogSystem();

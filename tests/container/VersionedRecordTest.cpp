@@ -25,22 +25,6 @@ void CopyFieldsToBlock(Zyl2Wvf::Block& block, Sample const& sample)
     Zyl2Wvf::CopyToBlock(block, sample.text);
 }
 
-/// As many bytes as a material of version "0.3" has: four colours, two factors and a flag.
-struct ColouredSample
-{};
-
-std::string RecordVersion(ColouredSample const& /*sample*/)
-{
-    return "0.3";
-}
-
-void CopyFieldsToBlock(Zyl2Wvf::Block& block, ColouredSample const& /*sample*/)
-{
-    for (int component = 0; component < 4 * 4 + 2; ++component)
-        Zyl2Wvf::CopyToBlock(block, 0.5F);
-    Zyl2Wvf::CopyToBlock(block, static_cast<unsigned char>(1));
-}
-
 /// Loses the block's content, so that the place of the size is gone.
 struct LosingSample
 {};
@@ -82,14 +66,6 @@ TEST(VersionedRecord, TheSizeCountsItselfAndOnlyItsOwnRecord)
                   "13 00 00 00 03 00 00 00 30 2E 32 01 00 00 00 00 00 00 00 "
                   "16 00 00 00 03 00 00 00 30 2E 32 02 00 00 00 03 00 00 00 61 62 63"));
     EXPECT_EQ(block.GetPosition(), block.GetLength());
-}
-
-TEST(VersionedRecord, OfAMaterialsFieldsIsFourPlusStringPlus73BytesAndStartsWithItsLength)
-{
-    Block block;
-    CopyToBlock_Versioned(block, Records::ColouredSample());
-    ASSERT_EQ(block.GetLength(), 4U + (4U + 3U) + 73U);
-    EXPECT_EQ(Content(block).substr(0, 11), Hex("54 00 00 00 03 00 00 00 30 2E 33"));
 }
 
 TEST(VersionedRecord, WrittenOverEarlierBytesLeavesTheCursorBehindItself)

@@ -49,41 +49,6 @@ void ExpectWritesTo(WvFile const& file, std::string const& path)
     EXPECT_EQ(Support::ReadFile(path), "mark");
 }
 
-TEST(WvFile, AFreshFileBeginsWithSignatureAndVersion)
-{
-    Support::TemporaryFolder const folder;
-    WvFile file;
-    file.OpenFileForWriting(folder.File("a.mox"), false);
-    file.WriteHeader();
-    file.CloseFile();
-    EXPECT_EQ(Support::ReadFile(folder.File("a.mox")), Hex("89 57 56 46 0D 0A 1A 0A 31 2E 33 00"));
-    EXPECT_EQ(mox_file_version, "1.3");
-}
-
-TEST(WvFile, ASavedFileBeginsWithSignatureAndVersion)
-{
-    Support::TemporaryFolder const folder;
-    WvFile file;
-    file.OpenFileForWriting(Wide(folder.File("a.mox")), false);
-    file.WriteHeader();
-    file.GetIndex().Put("Key", 1U);
-    file.GetIndex().WriteAllBuffersToFileStream(file.GetStream());
-    file.CloseFile();
-    std::string const content = Support::ReadFile(folder.File("a.mox"));
-    EXPECT_EQ(content.substr(0, 12), Hex("89 57 56 46 0D 0A 1A 0A 31 2E 33 00"));
-    EXPECT_EQ(content.size(), 2804U);
-}
-
-TEST(WvFile, OpeningCreatesTheFileAtOnceAndWritesNothing)
-{
-    Support::TemporaryFolder const folder;
-    WvFile file;
-    file.OpenFileForWriting(folder.File("a.mox"), false);
-    EXPECT_TRUE(std::filesystem::exists(folder.File("a.mox")));
-    file.CloseFile();
-    EXPECT_EQ(Support::ReadFile(folder.File("a.mox")), "");
-}
-
 TEST(WvFile, OpeningTwiceIsRefusedAndLeavesTheFirstStreamOpen)
 {
     Support::TemporaryFolder const folder;
@@ -155,15 +120,6 @@ TEST(WvFile, AFileThatCannotBeOpenedIsNamedInQuotes)
     EXPECT_EQ(file.GetStream(), nullptr);
     file.OpenFileForWriting(folder.File("a"), false);
     ExpectWritesTo(file, folder.File("a"));
-}
-
-TEST(WvFile, AFolderCannotBeOverwritten)
-{
-    Support::TemporaryFolder const folder;
-    std::string const path = folder.File("");
-    WvFile file;
-    Support::expectThrown<MiscelleneousException>([&] { file.OpenFileForWriting(path, true); },
-                                                  UnableToOpen(path));
 }
 
 TEST(WvFile, AWideNameAndModeAreNarrowedToTheirLowEightBits)
@@ -256,66 +212,6 @@ TEST(WvFile, AFileThatTheSystemRefusesToCloseIsKnownToBe)
     file.OpenFileForWriting(folder.File("a"), false);
     file.CloseFile();
     EXPECT_FALSE(file.HasFailedToClose());
-}
-
-TEST(WvFile, ClosingAClosedFileOnlySaysThatItCloses)
-{
-    WvFile file;
-    Support::LogCapture log;
-    file.CloseFile();
-    EXPECT_EQ(log.Texts(), std::vector<std::string>{"Closing file ..."});
-}
-
-TEST(WvFile, ClosingSavesNothing)
-{
-    Support::TemporaryFolder const folder;
-    WvFile file;
-    file.OpenFileForWriting(folder.File("a"), false);
-    file.WriteHeader();
-    file.GetIndex().Put("Key", 1U);
-    file.CloseFile();
-    EXPECT_EQ(Support::ReadFile(folder.File("a")).size(), 12U);
-}
-
-TEST(WvFile, AnotherFileCanBeOpenedAfterClosing)
-{
-    Support::TemporaryFolder const folder;
-    WvFile file;
-    file.OpenFileForWriting(folder.File("a"), false);
-    file.CloseFile();
-    file.OpenFileForWriting(folder.File("b"), false);
-    ExpectWritesTo(file, folder.File("b"));
-}
-
-TEST(WvFile, DestructionClosesTheStream)
-{
-    Support::TemporaryFolder const folder;
-    Support::LogCapture log;
-    {
-        WvFile file;
-        file.OpenFileForWriting(folder.File("a"), false);
-        std::fputs("pending", file.GetStream());
-    }
-    EXPECT_EQ(Support::ReadFile(folder.File("a")), "pending");
-    EXPECT_EQ(log.Texts(), (std::vector<std::string>{"Closing file ...", "File closed."}));
-}
-
-TEST(WvFile, MarkingReachesEveryBlockThatBearsTheNameNow)
-{
-    WvFile file;
-    Index& index = file.GetIndex();
-    index.AddBlock("Key");
-    index.AddBlock("Other");
-    index.AddBlock("Key");
-    file.AddBlockTransformation("Key", BlockTransformationType::Freeze);
-    file.AddBlockTransformation("Key", BlockTransformationType::Compress);
-    index.AddBlock("Key");
-    EXPECT_EQ(index.GetSlots().GetItem(0).transformations, 33);
-    EXPECT_EQ(index.GetSlots().GetItem(1).transformations, 0);
-    EXPECT_EQ(index.GetSlots().GetItem(2).transformations, 33);
-    EXPECT_EQ(index.GetSlots().GetItem(3).transformations, 0);
-    file.AddBlockTransformation("Unknown", BlockTransformationType::Compress);
-    EXPECT_EQ(index.GetSlots().GetSlotCount(), 20U);
 }
 
 } // namespace

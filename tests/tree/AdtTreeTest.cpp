@@ -148,30 +148,6 @@ TEST(AdtTree, ThreeChildrenOfTheRootAreSiblingsInTheOrderOfTheirIds)
     EXPECT_EQ(tree.GetReqNode(4).nextSibling, 0U);
 }
 
-TEST(AdtTree, AChildOfAChildIsNoSiblingOfTheLatter)
-{
-    TestTree tree;
-    tree.AddChild();
-    EXPECT_EQ(tree.AddChild(), 3U);
-    EXPECT_EQ(tree.GetReqNode(1).lastChild, 2U);
-    EXPECT_EQ(tree.GetReqNode(2).firstChild, 3U);
-    EXPECT_EQ(tree.GetReqNode(2).lastChild, 3U);
-    EXPECT_EQ(tree.GetReqNode(2).nextSibling, 0U);
-    EXPECT_EQ(tree.GetReqNode(3).parent, 2U);
-    EXPECT_EQ(tree.GetReqNode(3).previousSibling, 0U);
-}
-
-TEST(AdtTree, RecordsAreWalkedInAscendingIdOrder)
-{
-    TestTree tree;
-    for (int child = 0; child < 5; ++child)
-        tree.AddNamed("a");
-    std::vector<unsigned int> ids;
-    for (TestTree::NodeType const& record : tree.GetRecords())
-        ids.push_back(record.id);
-    EXPECT_EQ(ids, (std::vector<unsigned int>{1, 2, 3, 4, 5, 6}));
-}
-
 TEST(AdtTree, NoNodeCanBeMadeCurrentButIsNotThere)
 {
     TestTree tree;

@@ -31,14 +31,6 @@ TEST(ChildIndex, AnUnknownKeyHasNoChildren)
     EXPECT_EQ(index.GetFirst(2, "a"), 0U);
 }
 
-TEST(ChildIndex, ChildrenOfOneKeyFormAChainInIdOrder)
-{
-    ChildIndex index;
-    for (ChildIndex::IdType const child : {2U, 3U, 5U, 8U})
-        index.Insert(1, "a", child);
-    EXPECT_EQ(Chain(index, 1, "a"), (Ids{2, 3, 5, 8}));
-}
-
 TEST(ChildIndex, TheChainIsInIdOrderWhateverTheOrderOfInsertion)
 {
     ChildIndex index;

@@ -82,30 +82,6 @@ AttributeList Processed(AttributeList const& attributes)
     return variable.attributes;
 }
 
-TEST(Geometry, SaysWhatItIsAndReportsVersion07)
-{
-    Geometry const geometry("g");
-    EXPECT_EQ(geometry.GetName(), "g");
-    EXPECT_EQ(geometry.GetType(), "Geometry");
-    EXPECT_EQ(geometry.GetVersion(), "0.7");
-    EXPECT_FALSE(geometry.IsLoaded());
-    EXPECT_TRUE(geometry.GetVariables().empty());
-}
-
-TEST(Geometry, LoadSaveAndCopyingHaveNoEffect)
-{
-    Geometry geometry("g");
-    AddData(geometry, "x", 1, 0);
-    Zyl2Wvf::Block block;
-    geometry.Load("somewhere");
-    geometry.Save();
-    geometry.CopyToBlock(block);
-    geometry.CopyFromBlock(block);
-    EXPECT_EQ(block.GetLength(), 0U);
-    EXPECT_EQ(geometry.GetVariables().size(), 1U);
-    EXPECT_FALSE(geometry.IsLoaded());
-}
-
 TEST(Geometry, ClearingTheDatasetsLeavesTheVariables)
 {
     Geometry geometry("g");
@@ -121,23 +97,6 @@ TEST(Geometry, ANewOneHasNoDatasetsToClear)
     geometry.ClearDatasets();
     EXPECT_TRUE(geometry.GetDatasets().empty());
     EXPECT_TRUE(geometry.GetVariables().empty());
-}
-
-TEST(Geometry, ANewVariableHasItsNameAlone)
-{
-    Geometry geometry("g");
-    EXPECT_EQ(geometry.FindOrAddVariable("x"), 0U);
-    Geometry::VarStruct const& variable = geometry.GetVariable(0);
-    EXPECT_EQ(variable.name, "x");
-    EXPECT_EQ(static_cast<std::uint32_t>(variable.type), 0U);
-    EXPECT_FALSE(variable.vibration);
-    EXPECT_TRUE(variable.attributes.empty());
-    EXPECT_EQ(variable.array.kind, ElementCode::None);
-    EXPECT_EQ(variable.array.valueCount, 0);
-    EXPECT_EQ(variable.array.width, 0U);
-    EXPECT_FALSE(variable.linked);
-    EXPECT_EQ(variable.linkedNode, 0U);
-    EXPECT_EQ(variable.linkedVariable, 0U);
 }
 
 TEST(Geometry, VariablesStandInTheOrderOfTheirFirstUse)
@@ -203,15 +162,6 @@ TEST(Geometry, AnyOtherCategoryClearsTheVibrationFlag)
     }
 }
 
-TEST(Geometry, ACategoryOf256BytesIsComparedWithinItsBounds)
-{
-    Geometry::VarStruct variable;
-    Geometry::ProcessAttributes(
-        variable, {{"Category", AttributeValue::FromText("Vibration" + std::string(300, 'x'))}});
-    EXPECT_FALSE(variable.vibration);
-    EXPECT_EQ(variable.attributes.at("Category").GetText(), "Vibration" + std::string(247, 'x'));
-}
-
 TEST(Geometry, LaterAttributesAreAddedToEarlierOnesAndOverwriteThoseOfTheSameKey)
 {
     Geometry::VarStruct variable;
@@ -221,15 +171,6 @@ TEST(Geometry, LaterAttributesAreAddedToEarlierOnesAndOverwriteThoseOfTheSameKey
     ASSERT_EQ(variable.attributes.size(), 2U);
     EXPECT_EQ(variable.attributes.at("a").GetInteger(), 1U);
     EXPECT_EQ(variable.attributes.at("b").GetFloat(), 3.0F);
-}
-
-TEST(Geometry, WithoutVariablesACountOfZeroIsWritten)
-{
-    WvFile file;
-    Write(file, Geometry("g"));
-    EXPECT_EQ(KeyContent(file.GetIndex(), "Light"), Support::Zeros(4));
-    EXPECT_TRUE(Support::KeySlots(file.GetIndex(), "Heavy").empty());
-    EXPECT_TRUE(Support::KeySlots(file.GetIndex(), "Attributes").empty());
 }
 
 TEST(Geometry, TheHeaderOfAVariableWithDataOfItsOwn)
@@ -321,21 +262,6 @@ TEST(Geometry, ATypeOfAllOnesIsWrittenUnchanged)
     EXPECT_EQ(WrittenLight(geometry).substr(8, 4), Hex("FF FF FF FF "));
 }
 
-TEST(Geometry, AttributesFollowInTheirBlockInTheOrderOfTheVariables)
-{
-    Geometry geometry("g");
-    AddData(geometry, "first", 12, 0).attributes["a"] = AttributeValue::FromInteger(1);
-    AddData(geometry, "second", 12, 0);
-    AddData(geometry, "third", 12, 0).attributes["b"] = AttributeValue::FromInteger(2);
-    WvFile file;
-    Write(file, geometry);
-    EXPECT_EQ(KeyContent(file.GetIndex(), "Attributes"),
-              Count(1) + Text("a") + Count(1) + Byte(0) + Count(1) + Count(1) + Support::Zeros(12) +
-                  NoAttributes() + Count(1) + Text("b") + Count(1) + Byte(0) + Count(1) + Count(2) +
-                  Support::Zeros(12));
-    EXPECT_TRUE(Support::KeySlots(file.GetIndex(), "Heavy").empty());
-}
-
 TEST(Geometry, AVariableWithoutPositionIsRefused)
 {
     Geometry geometry("g");
@@ -406,15 +332,6 @@ TEST(Geometry, EachFieldOfAHeaderIsAWriteOfItsOwn)
     EXPECT_EQ(sizes, (std::vector<std::size_t>{4,                                  //
                                                5, 4, 1, 4, 1, 1, 1, 4, 4, 1, 8, 1, // data
                                                5, 4, 1, 4, 4, 1}));                // link
-}
-
-TEST(Geometry, AFrozenLightBlockIsRefused)
-{
-    WvFile file;
-    Support::FreezeNextSlot(file.GetIndex());
-    Support::expectThrown<Zyl2::Exception::MiscelleneousException>(
-        [&] { Write(file, Geometry("g")); },
-        {2, "Attempt to write into a frozen block", "Index::Put", "Zyl2/Wvf/Index"});
 }
 
 } // namespace

@@ -62,17 +62,6 @@ std::string Stamp(std::time_t time)
     return text.data();
 }
 
-TEST(ModifierInfo, ANewRecordIsEmptyAndAsksForHostAndUser)
-{
-    ModifierInfo const info;
-    EXPECT_EQ(info.GetVersion(), "0.1");
-    EXPECT_EQ(info.GetFlag(), 1U);
-    for (std::string const& text :
-         {info.GetText1(), info.GetText2(), info.GetFormatVersion(), info.GetTimeStamp(),
-          info.GetHostName(), info.GetLoginName(), info.GetText()})
-        EXPECT_EQ(text, "");
-}
-
 TEST(ModifierInfo, UpdateFillsInWhatIsKnownAtTheWriting)
 {
     HostIdentity const identity("a host", "a user");
@@ -181,28 +170,6 @@ TEST(ModifierInfo, AHostNameThatFillsItsBufferIsCut)
     EXPECT_EQ(info.GetHostName(), std::string(79, 'h'));
 }
 
-TEST(ModifierInfo, TheRecordIsItsLengthItsVersionAndSevenTexts)
-{
-    HostIdentity const identity("host", "me");
-    ModifierInfo info;
-    info.SetTexts("one", "");
-    info.Update("1.3", "end");
-    std::string const stamp = info.GetTimeStamp();
-    std::string const fields = Text("0.1") + Text("one") + Text("") + Text("1.3") + Text(stamp) +
-                               Text("host") + Text("me") + Text("end");
-    Zyl2Wvf::Block block;
-    Zyl2Wvf::CopyToBlock_Versioned(block, info);
-    EXPECT_EQ(Content(block), Count(static_cast<std::uint32_t>(4 + fields.size())) + fields);
-}
-
-TEST(ModifierInfo, AnEmptyRecordHasItsExactBytes)
-{
-    Zyl2Wvf::Block block;
-    Zyl2Wvf::CopyToBlock_Versioned(block, ModifierInfo());
-    EXPECT_EQ(Content(block),
-              Support::Hex("27 00 00 00 03 00 00 00 30 2E 31 ") + Support::Zeros(28));
-}
-
 TEST(ModifierInfo, TheListIsACountAndTheRecords)
 {
     ModifierInfo first;
@@ -214,16 +181,6 @@ TEST(ModifierInfo, TheListIsACountAndTheRecords)
                                  Support::Zeros(20) + Count(39) + Text("0.1") + Support::Zeros(28);
     EXPECT_EQ(Content(block), expected);
     EXPECT_EQ(Zyl2Mox::EncodedSize(list), expected.size());
-}
-
-TEST(ModifierInfo, ACopyIsIndependent)
-{
-    ModifierInfo original;
-    original.SetTexts("a", "b");
-    ModifierInfo const copy = original;
-    original.SetTexts("c", "d");
-    EXPECT_EQ(copy.GetText1(), "a");
-    EXPECT_EQ(copy.GetText2(), "b");
 }
 
 } // namespace

@@ -8,12 +8,12 @@
 #include "support/Encoding.h"
 #include "support/Environment.h"
 #include "support/KeyContent.h"
-#include "support/ThrowSite.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -59,18 +59,6 @@ protected:
 };
 
 using NodePayloadDeathTest = NodePayload;
-
-TEST_F(NodePayload, ANewGroupWritesItsDefaultTransformAndFlag0)
-{
-    SaveNodePayload(file, Group("g", AttributeList()));
-    EXPECT_EQ(Content("Light Data"), Hex("00 00 00 00 00 00 00 00 00 00 00 00 "
-                                         "00 00 00 00 00 00 00 00 00 00 80 3F 00 00 00 00 "
-                                         "00 00 80 3F 00 00 80 3F 00 00 80 3F "
-                                         "00 "));
-    EXPECT_EQ(Content("Attributes"), Support::NoAttributes());
-    EXPECT_TRUE(IsUntouched("Heavy Data"));
-    EXPECT_TRUE(IsUntouched("Resources"));
-}
 
 TEST_F(NodePayload, AGroupWritesTranslationRotationScaleFlagAndAttributes)
 {
@@ -125,19 +113,6 @@ TEST_F(NodePayload, AShapeThatNobodyChangedWritesTheMaterialOfANewOne)
     EXPECT_EQ(Content("Resources"), material + material);
 }
 
-TEST_F(NodePayload, AGeometryWritesHeadersAndAttributes)
-{
-    Geometry geometry("g");
-    geometry.FindOrAddVariable("u");
-    geometry.GetDatasets()["u"] = 3;
-    SaveNodePayload(file, geometry);
-    EXPECT_EQ(Content("Light Data"),
-              Count(1) + Text("u") + Support::Zeros(21) + Hex("03 00 00 00 00 00 00 00 00 "));
-    EXPECT_EQ(Content("Attributes"), Support::NoAttributes());
-    EXPECT_TRUE(IsUntouched("Heavy Data"));
-    EXPECT_TRUE(IsUntouched("Resources"));
-}
-
 TEST_F(NodePayload, NodeSetsWriteTheirEntriesAndAHeader)
 {
     NodeSets nodeSets("sets");
@@ -174,44 +149,16 @@ TEST_F(NodePayload, AnyOtherKindWritesNothing)
     EXPECT_EQ(file.GetIndex().GetSlots().GetSlotCount(), 0U);
 }
 
-TEST_F(NodePayload, AFrozenResourcesBlockIsRefused)
+TEST_F(NodePayloadDeathTest, ANodeThatIsNotOfTheKindThatItNamesEndsTheProcess)
 {
-    Support::FreezeNextSlot(file.GetIndex());
-    Support::expectThrown<Zyl2::Exception::MiscelleneousException>(
-        [&] { SaveNodePayload(file, Shape("s")); },
-        {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-}
-
-TEST_F(NodePayload, AFrozenLightBlockIsRefusedByTheTransformOfAGroup)
-{
-    Support::FreezeNextSlot(file.GetIndex());
-    Support::expectThrown<Zyl2::Exception::KeyNotFound>(
-        [&] { SaveNodePayload(file, Group("g", AttributeList())); },
-        {14, "Key not found", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-}
-
-TEST_F(NodePayloadDeathTest, ANodeThatIsNoGroupButSaysSoEndsTheProcess)
-{
-    EXPECT_DEATH(SaveNodePayload(file, Impostor("Group")),
-                 "Zyl2/Mox/Tree:2261: .*SaveTree.*Assertion `0 != grp_ptr' failed");
-}
-
-TEST_F(NodePayloadDeathTest, ANodeThatIsNoShapeButSaysSoEndsTheProcess)
-{
-    EXPECT_DEATH(SaveNodePayload(file, Impostor("Shape")),
-                 "Zyl2/Mox/Tree:2267: .*SaveTree.*Assertion `0 != shape_ptr' failed");
-}
-
-TEST_F(NodePayloadDeathTest, ANodeThatIsNoGeometryButSaysSoEndsTheProcess)
-{
-    EXPECT_DEATH(SaveNodePayload(file, Impostor("Geometry")),
-                 "Zyl2/Mox/Tree:2274: .*SaveTree.*Assertion `0 != geom_ptr' failed");
-}
-
-TEST_F(NodePayloadDeathTest, ANodeThatIsNoNodeSetsButSaysSoEndsTheProcess)
-{
-    EXPECT_DEATH(SaveNodePayload(file, Impostor("NodeSets")),
-                 "Zyl2/Mox/Tree:2281: .*SaveTree.*Assertion `0 != node_sets_ptr' failed");
+    for (auto const& [kind, line, pointer] :
+         {std::tuple<char const*, char const*, char const*>{"Group", "2261", "grp_ptr"},
+          {"Shape", "2267", "shape_ptr"},
+          {"Geometry", "2274", "geom_ptr"},
+          {"NodeSets", "2281", "node_sets_ptr"}})
+        EXPECT_DEATH(SaveNodePayload(file, Impostor(kind)),
+                     std::string("Zyl2/Mox/Tree:") + line +
+                         ": .*SaveTree.*Assertion `0 != " + pointer + "' failed");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "Zyl2/Mox/Geometry.h"
 #include "Zyl2/Mox/Group.h"
 #include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox/VirtualNodesWithSameName.h"
 
 #include <gtest/gtest.h>
 
@@ -46,12 +47,20 @@ TEST(NodesWithSameName, NamesAreComparedInLengthAndBytes)
     EXPECT_TRUE(AreSame(Shape(std::string("a\0b", 3)), Shape(std::string("a\0b", 3))));
 }
 
-TEST(NodesWithSameName, ARecordWithoutNodeMatchesNothing)
+template <typename FunctorType>
+void ExpectToMatchNoNode(FunctorType areSame)
 {
     Shape const shape("");
-    EXPECT_FALSE(NodesWithSameName()(&shape, nullptr));
-    EXPECT_FALSE(NodesWithSameName()(nullptr, &shape));
-    EXPECT_FALSE(NodesWithSameName()(nullptr, nullptr));
+    EXPECT_TRUE(areSame(&shape, &shape));
+    EXPECT_FALSE(areSame(&shape, nullptr));
+    EXPECT_FALSE(areSame(nullptr, &shape));
+    EXPECT_FALSE(areSame(nullptr, nullptr));
+}
+
+TEST(NodesWithSameName, ARecordWithoutNodeMatchesNothing)
+{
+    ExpectToMatchNoNode(NodesWithSameName());
+    ExpectToMatchNoNode(Zyl2Mox::VirtualNodesWithSameName());
 }
 
 } // namespace

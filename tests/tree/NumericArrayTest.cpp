@@ -35,10 +35,4 @@ TEST(NumericArray, BytesThatFillNoValueAreNotCounted)
     EXPECT_EQ(NumericArray(nullptr, 11, 1, ElementCode::UnsignedInt).GetNumElements(), 2U);
 }
 
-TEST(NumericArray, TheElementCodesAreThoseOfTheFile)
-{
-    EXPECT_EQ(static_cast<int>(ElementCode::Float), 1);
-    EXPECT_EQ(static_cast<int>(ElementCode::UnsignedInt), 5);
-}
-
 } // namespace

@@ -32,15 +32,6 @@ std::string NumberedBytes(unsigned int first)
     return bytes;
 }
 
-TEST(ResultAttributes, AnEmptyListIsACountOfZero)
-{
-    Zyl2Wvf::Block block;
-    std::vector<ResultAttributes> const list;
-    Zyl2Mox::CopyToBlock(block, list);
-    EXPECT_EQ(Content(block), Support::Zeros(4));
-    EXPECT_EQ(Zyl2Mox::EncodedSize(list), 4U);
-}
-
 TEST(ResultAttributes, EachStandsInTheListAs96BytesAsTheyAre)
 {
     Zyl2Wvf::Block block;
@@ -48,13 +39,6 @@ TEST(ResultAttributes, EachStandsInTheListAs96BytesAsTheyAre)
     Zyl2Mox::CopyToBlock(block, list);
     EXPECT_EQ(Content(block), Count(2) + NumberedBytes(0) + NumberedBytes(150));
     EXPECT_EQ(Zyl2Mox::EncodedSize(list), 196U);
-}
-
-TEST(ResultAttributes, ANewOneIsAllZero)
-{
-    Zyl2Wvf::Block block;
-    Zyl2Mox::CopyToBlock(block, std::vector<ResultAttributes>(1));
-    EXPECT_EQ(Content(block), Count(1) + Support::Zeros(96));
 }
 
 } // namespace

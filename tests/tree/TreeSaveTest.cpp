@@ -32,7 +32,6 @@ using Support::Text;
 using Support::Zeros;
 using Zyl2::Exception::FileWriteException;
 using Zyl2::Exception::KeyNotFound;
-using Zyl2::Exception::MiscelleneousException;
 using Zyl2Mox::ElementCode;
 using Zyl2Mox::Geometry;
 using Zyl2Mox::NodeSets;
@@ -51,14 +50,6 @@ public:
     }
 
     int closes = 0;
-};
-
-/// A node that says it is a group.
-class FalseGroup : public Zyl2Mox::Node
-{
-public:
-    FalseGroup() : Node("") {}
-    std::string GetType() const override { return "Group"; }
 };
 
 /// Six ids of a record.
@@ -111,7 +102,6 @@ protected:
     Tree tree;
 };
 
-using TreeSaveDeathTest = TreeSave;
 using TreeGlobalInfo = TreeSave;
 using TreeFlushAndClose = TreeSave;
 
@@ -133,16 +123,6 @@ TEST_F(TreeSave, ARootGroupAloneIsOneRecordAndATransform)
     EXPECT_EQ(Content("Attributes"), Zeros(24));
     for (char const* key : {"Heavy Data", "Resources", "Global Information", "View Points"})
         EXPECT_TRUE(IsUntouched(key)) << key;
-}
-
-TEST_F(TreeSave, AFlaggedRootGroupEndsItsPayloadWithTheFlag)
-{
-    tree.SetRootGroup("root", {{"a", AttributeValue::FromInteger(1)}}, 1);
-    Save();
-    EXPECT_EQ(Content("Light Data").size(), 41U);
-    EXPECT_EQ(Content("Light Data").back(), '\1');
-    EXPECT_EQ(Content("Attributes"),
-              Count(1) + Text("a") + Count(1) + Byte(0) + Count(1) + Count(1) + Zeros(12));
 }
 
 TEST_F(TreeSave, ARecordWithoutNodeIsThreeEmptyTextsAndItsPosition)
@@ -264,31 +244,6 @@ TEST_F(TreeOfEveryKind, AttributesHoldTheListsOfGroupsAndVariables)
     EXPECT_EQ(Content("Attributes"), ofRoot + NoAttributes() + ofVariable + NoAttributes());
 }
 
-TEST_F(TreeOfEveryKind, ResourcesHoldOneMaterial)
-{
-    Save();
-    EXPECT_EQ(Content("Resources").size(), 84U);
-}
-
-TEST_F(TreeOfEveryKind, TheFileHoldsTheSameBytes)
-{
-    std::string const path = folder.File("a.mox");
-    Save();
-    std::vector<std::string> const keys{"Heavy Data", "Mox Tree", "Light Data", "Attributes",
-                                        "Resources"};
-    std::vector<std::string> contents;
-    contents.reserve(keys.size());
-    for (std::string const& key : keys)
-        contents.push_back(Content(key));
-
-    Open(path);
-    tree.GetFile().GetIndex().WriteAllBuffersToFileStream(tree.GetFile().GetStream());
-    tree.GetFile().CloseFile();
-    Support::SavedFile const saved(path);
-    for (std::size_t key = 0; key < keys.size(); ++key)
-        EXPECT_EQ(saved.Content(keys[key]), contents[key]) << keys[key];
-}
-
 TEST_F(TreeSave, EveryFieldOfARecordIsAWriteOfItsOwn)
 {
     Support::DefaultBlockSizeSetting const setting("1");
@@ -311,42 +266,29 @@ TEST_F(TreeSave, PositionsGoOnOverTheBlocksOfLightData)
     EXPECT_GT(Support::KeySlots(Index(), "Light Data").size(), 1U);
 }
 
-TEST_F(TreeSave, SaysWhenItBeginsAndEnds)
+void ExpectStory(LogCapture const& log, std::vector<std::string> const& texts,
+                 std::vector<unsigned long> const& lines, std::string const& function)
+{
+    ASSERT_EQ(log.Texts(), texts);
+    for (std::size_t entry = 0; entry < texts.size(); ++entry) {
+        EXPECT_EQ(log.entries[entry].line, lines[entry]);
+        EXPECT_EQ(log.entries[entry].file, "Zyl2/Mox/Tree");
+        EXPECT_EQ(log.entries[entry].severity, 1);
+        EXPECT_NE(log.entries[entry].function.find(function), std::string::npos);
+    }
+}
+
+TEST_F(TreeSave, TreeAndGlobalInformationTellWhenTheyBeginAndEnd)
 {
     tree.SetRootGroup("r", {});
     LogCapture log;
     Save();
-    ASSERT_EQ(log.Texts(), (std::vector<std::string>{"Saving mox tree ... ", "Mox tree saved. "}));
-    EXPECT_EQ(log.entries[0].line, 2214U);
-    EXPECT_EQ(log.entries[1].line, 2289U);
-    for (LogCapture::Entry const& entry : log.entries) {
-        EXPECT_EQ(entry.file, "Zyl2/Mox/Tree");
-        EXPECT_EQ(entry.severity, 1);
-        EXPECT_NE(entry.function.find("Zyl2Mox::Tree::SaveTree"), std::string::npos);
-    }
-}
-
-TEST_F(TreeSave, AVariableWithoutPositionStopsTheSaving)
-{
-    tree.MoveToOrAddShape("s");
-    auto& geometry = dynamic_cast<Geometry&>(*tree.GetCurrentNode().value);
-    geometry.FindOrAddVariable("u");
-    Support::expectThrown<KeyNotFound>(
-        [&] { Save(); }, {14, "Key not found", "Zyl2Mox::Geometry::WriteWv", "Zyl2/Mox/Geometry"});
-}
-
-TEST_F(TreeSave, AFrozenTreeBlockIsRefused)
-{
-    Support::FreezeNextSlot(Index());
-    Support::expectThrown<MiscelleneousException>(
-        [&] { Save(); },
-        {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-}
-
-TEST_F(TreeSaveDeathTest, ANodeThatIsNotWhatItSaysEndsTheProcess)
-{
-    tree.AddNode(std::make_unique<FalseGroup>());
-    EXPECT_DEATH(Save(), "Zyl2/Mox/Tree:2261: .*SaveTree.*Assertion `0 != grp_ptr' failed");
+    ExpectStory(log, {"Saving mox tree ... ", "Mox tree saved. "}, {2214, 2289},
+                "Zyl2Mox::Tree::SaveTree");
+    log.entries.clear();
+    SaveGlobalInfo("");
+    ExpectStory(log, {"Saving global information ...", "Global information saved."}, {2642, 2652},
+                "Zyl2Mox::Tree::SaveGlobalInfo");
 }
 
 TEST_F(TreeGlobalInfo, HoldsTheWritingRecordsAndTheResultAttributes)
@@ -379,47 +321,6 @@ TEST_F(TreeGlobalInfo, EachListIsAWriteOfItsOwn)
     ASSERT_EQ(slots.size(), 2U);
     EXPECT_EQ(Support::SlotContent(Index(), slots[0]), Count(1) + Record("", "", Stamp(0), ""));
     EXPECT_EQ(Support::SlotContent(Index(), slots[1]), Count(0));
-}
-
-TEST_F(TreeGlobalInfo, IsMarkedForCompression)
-{
-    SaveGlobalInfo("");
-    EXPECT_EQ(Index().GetSlots().GetItem(0).name, "Global Information");
-    EXPECT_EQ(Index().GetSlots().GetItem(0).transformations, 1U);
-}
-
-TEST_F(TreeGlobalInfo, SaysWhenItBeginsAndEnds)
-{
-    LogCapture log;
-    SaveGlobalInfo("");
-    ASSERT_EQ(log.Texts(), (std::vector<std::string>{"Saving global information ...",
-                                                     "Global information saved."}));
-    EXPECT_EQ(log.entries[0].line, 2642U);
-    EXPECT_EQ(log.entries[1].line, 2652U);
-    for (LogCapture::Entry const& entry : log.entries) {
-        EXPECT_EQ(entry.file, "Zyl2/Mox/Tree");
-        EXPECT_EQ(entry.severity, 1);
-        EXPECT_NE(entry.function.find("Zyl2Mox::Tree::SaveGlobalInfo"), std::string::npos);
-    }
-}
-
-TEST_F(TreeGlobalInfo, AFrozenBlockIsRefused)
-{
-    Support::FreezeNextSlot(Index());
-    Support::expectThrown<MiscelleneousException>(
-        [&] { SaveGlobalInfo(""); },
-        {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-}
-
-TEST_F(TreeGlobalInfo, AFrozenBlockIsRefusedForTheResultAttributesToo)
-{
-    Support::DefaultBlockSizeSetting const setting("1");
-    Index().Put("Another Key", 0U);
-    Index().GetSlots().GetItem(2).state = Zyl2Wvf::IndexItem::State::Frozen;
-    Support::expectThrown<MiscelleneousException>(
-        [&] { SaveGlobalInfo(""); },
-        {2, "Attempt to write into a frozen block", "Zyl2Wvf::Index::Put", "Zyl2/Wvf/Index"});
-    EXPECT_EQ(Support::SlotContent(Index(), 1), Count(1) + Record("", "", Stamp(0), ""));
 }
 
 TEST_F(TreeFlushAndClose, WithoutAStreamNothingHappens)
@@ -561,15 +462,6 @@ TEST_F(TreeFlushAndClose, OnAFullDiskTheFileIsClosedBeforeTheExceptionGoesOn)
     log.entries.clear();
     FlushAndClose();
     EXPECT_TRUE(log.entries.empty());
-}
-
-TEST_F(TreeFlushAndClose, AFullDiskIsNeverReportedAsSuccessWhenTheStreamIsBuffered)
-{
-    tree.SetRootGroup("r", {});
-    tree.GetFile().OpenFileForWriting("/dev/full", true);
-    tree.GetFile().WriteHeader();
-    EXPECT_THROW(FlushAndClose(), FileWriteException);
-    EXPECT_EQ(tree.GetFile().GetStream(), nullptr);
 }
 
 TEST_F(TreeFlushAndClose, ATreeThatCantBeSavedClosesTheFileToo)

@@ -48,15 +48,6 @@ std::vector<unsigned int> Marks(Tree& tree)
 
 using MarkList = std::vector<unsigned int>;
 
-TEST(TreeStreamDataset, ScalarsBecomeFourBytePlanes)
-{
-    Tree tree;
-    std::vector<unsigned int> const values{0x03020100, 0x13121110, 0x23222120, 0x33323130};
-    EXPECT_EQ(Write(tree, values, 1), 0U);
-    EXPECT_EQ(KeyContent(tree.GetFile().GetIndex(), HeavyData),
-              Hex("00 10 20 30 01 11 21 31 02 12 22 32 03 13 23 33 "));
-}
-
 TEST(TreeStreamDataset, VectorsBecomeFourBytePlanesForEachComponent)
 {
     Tree tree;
@@ -73,14 +64,6 @@ TEST(TreeStreamDataset, FloatsAreShuffledByTheirBytes)
     EXPECT_EQ(tree.WriteStreamDataset(values.data(), 2, 2), 0U);
     EXPECT_EQ(KeyContent(tree.GetFile().GetIndex(), HeavyData),
               Hex("00 00 00 00 80 00 3F 3F 00 00 00 00 00 40 C0 40 "));
-}
-
-TEST(TreeStreamDataset, TheValuesOfTheHostAreLeftAlone)
-{
-    Tree tree;
-    std::vector<unsigned int> const values = Values(0, 6);
-    Write(tree, values, 3);
-    EXPECT_EQ(values, Values(0, 6));
 }
 
 TEST(TreeStreamDataset, GivesThePositionAtWhichTheValuesBegin)
@@ -104,15 +87,6 @@ TEST(TreeStreamDataset, ADatasetOfCount0OrWidth0WritesNothingAndGivesThePosition
     EXPECT_EQ(tree.WriteStreamDataset(&value, 7, 0), 24U);
     EXPECT_EQ(KeyContent(tree.GetFile().GetIndex(), HeavyData).size(), 24U);
     EXPECT_EQ(Marks(tree), MarkList{0});
-}
-
-TEST(TreeStreamDataset, TheFirstCallMarksNothingTheSecondMarksWhatIsThere)
-{
-    Tree tree;
-    Write(tree, Values(0, 4), 1);
-    EXPECT_EQ(Marks(tree), MarkList{0});
-    Write(tree, Values(0, 4), 1);
-    EXPECT_EQ(Marks(tree), MarkList{33});
 }
 
 TEST(TreeStreamDataset, ABlockIsMarkedByTheCallAfterTheOneThatBeganIt)
@@ -215,21 +189,6 @@ TEST(TreeStreamDataset, BlocksStandInTheFileInTheOrderOfTheCalls)
     EXPECT_EQ(Plain(slots[1]), Hex("10 18 11 19 12 1A 13 1B 14 1C 15 1D 16 1E 17 1F "));
     EXPECT_EQ(Plain(slots[2]), Hex("20 28 21 29 22 2A 23 2B 24 2C 25 2D 26 2E 27 2F "));
     EXPECT_EQ(Plain(slots[3]), Hex("30 38 31 39 32 3A 33 3B 34 3C 35 3D 36 3E 37 3F "));
-}
-
-TEST(TreeStreamDataset, ASoleHeavyBlockOfOneDatasetIsCompressedButNotFrozen)
-{
-    Support::TemporaryFolder const folder;
-    std::string const path = folder.File("a.mox");
-    Tree tree;
-    tree.GetFile().OpenFileForWriting(path, false);
-    tree.GetFile().WriteHeader();
-    Write(tree, Values(0, 1), 1);
-    tree.FlushAndClose(tree.GetFile(), "");
-    std::vector<Support::ReadSlot> const slots = Support::SavedFile(path).Slots(HeavyData);
-    ASSERT_EQ(slots.size(), 1U);
-    EXPECT_EQ(slots[0].transformations, 1U);
-    EXPECT_EQ(Plain(slots[0]), Hex("00 01 02 03 "));
 }
 
 TEST(TreeStreamDataset, WithoutAStreamEverythingStaysInMemory)

@@ -26,11 +26,6 @@ std::string Written(AttributeList const& list)
     return KeyContent(file.GetIndex(), "Attributes");
 }
 
-TEST(WriteAttributesToWvf, AnEmptyListIsSixEmptyVectors)
-{
-    EXPECT_EQ(Written({}), Support::Zeros(24));
-}
-
 TEST(WriteAttributesToWvf, ValuesGoToTheVectorOfTheirTag)
 {
     AttributeList const list{{"a", AttributeValue::FromDouble(1.0)},
@@ -65,15 +60,6 @@ TEST(WriteAttributesToWvf, ATextOf256BytesIsWrittenWhole)
                                  Support::Zeros(12) + Hex("01 00 00 00 ") + Text(longest));
 }
 
-TEST(WriteAttributesToWvf, ListsFollowEachOther)
-{
-    WvFile file;
-    AttributeList const list{{"a", AttributeValue::FromInteger(7)}};
-    Zyl2Util::WriteAttributesToWvf(file, "Attributes", list);
-    Zyl2Util::WriteAttributesToWvf(file, "Attributes", {});
-    EXPECT_EQ(KeyContent(file.GetIndex(), "Attributes"), Written(list) + Support::Zeros(24));
-}
-
 TEST(WriteAttributesToWvf, EachVectorIsAWriteOfItsOwn)
 {
     Support::DefaultBlockSizeSetting const setting("1");
@@ -87,15 +73,6 @@ TEST(WriteAttributesToWvf, EachVectorIsAWriteOfItsOwn)
     EXPECT_EQ(Support::SlotContent(file.GetIndex(), slots[2]), Hex("01 00 00 00 07 00 00 00 "));
     for (std::size_t vector = 3; vector < 6; ++vector)
         EXPECT_EQ(Support::SlotContent(file.GetIndex(), slots[vector]), Support::Zeros(4));
-}
-
-TEST(WriteAttributesToWvf, AFrozenBlockIsRefused)
-{
-    WvFile file;
-    Support::FreezeNextSlot(file.GetIndex());
-    Support::expectThrown<Zyl2::Exception::MiscelleneousException>(
-        [&] { Zyl2Util::WriteAttributesToWvf(file, "Attributes", {}); },
-        {2, "Attempt to write into a frozen block", "Index::Put", "Zyl2/Wvf/Index"});
 }
 
 } // namespace

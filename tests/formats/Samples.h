@@ -21,7 +21,7 @@ inline std::vector<Sample> samples()
         {"VTK XML", "<?xml version=\"1.0\"?>\n<VTKFile type=\"UnstructuredGrid\">", "libvtk9-dev"},
         {"VTK series", "<VTKFile type=\"Collection\" version=\"0.1\">", "libvtk9-dev"},
         {"VTK legacy", "# vtk DataFile Version 5.1\n", "libvtk9-dev"},
-        {"EnSight", "# a case\r\nFORMAT\r\ntype:  ensight gold\r\n", "libvtk9-dev"},
+        {"EnSight", "# a case\r\nFORMAT\r\ntype:  ensight gold\r\n", ""},
         {"CGNS", hdf5 + std::string(9000, '\0') + "CGNSLibraryVersion", "libvtk9-dev"},
         {"CGNS", "@(#)ADF Database Version A02011>", "libvtk9-dev"},
         {"Exodus", std::string("CDF\x02\0\0", 6) + "floating_point_word_size", "libexodusii-dev"},

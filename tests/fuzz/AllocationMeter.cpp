@@ -11,9 +11,12 @@ namespace {
 thread_local bool isMetering = false;
 thread_local long long held = 0;
 thread_local long long most = 0;
+thread_local long long limitOfMeter = 0;
 
 void* allocateOrNull(std::size_t size) noexcept
 {
+    if (isMetering && held + static_cast<long long>(size) > limitOfMeter)
+        return nullptr;
     void* const memory = std::malloc(std::max<std::size_t>(size, 1));
     if (isMetering && memory != nullptr) {
         held += static_cast<long long>(::malloc_usable_size(memory));
@@ -91,8 +94,9 @@ void operator delete[](void* memory, std::nothrow_t const& /*tag*/) noexcept
 
 namespace Fuzz {
 
-AllocationMeter::AllocationMeter()
+AllocationMeter::AllocationMeter(std::size_t limit)
 {
+    limitOfMeter = static_cast<long long>(limit);
     held = 0;
     most = 0;
     isMetering = true;

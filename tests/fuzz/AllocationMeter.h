@@ -2,6 +2,7 @@
 #define TESTS_FUZZ_ALLOCATIONMETER_H
 
 #include <cstddef>
+#include <limits>
 
 namespace Fuzz {
 
@@ -10,7 +11,8 @@ namespace Fuzz {
 class AllocationMeter
 {
 public:
-    AllocationMeter();
+    /// \param limit what is held at once stays below that, because `new` fails
+    explicit AllocationMeter(std::size_t limit = std::numeric_limits<std::size_t>::max() / 2);
     ~AllocationMeter();
     AllocationMeter(AllocationMeter const&) = delete;
     AllocationMeter& operator=(AllocationMeter const&) = delete;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace {
@@ -27,6 +28,14 @@ TEST(AllocationMeter, RemembersTheMostThoughItIsFreedAgain)
     for (int i = 0; i < 5; ++i)
         std::vector<char> const passing(size);
     EXPECT_GE(meter.peak(), size);
+    EXPECT_LT(meter.peak(), 2 * size);
+}
+
+TEST(AllocationMeter, LetsNewFailBeyondItsLimit)
+{
+    AllocationMeter const meter(2 * size);
+    std::vector<char> const first(size);
+    EXPECT_THROW(std::vector<char>(size + 1), std::bad_alloc);
     EXPECT_LT(meter.peak(), 2 * size);
 }
 

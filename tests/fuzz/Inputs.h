@@ -30,6 +30,13 @@ void readModelFile(std::uint8_t const* bytes, std::size_t size);
 /// Bound on the reader's memory: 256 KiB + 32 x size of the file.
 void readResultFile(std::uint8_t const* bytes, std::size_t size);
 
+/// Takes the bytes as a case of EnSight and its data files: each but the first is behind a line
+/// `@@@@` with its name. What the reader accepts is translated, and the model has to be sound.
+///
+/// Bound on the reader's memory: 256 KiB + 64 x size of the files. Blocks whose nodes are counted
+/// only (`uniform`, `rectilinear`) may be refused for their memory.
+void readEnSightCase(std::uint8_t const* bytes, std::size_t size);
+
 /// Takes the bytes as choices: the size of a block, then calls of a model, valid or not, with their
 /// arguments. Every answer, every refusal and the file have to be as expected. What is not gets
 /// reported as failures of GoogleTest, too.

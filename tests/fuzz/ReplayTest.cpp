@@ -49,6 +49,11 @@ TEST(Replay, EveryResultFileGetsAVerdict)
     replay("fuzz_frd", Fuzz::readResultFile);
 }
 
+TEST(Replay, EveryEnSightCaseGetsAVerdict)
+{
+    replay("fuzz_ensight", Fuzz::readEnSightCase);
+}
+
 TEST(Replay, EveryModelIsAsItsCallsDemand)
 {
     replay("fuzz_model", Fuzz::buildModel);

@@ -142,8 +142,7 @@ TEST_F(DamagedFile, CellsOfTheWrongNumberOfPointsAreRefused)
 TEST_F(DamagedFile, ForeignFilesAreRefusedByEveryReader)
 {
     std::filesystem::path const path = folder_.write("in.txt", "This is no result.\n");
-    for (FileKind const kind :
-         {FileKind::Xml, FileKind::Collection, FileKind::Legacy, FileKind::EnSight})
+    for (FileKind const kind : {FileKind::Xml, FileKind::Collection, FileKind::Legacy})
         EXPECT_NE(complaintAbout(kind, path), "") << static_cast<int>(kind);
 }
 

@@ -128,7 +128,7 @@ void addTranslateCommand(CommandLine& commandLine)
 {
     auto const arguments = std::make_shared<TranslateArguments>();
     SubCommand command = commandLine.addCommand(
-        "translate", "Make a model file of a result file: .frd, VTK, EnSight, CGNS, OpenFOAM, "
+        "translate", "Make a model file of a result file: .frd, EnSight, VTK, CGNS, OpenFOAM, "
                      "Exodus or Gmsh, as its content says");
     command.add("IN", arguments->input, "Result file or case folder").required();
     command.add("OUT", arguments->output, "Model file to be made").required();

@@ -2,6 +2,7 @@
 
 #include "Openers.h"
 
+#include <read/ensight/Source.h>
 #include <read/frd/Source.h>
 
 #include <algorithm>
@@ -84,7 +85,7 @@ std::vector<Format> const& formats()
         {"VTK XML", isVtkXml, vtkOpener(FileKind::Xml), vtkPackage},
         {"VTK legacy", isLegacyVtk, vtkOpener(FileKind::Legacy), vtkPackage},
         {"Gmsh", isGmsh, gmshOpener(), "libgmsh-dev"},
-        {"EnSight", isEnSight, vtkOpener(FileKind::EnSight), vtkPackage},
+        {"EnSight", isEnSight, EnSight::open, ""},
         {"CGNS", isCgns, vtkOpener(FileKind::Cgns), vtkPackage},
         {"Exodus", isExodus, exodusOpener(), "libexodusii-dev"},
         {"OpenFOAM", isOpenFoam, vtkOpener(FileKind::OpenFoam), vtkPackage},

@@ -17,8 +17,8 @@ struct Format
     std::function<bool(FileProbe const&)> recognises;
     /// Empty when what reads it isn't built in.
     Exchange::SourceOpener open;
-    /// The Debian package that has to be there when the format's reader is built; empty for .frd,
-    /// which is always there.
+    /// The Debian package that has to be there when the format's reader is built; empty for
+    /// those that are always there.
     std::string package;
 };
 

@@ -12,7 +12,6 @@ enum class FileKind
     Collection,
     /// .vtk
     Legacy,
-    EnSight,
     Cgns,
     OpenFoam
 };

@@ -3,7 +3,6 @@
 #include "CollectionInput.h"
 #include "PipelineInput.h"
 #include "XmlInput.h"
-#include "read/ensight/EnSightInput.h"
 
 #include <vtkCGNSReader.h>
 #include <vtkGenericDataObjectReader.h>
@@ -69,8 +68,7 @@ std::unique_ptr<Input> pipelineOf(vtkSmartPointer<vtkAlgorithm> const& reader,
 
 } // namespace
 
-std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path,
-                                 Exchange::Report& report)
+std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path)
 {
     constexpr bool inventsTime = true;
     switch (kind) {
@@ -80,8 +78,6 @@ std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& pat
         return std::make_unique<CollectionInput>(path);
     case FileKind::Legacy:
         return pipelineOf(legacyReader(path), inventsTime);
-    case FileKind::EnSight:
-        return std::make_unique<EnSightInput>(path, report);
     case FileKind::Cgns:
         return pipelineOf(cgnsReader(path), inventsTime);
     default:

@@ -4,16 +4,13 @@
 #include "FileKind.h"
 #include "Input.h"
 
-#include <exchange/Report.h>
-
 #include <filesystem>
 #include <memory>
 
 namespace VtkRead {
 
 /// Everything that there is to read is selected.
-std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path,
-                                 Exchange::Report& report);
+std::unique_ptr<Input> openInput(FileKind kind, std::filesystem::path const& path);
 
 } // namespace VtkRead
 

@@ -68,7 +68,7 @@ public:
     DataSource(FileKind kind, std::filesystem::path const& path, Report& report) : report_(report)
     {
         guarded(report_, [&] {
-            input_ = openInput(kind, path, report_);
+            input_ = openInput(kind, path);
             return 0;
         });
         // VTK crashes on some of the files that are refused for their boundaries.

@@ -27,6 +27,8 @@ namespace Fault {
 
 namespace {
 
+using Mox::verifyFile;
+
 using namespace Zyl2::Mox2;
 using Microseconds = std::chrono::microseconds;
 

@@ -12,6 +12,8 @@
 
 namespace {
 
+using Mox::runInChild;
+
 constexpr int halfAMinute = 30000;
 
 TEST(ChildProcess, GivesTheStatusOfItsAction)

@@ -10,6 +10,10 @@
 
 namespace {
 
+using Mox::FileProbe;
+using Mox::Format;
+using Mox::formatOf;
+
 using Support::Folder;
 
 class Formats : public ::testing::Test

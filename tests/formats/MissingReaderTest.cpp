@@ -12,6 +12,9 @@
 
 namespace {
 
+using Mox::TranslateArguments;
+using Mox::translateFile;
+
 using Support::Folder;
 
 TEST(MissingReader, IsToldWithTheFormatAndThePackage)

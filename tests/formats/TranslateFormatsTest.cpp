@@ -13,6 +13,9 @@
 
 namespace {
 
+using Mox::TranslateArguments;
+using Mox::translateFile;
+
 using Support::contentOf;
 using Support::Folder;
 using Names = std::vector<std::string>;

@@ -22,6 +22,15 @@ namespace Fuzz {
 
 namespace {
 
+using Mox::DiffArguments;
+using Mox::diffFiles;
+using Mox::DumpArguments;
+using Mox::dumpDataset;
+using Mox::InfoArguments;
+using Mox::listFile;
+using Mox::showInfo;
+using Mox::verifyFile;
+
 constexpr std::size_t fixedMemory = std::size_t{4} << 20U;
 constexpr std::size_t memoryPerByte = 32;
 
@@ -76,14 +85,14 @@ int list(std::string const& path, std::ostream& out, std::ostream& err)
 
 int showBlocks(std::string const& path, std::ostream& out, std::ostream& err)
 {
-    InfoOptions options;
+    InfoArguments options;
     options.file = path;
     return showInfo(options, out, err);
 }
 
 int compareWithItself(std::string const& path, std::ostream& out, std::ostream& err)
 {
-    DiffOptions options;
+    DiffArguments options;
     options.left = path;
     options.right = path;
     int const status = diffFiles(options, out, err);
@@ -103,7 +112,7 @@ std::size_t memoryBound(std::uint8_t const* bytes, std::size_t size)
 Command dumpOf(MoxRead::Node const& node, MoxRead::Variable const& variable)
 {
     return [&](std::string const& path, std::ostream& out, std::ostream& err) {
-        DumpOptions options;
+        DumpArguments options;
         options.file = path;
         options.node = "#" + std::to_string(node.id);
         options.dataset = variable.datasetName();

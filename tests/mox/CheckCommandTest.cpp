@@ -175,10 +175,10 @@ Verdict verdictOn(std::string const& path, bool json = false)
 {
     std::ostringstream out;
     std::ostringstream err;
-    CheckOptions options;
+    Mox::CheckArguments options;
     options.file = path;
     options.json = json;
-    int const status = checkFile(options, out, err);
+    int const status = Mox::checkFile(options, out, err);
     std::string text = out.str();
     std::size_t const last = json || text.empty() ? 0 : text.rfind('\n', text.size() - 2) + 1;
     return {status, text.substr(0, last), text.substr(last), err.str()};
@@ -850,10 +850,10 @@ TEST(CheckCommand, AFileThatIsNoModelGetsOneLineOnTheErrorStream)
 TEST(CheckCommand, TheManualHasEachKindAndHowSevereItIs)
 {
     std::string const manual = Support::contentOf(MANUAL);
-    for (Check::Kind const* kind : Check::Kinds::all) {
-        std::string const severity = kind->severity == Check::Severity::Error     ? "error"
-                                     : kind->severity == Check::Severity::Warning ? "warning"
-                                                                                  : "note";
+    for (Mox::Check::Kind const* kind : Mox::Check::Kinds::all) {
+        std::string const severity = kind->severity == Mox::Check::Severity::Error     ? "error"
+                                     : kind->severity == Mox::Check::Severity::Warning ? "warning"
+                                                                                       : "note";
         std::string const row = "| `" + std::string(kind->name) + "` | " + severity + " |";
         EXPECT_NE(manual.find(row), std::string::npos) << row;
     }

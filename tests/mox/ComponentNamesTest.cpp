@@ -4,6 +4,8 @@
 
 namespace {
 
+using Mox::componentNames;
+
 using Names = std::vector<std::string>;
 
 TEST(ComponentNames, AreThoseOfVectorsRotationsAndTensors)

@@ -21,6 +21,10 @@ using MoxTest::ModelFile;
 
 namespace {
 
+using Mox::DiffArguments;
+using Mox::diffFiles;
+using Mox::Tolerance;
+
 using Values = std::vector<float>;
 
 /// A model in which each thing can be told to be another.
@@ -67,7 +71,7 @@ MoxTest::Outcome diffOf(std::string const& left, std::string const& right,
 {
     std::ostringstream out;
     std::ostringstream err;
-    DiffOptions options;
+    DiffArguments options;
     options.left = left;
     options.right = right;
     options.tolerance = tolerance;

@@ -19,8 +19,11 @@ using MoxTest::ModelFile;
 
 namespace {
 
+using Mox::DumpArguments;
+using Mox::dumpDataset;
+
 using Names = std::vector<std::string>;
-using Change = std::function<void(DumpOptions&)>;
+using Change = std::function<void(DumpArguments&)>;
 
 /// A group with two shapes that share their temperatures.
 void buildModel(Model& model)
@@ -40,10 +43,10 @@ void buildModel(Model& model)
     model.addArrayProperty("S", DatasetType::Result13, stress, shapes[0], Step("early"));
 }
 
-DumpOptions optionsFor(ModelFile const& file, std::string const& node, std::string const& dataset,
-                       Change const& change = {})
+DumpArguments optionsFor(ModelFile const& file, std::string const& node, std::string const& dataset,
+                         Change const& change = {})
 {
-    DumpOptions options;
+    DumpArguments options;
     options.file = file.path();
     options.node = node;
     options.dataset = dataset;
@@ -52,7 +55,7 @@ DumpOptions optionsFor(ModelFile const& file, std::string const& node, std::stri
     return options;
 }
 
-MoxTest::Outcome dumped(DumpOptions const& options)
+MoxTest::Outcome dumped(DumpArguments const& options)
 {
     std::ostringstream out;
     std::ostringstream err;
@@ -62,12 +65,12 @@ MoxTest::Outcome dumped(DumpOptions const& options)
 
 Change toStep(std::string const& step)
 {
-    return [step](DumpOptions& options) { options.step = step; };
+    return [step](DumpArguments& options) { options.step = step; };
 }
 
 Change toFormat(std::string const& format)
 {
-    return [format](DumpOptions& options) { options.format = format; };
+    return [format](DumpArguments& options) { options.format = format; };
 }
 
 class DumpCommand : public testing::Test
@@ -140,7 +143,7 @@ TEST_F(DumpCommand, CsvBeginsWithTheNamesOfTheColumns)
               "x,y,z\n0.1,-1e-30,3\nnan,inf,-inf\n");
     EXPECT_EQ(text("root/a", "Node Ids", toFormat("csv")), "Node Ids\n7\n4294967295\n");
     EXPECT_EQ(text("root/a", "S",
-                   [](DumpOptions& options) {
+                   [](DumpArguments& options) {
                        options.step = "early";
                        options.format = "csv";
                    }),
@@ -179,7 +182,7 @@ TEST_F(DumpCommand, JsonHasTheValuesInRows)
 {
     auto const json = [this](std::string const& dataset) {
         return nlohmann::json::parse(
-            text("root/a", dataset, [](DumpOptions& options) { options.json = true; }));
+            text("root/a", dataset, [](DumpArguments& options) { options.json = true; }));
     };
     nlohmann::json const coordinates = json("Coordinates");
     EXPECT_EQ(coordinates.at("values").at(0).at(2), 3);
@@ -208,7 +211,7 @@ TEST_F(DumpCommand, ManyRowsAreWrittenInPiecesWithoutALoss)
     });
     EXPECT_EQ(dumped(optionsFor(large, "root/a", "Node Ids")).out, expected);
     std::string const json =
-        dumped(optionsFor(large, "root/a", "Node Ids", [](DumpOptions& options) {
+        dumped(optionsFor(large, "root/a", "Node Ids", [](DumpArguments& options) {
             options.json = true;
         })).out;
     EXPECT_EQ(nlohmann::json::parse(json).at("values").get<std::vector<unsigned int>>(), numbers);
@@ -219,7 +222,7 @@ TEST_F(DumpCommand, TheOutputsEndingTellsTheFormat)
     auto const written = [this](std::string const& name, std::string const& format) {
         std::string const output = file.path(name);
         EXPECT_EQ(text("root/a", "Node Ids",
-                       [&](DumpOptions& options) {
+                       [&](DumpArguments& options) {
                            options.output = output;
                            options.format = format;
                        }),
@@ -236,7 +239,7 @@ TEST_F(DumpCommand, AnExistingFileIsReplacedOnlyIfToldTo)
 {
     std::string const output = file.folder().write("out", "before").string();
     auto const into = [&](bool overwrite) {
-        return dumped(optionsFor(file, "root/a", "Node Ids", [&](DumpOptions& options) {
+        return dumped(optionsFor(file, "root/a", "Node Ids", [&](DumpArguments& options) {
             options.output = output;
             options.overwrite = overwrite;
         }));
@@ -267,7 +270,7 @@ TEST_F(DumpCommand, ATargetThatCannotBeWrittenGetsOneSentence)
 {
     for (std::string const& output : {file.path("absent/out"), file.folder().path("").string()}) {
         MoxTest::Outcome const outcome =
-            dumped(optionsFor(file, "root/a", "Node Ids", [&](DumpOptions& options) {
+            dumped(optionsFor(file, "root/a", "Node Ids", [&](DumpArguments& options) {
                 options.output = output;
                 options.overwrite = true;
             }));

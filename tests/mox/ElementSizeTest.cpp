@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-using Check::ElementKind;
-using Check::ElementKinds;
-using Check::ElementSize;
-using Check::Point;
+using Mox::Check::ElementKind;
+using Mox::Check::ElementKinds;
+using Mox::Check::ElementSize;
+using Mox::Check::Point;
 using Points = std::vector<Point>;
 
 namespace {

@@ -15,6 +15,9 @@ using namespace MoxReadTest;
 
 namespace {
 
+using Mox::InfoArguments;
+using Mox::showInfo;
+
 struct Outcome
 {
     int status = 0;
@@ -27,7 +30,7 @@ Outcome infoOf(std::string const& content, bool json)
     const TemporaryFile file(content);
     std::ostringstream out;
     std::ostringstream err;
-    InfoOptions options;
+    InfoArguments options;
     options.file = file.path();
     options.json = json;
     int const status = showInfo(options, out, err);

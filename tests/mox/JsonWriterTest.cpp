@@ -10,6 +10,8 @@
 
 namespace {
 
+using Mox::JsonWriter;
+
 template <typename Write>
 std::string written(Write const& write)
 {

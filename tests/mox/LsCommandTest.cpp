@@ -18,6 +18,9 @@ using namespace Zyl2::Mox2;
 
 namespace {
 
+using Mox::listFile;
+using Mox::LsArguments;
+
 struct Outcome
 {
     int status = 0;
@@ -29,7 +32,7 @@ Outcome listedFile(std::string const& path, std::optional<std::string> const& no
 {
     std::ostringstream out;
     std::ostringstream err;
-    LsOptions options;
+    LsArguments options;
     options.file = path;
     options.node = node;
     options.json = json;

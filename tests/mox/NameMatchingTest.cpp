@@ -4,6 +4,8 @@
 
 namespace {
 
+using Mox::NameMatching;
+
 using Names = std::vector<std::string>;
 using Pairs = std::vector<std::pair<std::size_t, std::size_t>>;
 using Places = std::vector<std::size_t>;

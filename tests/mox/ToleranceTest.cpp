@@ -6,6 +6,8 @@
 
 namespace {
 
+using Mox::Tolerance;
+
 TEST(Tolerance, WithoutBoundsOnlyEqualNumbersAreAccepted)
 {
     Tolerance const none;

@@ -7,6 +7,9 @@
 
 namespace {
 
+using Mox::textOf;
+using Mox::ValueRange;
+
 MoxRead::Dataset floatsOf(std::vector<float> const& values)
 {
     MoxRead::Dataset dataset;
@@ -31,10 +34,10 @@ TEST(ValueText, NumbersAreWrittenAsShortAsTheyCanBeReadBack)
 
 TEST(ValueText, NumbersForPeopleHaveSixDigits)
 {
-    EXPECT_EQ(roundedTextOf(0.00012299999999999998), "0.000123");
-    EXPECT_EQ(roundedTextOf(231.3177853411374), "231.318");
-    EXPECT_EQ(roundedTextOf(10.5), "10.5");
-    EXPECT_EQ(roundedTextOf(0), "0");
+    EXPECT_EQ(Mox::roundedTextOf(0.00012299999999999998), "0.000123");
+    EXPECT_EQ(Mox::roundedTextOf(231.3177853411374), "231.318");
+    EXPECT_EQ(Mox::roundedTextOf(10.5), "10.5");
+    EXPECT_EQ(Mox::roundedTextOf(0), "0");
 }
 
 TEST(ValueText, ARangeLeavesOutWhatIsNoNumber)

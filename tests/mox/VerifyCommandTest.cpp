@@ -11,6 +11,9 @@
 #include <string>
 #include <vector>
 
+using Mox::VerifyArguments;
+using Mox::verifyFile;
+using Mox::verifyFiles;
 using namespace MoxReadTest;
 
 TEST(VerifyCommand, ASoundFileGetsOneLineOfCounts)
@@ -48,7 +51,7 @@ Outcome verdictOn(std::vector<std::string> const& files, bool json)
 {
     std::ostringstream out;
     std::ostringstream err;
-    VerifyOptions options;
+    VerifyArguments options;
     options.files = files;
     options.json = json;
     int const status = verifyFiles(options, out, err);

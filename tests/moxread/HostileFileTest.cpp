@@ -16,6 +16,9 @@ using namespace MoxReadTest;
 
 namespace {
 
+using Mox::listFile;
+using Mox::verifyFile;
+
 struct Outcome
 {
     int status = 0;

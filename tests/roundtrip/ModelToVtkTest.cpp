@@ -34,6 +34,9 @@
 
 namespace {
 
+using Mox::TranslateArguments;
+using Mox::translateFile;
+
 using namespace Support;
 
 template <typename Reader>

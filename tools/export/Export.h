@@ -36,9 +36,6 @@ struct ExportSummary
     std::vector<std::string> warnings;
 };
 
-/// Whether a file of that name can be made: it ends with .vtu, .vtm or .pvd.
-bool isExportTarget(std::string const& path);
-
 /// Writes a model file's shapes and results as VTK's XML files: .vtu one grid, .vtm one block for
 /// each shape, .pvd one of these for each step. The output appears when it is whole; after a
 /// failure there is none, and what was there before is as it was.

@@ -1,6 +1,6 @@
 #include "GridMesh.h"
 
-#include "CellTypes.h"
+#include "ElementCells.h"
 #include "Error.h"
 #include "moxread/FormatError.h"
 #include "moxread/LittleEndian.h"
@@ -62,16 +62,16 @@ float coordinateFrom(std::uint32_t word, MoxRead::ElementType type)
                                                : static_cast<float>(word);
 }
 
-unsigned char cellTypeOf(Placement const& placement, CellTypes const& types, std::uint32_t nodes)
+unsigned char cellTypeOf(Placement const& placement, ElementCells& cells, std::uint32_t nodes)
 {
     try {
-        return types.of(nodes);
+        return cells.of(nodes);
     } catch (Error const& error) {
         throw errorIn(placement, error.what());
     }
 }
 
-CellTypes cellTypesOf(Placement const& placement)
+ElementCells elementCellsOf(Placement const& placement)
 {
     try {
         return {placement.mesh.dimension(), placement.mesh.elementType};
@@ -209,13 +209,13 @@ void GridMesh::takePolylength(Placement const& placement, MoxRead::Dataset const
                                      " nodes by its polylength, but " +
                                      std::to_string(placement.mesh.entryCount) +
                                      " by its connectivity.");
-    CellTypes const cellTypes = cellTypesOf(placement);
+    ElementCells cells = elementCellsOf(placement);
     unsigned char* type = types_->GetPointer(placement.firstElement);
     std::int64_t offset = placement.firstEntry;
     withPointers(*cells_, [&](auto* offsets, auto* /*connectivity*/) {
         auto* to = offsets + placement.firstElement;
         for (std::uint32_t const nodes : dataset.words) {
-            *type++ = cellTypeOf(placement, cellTypes, nodes);
+            *type++ = cellTypeOf(placement, cells, nodes);
             put(to++, offset);
             offset += nodes;
         }

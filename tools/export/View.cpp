@@ -2,15 +2,16 @@
 
 #include "AboutFile.h"
 #include "Deformation.h"
+#include "Error.h"
 #include "NumberFormat.h"
 #include "Picture.h"
 #include "PngFile.h"
 #include "Stages.h"
 #include "StepReader.h"
 #include "Surface.h"
-#include "VtkMessages.h"
 #include "XmlText.h"
 #include "common/PartialFile.h"
+#include "vtk/Messages.h"
 
 #include <vtkCellData.h>
 #include <vtkPointData.h>
@@ -116,7 +117,7 @@ private:
 ViewSummary viewModel(std::string const& input, std::string const& output,
                       ViewOptions const& options)
 {
-    VtkMessages const messages;
+    Vtk::Messages const messages;
     std::optional<Common::PartialFile> file;
     aboutFile(output, [&] { file.emplace(output, options.overwrite); });
     ViewSummary summary;
@@ -125,7 +126,7 @@ ViewSummary viewModel(std::string const& input, std::string const& output,
         Viewer viewer(input, options, stages);
         auto drawn = viewer.draw();
         summary = viewer.summary();
-        messages.check();
+        messages.raiseError<Error>();
         return drawn;
     });
     aboutFile(output, [&] {

@@ -2,7 +2,7 @@
 
 #include "Error.h"
 #include "EscapedNames.h"
-#include "VtkMessages.h"
+#include "vtk/Messages.h"
 
 #include <vtkErrorCode.h>
 #include <vtkNew.h>
@@ -55,7 +55,7 @@ void configure(vtkXMLWriter& writer, std::filesystem::path const& file)
 
 void write(vtkXMLWriter& writer)
 {
-    VtkMessages const messages;
+    Vtk::Messages const messages;
     errno = 0;
     bool const isWritten = writer.Write() != 0;
     int const systemError = errno;
@@ -63,7 +63,7 @@ void write(vtkXMLWriter& writer)
         failWith(systemError == 0 ? "there is no room for it" : std::strerror(systemError));
     if (writer.GetErrorCode() != vtkErrorCode::NoError)
         failWith(vtkErrorCode::GetStringFromErrorCode(writer.GetErrorCode()));
-    messages.check();
+    messages.raiseError<Error>();
     if (!isWritten)
         failWith("VTK gives no reason");
 }

@@ -16,6 +16,8 @@
 #include <exception>
 #include <iostream>
 
+namespace Mox {
+
 namespace {
 
 constexpr int failure = 1;
@@ -50,13 +52,15 @@ int run(int argc, char** argv)
 
 } // namespace
 
+} // namespace Mox
+
 int main(int argc, char** argv)
 {
-    takeFailedWritesAsErrors();
+    Mox::takeFailedWritesAsErrors();
     try {
-        return run(argc, argv);
+        return Mox::run(argc, argv);
     } catch (std::exception const& error) {
         std::fprintf(stderr, "mox: %s\n", error.what());
-        return failure;
+        return Mox::failure;
     }
 }

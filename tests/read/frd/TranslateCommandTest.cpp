@@ -11,6 +11,11 @@
 
 namespace {
 
+using Mox::addTranslateCommand;
+using Mox::CommandLine;
+using Mox::TranslateArguments;
+using Mox::translateFile;
+
 using namespace TestFiles;
 
 int runWith(std::vector<std::string> arguments)

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <utility>
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -258,4 +258,4 @@ ElementKind const* ElementKinds::of(std::uint32_t nodeCount)
     return &known_.emplace(nodeCount, std::move(kind)).first->second;
 }
 
-} // namespace Check
+} // namespace Mox::Check

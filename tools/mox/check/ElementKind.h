@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace Check {
+namespace Mox::Check {
 
 /// How the nodes of an element span it.
 struct ElementKind
@@ -44,6 +44,6 @@ private:
     std::unordered_map<std::uint32_t, ElementKind> known_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

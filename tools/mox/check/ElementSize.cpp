@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -141,4 +141,4 @@ void ElementSize::measureSolid(ElementKind const& kind, std::vector<Point> const
     uncertainty_ = surface * roundingOf(nodes);
 }
 
-} // namespace Check
+} // namespace Mox::Check

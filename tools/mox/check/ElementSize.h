@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-namespace Check {
+namespace Mox::Check {
 
 using Point = std::array<double, 3>;
 
@@ -47,6 +47,6 @@ private:
     double uncertainty_ = 0;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

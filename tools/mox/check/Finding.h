@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace Check {
+namespace Mox::Check {
 
 enum class Severity
 {
@@ -35,6 +35,6 @@ struct Finding
     std::string found;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace Check {
+namespace Mox::Check {
 
 void Findings::add(Finding finding)
 {
@@ -63,4 +63,4 @@ std::string countText(std::size_t count, std::string const& unit)
     return countText(count) + " " + unit + (count == 1 ? "" : "s");
 }
 
-} // namespace Check
+} // namespace Mox::Check

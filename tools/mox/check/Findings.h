@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace Check {
+namespace Mox::Check {
 
 /// Keeps the first findings of each kind and counts the others, so that a model with a mistake in
 /// each of a million shapes is told of in a few lines.
@@ -47,6 +47,6 @@ std::string countText(std::size_t count);
 /// Such as "1 row" or "1,234 rows".
 std::string countText(std::size_t count, std::string const& unit);
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

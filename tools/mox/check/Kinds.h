@@ -10,7 +10,7 @@
 /// An error is what no reader can make sense of, or what no mesh has that was computed with. What
 /// an engineer may have wanted, though it is seldom meant, is a warning; what is usual in results
 /// of solvers and only has to be known, a note.
-namespace Check::Kinds {
+namespace Mox::Check::Kinds {
 
 inline constexpr Kind noCoordinates = {"no coordinates", Severity::Error};
 inline constexpr Kind numberType = {"type of numbers", Severity::Error};
@@ -58,6 +58,6 @@ inline constexpr std::array<Kind const*, 34> all = {
     &lostValues,    &linkToLink,       &scaleOfZero,       &material,     &sameName,
     &emptyModel,    &rowsWithoutValue, &lengthOfZero,      &noDatasets};
 
-} // namespace Check::Kinds
+} // namespace Mox::Check::Kinds
 
 #endif

@@ -11,7 +11,7 @@ using MoxRead::ElementType;
 using MoxRead::quoted;
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -151,4 +151,4 @@ void LayoutCheck::checkLayouts(ShapeDatasets const& shape)
     }
 }
 
-} // namespace Check
+} // namespace Mox::Check

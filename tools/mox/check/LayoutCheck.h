@@ -6,7 +6,7 @@
 
 #include "moxread/Model.h"
 
-namespace Check {
+namespace Mox::Check {
 
 /// Checks what a shape's datasets are, without their values: that those of a mesh are there and of
 /// the right numbers, and that all have as many rows as the shape has nodes or elements.
@@ -31,6 +31,6 @@ private:
     Findings& findings_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

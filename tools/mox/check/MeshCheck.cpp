@@ -13,7 +13,7 @@ using MoxRead::Dataset;
 using MoxRead::ElementType;
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -238,4 +238,4 @@ void MeshCheck::tellTallies()
     }
 }
 
-} // namespace Check
+} // namespace Mox::Check

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace Check {
+namespace Mox::Check {
 
 /// The values of a shape's mesh; null for datasets that it does not have.
 struct MeshValues
@@ -70,6 +70,6 @@ private:
     std::map<Kind const*, Tally> tallies_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

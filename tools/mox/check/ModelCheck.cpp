@@ -16,7 +16,7 @@
 using MoxRead::Dataset;
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -127,4 +127,4 @@ Findings checkModel(MoxRead::Model& model, MoxRead::ProgressVisitor const& tell)
     return findings;
 }
 
-} // namespace Check
+} // namespace Mox::Check

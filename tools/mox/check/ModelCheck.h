@@ -5,7 +5,7 @@
 
 #include "moxread/Model.h"
 
-namespace Check {
+namespace Mox::Check {
 
 /// Checks whether a model means something: all that this folder has a class for.
 ///
@@ -14,6 +14,6 @@ namespace Check {
 /// lie in one block of the file, which is inflated as a whole.
 Findings checkModel(MoxRead::Model& model, MoxRead::ProgressVisitor const& tell);
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

@@ -5,7 +5,7 @@
 
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -122,4 +122,4 @@ std::string elementTypeOf(MoxRead::Model const& model, Variable const& connectiv
     return text == nullptr ? std::string() : *text;
 }
 
-} // namespace Check
+} // namespace Mox::Check

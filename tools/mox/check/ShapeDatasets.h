@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace Check {
+namespace Mox::Check {
 
 /// The datasets of a geometry that make up its mesh, chosen as viewers choose them: those of the
 /// usual name before others of the same type. Null where there is none.
@@ -47,6 +47,6 @@ int dimensionOf(MoxRead::Variable const& connectivity);
 /// Of the attribute `ElementType`; empty if there is none.
 std::string elementTypeOf(MoxRead::Model const& model, MoxRead::Variable const& connectivity);
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

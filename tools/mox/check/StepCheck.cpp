@@ -14,7 +14,7 @@
 using MoxRead::quoted;
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -149,4 +149,4 @@ void StepCheck::checkOrder(MoxRead::Node const& node)
     }
 }
 
-} // namespace Check
+} // namespace Mox::Check

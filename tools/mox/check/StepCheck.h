@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-namespace Check {
+namespace Mox::Check {
 
 /// Checks the times of steps: that all datasets of a step say the same, and that the steps of each
 /// dataset stand in the order of their times.
@@ -42,6 +42,6 @@ private:
     std::map<std::string, Step> steps_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -55,4 +55,4 @@ void StorageCheck::tell(std::uint64_t bytes, Piece const* before)
                    "a shape that takes all values that are given, and keeps them", what});
 }
 
-} // namespace Check
+} // namespace Mox::Check

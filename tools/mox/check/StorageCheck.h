@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace Check {
+namespace Mox::Check {
 
 /// Looks for values that were given to the model and that no dataset has: because they were given
 /// to a group or to no node at all, or because the dataset got others later.
@@ -34,6 +34,6 @@ private:
     Findings& findings_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

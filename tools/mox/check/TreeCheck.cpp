@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -95,4 +95,4 @@ void TreeCheck::checkMaterial(MoxRead::Node const& node)
                        numberText(*other)});
 }
 
-} // namespace Check
+} // namespace Mox::Check

@@ -5,7 +5,7 @@
 
 #include "moxread/Model.h"
 
-namespace Check {
+namespace Mox::Check {
 
 /// Checks the tree: names, transforms and materials.
 class TreeCheck
@@ -25,6 +25,6 @@ private:
     Findings& findings_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

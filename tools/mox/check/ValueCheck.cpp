@@ -10,7 +10,7 @@
 using MoxRead::Dataset;
 using MoxRead::Variable;
 
-namespace Check {
+namespace Mox::Check {
 
 namespace {
 
@@ -131,4 +131,4 @@ void ValueCheck::checkResults(Variable const& variable, Dataset const& dataset)
     tell(Kinds::infinite, rows.withInfinity, "finite numbers", "infinite values in ");
 }
 
-} // namespace Check
+} // namespace Mox::Check

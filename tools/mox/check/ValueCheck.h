@@ -8,7 +8,7 @@
 #include <functional>
 #include <unordered_map>
 
-namespace Check {
+namespace Mox::Check {
 
 /// Counts the values of coordinates and results that are no finite numbers.
 class ValueCheck
@@ -29,6 +29,6 @@ private:
     std::unordered_map<MoxRead::Variable const*, MoxRead::Node const*> owners_;
 };
 
-} // namespace Check
+} // namespace Mox::Check
 
 #endif

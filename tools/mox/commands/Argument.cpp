@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace Mox {
+
 Argument& Argument::required()
 {
     option_->required();
@@ -37,3 +39,5 @@ Argument& Argument::needs(Argument const& other)
     option_->needs(other.option_);
     return *this;
 }
+
+} // namespace Mox

@@ -9,6 +9,8 @@ namespace CLI {
 class Option;
 }
 
+namespace Mox {
+
 /// An argument of a command, as it was added.
 class Argument
 {
@@ -30,5 +32,7 @@ public:
 private:
     CLI::Option* option_;
 };
+
+} // namespace Mox
 
 #endif

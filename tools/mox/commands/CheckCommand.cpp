@@ -1,9 +1,9 @@
 #include "CheckCommand.h"
 
 #include "CommandLine.h"
-#include "FileCommand.h"
 #include "mox/check/Kinds.h"
 #include "mox/check/ModelCheck.h"
+#include "mox/print/FileError.h"
 #include "mox/print/JsonWriter.h"
 #include "mox/print/StepUse.h"
 
@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+
+namespace Mox {
 
 using Check::countText;
 using Check::Finding;
@@ -28,7 +30,7 @@ constexpr auto oneLine = JsonWriter::Layout::OneLine;
 
 struct Verdict
 {
-    explicit Verdict(CheckOptions const& options) : file(options.file), model(options.file)
+    explicit Verdict(CheckArguments const& options) : file(options.file), model(options.file)
     {
         Common::Progress progress("check " + file);
         findings = Check::checkModel(
@@ -169,7 +171,7 @@ void printJson(std::ostream& out, Verdict const& verdict)
 
 void addCheckCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<CheckOptions>();
+    auto const options = std::make_shared<CheckArguments>();
     SubCommand command =
         commandLine.addCommand("check", "Check whether what a model file says means something");
     command.add("FILE", options->file, "Model file").required();
@@ -179,7 +181,7 @@ void addCheckCommand(CommandLine& commandLine)
     command.run([options] { return checkFile(*options, std::cout, std::cerr); });
 }
 
-int checkFile(CheckOptions const& options, std::ostream& out, std::ostream& err)
+int checkFile(CheckArguments const& options, std::ostream& out, std::ostream& err)
 {
     bool isGood = false;
     int const status = runOnFile(options.file, err, [&] {
@@ -192,3 +194,5 @@ int checkFile(CheckOptions const& options, std::ostream& out, std::ostream& err)
     });
     return isGood ? status : 1;
 }
+
+} // namespace Mox

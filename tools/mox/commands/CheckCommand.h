@@ -4,9 +4,11 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
-struct CheckOptions
+struct CheckArguments
 {
     std::string file;
     bool json = false;
@@ -17,6 +19,8 @@ void addCheckCommand(CommandLine& commandLine);
 
 /// Prints on `out` what a model says and cannot mean. Returns the exit status: 0 also when there
 /// are warnings, 1 when there are errors. A file whose layout is bad gets one line on `err` and 1.
-int checkFile(CheckOptions const& options, std::ostream& out, std::ostream& err);
+int checkFile(CheckArguments const& options, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

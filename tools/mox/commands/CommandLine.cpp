@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace Mox {
+
 namespace {
 
 constexpr int wrongUsage = 2;
@@ -50,3 +52,5 @@ int CommandLine::run(int argc, char** argv)
     }
     return exitStatus_;
 }
+
+} // namespace Mox

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+namespace Mox {
+
 /// The program's commands. What is given is parsed by CLI11, which only this class, `SubCommand`
 /// and `Argument` know: its headers take longer to compile than any command.
 class CommandLine
@@ -29,5 +31,7 @@ private:
     std::unique_ptr<CLI::App> app_;
     int exitStatus_ = 0;
 };
+
+} // namespace Mox
 
 #endif

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <vector>
 
+namespace Mox {
+
 using MoxRead::quoted;
 using MoxRead::Variable;
 
@@ -65,3 +67,5 @@ Variable const& findDataset(MoxRead::Model const& model, MoxRead::Node const& ge
         refusal(MoxRead::quoted(MoxRead::NodePath::of(model, MoxRead::ownerOf(model, geometry))),
                 dataset, step, found));
 }
+
+} // namespace Mox

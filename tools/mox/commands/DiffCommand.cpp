@@ -1,13 +1,15 @@
 #include "DiffCommand.h"
 
 #include "CommandLine.h"
-#include "FileCommand.h"
 #include "mox/compare/ModelComparison.h"
+#include "mox/print/FileError.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+
+namespace Mox {
 
 namespace {
 
@@ -19,7 +21,7 @@ void printText(std::ostream& out, std::vector<Difference> const& differences)
         out << differences.size() << (differences.size() == 1 ? " difference\n" : " differences\n");
 }
 
-void printJson(std::ostream& out, DiffOptions const& options,
+void printJson(std::ostream& out, DiffArguments const& options,
                std::vector<Difference> const& differences)
 {
     JsonWriter json(out);
@@ -30,7 +32,7 @@ void printJson(std::ostream& out, DiffOptions const& options,
     json.endArray().endObject();
 }
 
-int diff(DiffOptions const& options, std::ostream& out)
+int diff(DiffArguments const& options, std::ostream& out)
 {
     Common::Progress progress("diff " + options.left);
     NamedModel left(options.left);
@@ -56,7 +58,7 @@ std::string refuseUnlessBound(std::string const& text)
 
 void addDiffCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<DiffOptions>();
+    auto const options = std::make_shared<DiffArguments>();
     SubCommand command = commandLine.addCommand("diff", "Tell in what two model files differ");
     command.add("A", options->left, "Model file").required();
     command.add("B", options->right, "Model file to compare it with").required();
@@ -74,9 +76,11 @@ void addDiffCommand(CommandLine& commandLine)
     command.run([options] { return diffFiles(*options, std::cout, std::cerr); });
 }
 
-int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err)
+int diffFiles(DiffArguments const& options, std::ostream& out, std::ostream& err)
 {
     int status = 1;
     int const failure = runOnFile(options.left, err, [&] { status = diff(options, out); });
     return failure == 0 ? status : failure;
 }
+
+} // namespace Mox

@@ -6,9 +6,11 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
-struct DiffOptions
+struct DiffArguments
 {
     std::string left;
     std::string right;
@@ -21,6 +23,8 @@ void addDiffCommand(CommandLine& commandLine);
 
 /// Prints on `out` in what two models differ, a line for each difference. A bad file gets one line
 /// on `err` and nothing on `out`. Returns the exit status: 0 when they are equal, else 1.
-int diffFiles(DiffOptions const& options, std::ostream& out, std::ostream& err);
+int diffFiles(DiffArguments const& options, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

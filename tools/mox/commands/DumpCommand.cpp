@@ -2,12 +2,12 @@
 
 #include "CommandLine.h"
 #include "DatasetSearch.h"
-#include "FileCommand.h"
-#include "OutputFile.h"
 #include "mox/print/ComponentNames.h"
-#include "mox/print/DatasetWriter.h"
+#include "mox/print/DatasetPrinter.h"
+#include "mox/print/FileError.h"
 #include "mox/print/JsonListing.h"
 #include "mox/print/JsonWriter.h"
+#include "mox/print/OutputFile.h"
 
 #include "common/Progress.h"
 #include "moxread/NodePath.h"
@@ -19,9 +19,11 @@
 
 #include <unistd.h>
 
+namespace Mox {
+
 namespace {
 
-std::string formatOf(DumpOptions const& options)
+std::string formatOf(DumpArguments const& options)
 {
     if (!options.format.empty())
         return options.format;
@@ -33,7 +35,7 @@ std::string formatOf(DumpOptions const& options)
 class Dump
 {
 public:
-    Dump(DumpOptions const& options, MoxRead::Model& model)
+    Dump(DumpArguments const& options, MoxRead::Model& model)
         : options_(options), node_(MoxRead::NodePath(options.node).findGeometry(model)),
           path_(MoxRead::NodePath::of(model, MoxRead::ownerOf(model, node_))),
           variable_(findDataset(model, node_, options.dataset, options.step)),
@@ -43,7 +45,7 @@ public:
 
     void write(std::ostream& out, Common::Progress& progress) const
     {
-        DatasetWriter const writer(dataset_, out, progress);
+        DatasetPrinter const writer(dataset_, out, progress);
         std::string const format = formatOf(options_);
         if (options_.json)
             writeJson(out, writer);
@@ -56,7 +58,7 @@ public:
     }
 
 private:
-    void writeJson(std::ostream& out, DatasetWriter const& writer) const
+    void writeJson(std::ostream& out, DatasetPrinter const& writer) const
     {
         bool const isFloat = dataset_.elementType == MoxRead::ElementType::Float;
         JsonWriter json(out);
@@ -72,7 +74,7 @@ private:
         json.endArray().endObject();
     }
 
-    DumpOptions const& options_;
+    DumpArguments const& options_;
     MoxRead::Node const& node_;
     std::string path_;
     MoxRead::Variable const& variable_;
@@ -81,21 +83,21 @@ private:
 };
 
 // No bar between the values on a terminal that shows both.
-int progressStream(DumpOptions const& options)
+int progressStream(DumpArguments const& options)
 {
     constexpr int none = -1;
     bool const showsValues = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
     return showsValues ? none : STDERR_FILENO;
 }
 
-void writeFile(Dump const& dump, DumpOptions const& options, Common::Progress& progress)
+void writeFile(Dump const& dump, DumpArguments const& options, Common::Progress& progress)
 {
     OutputFile file(options.output, options.overwrite);
     dump.write(file.stream(), progress);
     file.finish();
 }
 
-void dumpTo(std::ostream& out, DumpOptions const& options)
+void dumpTo(std::ostream& out, DumpArguments const& options)
 {
     // Reading a dataset may take as long as writing it.
     Common::Progress progress("dump " + options.file, progressStream(options));
@@ -107,7 +109,7 @@ void dumpTo(std::ostream& out, DumpOptions const& options)
         inFile(options.output, [&] { writeFile(dump, options, progress); });
 }
 
-void refuseBytesOnATerminal(DumpOptions const& options)
+void refuseBytesOnATerminal(DumpArguments const& options)
 {
     bool const isNpy = !options.json && formatOf(options) == "npy";
     if (isNpy && options.output.empty() && ::isatty(STDOUT_FILENO) == 1)
@@ -118,7 +120,7 @@ void refuseBytesOnATerminal(DumpOptions const& options)
 
 void addDumpCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<DumpOptions>();
+    auto const options = std::make_shared<DumpArguments>();
     SubCommand command = commandLine.addCommand("dump", "Write out the values of one dataset");
     command.add("FILE", options->file, "Model file").required();
     command
@@ -144,7 +146,9 @@ void addDumpCommand(CommandLine& commandLine)
     });
 }
 
-int dumpDataset(DumpOptions const& options, std::ostream& out, std::ostream& err)
+int dumpDataset(DumpArguments const& options, std::ostream& out, std::ostream& err)
 {
     return runOnFile(options.file, err, [&] { dumpTo(out, options); });
 }
+
+} // namespace Mox

@@ -5,9 +5,11 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
-struct DumpOptions
+struct DumpArguments
 {
     std::string file;
     std::string node;
@@ -26,6 +28,8 @@ void addDumpCommand(CommandLine& commandLine);
 
 /// Writes the values of one dataset to `out`, or to the file that the options name. A bad file, or
 /// a dataset that is not there, gets one line on `err`. Returns the exit status.
-int dumpDataset(DumpOptions const& options, std::ostream& out, std::ostream& err);
+int dumpDataset(DumpArguments const& options, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

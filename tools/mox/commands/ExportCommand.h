@@ -6,7 +6,17 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
+
+struct ExportArguments
+{
+    std::string input;
+    std::string output;
+    Export::ExportOptions options;
+    bool json = false;
+};
 
 /// Adds the command `export`.
 void addExportCommand(CommandLine& commandLine);
@@ -14,8 +24,8 @@ void addExportCommand(CommandLine& commandLine);
 /// Writes a model as VTK's XML files and says on `out` what was written, as JSON if wanted. A
 /// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.
 /// Returns the exit status.
-int exportFile(std::string const& input, std::string const& output,
-               Export::ExportOptions const& options, bool asJson, std::ostream& out,
-               std::ostream& err);
+int exportFile(ExportArguments const& arguments, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

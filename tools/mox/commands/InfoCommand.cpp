@@ -1,8 +1,8 @@
 #include "InfoCommand.h"
 
 #include "CommandLine.h"
-#include "FileCommand.h"
 #include "mox/print/BlockReport.h"
+#include "mox/print/FileError.h"
 #include "mox/print/JsonListing.h"
 #include "mox/print/JsonWriter.h"
 #include "mox/print/Listing.h"
@@ -14,6 +14,8 @@
 #include <iostream>
 #include <memory>
 #include <sstream>
+
+namespace Mox {
 
 using MoxRead::Slot;
 
@@ -146,7 +148,7 @@ void printJson(std::ostream& out, FileInfo const& info, std::string const& file)
 
 void addInfoCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<InfoOptions>();
+    auto const options = std::make_shared<InfoArguments>();
     SubCommand command = commandLine.addCommand(
         "info", "Show the blocks of a model file and how well they compress");
     command.add("FILE", options->file, "Model file").required();
@@ -155,7 +157,7 @@ void addInfoCommand(CommandLine& commandLine)
     command.run([options] { return showInfo(*options, std::cout, std::cerr); });
 }
 
-int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err)
+int showInfo(InfoArguments const& options, std::ostream& out, std::ostream& err)
 {
     return runOnFile(options.file, err, [&] {
         FileInfo const info(options.file);
@@ -165,3 +167,5 @@ int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err)
             printText(out, info);
     });
 }
+
+} // namespace Mox

@@ -4,9 +4,11 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
-struct InfoOptions
+struct InfoArguments
 {
     std::string file;
     bool json = false;
@@ -17,6 +19,8 @@ void addInfoCommand(CommandLine& commandLine);
 
 /// Prints on `out` of which blocks a file is made, and who wrote it. Needs a sound container, but
 /// looks into no values. A bad file gets one line on `err`. Returns the exit status.
-int showInfo(InfoOptions const& options, std::ostream& out, std::ostream& err);
+int showInfo(InfoArguments const& options, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

@@ -1,7 +1,7 @@
 #include "LsCommand.h"
 
 #include "CommandLine.h"
-#include "FileCommand.h"
+#include "mox/print/FileError.h"
 #include "mox/print/JsonListing.h"
 #include "mox/print/Listing.h"
 #include "mox/print/ModelContents.h"
@@ -11,9 +11,11 @@
 #include <iostream>
 #include <memory>
 
+namespace Mox {
+
 namespace {
 
-void list(LsOptions const& options, std::ostream& out)
+void list(LsArguments const& options, std::ostream& out)
 {
     MoxRead::Model model(options.file);
     MoxRead::Node const& first =
@@ -31,7 +33,7 @@ void list(LsOptions const& options, std::ostream& out)
 
 void addLsCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<LsOptions>();
+    auto const options = std::make_shared<LsArguments>();
     SubCommand command = commandLine.addCommand("ls", "List what is in a model file");
     command.add("FILE", options->file, "Model file").required();
     command.add("PATH", options->node,
@@ -41,14 +43,16 @@ void addLsCommand(CommandLine& commandLine)
     command.run([options] { return listFile(*options, std::cout, std::cerr); });
 }
 
-int listFile(LsOptions const& options, std::ostream& out, std::ostream& err)
+int listFile(LsArguments const& options, std::ostream& out, std::ostream& err)
 {
     return runOnFile(options.file, err, [&] { list(options, out); });
 }
 
 int listFile(std::string const& path, std::ostream& out, std::ostream& err)
 {
-    LsOptions options;
+    LsArguments options;
     options.file = path;
     return listFile(options, out, err);
 }
+
+} // namespace Mox

@@ -5,9 +5,11 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
-struct LsOptions
+struct LsArguments
 {
     std::string file;
     /// Path of the node to begin with, the root unless given.
@@ -20,9 +22,11 @@ void addLsCommand(CommandLine& commandLine);
 
 /// Prints on `out` what is in a file. A bad file gets one line on `err` and nothing on `out`: no
 /// part of it is shown as if it were the whole. Returns the exit status.
-int listFile(LsOptions const& options, std::ostream& out, std::ostream& err);
+int listFile(LsArguments const& options, std::ostream& out, std::ostream& err);
 
 /// The same for all of a file, as text.
 int listFile(std::string const& path, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace Mox {
+
 Argument SubCommand::add(std::string const& name, std::string& value,
                          std::string const& description)
 {
@@ -51,3 +53,5 @@ void SubCommand::run(std::function<int()> const& action)
         }
     });
 }
+
+} // namespace Mox

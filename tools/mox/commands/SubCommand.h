@@ -13,6 +13,8 @@ namespace CLI {
 class App;
 }
 
+namespace Mox {
+
 /// What is wrong with how a command was called, found by the command itself.
 class UsageError : public std::runtime_error
 {
@@ -50,5 +52,7 @@ private:
     CLI::App* command_;
     int* exitStatus_;
 };
+
+} // namespace Mox
 
 #endif

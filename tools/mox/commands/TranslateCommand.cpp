@@ -3,7 +3,7 @@
 #include "CommandLine.h"
 #include "mox/formats/ChildProcess.h"
 #include "mox/formats/Formats.h"
-#include "mox/formats/RunWithLibraries.h"
+#include "mox/formats/Libraries.h"
 
 #include <common/PartialFile.h>
 #include <common/Progress.h>
@@ -16,6 +16,8 @@
 #include <iostream>
 #include <memory>
 #include <vector>
+
+namespace Mox {
 
 namespace {
 
@@ -150,3 +152,5 @@ int translateFile(TranslateArguments const& arguments, std::ostream& out, std::o
         return failure;
     }
 }
+
+} // namespace Mox

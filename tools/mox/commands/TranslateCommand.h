@@ -4,6 +4,8 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
 
 struct TranslateArguments
@@ -24,5 +26,7 @@ void addTranslateCommand(CommandLine& commandLine);
 /// Translates a result file into a model. Warnings get one line each on `err`, so does a failure,
 /// which names the file that is wrong, and leaves no output file behind. Returns the exit status.
 int translateFile(TranslateArguments const& arguments, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

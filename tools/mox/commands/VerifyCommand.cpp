@@ -1,7 +1,7 @@
 #include "VerifyCommand.h"
 
 #include "CommandLine.h"
-#include "FileCommand.h"
+#include "mox/print/FileError.h"
 #include "mox/print/JsonWriter.h"
 
 #include "common/Progress.h"
@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+
+namespace Mox {
 
 namespace {
 
@@ -138,7 +140,7 @@ int verifyAll(std::vector<std::string> const& files, Report report)
 
 void addVerifyCommand(CommandLine& commandLine)
 {
-    auto const options = std::make_shared<VerifyOptions>();
+    auto const options = std::make_shared<VerifyArguments>();
     SubCommand command =
         commandLine.addCommand("verify", "Check every byte of a model file's layout");
     command.add("FILE", options->files, "Model files").required();
@@ -148,7 +150,7 @@ void addVerifyCommand(CommandLine& commandLine)
     command.run([options] { return verifyFiles(*options, std::cout, std::cerr); });
 }
 
-int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err)
+int verifyFiles(VerifyArguments const& options, std::ostream& out, std::ostream& err)
 {
     return options.json ? verifyAll(options.files, VerdictJson(out, err))
                         : verifyAll(options.files, VerdictText(out, err));
@@ -156,7 +158,9 @@ int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& e
 
 int verifyFile(std::string const& path, std::ostream& out, std::ostream& err)
 {
-    VerifyOptions options;
+    VerifyArguments options;
     options.files = {path};
     return verifyFiles(options, out, err);
 }
+
+} // namespace Mox

@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 class CommandLine;
 
-struct VerifyOptions
+struct VerifyArguments
 {
     std::vector<std::string> files;
     bool json = false;
@@ -18,9 +20,11 @@ void addVerifyCommand(CommandLine& commandLine);
 
 /// Says on `out` that files are sound, or on `err` what is wrong with them: a line for each, and
 /// for several one more that counts them. Returns the exit status.
-int verifyFiles(VerifyOptions const& options, std::ostream& out, std::ostream& err);
+int verifyFiles(VerifyArguments const& options, std::ostream& out, std::ostream& err);
 
 /// The same for one file, as text.
 int verifyFile(std::string const& path, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

@@ -2,7 +2,7 @@
 
 #include "CommandLine.h"
 #include "ViewerOutput.h"
-#include "mox/formats/RunWithLibraries.h"
+#include "mox/formats/Libraries.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -10,20 +10,12 @@
 #include <map>
 #include <memory>
 
+namespace Mox {
+
 namespace {
 
 constexpr int leastSize = 200;
 constexpr int greatestSize = 8192;
-
-struct Arguments
-{
-    std::string input;
-    std::string output;
-    std::string size;
-    std::string camera;
-    Export::ViewOptions options;
-    bool asJson = false;
-};
 
 std::string complaintAboutTarget(std::string const& path)
 {
@@ -69,7 +61,7 @@ std::vector<std::string> namesOfCameras()
     return names;
 }
 
-void addAppearance(SubCommand& command, Arguments& arguments)
+void addAppearance(SubCommand& command, ViewArguments& arguments)
 {
     command
         .add("--warp", arguments.options.warp,
@@ -84,7 +76,7 @@ void addAppearance(SubCommand& command, Arguments& arguments)
     command.addFlag("--edges", arguments.options.edges, "Draw the edges of the elements, too");
 }
 
-void addArguments(SubCommand& command, Arguments& arguments)
+void addArguments(SubCommand& command, ViewArguments& arguments)
 {
     std::vector<std::string> const components = {"magnitude", "x",  "y",  "z",  "xx",   "yy",
                                                  "zz",        "xy", "yz", "zx", "mises"};
@@ -102,14 +94,14 @@ void addArguments(SubCommand& command, Arguments& arguments)
         .oneOf(components);
     addAppearance(command, arguments);
     command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
-    command.addFlag("--json", arguments.asJson, "Say as JSON what the picture shows");
+    command.addFlag("--json", arguments.json, "Say as JSON what the picture shows");
 }
 
 } // namespace
 
 void addViewCommand(CommandLine& commandLine)
 {
-    auto const arguments = std::make_shared<Arguments>();
+    auto const arguments = std::make_shared<ViewArguments>();
     SubCommand command = commandLine.addCommand("view", "Draw a picture of a model");
     addArguments(command, *arguments);
     command.explain(
@@ -119,16 +111,15 @@ void addViewCommand(CommandLine& commandLine)
             readSize(arguments->size, arguments->options);
         if (!arguments->camera.empty())
             arguments->options.camera = cameras().at(arguments->camera);
-        return runWithLibraries("mox view", [&] {
-            return viewFile(arguments->input, arguments->output, arguments->options,
-                            arguments->asJson, std::cout, std::cerr);
-        });
+        return runWithLibraries("mox view",
+                                [&] { return viewFile(*arguments, std::cout, std::cerr); });
     });
 }
 
-int viewFile(std::string const& input, std::string const& output,
-             Export::ViewOptions const& options, bool asJson, std::ostream& out, std::ostream& err)
+int viewFile(ViewArguments const& arguments, std::ostream& out, std::ostream& err)
 {
-    ViewerOutput const target("view", output, asJson, out, err);
-    return target.make(input, options, Export::viewModel);
+    ViewerOutput const target("view", arguments.output, arguments.json, out, err);
+    return target.make(arguments.input, arguments.options, viewWithVtk);
 }
+
+} // namespace Mox

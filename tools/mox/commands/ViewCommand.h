@@ -6,7 +6,19 @@
 #include <ostream>
 #include <string>
 
+namespace Mox {
+
 class CommandLine;
+
+struct ViewArguments
+{
+    std::string input;
+    std::string output;
+    std::string size;
+    std::string camera;
+    Export::ViewOptions options;
+    bool json = false;
+};
 
 /// Adds the command `view`.
 void addViewCommand(CommandLine& commandLine);
@@ -14,7 +26,8 @@ void addViewCommand(CommandLine& commandLine);
 /// Draws a model into a PNG file and says on `out` what the picture shows, as JSON if wanted. A
 /// failure gets one line on `err`, which names the file that is wrong, and leaves nothing behind.
 /// Returns the exit status.
-int viewFile(std::string const& input, std::string const& output,
-             Export::ViewOptions const& options, bool asJson, std::ostream& out, std::ostream& err);
+int viewFile(ViewArguments const& arguments, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
 
 #endif

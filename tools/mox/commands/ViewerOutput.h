@@ -1,14 +1,16 @@
 #ifndef MOX_COMMANDS_VIEWEROUTPUT_H
 #define MOX_COMMANDS_VIEWEROUTPUT_H
 
-#include "SummaryText.h"
 #include "common/Progress.h"
+#include "mox/print/SummaryText.h"
 
 #include <cstddef>
 #include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
+
+namespace Mox {
 
 /// What a command for viewers makes, and how it tells of it.
 class ViewerOutput
@@ -56,5 +58,7 @@ private:
     std::ostream& out_;
     std::ostream& err_;
 };
+
+} // namespace Mox
 
 #endif

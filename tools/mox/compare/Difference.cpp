@@ -4,6 +4,8 @@
 
 #include "moxread/Text.h"
 
+namespace Mox {
+
 using MoxRead::quoted;
 
 namespace {
@@ -139,3 +141,5 @@ void Difference::write(JsonWriter& json) const
     writeValues(json, values);
     json.endObject();
 }
+
+} // namespace Mox

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// One thing in which two models differ.
 struct Difference
 {
@@ -34,5 +36,7 @@ struct Difference
 private:
     std::string subjectText() const;
 };
+
+} // namespace Mox
 
 #endif

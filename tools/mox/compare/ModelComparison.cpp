@@ -1,8 +1,8 @@
 #include "ModelComparison.h"
 
 #include "NameMatching.h"
-#include "mox/commands/FileCommand.h"
 #include "mox/print/ComponentNames.h"
+#include "mox/print/FileError.h"
 #include "mox/print/StepUse.h"
 #include "mox/print/ValueText.h"
 
@@ -14,6 +14,8 @@
 #include <array>
 #include <numeric>
 #include <optional>
+
+namespace Mox {
 
 using MoxRead::Model;
 using MoxRead::Node;
@@ -394,3 +396,5 @@ void ModelComparison::add(Difference difference, std::string const& left, std::s
     difference.right = right;
     differences_.push_back(std::move(difference));
 }
+
+} // namespace Mox

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+namespace Mox {
+
 /// A model, and the file's name for what is wrong with it.
 struct NamedModel
 {
@@ -86,5 +88,7 @@ private:
     std::vector<DatasetPair> datasets_;
     std::vector<Difference> differences_;
 };
+
+} // namespace Mox
 
 #endif

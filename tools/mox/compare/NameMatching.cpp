@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+namespace Mox {
+
 NameMatching::NameMatching(std::vector<std::string> const& left,
                            std::vector<std::string> const& right)
 {
@@ -32,3 +34,5 @@ bool NameMatching::isInOrder() const
         return one.second < other.second;
     });
 }
+
+} // namespace Mox

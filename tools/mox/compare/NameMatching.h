@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+namespace Mox {
+
 /// Which entries of two lists belong together: those of the same name, the first with the first,
 /// the second with the second and so on.
 struct NameMatching
@@ -20,5 +22,7 @@ struct NameMatching
     /// Whether those that belong together stand in the same order in both.
     bool isInOrder() const;
 };
+
+} // namespace Mox
 
 #endif

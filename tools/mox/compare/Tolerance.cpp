@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Mox {
+
 bool Tolerance::accepts(double left, double right) const
 {
     if (left == right || (std::isnan(left) && std::isnan(right)))
@@ -13,3 +15,5 @@ bool Tolerance::accepts(double left, double right) const
     return difference <= absolute ||
            difference <= relative * std::max(std::abs(left), std::abs(right));
 }
+
+} // namespace Mox

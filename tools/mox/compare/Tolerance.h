@@ -1,6 +1,8 @@
 #ifndef MOX_COMPARE_TOLERANCE_H
 #define MOX_COMPARE_TOLERANCE_H
 
+namespace Mox {
+
 /// How far two numbers may be from each other and still count as equal. One of the two bounds is
 /// enough.
 struct Tolerance
@@ -12,5 +14,7 @@ struct Tolerance
     /// NaN is equal to NaN only, and an infinite number only to itself.
     bool accepts(double left, double right) const;
 };
+
+} // namespace Mox
 
 #endif

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Mox {
+
 namespace {
 
 void keepLarger(std::optional<ValueDifference::Place>& largest, ValueDifference::Place const& place)
@@ -60,3 +62,5 @@ ValueDifference ValueDifference::of(MoxRead::Dataset const& left, MoxRead::Datas
     }
     return result;
 }
+
+} // namespace Mox

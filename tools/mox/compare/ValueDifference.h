@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <optional>
 
+namespace Mox {
+
 /// How the values of two datasets of the same shape and element type differ.
 struct ValueDifference
 {
@@ -38,5 +40,7 @@ struct ValueDifference
     static ValueDifference of(MoxRead::Dataset const& left, MoxRead::Dataset const& right,
                               Tolerance const& tolerance);
 };
+
+} // namespace Mox
 
 #endif

@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace Mox {
+
 namespace {
 
 constexpr int failure = 1;
@@ -73,3 +75,5 @@ ChildResult runInChild(std::function<int()> const& action)
         return {id, WEXITSTATUS(status)};
     return {id, std::nullopt};
 }
+
+} // namespace Mox

@@ -6,6 +6,8 @@
 
 #include <sys/types.h>
 
+namespace Mox {
+
 /// How a child process ended.
 struct ChildResult
 {
@@ -18,5 +20,7 @@ struct ChildResult
 /// the exit status; what it writes to the standard streams is written when it ends. It is killed
 /// when we end before. Must be called while there is one thread only.
 ChildResult runInChild(std::function<int()> const& action);
+
+} // namespace Mox
 
 #endif

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+namespace Mox {
+
 namespace {
 
 constexpr std::size_t beginningSize = 4096;
@@ -73,3 +75,5 @@ bool FileProbe::contains(std::string const& bytes) const
     }
     return false;
 }
+
+} // namespace Mox

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+namespace Mox {
+
 /// What tells the format of a file or folder: where it is and what it begins with.
 class FileProbe
 {
@@ -26,5 +28,7 @@ private:
     bool isFolder_;
     std::string beginning_;
 };
+
+} // namespace Mox
 
 #endif

@@ -1,11 +1,13 @@
 #include "Formats.h"
 
-#include "Openers.h"
+#include "Libraries.h"
 
 #include <read/ensight/Source.h>
 #include <read/frd/Source.h>
 
 #include <algorithm>
+
+namespace Mox {
 
 namespace {
 
@@ -99,3 +101,5 @@ Format const* formatOf(FileProbe const& probe)
                                     [&](Format const& format) { return format.recognises(probe); });
     return found == formats().end() ? nullptr : &*found;
 }
+
+} // namespace Mox

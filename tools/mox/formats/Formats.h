@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// A format of result files.
 struct Format
 {
@@ -27,5 +29,7 @@ std::vector<Format> const& formats();
 
 /// The first format that recognises the file, or null.
 Format const* formatOf(FileProbe const& probe);
+
+} // namespace Mox
 
 #endif

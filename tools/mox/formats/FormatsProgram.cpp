@@ -12,6 +12,8 @@
 
 #include <unistd.h>
 
+namespace Mox {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -57,3 +59,5 @@ void becomeFormatsProgram()
         program.string() +
         ": This program, which has the libraries that this takes, cannot be run: " + reason + ".");
 }
+
+} // namespace Mox

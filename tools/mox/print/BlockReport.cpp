@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace Mox {
+
 namespace {
 
 std::string keyOf(MoxRead::Slot const& slot)
@@ -45,3 +47,5 @@ void BlockReport::add(Block const& block)
     total_.add(block);
     blocks_.push_back(block);
 }
+
+} // namespace Mox

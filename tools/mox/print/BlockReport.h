@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// How much room the blocks of a file take, each by itself, by key and in all.
 class BlockReport
 {
@@ -52,5 +54,7 @@ private:
     Sum total_;
     std::size_t slots_;
 };
+
+} // namespace Mox
 
 #endif

@@ -1,5 +1,7 @@
 #include "ComponentNames.h"
 
+namespace Mox {
+
 std::vector<std::string> componentNames(std::uint32_t variableType, std::string const& dataset)
 {
     switch (variableType) {
@@ -23,3 +25,5 @@ std::vector<std::string> componentNames(std::uint32_t variableType, std::string 
         return {dataset};
     }
 }
+
+} // namespace Mox

@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace Mox {
+
 namespace {
 
 constexpr std::size_t pieceSize = std::size_t{1} << 16U;
@@ -68,3 +70,5 @@ bool FileBuffer::check(bool isGood)
         error_ = errno;
     return isGood;
 }
+
+} // namespace Mox

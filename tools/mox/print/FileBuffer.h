@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// What a stream writes goes into a file. Unlike the standard one it remembers why a write failed.
 class FileBuffer : public std::streambuf
 {
@@ -33,5 +35,7 @@ private:
     int descriptor_;
     int error_ = 0;
 };
+
+} // namespace Mox
 
 #endif

@@ -6,6 +6,8 @@
 #include <utility>
 #include <variant>
 
+namespace Mox {
+
 using MoxRead::Attributes;
 using MoxRead::Group;
 using MoxRead::Material;
@@ -192,3 +194,5 @@ void writeDatasetName(JsonWriter& json, Variable const& variable)
     else
         json.null();
 }
+
+} // namespace Mox

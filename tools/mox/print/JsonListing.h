@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// What a model contains, as JSON. Nodes stand in one list, however deep the tree is; each names
 /// its parent.
 class JsonListing
@@ -38,5 +40,7 @@ void writeWritings(JsonWriter& json, std::vector<MoxRead::WritingRecord> const& 
 
 /// The members "dataset" and "step", which is null for a dataset without step.
 void writeDatasetName(JsonWriter& json, MoxRead::Variable const& variable);
+
+} // namespace Mox
 
 #endif

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace Mox {
+
 namespace {
 
 std::string jsonString(std::string const& text)
@@ -133,3 +135,5 @@ void JsonWriter::breakLine()
 {
     out_ << '\n' << std::string(2 * levels_.size(), ' ');
 }
+
+} // namespace Mox

@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <vector>
 
+namespace Mox {
+
 /// Writes a JSON document as it goes along, so that no document has to fit into memory.
 ///
 /// Numbers are as short as they can be read back. Those that JSON does not have are the strings
@@ -80,5 +82,7 @@ private:
     std::vector<Level> levels_;
     bool followsKey_ = false;
 };
+
+} // namespace Mox
 
 #endif

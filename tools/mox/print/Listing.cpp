@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace Mox {
+
 using MoxRead::Attributes;
 using MoxRead::Group;
 using MoxRead::Material;
@@ -159,3 +161,5 @@ void printWritings(std::ostream& out, std::vector<WritingRecord> const& writings
             << quoted(writing.text) << '\n';
     }
 }
+
+} // namespace Mox

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// What a model contains, as text for people.
 class Listing
 {
@@ -33,5 +35,7 @@ private:
 
 /// Who wrote the file, and when: a line for each time.
 void printWritings(std::ostream& out, std::vector<MoxRead::WritingRecord> const& writings);
+
+} // namespace Mox
 
 #endif

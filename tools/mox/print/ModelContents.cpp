@@ -6,6 +6,8 @@
 #include <unordered_set>
 #include <utility>
 
+namespace Mox {
+
 using MoxRead::Variable;
 
 ModelContents::ModelContents(MoxRead::Model& model, MoxRead::Node const& first,
@@ -50,3 +52,5 @@ void ModelContents::readRanges(Common::Progress& progress)
                     progress.show(done += alike.size(), all);
                 });
 }
+
+} // namespace Mox

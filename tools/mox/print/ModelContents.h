@@ -10,6 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
+namespace Mox {
+
 /// A node of a model and what is below it, with the ranges of the datasets' values.
 class ModelContents
 {
@@ -34,5 +36,7 @@ private:
     std::vector<StepUse> steps_;
     std::unordered_map<MoxRead::Variable const*, ValueRange> ranges_;
 };
+
+} // namespace Mox
 
 #endif

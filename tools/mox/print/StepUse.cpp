@@ -4,6 +4,8 @@
 
 #include <unordered_map>
 
+namespace Mox {
+
 namespace {
 
 // A linked dataset has no attributes of its own, and those of its target tell of another step.
@@ -40,3 +42,5 @@ std::vector<StepUse> stepsOf(MoxRead::Model const& model, MoxRead::Node const& f
     });
     return steps;
 }
+
+} // namespace Mox

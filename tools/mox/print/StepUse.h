@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// A step of a model, and what belongs to it.
 struct StepUse
 {
@@ -19,5 +21,7 @@ struct StepUse
 
 /// The steps of a node and all below it, in the order in which they appear first.
 std::vector<StepUse> stepsOf(MoxRead::Model const& model, MoxRead::Node const& first);
+
+} // namespace Mox
 
 #endif

@@ -10,6 +10,8 @@
 #include <limits>
 #include <variant>
 
+namespace Mox {
+
 namespace {
 
 template <typename Number>
@@ -87,3 +89,5 @@ std::string ValueRange::text() const
     std::string const range = "range " + numberText(least) + ".." + numberText(greatest);
     return notNumbers == 0 ? range : range + " and " + std::to_string(notNumbers) + " NaN";
 }
+
+} // namespace Mox

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string>
 
+namespace Mox {
+
 /// The shortest text from which the number can be recovered exactly.
 std::string textOf(float value);
 std::string textOf(double value);
@@ -43,5 +45,7 @@ struct ValueRange
     /// Such as "range 0..2.5", "range 0..2.5 and 3 NaN", "all NaN" or "empty".
     std::string text() const;
 };
+
+} // namespace Mox
 
 #endif

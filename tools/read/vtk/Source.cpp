@@ -5,17 +5,19 @@
 #include "Fingerprint.h"
 #include "Input.h"
 #include "MeshReader.h"
-#include "Messages.h"
 #include "Readers.h"
 #include "Results.h"
+#include "SilencedStreams.h"
 #include "SourceAttributes.h"
 #include "StepName.h"
 
 #include <exchange/Error.h>
+#include <vtk/Messages.h>
 
 #include <vtkUnstructuredGrid.h>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <new>
 #include <set>
@@ -32,19 +34,33 @@ using Exchange::Part;
 using Exchange::Report;
 using Exchange::StepInfo;
 
+/// Some readers only warn when values are missing or aren't what they should be.
+bool tellsOfDamage(std::string const& warning)
+{
+    std::string lower = warning;
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char const* const word : {"error", "mismatch", "premature", "end of file", "too short",
+                                   "truncated", "could not", "cannot", "can't", "unable", "failed"})
+        if (lower.find(word) != std::string::npos)
+            return true;
+    return false;
+}
+
 /// Runs one of VTK's readers: whatever goes wrong in it becomes an `Error`, and nothing is printed.
 template <typename Action>
 auto guarded(Report& report, Action const& action)
 {
-    Messages const messages;
+    SilencedStreams const silence;
+    Vtk::Messages const messages(tellsOfDamage);
     try {
         auto result = action();
-        messages.raiseError();
+        messages.raiseError<Error>();
         for (std::string const& warning : messages.warnings())
             report.warn("VTK says: " + warning + ".");
         return result;
     } catch (Error const&) {
-        messages.raiseError();
+        messages.raiseError<Error>();
         throw;
     } catch (std::bad_alloc const&) {
         throw;

@@ -19,9 +19,6 @@ struct Topology
     std::vector<std::size_t> order;
 };
 
-/// Cells whose order may be chosen are elements where they are linear or quadratic and have their
-/// points where an element has its nodes. Bezier cells have that when they are linear; else their
-/// points are off the curve.
 Topology topologyOf(int cellType, std::size_t pointCount);
 
 /// What to call such cells in a message, for instance "polyhedron".

@@ -1,9 +1,11 @@
 #include "SummaryText.h"
 
-#include "mox/print/JsonWriter.h"
-#include "mox/print/ValueText.h"
+#include "JsonWriter.h"
+#include "ValueText.h"
 
 #include <cstdint>
+
+namespace Mox {
 
 namespace {
 
@@ -60,3 +62,5 @@ void printJson(Export::ViewSummary const& summary, std::string const& output, st
     json.member("greatest", summary.greatest).member("warp", summary.warp);
     json.key("warnings").values(summary.warnings).endObject();
 }
+
+} // namespace Mox

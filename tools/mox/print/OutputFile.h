@@ -1,12 +1,14 @@
-#ifndef MOX_COMMANDS_OUTPUTFILE_H
-#define MOX_COMMANDS_OUTPUTFILE_H
+#ifndef MOX_PRINT_OUTPUTFILE_H
+#define MOX_PRINT_OUTPUTFILE_H
 
-#include "mox/print/FileBuffer.h"
+#include "FileBuffer.h"
 
 #include "common/PartialFile.h"
 
 #include <ostream>
 #include <string>
+
+namespace Mox {
 
 /// A file that a command makes: it gets its name when all of it is written, or not at all.
 class OutputFile
@@ -26,5 +28,7 @@ private:
     FileBuffer buffer_;
     std::ostream stream_;
 };
+
+} // namespace Mox
 
 #endif

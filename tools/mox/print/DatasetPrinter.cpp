@@ -7,13 +7,15 @@
 //               {'descr': '<f4', 'fortran_order': False, 'shape': (rows, width), }
 //   10 + n      the values, row after row
 
-#include "DatasetWriter.h"
+#include "DatasetPrinter.h"
 
 #include "moxread/LittleEndian.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+
+namespace Mox {
 
 namespace {
 
@@ -66,12 +68,12 @@ std::string csvField(std::string const& text)
 
 } // namespace
 
-DatasetWriter::DatasetWriter(MoxRead::Dataset const& dataset, std::ostream& out,
-                             Common::Progress& progress)
+DatasetPrinter::DatasetPrinter(MoxRead::Dataset const& dataset, std::ostream& out,
+                               Common::Progress& progress)
     : dataset_(dataset), out_(out), progress_(progress)
 {}
 
-void DatasetWriter::writeText() const
+void DatasetPrinter::writeText() const
 {
     writeRows([this](std::string& to, std::size_t row) {
         appendValues(to, row, ' ');
@@ -79,7 +81,7 @@ void DatasetWriter::writeText() const
     });
 }
 
-void DatasetWriter::writeCsv(std::vector<std::string> const& columns) const
+void DatasetPrinter::writeCsv(std::vector<std::string> const& columns) const
 {
     for (std::size_t i = 0; i < columns.size(); ++i)
         out_ << (i == 0 ? "" : ",") << csvField(columns[i]);
@@ -90,7 +92,7 @@ void DatasetWriter::writeCsv(std::vector<std::string> const& columns) const
     });
 }
 
-void DatasetWriter::writeNpy() const
+void DatasetPrinter::writeNpy() const
 {
     out_ << npyHeader();
     writeRows([this](std::string& to, std::size_t row) {
@@ -99,7 +101,7 @@ void DatasetWriter::writeNpy() const
     });
 }
 
-void DatasetWriter::writeJsonRows() const
+void DatasetPrinter::writeJsonRows() const
 {
     writeRows([this](std::string& to, std::size_t row) {
         to += row == 0 ? "\n    " : ",\n    ";
@@ -107,7 +109,7 @@ void DatasetWriter::writeJsonRows() const
     });
 }
 
-void DatasetWriter::writeRows(AppendRow const& append) const
+void DatasetPrinter::writeRows(AppendRow const& append) const
 {
     std::size_t const rows = dataset_.rows();
     std::string piece;
@@ -123,7 +125,7 @@ void DatasetWriter::writeRows(AppendRow const& append) const
     out_ << piece;
 }
 
-void DatasetWriter::appendValues(std::string& to, std::size_t row, char separator) const
+void DatasetPrinter::appendValues(std::string& to, std::size_t row, char separator) const
 {
     for (std::size_t column = 0; column < dataset_.width; ++column) {
         std::uint32_t const word = dataset_.words[row * dataset_.width + column];
@@ -136,7 +138,7 @@ void DatasetWriter::appendValues(std::string& to, std::size_t row, char separato
     }
 }
 
-void DatasetWriter::appendJsonRow(std::string& to, std::size_t row) const
+void DatasetPrinter::appendJsonRow(std::string& to, std::size_t row) const
 {
     bool const isArray = dataset_.width > 1;
     to += isArray ? "[" : "";
@@ -151,7 +153,7 @@ void DatasetWriter::appendJsonRow(std::string& to, std::size_t row) const
     to += isArray ? "]" : "";
 }
 
-std::string DatasetWriter::npyHeader() const
+std::string DatasetPrinter::npyHeader() const
 {
     char const* const type = dataset_.elementType == MoxRead::ElementType::Float ? "<f4" : "<u4";
     std::string const rows = std::to_string(dataset_.rows());
@@ -165,3 +167,5 @@ std::string DatasetWriter::npyHeader() const
     return frame + static_cast<char>(description.size() & 0xFFU) +
            static_cast<char>(description.size() >> 8U) + description;
 }
+
+} // namespace Mox

@@ -1,7 +1,9 @@
-#include "FileCommand.h"
+#include "FileError.h"
 
 #include <exception>
 #include <new>
+
+namespace Mox {
 
 void inFile(std::string const& path, std::function<void()> const& action)
 {
@@ -26,3 +28,5 @@ int runOnFile(std::string const& path, std::ostream& err, std::function<void()> 
         return 1;
     }
 }
+
+} // namespace Mox

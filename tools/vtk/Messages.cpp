@@ -1,13 +1,11 @@
 #include "Messages.h"
 
-#include <exchange/Error.h>
-
 #include <vtkLogger.h>
 
 #include <algorithm>
-#include <cctype>
+#include <utility>
 
-namespace VtkRead {
+namespace Vtk {
 
 namespace {
 
@@ -27,19 +25,6 @@ std::string inOneLine(std::string const& text)
     return line;
 }
 
-/// Some readers only warn when values are missing or aren't what they should be.
-bool tellsOfDamage(std::string const& warning)
-{
-    std::string lower = warning;
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    for (char const* const word : {"error", "mismatch", "premature", "end of file", "too short",
-                                   "truncated", "could not", "cannot", "can't", "unable", "failed"})
-        if (lower.find(word) != std::string::npos)
-            return true;
-    return false;
-}
-
 } // namespace
 
 class Messages::Window : public vtkOutputWindow
@@ -52,6 +37,8 @@ public:
         return window;
     }
 
+    void judgeBy(Judge isError) { isError_ = std::move(isError); }
+
     Window(Window const&) = delete;
     Window& operator=(Window const&) = delete;
 
@@ -61,22 +48,28 @@ public:
     void DisplayWarningText(char const* text) override
     {
         std::string const line = inOneLine(text);
-        (tellsOfDamage(line) ? errors_ : warnings_).push_back(line);
+        (isError_(line) ? errors_ : warnings_).push_back(line);
     }
     void DisplayGenericWarningText(char const* text) override { DisplayWarningText(text); }
 
-    std::vector<std::string> errors_;
-    std::vector<std::string> warnings_;
+    std::vector<std::string> const& errors() const { return errors_; }
+    std::vector<std::string> const& warnings() const { return warnings_; }
 
 protected:
     Window() = default;
     ~Window() override = default;
+
+private:
+    Judge isError_;
+    std::vector<std::string> errors_;
+    std::vector<std::string> warnings_;
 };
 
-Messages::Messages()
+Messages::Messages(Judge isError)
     : before_(vtkOutputWindow::GetInstance()), window_(vtkSmartPointer<Window>::New()),
       verbosityBefore_(vtkLogger::GetCurrentVerbosityCutoff())
 {
+    window_->judgeBy(std::move(isError));
     vtkOutputWindow::SetInstance(window_);
     vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF);
 }
@@ -87,15 +80,14 @@ Messages::~Messages()
     vtkLogger::SetStderrVerbosity(static_cast<vtkLogger::Verbosity>(verbosityBefore_));
 }
 
-void Messages::raiseError() const
+std::vector<std::string> const& Messages::errors() const
 {
-    if (!window_->errors_.empty())
-        throw Exchange::Error("VTK says: " + window_->errors_.front() + ".");
+    return window_->errors();
 }
 
 std::vector<std::string> const& Messages::warnings() const
 {
-    return window_->warnings_;
+    return window_->warnings();
 }
 
-} // namespace VtkRead
+} // namespace Vtk

@@ -1,5 +1,5 @@
-#ifndef MOX_PRINT_DATASETWRITER_H
-#define MOX_PRINT_DATASETWRITER_H
+#ifndef MOX_PRINT_DATASETPRINTER_H
+#define MOX_PRINT_DATASETPRINTER_H
 
 #include "common/Progress.h"
 #include "moxread/Dataset.h"
@@ -10,12 +10,14 @@
 #include <string>
 #include <vector>
 
+namespace Mox {
+
 /// Writes the values of a dataset in pieces, in one of several formats. Stops early when the stream
 /// takes no more.
-class DatasetWriter
+class DatasetPrinter
 {
 public:
-    DatasetWriter(MoxRead::Dataset const& dataset, std::ostream& out, Common::Progress& progress);
+    DatasetPrinter(MoxRead::Dataset const& dataset, std::ostream& out, Common::Progress& progress);
 
     /// A line for each row, the values separated by blanks.
     void writeText() const;
@@ -38,5 +40,7 @@ private:
     std::ostream& out_;
     Common::Progress& progress_;
 };
+
+} // namespace Mox
 
 #endif

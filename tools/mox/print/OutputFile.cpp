@@ -3,6 +3,8 @@
 #include <cstring>
 #include <stdexcept>
 
+namespace Mox {
+
 OutputFile::OutputFile(std::string const& path, bool overwrite)
     : file_(path, overwrite), buffer_(file_.path().string()), stream_(&buffer_)
 {}
@@ -17,3 +19,5 @@ void OutputFile::finish()
     }
     file_.publish();
 }
+
+} // namespace Mox

@@ -1,10 +1,12 @@
-#ifndef MOX_COMMANDS_FILECOMMAND_H
-#define MOX_COMMANDS_FILECOMMAND_H
+#ifndef MOX_PRINT_FILEERROR_H
+#define MOX_PRINT_FILEERROR_H
 
 #include <functional>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+
+namespace Mox {
 
 /// What is wrong with which file, in one line that begins with the file's name.
 class FileError : public std::runtime_error
@@ -19,5 +21,7 @@ void inFile(std::string const& path, std::function<void()> const& action);
 /// Runs an action on a file and returns the exit status: 0, or 1 after one line on `err`, which
 /// names the file and says what is wrong with it.
 int runOnFile(std::string const& path, std::ostream& err, std::function<void()> const& action);
+
+} // namespace Mox
 
 #endif

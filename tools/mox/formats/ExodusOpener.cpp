@@ -1,8 +1,0 @@
-#include "Openers.h"
-
-#include <read/exodus/Source.h>
-
-Exchange::SourceOpener exodusOpener()
-{
-    return Exodus::open;
-}

@@ -1,8 +1,0 @@
-#include "Openers.h"
-
-#include <read/gmsh/Source.h>
-
-Exchange::SourceOpener gmshOpener()
-{
-    return Gmsh::open;
-}

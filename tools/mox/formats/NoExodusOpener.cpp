@@ -1,6 +1,0 @@
-#include "Openers.h"
-
-Exchange::SourceOpener exodusOpener()
-{
-    return {};
-}

@@ -33,6 +33,7 @@ protected:
     {
         TranslationOptions options;
         options.overwrite = overwrite_;
+        options.partial = partial_;
         options.progress = [this](std::uint64_t done, std::uint64_t all) {
             told_.emplace_back(done, all);
         };
@@ -66,6 +67,7 @@ protected:
     Folder folder_;
     std::filesystem::path input_ = folder_.write("plate.in", "input");
     std::filesystem::path output_ = folder_.path("out.mox");
+    bool partial_ = false;
     bool overwrite_ = false;
     std::vector<std::pair<std::uint64_t, std::uint64_t>> told_;
     Report report_;
@@ -75,6 +77,15 @@ protected:
 Content withField(Field const& field)
 {
     return {{}, {twoTriangles("Plate")}, {{{"S", 0.5, {}}, {field}}}};
+}
+
+TEST_F(Translation, WholeStepsAloneAreRefusedOfAFormatThatDoesNotKnowThem)
+{
+    partial_ = true;
+    EXPECT_EQ(complaintAbout({{}, {twoTriangles("Plate")}, {}}),
+              input_.string() + ": --partial is of no use here: files of this format are whole or "
+                                "can't be read.");
+    EXPECT_EQ(folder_.names(), (Names{"plate.in"}));
 }
 
 TEST_F(Translation, APartBecomesAShapeBelowItsGroups)

@@ -49,6 +49,11 @@ public:
     /// memory at a time, where the format allows. Called once, after the parts were read.
     virtual void readSteps(StepVisitor const& startStep, FieldVisitor const& addField) = 0;
 
+    /// Makes a file that ends too early, as that of a run which was stopped, yield the steps that
+    /// are whole instead of an error; the root's attribute `Incomplete` then says why. False when
+    /// the format's files are whole or can't be read. Called before everything else, if at all.
+    virtual bool keepWholeSteps() { return false; }
+
     /// How far reading has come, in whatever the source counts.
     virtual Stage stage() const = 0;
 };

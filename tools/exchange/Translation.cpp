@@ -72,6 +72,9 @@ Summary run(std::filesystem::path const& input, SourceOpener const& open,
 {
     refuseSameFile(input, output);
     std::unique_ptr<SequentialSource> const source = open(input, report);
+    if (options.partial && !source->keepWholeSteps())
+        throw Error(
+            "--partial is of no use here: files of this format are whole or can't be read.");
     Common::PartialFile file(output, options.overwrite);
     ModelWriter writer(file.path(), signatureOf(input, *source, options), source->attributes(),
                        report);

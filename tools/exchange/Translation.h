@@ -17,6 +17,8 @@ struct TranslationOptions
 {
     /// Whether an existing output file is replaced.
     bool overwrite = false;
+    /// Whether of a file that ends too early the steps are kept that are whole.
+    bool partial = false;
     /// Name of the program that writes, for the model's writing record.
     std::string application = "mox";
     /// Told how much of the work is done, and of how much, whenever a step begins and at the end.

@@ -85,4 +85,21 @@ TEST(TranslateCommand, TheCommandTakesInputOutputAndTheOverwriteFlag)
     EXPECT_NO_THROW(MoxRead::verify(output));
 }
 
+TEST(TranslateCommand, WholeStepsOfAFileThatEndsTooEarlyAreKeptWhenAskedFor)
+{
+    Folder const folder;
+    std::string const input =
+        folder.write("in.frd", replaced(triangleFile(), " 9999\n", "")).string();
+    std::string const output = folder.path("out.mox").string();
+    ErrorStream const errors;
+    EXPECT_EQ(runWith({"translate", input, output}), 1);
+    EXPECT_EQ(runWith({"translate", "--partial", input, output}), 0);
+    std::string const sentence =
+        "line 20: The file ends without its end record (9999); 1 step is whole, Step 1";
+    EXPECT_EQ(errors.text(), "mox translate: " + input + ": " + sentence +
+                                 ": --partial keeps it.\nmox translate: warning: " + sentence +
+                                 "; what follows was left out.\n");
+    EXPECT_NO_THROW(MoxRead::verify(output));
+}
+
 } // namespace

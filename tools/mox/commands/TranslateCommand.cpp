@@ -56,6 +56,7 @@ Exchange::Summary translateWith(Format const& format, TranslateArguments const& 
     Common::Progress progress("translate " + arguments.input);
     Exchange::TranslationOptions options;
     options.overwrite = arguments.overwrite;
+    options.partial = arguments.partial;
     options.application = application;
     options.progress = [&progress](std::uint64_t done, std::uint64_t all) {
         progress.show(done, all);
@@ -137,6 +138,8 @@ void addTranslateCommand(CommandLine& commandLine)
     command.addFlag("--overwrite", arguments->overwrite, "Replace OUT if it exists");
     command.addFlag("--skip-unknown", arguments->skipUnknown,
                     "Leave elements out that a model can't hold, such as polyhedra");
+    command.addFlag("--partial", arguments->partial,
+                    "Keep the whole steps of a file that ends too early (.frd)");
     command.addFlag("--json", arguments->json, "Print what was written as JSON");
     command.explain("Example:\n  mox translate result.pvd result.mox");
     command.run([arguments] { return translateWhereItCanBeRead(*arguments); });

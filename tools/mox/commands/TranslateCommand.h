@@ -16,6 +16,8 @@ struct TranslateArguments
     bool overwrite = false;
     /// Whether elements that a model can't hold are left out; else they end the translation.
     bool skipUnknown = false;
+    /// Whether of a file that ends too early the steps are kept that are whole.
+    bool partial = false;
     /// Whether a summary is printed.
     bool json = false;
 };

@@ -65,9 +65,11 @@ bool ByteStream::readLine(std::string& line)
     if (remaining() == 0)
         return false;
     ++lineNumber_;
-    if (!takeUntilNewline(line))
-        fail(line.size() > longestLine ? "The line is overlong."
-                                       : "The file ends in the middle of a line.");
+    if (!takeUntilNewline(line)) {
+        if (line.size() > longestLine)
+            fail("The line is overlong.");
+        failAtEnd("The file ends in the middle of a line.");
+    }
     if (!line.empty() && line.back() == '\r')
         line.pop_back();
     if (std::any_of(line.begin(), line.end(), isControl))
@@ -93,16 +95,26 @@ bool ByteStream::takeUntilNewline(std::string& line)
 void ByteStream::requireLine(std::string& line, std::string const& where)
 {
     if (!readLine(line))
-        fail("The file ends in " + where + ".");
+        failAtEnd("The file ends in " + where + ".");
 }
 
 void ByteStream::requireRecords(std::uint64_t count, std::uint64_t size,
                                 std::string const& where) const
 {
     if (count > remaining() / size)
-        fail("The file ends in " + where + ": " + std::to_string(count) + " records of " +
-             std::to_string(size) + " bytes do not fit in the " + std::to_string(remaining()) +
-             " bytes left.");
+        failAtEnd("The file ends in " + where + ": " + std::to_string(count) + " records of " +
+                  std::to_string(size) + " bytes do not fit in the " + std::to_string(remaining()) +
+                  " bytes left.");
+}
+
+std::string ByteStream::peek(std::size_t size)
+{
+    std::string found(std::min<std::uint64_t>(size, remaining()), '\0');
+    auto const wanted = static_cast<std::streamsize>(found.size());
+    auto const taken = stream_.rdbuf()->sgetn(found.data(), wanted);
+    found.resize(static_cast<std::size_t>(taken));
+    stream_.rdbuf()->pubseekpos(static_cast<std::streamoff>(offset_), std::ios::in);
+    return found;
 }
 
 char const* ByteStream::readRecord(std::size_t size, std::string const& where)
@@ -112,16 +124,32 @@ char const* ByteStream::readRecord(std::size_t size, std::string const& where)
     record_.resize(size);
     auto const wanted = static_cast<std::streamsize>(size);
     if (stream_.rdbuf()->sgetn(record_.data(), wanted) != wanted)
-        fail("The file ends in " + where + ".");
+        failAtEnd("The file ends in " + where + ".");
     offset_ += size;
     return record_.data();
 }
 
 void ByteStream::fail(std::string const& message) const
 {
+    throw Error(withPlace(message));
+}
+
+void ByteStream::failAtEnd(std::string const& message) const
+{
+    throw Truncated(withPlace(message));
+}
+
+void ByteStream::warn(std::string const& message)
+{
+    if (std::find(warnings_.begin(), warnings_.end(), message) == warnings_.end())
+        warnings_.push_back(message);
+}
+
+std::string ByteStream::withPlace(std::string const& message) const
+{
     std::string const place =
         hasBinary_ ? "byte " + std::to_string(start_) : "line " + std::to_string(lineNumber_);
-    throw Error(place + ": " + message);
+    return place + ": " + message;
 }
 
 } // namespace Frd

@@ -31,6 +31,9 @@ public:
     /// them.
     void requireRecords(std::uint64_t count, std::uint64_t size, std::string const& where) const;
 
+    /// The next `size` bytes, or as many as are left; takes nothing.
+    std::string peek(std::size_t size);
+
     /// Takes `size` bytes; the pointer holds until the next call.
     char const* readRecord(std::size_t size, std::string const& where);
 
@@ -44,11 +47,24 @@ public:
     /// number, or, once binary records went by and lines can't be counted, the offset in bytes.
     [[noreturn]] void fail(std::string const& message) const;
 
+    /// The same about a file that ends too early: throws `Truncated`.
+    [[noreturn]] void failAtEnd(std::string const& message) const;
+
+    /// Notes what is wrong but does no harm. The same message is noted once.
+    void warn(std::string const& message);
+
+    /// A message with the place of the line or record taken last in front of it.
+    std::string withPlace(std::string const& message) const;
+
+    /// What was noted, in the order in which it came up.
+    std::vector<std::string> const& warnings() const { return warnings_; }
+
 private:
     bool takeUntilNewline(std::string& line);
 
     std::ifstream stream_;
     std::vector<char> record_;
+    std::vector<std::string> warnings_;
     std::uint64_t size_ = 0;
     std::uint64_t offset_ = 0;
     std::uint64_t start_ = 0;

@@ -22,12 +22,20 @@ bool isBareRecord(std::string_view line, std::string_view key)
 void checkCount(ByteStream const& stream, std::uint64_t found, std::uint64_t announced,
                 char const* what)
 {
-    if (found > announced)
-        stream.fail("The block holds more than the " + std::to_string(announced) + " " + what +
-                    " that it announces.");
     if (found < announced)
         stream.fail("The block announces " + std::to_string(announced) + " " + what +
                     " and holds " + std::to_string(found) + ".");
+}
+
+void warnOfMore(ByteStream& stream, std::uint64_t found, std::uint64_t announced, char const* what)
+{
+    stream.warn("A block announces " + std::to_string(announced) + " " + what + " and holds " +
+                std::to_string(found) + "; all were kept.");
+}
+
+bool Columns::isBlank(std::size_t width) const
+{
+    return trimmed(rest_.substr(0, width)).empty();
 }
 
 std::string_view Columns::take(std::size_t width)
@@ -69,8 +77,7 @@ std::int32_t Columns::shortInteger(std::size_t width, char const* name)
 
 std::int64_t Columns::integerOrZero(std::size_t width, char const* name)
 {
-    bool const isBlank = trimmed(rest_.substr(0, width)).empty();
-    if (!isBlank)
+    if (!isBlank(width))
         return integer(width, name);
     skip(width);
     return 0;

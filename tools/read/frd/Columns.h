@@ -13,9 +13,12 @@ namespace Frd {
 bool isRecord(std::string_view line, std::string_view key);
 bool isBareRecord(std::string_view line, std::string_view key);
 
-/// Refuses a block that holds more or fewer `what` ("nodes") than it announces.
+/// Refuses a block that holds fewer `what` ("nodes") than it announces.
 void checkCount(ByteStream const& stream, std::uint64_t found, std::uint64_t announced,
                 char const* what);
+
+/// Warns of a block that holds more `what` ("nodes") than it announces.
+void warnOfMore(ByteStream& stream, std::uint64_t found, std::uint64_t announced, char const* what);
 
 /// The fields of one line, taken from left to right. They have fixed widths and may touch each
 /// other, so that nothing but the columns tells where one ends.
@@ -38,6 +41,12 @@ public:
 
     /// The integer in the field, or 0 in a blank one: writers leave trailing zeros away.
     std::int64_t integerOrZero(std::size_t width, char const* name);
+
+    /// Whether the field is blank; takes nothing.
+    bool isBlank(std::size_t width) const;
+
+    /// What is left of the line; takes nothing.
+    std::string_view rest() const { return rest_; }
 
     double real(std::size_t width, char const* name);
 

@@ -13,6 +13,13 @@ public:
     using Exchange::Error::Error;
 };
 
+/// The same about a file that ends too early, as that of a run which was stopped or still goes on.
+class Truncated : public Error
+{
+public:
+    using Error::Error;
+};
+
 } // namespace Frd
 
 #endif

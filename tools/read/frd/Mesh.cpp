@@ -31,4 +31,14 @@ std::optional<std::uint32_t> Mesh::indexOf(std::int64_t nodeId) const
     return found == indexes_.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::int64_t Mesh::materialCalled(std::string const& name)
+{
+    for (auto const& [number, known] : materialNames_)
+        if (known == name)
+            return number;
+    std::int64_t const number = -1 - static_cast<std::int64_t>(materialNames_.size());
+    materialNames_[number] = name;
+    return number;
+}
+
 } // namespace Frd

@@ -5,7 +5,9 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -39,6 +41,13 @@ public:
     bool addElement(std::uint32_t id, Topology const& type, std::int64_t group,
                     std::int64_t material, std::vector<std::uint32_t> const& nodeIndexes);
 
+    /// The number that stands for a material of which the file has only the name: -1, -2, and so
+    /// on, which are no solver's.
+    std::int64_t materialCalled(std::string const& name);
+
+    /// The names of the materials that have such numbers.
+    std::map<std::int64_t, std::string> const& materialNames() const { return materialNames_; }
+
     /// Whether the file holds coordinates as doubles.
     bool holdsDoubles() const { return holdsDoubles_; }
     void setHoldsDoubles(bool holdsDoubles) { holdsDoubles_ = holdsDoubles; }
@@ -61,6 +70,7 @@ private:
     std::vector<std::uint32_t> connectivity_;
     std::unordered_map<std::uint32_t, std::uint32_t> indexes_;
     std::unordered_set<std::uint32_t> elementIds_;
+    std::map<std::int64_t, std::string> materialNames_;
     bool holdsDoubles_ = false;
 };
 

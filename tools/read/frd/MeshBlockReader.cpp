@@ -18,8 +18,10 @@
 
 #include "BinaryRecord.h"
 #include "Columns.h"
+#include "Number.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 
 namespace Frd {
@@ -35,13 +37,18 @@ MeshBlockReader::BlockHead MeshBlockReader::parseHead(std::string const& head)
 {
     Columns columns(stream_, head);
     columns.skip(6 + 18);
-    std::int64_t const count = columns.integer(12, "number of records");
+    bool const isCounted = !columns.isBlank(12);
+    std::int64_t const count = columns.integerOrZero(12, "number of records");
     columns.skip(37);
     BlockFormat const format(stream_, columns.integer(1, "format"));
     columns.end();
     if (count < 0)
         stream_.fail("The number of records is negative.");
-    return {static_cast<std::uint64_t>(count), format};
+    if (isCounted)
+        return {static_cast<std::uint64_t>(count), format};
+    if (format.isBinary())
+        stream_.fail("The number of records is missing.");
+    return {std::nullopt, format};
 }
 
 void MeshBlockReader::readNodes(std::string const& head)
@@ -66,21 +73,29 @@ void MeshBlockReader::readNodeLines(BlockHead const& head)
         double const y = columns.real(realWidth, "y coordinate");
         double const z = columns.real(realWidth, "z coordinate");
         columns.end();
-        if (mesh_.nodes().size() == head.count)
-            checkCount(stream_, head.count + 1, head.count, "nodes");
         addNode(id, {x, y, z});
     }
     if (!isBareRecord(line, " -3"))
         stream_.fail("Neither a node (-1) nor the end of the node block (-3) stands here.");
-    checkCount(stream_, mesh_.nodes().size(), head.count, "nodes");
+    checkCountOf("nodes", mesh_.nodes().size(), head);
+}
+
+/// The end of a block of lines has a mark of its own, so that more of them than announced can be
+/// told from what follows. Fewer of them may be a loss.
+void MeshBlockReader::checkCountOf(char const* what, std::size_t found, BlockHead const& head)
+{
+    if (head.count && found > *head.count)
+        warnOfMore(stream_, found, *head.count, what);
+    else if (head.count)
+        checkCount(stream_, found, *head.count, what);
 }
 
 void MeshBlockReader::readNodeRecords(BlockHead const& head)
 {
     std::size_t const realSize = head.format.realSize();
     std::size_t const recordSize = sizeof(std::int32_t) + 3 * realSize;
-    stream_.requireRecords(head.count, recordSize, "the node block");
-    for (std::uint64_t i = 0; i < head.count; ++i) {
+    stream_.requireRecords(*head.count, recordSize, "the node block");
+    for (std::uint64_t i = 0; i < *head.count; ++i) {
         BinaryRecord record(stream_.readRecord(recordSize, "the node block"));
         std::int64_t const id = record.integer();
         double const x = record.real(realSize);
@@ -116,16 +131,26 @@ void MeshBlockReader::readElementLines(BlockHead const& head)
         element.id = columns.integer(head.format.numberWidth(), "element number");
         element.type = columns.integer(5, "element type");
         element.group = columns.integer(5, "group number");
-        element.material = columns.integer(5, "material number");
-        columns.end();
-        if (mesh_.elements().size() == head.count)
-            checkCount(stream_, head.count + 1, head.count, "elements");
+        element.material = parseMaterial(columns);
         readElementNodeLines(head.format, typeOf(element).nodeCount);
         addElement(element);
     }
     if (!isBareRecord(line, " -3"))
         stream_.fail("Neither an element (-1) nor the end of the element block (-3) stands here.");
-    checkCount(stream_, mesh_.elements().size(), head.count, "elements");
+    checkCountOf("elements", mesh_.elements().size(), head);
+}
+
+/// Solvers of fluids write the material's name in place of its number.
+std::int64_t MeshBlockReader::parseMaterial(Columns& columns)
+{
+    std::string_view const text = columns.rest();
+    std::string const name(trimmed(text));
+    bool const isName = !name.empty() && std::isalpha(static_cast<unsigned char>(name.front()));
+    if (isName)
+        return mesh_.materialCalled(name);
+    std::int64_t const number = columns.integer(5, "material number");
+    columns.end();
+    return number;
 }
 
 void MeshBlockReader::readElementNodeLines(BlockFormat const& format, std::size_t nodeCount)
@@ -147,22 +172,41 @@ void MeshBlockReader::readElementNodeLines(BlockFormat const& format, std::size_
 
 void MeshBlockReader::readElementRecords(BlockHead const& head)
 {
-    stream_.requireRecords(head.count, elementHeadSize, "the element block");
-    for (std::uint64_t i = 0; i < head.count; ++i) {
-        BinaryRecord record(stream_.readRecord(elementHeadSize, "the element block"));
-        ElementHead element{};
-        element.id = record.integer();
-        element.type = record.integer();
-        element.group = record.integer();
-        element.material = record.integer();
-        std::size_t const nodeCount = typeOf(element).nodeCount;
-        std::size_t const size = nodeCount * sizeof(std::int32_t);
-        BinaryRecord nodes(stream_.readRecord(size, "the element block"));
-        elementNodes_.clear();
-        for (std::size_t n = 0; n < nodeCount; ++n)
-            takeElementNode(nodes.integer());
-        addElement(element);
-    }
+    stream_.requireRecords(*head.count, elementHeadSize, "the element block");
+    for (std::uint64_t i = 0; i < *head.count; ++i)
+        readElementRecord();
+    while (hasElementRecord())
+        readElementRecord();
+    if (mesh_.elements().size() > *head.count)
+        warnOfMore(stream_, mesh_.elements().size(), *head.count, "elements");
+}
+
+/// Whether an element follows instead of a line: the bytes of its type are no characters.
+bool MeshBlockReader::hasElementRecord()
+{
+    std::string const bytes = stream_.peek(elementHeadSize);
+    if (bytes.size() < elementHeadSize)
+        return false;
+    BinaryRecord record(bytes.data());
+    record.integer();
+    return Topology::find(record.integer()) != nullptr;
+}
+
+void MeshBlockReader::readElementRecord()
+{
+    BinaryRecord record(stream_.readRecord(elementHeadSize, "the element block"));
+    ElementHead element{};
+    element.id = record.integer();
+    element.type = record.integer();
+    element.group = record.integer();
+    element.material = record.integer();
+    std::size_t const nodeCount = typeOf(element).nodeCount;
+    std::size_t const size = nodeCount * sizeof(std::int32_t);
+    BinaryRecord nodes(stream_.readRecord(size, "the element block"));
+    elementNodes_.clear();
+    for (std::size_t n = 0; n < nodeCount; ++n)
+        takeElementNode(nodes.integer());
+    addElement(element);
 }
 
 Topology const& MeshBlockReader::typeOf(ElementHead const& element)

@@ -3,9 +3,11 @@
 
 #include "BlockFormat.h"
 #include "ByteStream.h"
+#include "Columns.h"
 #include "Mesh.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,7 +28,8 @@ public:
 private:
     struct BlockHead
     {
-        std::uint64_t count;
+        /// Unknown where the solver leaves it blank, which only lines can do without.
+        std::optional<std::uint64_t> count;
         BlockFormat format;
     };
     struct ElementHead
@@ -41,10 +44,14 @@ private:
     void readNodeLines(BlockHead const& head);
     void readNodeRecords(BlockHead const& head);
     void addNode(std::int64_t id, std::array<double, 3> const& coordinates);
+    void checkCountOf(char const* what, std::size_t found, BlockHead const& head);
 
     void readElementLines(BlockHead const& head);
     void readElementNodeLines(BlockFormat const& format, std::size_t nodeCount);
     void readElementRecords(BlockHead const& head);
+    void readElementRecord();
+    bool hasElementRecord();
+    std::int64_t parseMaterial(Columns& columns);
     Topology const& typeOf(ElementHead const& element);
     void takeElementNode(std::int64_t nodeId);
     void addElement(ElementHead const& element);

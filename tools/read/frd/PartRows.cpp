@@ -11,17 +11,19 @@ namespace {
 
 using Key = std::tuple<std::int64_t, std::int64_t, int>;
 
-std::string materialNameOf(Header const& header, std::int64_t material)
+using Names = std::map<std::int64_t, std::string>;
+
+std::string materialNameOf(Names const& names, std::int64_t material)
 {
-    auto const found = header.materials.find(material);
-    return found == header.materials.end() ? std::string() : found->second;
+    auto const found = names.find(material);
+    return found == names.end() ? std::string() : found->second;
 }
 
-PartRows makePart(Key const& key, Header const& header)
+PartRows makePart(Key const& key, Names const& materials)
 {
     PartRows part{};
     std::tie(part.group, part.material, part.dimension) = key;
-    part.materialName = materialNameOf(header, part.material);
+    part.materialName = materialNameOf(materials, part.material);
     std::string const material =
         part.materialName.empty() ? std::to_string(part.material) : part.materialName;
     part.name = "Group " + std::to_string(part.group) + " Material " + material + " " +
@@ -78,9 +80,11 @@ std::vector<std::uint32_t> unusedNodes(Mesh const& mesh, std::vector<PartRows> c
 
 std::vector<PartRows> partRowsOf(Mesh const& mesh, Header const& header)
 {
+    Names materials = header.materials;
+    materials.insert(mesh.materialNames().begin(), mesh.materialNames().end());
     std::vector<PartRows> parts;
     for (auto& [key, elements] : elementsByKey(mesh)) {
-        PartRows part = makePart(key, header);
+        PartRows part = makePart(key, materials);
         part.nodes = nodesOf(mesh, elements);
         part.elements = std::move(elements);
         parts.push_back(std::move(part));

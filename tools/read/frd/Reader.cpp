@@ -1,6 +1,6 @@
 // A result file, record by record:
 //
-//   "    1C" model name (6)                       first line
+//   "    1C" model name (6)                       first line; some solvers write it twice
 //   "    1U" text                                 as many as there are; among them fields, such as
 //   "    1UPGM               name of the solver"  name (18), text
 //   "    1UMAT    1STEEL"                         number of a material (5), its name
@@ -13,7 +13,6 @@
 #include "Reader.h"
 
 #include "Columns.h"
-#include "Error.h"
 #include "MeshBlockReader.h"
 #include "Number.h"
 
@@ -26,6 +25,12 @@ namespace {
 
 constexpr std::size_t keyWidth = 6;
 constexpr std::size_t fieldNameWidth = 18;
+
+/// Whether the line is an end record that is cut off, and cannot be another record.
+bool beginsEnd(std::string_view line)
+{
+    return line.size() >= 2 && std::string_view(" 9999").substr(0, line.size()) == line;
+}
 
 bool isFieldName(std::string_view name)
 {
@@ -54,9 +59,21 @@ void Reader::readFirstLine()
 
 void Reader::readToResult()
 {
+    try {
+        readRecordsToResult();
+    } catch (Truncated const& truncation) {
+        if (!isMeshWhole_)
+            throw;
+        truncation_ = truncation;
+        endedBehindBlock_ = !results_.hasParameters() && (line_.empty() || beginsEnd(line_));
+    }
+}
+
+void Reader::readRecordsToResult()
+{
     do {
         if (!stream_.readLine(line_))
-            stream_.fail("The file ends without its end record (9999).");
+            stream_.failAtEnd("The file ends without its end record (9999).");
         readRecord();
     } while (!isRecord(line_, "  100C") && !isAtEnd_);
 }
@@ -71,12 +88,27 @@ void Reader::readRecord()
         readNodes();
     else if (isRecord(line_, "    3C"))
         readElements();
+    else if (isRecord(line_, "    1C") && !hasNodes_)
+        readModelAgain();
     else if (isBareRecord(line_, " 9999"))
         readEnd();
     else if (!isRecord(line_, "  100C"))
         stream_.fail("The record \"" + line_.substr(0, keyWidth) + "\" is unknown.");
     else if (!hasNodes_)
         stream_.fail("A result block stands before the nodes.");
+    else
+        isMeshWhole_ = true;
+}
+
+/// Solvers of fluids write the first record twice.
+void Reader::readModelAgain()
+{
+    std::string const name(trimmed(std::string_view(line_).substr(keyWidth)));
+    if (header_.modelName.empty())
+        header_.modelName = name;
+    bool const isLost = !name.empty() && name != header_.modelName;
+    stream_.warn(stream_.withPlace("The 1C record stands here once more") +
+                 (isLost ? "; its name \"" + name + "\" was left out." : "."));
 }
 
 void Reader::readUserRecord()
@@ -126,6 +158,7 @@ void Reader::readElements()
         stream_.fail("There is a second element block.");
     MeshBlockReader(stream_, mesh_).readElements(line_);
     hasElements_ = true;
+    isMeshWhole_ = true;
 }
 
 void Reader::readEnd()
@@ -140,6 +173,9 @@ void Reader::readEnd()
 
 bool Reader::next(ResultBlock& block)
 {
+    block = ResultBlock{};
+    if (truncation_)
+        throw Truncated(*truncation_);
     if (isAtEnd_)
         return false;
     results_.read(line_, block);

@@ -2,6 +2,7 @@
 #define READ_FRD_READER_H
 
 #include "ByteStream.h"
+#include "Error.h"
 #include "Header.h"
 #include "Mesh.h"
 #include "ResultBlock.h"
@@ -9,14 +10,18 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace Frd {
 
 /// Reads a solver's result file (.frd), lines or binary, from front to back.
 ///
 /// The constructor reads header and mesh, which stay in memory; `next` then yields the result
-/// blocks one at a time. Whatever is truncated, malformed or unknown is an `Error` that says where.
+/// blocks one at a time. Whatever is malformed or unknown is an `Error` that says where; a file
+/// that ends too early is a `Truncated` one, behind all blocks that are whole. What is wrong but
+/// can be told apart is a warning.
 ///
 /// \code
 /// Frd::Reader reader("beam.frd");
@@ -27,7 +32,7 @@ namespace Frd {
 class Reader
 {
 public:
-    /// Reads up to the first result block; throws `Error`.
+    /// Reads up to the first result block; throws `Error`, also when the mesh is not whole.
     explicit Reader(std::filesystem::path const& path);
 
     Reader(Reader const&) = delete;
@@ -39,14 +44,24 @@ public:
     std::uint64_t size() const { return stream_.size(); }
     std::uint64_t bytesRead() const { return stream_.size() - stream_.remaining(); }
 
-    /// Reads the next result block; false when the file came to its proper end.
+    /// Reads the next result block; false when the file came to its proper end. Where the file
+    /// ends too early, `block` has a name if that of its step is known.
     bool next(ResultBlock& block);
+
+    /// Whether the file ended right behind a block or in its end record, so that nothing tells that
+    /// another block began.
+    bool endedBehindBlock() const { return endedBehindBlock_; }
+
+    std::vector<std::string> const& warnings() const { return stream_.warnings(); }
 
 private:
     void readFirstLine();
-    /// Reads up to the next 100C or 9999 record, which is then in `line_`.
+    /// Reads up to the next 100C or 9999 record, which is then in `line_`, or to where a file with
+    /// a whole mesh ends before.
     void readToResult();
+    void readRecordsToResult();
     void readRecord();
+    void readModelAgain();
     void readUserRecord();
     bool readMaterial(std::string_view text);
     bool readField(std::string_view text);
@@ -61,7 +76,12 @@ private:
     std::string line_;
     bool hasNodes_ = false;
     bool hasElements_ = false;
+    /// Nodes alone are a mesh, too, once results follow.
+    bool isMeshWhole_ = false;
     bool isAtEnd_ = false;
+    bool endedBehindBlock_ = false;
+    /// Why nothing more can be read: the file ended behind the last block that is whole.
+    std::optional<Truncated> truncation_;
 };
 
 } // namespace Frd

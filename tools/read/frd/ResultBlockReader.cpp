@@ -79,10 +79,12 @@ void ResultBlockReader::read(std::string const& head, ResultBlock& block)
     block.holdsDoubles = parsed.format.holdsDoubles();
     ++blockNumber_;
     lastBlock_.resize(mesh_.nodes().size());
+    strangers_.clear();
     if (parsed.format.isBinary())
         readRecords(parsed, block);
     else
         readLines(parsed, block);
+    warnOfStrangers(block);
 }
 
 void ResultBlockReader::end() const
@@ -182,13 +184,14 @@ void ResultBlockReader::readLines(BlockHead const& head, ResultBlock& block)
 {
     std::string line;
     for (stream_.requireLine(line, within); takesNode(line); stream_.requireLine(line, within)) {
-        if (block.nodes.size() == head.count)
-            checkCount(stream_, head.count + 1, head.count, "nodes");
         readLineOfNode(head, line, block);
     }
+    std::size_t const found = block.nodes.size() + strangers_.size();
     if (!isBareRecord(line, " -3"))
         stream_.fail("Neither a node (-1) nor the end of the result block (-3) stands here.");
-    checkCount(stream_, block.nodes.size(), head.count, "nodes");
+    if (found > head.count)
+        warnOfMore(stream_, found, head.count, "nodes");
+    checkCount(stream_, found, head.count, "nodes");
 }
 
 void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const& line,
@@ -196,7 +199,7 @@ void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const&
 {
     Columns columns(stream_, line);
     columns.skip(3);
-    takeNode(columns.integer(head.format.numberWidth(), "node number"), block);
+    bool const isTaken = takeNode(columns.integer(head.format.numberWidth(), "node number"), block);
     std::string continuation;
     for (std::size_t i = 0; i < componentCount_; ++i) {
         if (i > 0 && i % valuesPerLine == 0) {
@@ -207,7 +210,9 @@ void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const&
             columns = Columns(stream_, continuation);
             columns.skip(3 + head.format.numberWidth());
         }
-        block.values.push_back(columns.real(realWidth, "value"));
+        double const value = columns.real(realWidth, "value");
+        if (isTaken)
+            block.values.push_back(value);
     }
     columns.end();
 }
@@ -219,23 +224,43 @@ void ResultBlockReader::readRecords(BlockHead const& head, ResultBlock& block)
     stream_.requireRecords(head.count, recordSize, within);
     for (std::uint64_t i = 0; i < head.count; ++i) {
         BinaryRecord record(stream_.readRecord(recordSize, within));
-        takeNode(record.integer(), block);
+        if (!takeNode(record.integer(), block))
+            continue;
         for (std::size_t c = 0; c < componentCount_; ++c)
             block.values.push_back(record.real(realSize));
     }
 }
 
-void ResultBlockReader::takeNode(std::int64_t nodeId, ResultBlock& block)
+/// False for a node that the mesh does not have.
+bool ResultBlockReader::takeNode(std::int64_t nodeId, ResultBlock& block)
 {
     auto const index = mesh_.indexOf(nodeId);
-    if (!index)
-        stream_.fail("The result \"" + block.name + "\" refers to node " + std::to_string(nodeId) +
-                     ", which does not exist.");
+    if (!index) {
+        strangers_.push_back(nodeId);
+        return false;
+    }
     if (lastBlock_[*index] == blockNumber_)
         stream_.fail("The result \"" + block.name + "\" holds node " + std::to_string(nodeId) +
                      " twice.");
     lastBlock_[*index] = blockNumber_;
     block.nodes.push_back(*index);
+    return true;
+}
+
+/// Values have no place in a model without their node. A block none of whose nodes are known is
+/// another file's, or nonsense.
+void ResultBlockReader::warnOfStrangers(ResultBlock const& block)
+{
+    if (strangers_.empty())
+        return;
+    std::string const result = "The result \"" + block.name + "\"";
+    std::string const node = std::to_string(strangers_.front());
+    if (block.nodes.empty())
+        stream_.fail(result + " refers to node " + node + ", which does not exist.");
+    std::string const others =
+        strangers_.size() == 1 ? "" : " and " + std::to_string(strangers_.size() - 1) + " others";
+    stream_.warn(result + " has values at node " + node + others +
+                 ", which the mesh does not have; they were left out.");
 }
 
 } // namespace Frd

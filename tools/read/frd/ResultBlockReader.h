@@ -21,11 +21,14 @@ public:
     /// Takes over what a 1P record says; it holds for the next result block.
     void takeParameter(std::string const& line);
 
-    /// Reads what follows the 100C record `head`.
+    /// Reads what follows the 100C record `head`. When that fails, the block has a name if all is
+    /// there that tells its step.
     void read(std::string const& head, ResultBlock& block);
 
     /// Refuses parameters that no result block followed.
     void end() const;
+
+    bool hasParameters() const { return hasPending_; }
 
 private:
     struct BlockHead
@@ -42,7 +45,8 @@ private:
     void readLines(BlockHead const& head, ResultBlock& block);
     void readLineOfNode(BlockHead const& head, std::string const& line, ResultBlock& block);
     void readRecords(BlockHead const& head, ResultBlock& block);
-    void takeNode(std::int64_t nodeId, ResultBlock& block);
+    bool takeNode(std::int64_t nodeId, ResultBlock& block);
+    void warnOfStrangers(ResultBlock const& block);
 
     ByteStream& stream_;
     Mesh const& mesh_;
@@ -52,6 +56,8 @@ private:
     /// For each node of the mesh, the number of the last block that held it.
     std::vector<std::uint64_t> lastBlock_;
     std::uint64_t blockNumber_ = 0;
+    /// Nodes of the block that the mesh does not have.
+    std::vector<std::int64_t> strangers_;
 };
 
 } // namespace Frd

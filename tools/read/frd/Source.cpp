@@ -7,8 +7,38 @@
 
 namespace Frd {
 
-Source::Source(std::filesystem::path const& path)
-    : reader_(path), rows_(partRowsOf(reader_.mesh(), reader_.header()))
+namespace {
+
+std::string withoutStop(std::string const& sentence)
+{
+    return sentence.substr(0, sentence.find_last_not_of('.') + 1);
+}
+
+/// What is left to do about a file that ends too early.
+Truncated refusal(Truncated const& truncation, WholeSteps const& steps)
+{
+    char const* const kept = steps.stepCount() == 0   ? "the mesh"
+                             : steps.stepCount() == 1 ? "it"
+                                                      : "them";
+    return Truncated(withoutStop(truncation.what()) + "; " + steps.summary() +
+                     ": --partial keeps " + kept + ".");
+}
+
+/// Takes over what the end of the file tells of its last step; `block` is what was read of the
+/// block that is cut off.
+void end(WholeSteps& steps, StepNames& names, ResultBlock const& block, Reader const& reader)
+{
+    if (block.name.empty())
+        steps.endBetweenBlocks(reader.endedBehindBlock());
+    else
+        steps.endInStep(names.stepName(block));
+}
+
+} // namespace
+
+Source::Source(std::filesystem::path const& path, Exchange::Report& report)
+    : path_(path), report_(report), reader_(path),
+      rows_(partRowsOf(reader_.mesh(), reader_.header()))
 {
     if (rows_.empty())
         throw Error("The file holds no nodes.");
@@ -16,7 +46,10 @@ Source::Source(std::filesystem::path const& path)
 
 Exchange::AttributeList Source::attributes() const
 {
-    return rootAttributes(reader_.header());
+    Exchange::AttributeList attributes = rootAttributes(reader_.header());
+    if (!truncation_.empty())
+        attributes.emplace_back("Incomplete", truncation_);
+    return attributes;
 }
 
 std::vector<Exchange::Part> Source::readParts()
@@ -33,10 +66,50 @@ std::vector<Exchange::Part> Source::readParts()
 void Source::readSteps(StepVisitor const& startStep, FieldVisitor const& addField)
 {
     ResultBlock block;
-    while (reader_.next(block)) {
-        startStep(stepOf(block));
+    while (nextBlock(block)) {
+        Exchange::StepInfo const step = stepOf(block);
+        steps_.add(block, step.name);
+        if (kept_.isDropped(step.name))
+            continue;
+        startStep(step);
         addFields(block, addField);
     }
+    warnOfReading();
+}
+
+bool Source::nextBlock(ResultBlock& block)
+{
+    if (!truncation_.empty() && steps_.blockCount() == kept_.blockCount())
+        return false;
+    try {
+        return reader_.next(block);
+    } catch (Truncated const& truncation) {
+        end(steps_, names_, block, reader_);
+        throw refusal(truncation, steps_);
+    }
+}
+
+bool Source::keepWholeSteps()
+{
+    Reader reader(path_);
+    StepNames names;
+    ResultBlock block;
+    try {
+        while (reader.next(block))
+            kept_.add(block, names.stepName(block));
+    } catch (Truncated const& truncation) {
+        end(kept_, names, block, reader);
+        truncation_ = truncation.what();
+        report_.warn(withoutStop(truncation_) + "; " + kept_.summary() +
+                     "; what follows was left out.");
+    }
+    return true;
+}
+
+void Source::warnOfReading()
+{
+    for (std::string const& warning : reader_.warnings())
+        report_.warn(warning);
 }
 
 Exchange::StepInfo Source::stepOf(ResultBlock const& block)
@@ -60,9 +133,13 @@ void Source::addFields(ResultBlock const& block, FieldVisitor const& addField)
 }
 
 std::unique_ptr<Exchange::SequentialSource> open(std::filesystem::path const& path,
-                                                 Exchange::Report& /*report*/)
+                                                 Exchange::Report& report)
 {
-    return std::make_unique<Source>(path);
+    try {
+        return std::make_unique<Source>(path, report);
+    } catch (Truncated const& truncation) {
+        throw Truncated(withoutStop(truncation.what()) + ", and not even its mesh is whole.");
+    }
 }
 
 } // namespace Frd

@@ -4,6 +4,7 @@
 #include "PartRows.h"
 #include "Reader.h"
 #include "StepNames.h"
+#include "WholeSteps.h"
 
 #include "exchange/Report.h"
 #include "exchange/SequentialSource.h"
@@ -20,13 +21,16 @@ namespace Frd {
 class Source : public Exchange::SequentialSource
 {
 public:
-    /// Reads up to the first result block; throws `Error`.
-    explicit Source(std::filesystem::path const& path);
+    /// Reads up to the first result block; throws `Error`. The report gets what is wrong but does
+    /// no harm.
+    Source(std::filesystem::path const& path, Exchange::Report& report);
 
     std::string modelName() const override { return reader_.header().modelName; }
     Exchange::AttributeList attributes() const override;
     std::vector<Exchange::Part> readParts() override;
     void readSteps(StepVisitor const& startStep, FieldVisitor const& addField) override;
+    /// Reads the whole file once more, beforehand: which steps are whole shows at its end only.
+    bool keepWholeSteps() override;
     /// Counts bytes: nobody knows the steps before the end.
     Stage stage() const override { return {reader_.bytesRead(), reader_.size()}; }
 
@@ -34,13 +38,21 @@ private:
     Exchange::StepInfo stepOf(ResultBlock const& block);
     void addFields(ResultBlock const& block, FieldVisitor const& addField);
 
+    bool nextBlock(ResultBlock& block);
+    void warnOfReading();
+
+    std::filesystem::path path_;
+    Exchange::Report& report_;
     Reader reader_;
     std::vector<PartRows> rows_;
     StepNames names_;
+    WholeSteps steps_;
+    /// Where and why the file ends too early, when its whole steps are all that is wanted.
+    std::string truncation_;
+    WholeSteps kept_;
 };
 
-/// Opens a solver's result file (.frd) and reads its mesh; throws `Exchange::Error`. There is
-/// nothing to report in reading: whatever is in such a file has its place in a model.
+/// Opens a solver's result file (.frd) and reads its mesh; throws `Exchange::Error`.
 std::unique_ptr<Exchange::SequentialSource> open(std::filesystem::path const& path,
                                                  Exchange::Report& report);
 

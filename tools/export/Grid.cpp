@@ -87,8 +87,9 @@ void Grid::planStep(ReadPlan& plan, std::string const& step)
     fields_.planStep(plan, placements_, step);
 }
 
-void Grid::markIds()
+void Grid::finishMesh()
 {
+    mesh_.orderNodes();
     markGlobalIds(*grid_->GetPointData(), nodeIds);
     markGlobalIds(*grid_->GetCellData(), elementIds);
 }

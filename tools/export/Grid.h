@@ -36,8 +36,9 @@ public:
     void planMesh(ReadPlan& plan);
     /// Plans to put the fields of a step in the place of those of the last one.
     void planStep(ReadPlan& plan, std::string const& step);
-    /// To be called when the first plan was run: only then it is known which numbers are unique.
-    void markIds();
+    /// To be called when the first plan was run: only then it is known which cells are to be turned
+    /// and which numbers are unique.
+    void finishMesh();
 
     vtkUnstructuredGrid* get() const { return grid_.Get(); }
     std::vector<Placement> const& placements() const { return placements_; }

@@ -5,14 +5,17 @@
 #include "moxread/FormatError.h"
 #include "moxread/LittleEndian.h"
 #include "moxread/Text.h"
+#include "vtk/CellType.h"
 
 #include <vtkCellType.h>
 #include <vtkPoints.h>
 #include <vtkUnstructuredGrid.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <new>
+#include <vector>
 
 namespace Export {
 
@@ -35,6 +38,28 @@ template <typename Id>
 void put(Id* to, std::int64_t value)
 {
     *to = static_cast<Id>(value);
+}
+
+using Order = std::vector<std::size_t>;
+
+/// By VTK's number of the type; null where the order is that of elements.
+std::array<Order const*, 256> ordersOfCells()
+{
+    std::array<Order const*, 256> orders = {};
+    for (std::size_t number = 0; number < orders.size(); ++number) {
+        Vtk::CellType const* const type = Vtk::CellType::find(static_cast<int>(number), 0);
+        if (type != nullptr && !type->order.empty())
+            orders[number] = &type->order;
+    }
+    return orders;
+}
+
+template <typename Id>
+void reorder(Id* nodes, Order const& order)
+{
+    std::vector<Id> const element(nodes, nodes + order.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        nodes[order[i]] = element[i];
 }
 
 Error errorIn(Placement const& placement, std::string const& sentence)
@@ -120,6 +145,16 @@ void GridMesh::planStep(ReadPlan& plan, std::string const& step)
         if (coordinates != nullptr)
             planCoordinates(plan, placement, *coordinates);
     }
+}
+
+void GridMesh::orderNodes()
+{
+    auto const orders = ordersOfCells();
+    withPointers(*cells_, [&](auto const* offsets, auto* connectivity) {
+        for (std::int64_t i = 0; i < elementCount_; ++i)
+            if (Order const* const order = orders[types_->GetValue(i)])
+                reorder(connectivity + offsets[i], *order);
+    });
 }
 
 void GridMesh::attachTo(vtkUnstructuredGrid& grid)

@@ -31,6 +31,9 @@ public:
     void plan(ReadPlan& plan);
     /// Plans to move the nodes where they are in a step, should they have moved.
     void planStep(ReadPlan& plan, std::string const& step);
+    /// To be called when the first plan was run: turns the nodes of the elements into the order of
+    /// VTK's cells.
+    void orderNodes();
     /// Gives the grid nodes and elements, whose values come when they are read.
     void attachTo(vtkUnstructuredGrid& grid);
 

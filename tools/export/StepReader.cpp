@@ -56,7 +56,7 @@ void StepReader::open(Layout layout)
     }
     plan.run();
     for (auto const& grid : grids_) {
-        grid->markIds();
+        grid->finishMesh();
         annotations_.push_back(std::make_unique<Annotations>(*grid));
     }
 }

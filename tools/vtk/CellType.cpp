@@ -22,6 +22,15 @@ CellType cellOf(int number, std::size_t pointCount, char const* element)
     return {number, pointCount, Exchange::ElementType::find(element), {}};
 }
 
+/// VTK has the base of a wedge counter-clockwise seen from outside, and an element has it so seen
+/// from the top. Corners, edges of the base, those of the top, upright ones, faces between these.
+/// VTK's wedges whose order may be chosen are as elements are.
+Order wedge(std::ptrdiff_t nodeCount)
+{
+    static Order const all = {0, 2, 1, 3, 5, 4, 8, 7, 6, 11, 10, 9, 12, 14, 13, 17, 16, 15};
+    return {all.begin(), all.begin() + nodeCount};
+}
+
 /// An element is written as the first type here that is read as it.
 ///
 /// Cells whose order may be chosen are elements where they are linear or quadratic and have their
@@ -42,7 +51,7 @@ std::vector<CellType> const& allTypes()
         cell(VTK_TETRA, "Tetrahedron"),
         cell(VTK_HEXAHEDRON, "Hexahedron"),
         cell(VTK_VOXEL, "Hexahedron", {0, 1, 3, 2, 4, 5, 7, 6}),
-        cell(VTK_WEDGE, "Wedge"),
+        cell(VTK_WEDGE, "Wedge", wedge(6)),
         cell(VTK_PYRAMID, "Pyramid"),
         cell(VTK_PENTAGONAL_PRISM, "Pentagonal prism"),
         cell(VTK_HEXAGONAL_PRISM, "Hexagonal prism"),
@@ -52,14 +61,14 @@ std::vector<CellType> const& allTypes()
         cell(VTK_QUADRATIC_POLYGON, "Quadratic polygon"),
         cell(VTK_QUADRATIC_TETRA, "Tetrahedron 10"),
         cell(VTK_QUADRATIC_HEXAHEDRON, "Hexahedron 20"),
-        cell(VTK_QUADRATIC_WEDGE, "Wedge 15"),
+        cell(VTK_QUADRATIC_WEDGE, "Wedge 15", wedge(15)),
         cell(VTK_QUADRATIC_PYRAMID, "Pyramid 13"),
         cell(VTK_BIQUADRATIC_QUAD, "Quadrangle 9"),
         cell(VTK_TRIQUADRATIC_HEXAHEDRON, "Hexahedron 27"),
         cell(VTK_TRIQUADRATIC_PYRAMID, "Pyramid 19"),
         cell(VTK_QUADRATIC_LINEAR_QUAD, "Quadratic linear quad"),
-        cell(VTK_QUADRATIC_LINEAR_WEDGE, "Quadratic linear wedge"),
-        cell(VTK_BIQUADRATIC_QUADRATIC_WEDGE, "Wedge 18"),
+        cell(VTK_QUADRATIC_LINEAR_WEDGE, "Quadratic linear wedge", wedge(12)),
+        cell(VTK_BIQUADRATIC_QUADRATIC_WEDGE, "Wedge 18", wedge(18)),
         cell(VTK_BIQUADRATIC_QUADRATIC_HEXAHEDRON, "Hexahedron 24"),
         cell(VTK_BIQUADRATIC_TRIANGLE, "Triangle 7"),
         cell(VTK_CUBIC_LINE, "Line 4"),

@@ -2,7 +2,6 @@
 
 #include <vtkCell.h>
 #include <vtkCellType.h>
-#include <vtkGenericCell.h>
 #include <vtkNew.h>
 #include <vtkPoints.h>
 #include <vtkSmartPointer.h>
@@ -229,60 +228,6 @@ TEST(Topology, PixelsAndVoxelsAreTurnedIntoTheOrderAround)
                      placesInGrid(VTK_QUAD, 4), "pixel");
     expectSamePlaces(placesInGrid(VTK_VOXEL, 8), topologyOf(VTK_VOXEL, 8).order,
                      placesInGrid(VTK_HEXAHEDRON, 8), "voxel");
-}
-
-/// For each point in the middle of an edge, the points at its ends, as VTK says.
-std::map<std::size_t, std::set<std::size_t>> endsByMiddle(int type, std::size_t count)
-{
-    vtkNew<vtkGenericCell> cell;
-    cell->SetCellType(type);
-    for (std::size_t i = 0; i < count; ++i)
-        cell->PointIds->SetId(static_cast<vtkIdType>(i), static_cast<vtkIdType>(i));
-    std::map<std::size_t, std::set<std::size_t>> ends;
-    for (int edge = 0; edge < cell->GetNumberOfEdges(); ++edge) {
-        vtkIdList& points = *cell->GetEdge(edge)->PointIds;
-        auto const point = [&points](vtkIdType i) {
-            return static_cast<std::size_t>(points.GetId(i));
-        };
-        ends[point(2)] = {point(0), point(1)};
-    }
-    return ends;
-}
-
-TEST(Topology, MidSideNodesAreBetweenTheCornersThatAModelSays)
-{
-    using Edges = std::vector<std::pair<std::size_t, std::size_t>>;
-    Edges const hexahedron = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                              {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-    Edges const wedge = {{0, 1}, {1, 2}, {2, 0}, {3, 4}, {4, 5}, {5, 3}, {0, 3}, {1, 4}, {2, 5}};
-    Edges const tetrahedron = {{0, 1}, {1, 2}, {2, 0}, {0, 3}, {1, 3}, {2, 3}};
-    Edges const pyramid = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {0, 4}, {1, 4}, {2, 4}, {3, 4}};
-    Edges const quad = {{0, 1}, {1, 2}, {2, 3}, {3, 0}};
-    struct Case
-    {
-        int cell;
-        std::size_t points;
-        std::size_t corners;
-        Edges const& edges;
-    };
-    for (Case const& one :
-         {Case{VTK_QUADRATIC_HEXAHEDRON, 20, 8, hexahedron},
-          Case{VTK_TRIQUADRATIC_HEXAHEDRON, 27, 8, hexahedron},
-          Case{VTK_BIQUADRATIC_QUADRATIC_HEXAHEDRON, 24, 8, hexahedron},
-          Case{VTK_QUADRATIC_WEDGE, 15, 6, wedge},
-          Case{VTK_BIQUADRATIC_QUADRATIC_WEDGE, 18, 6, wedge},
-          Case{VTK_QUADRATIC_TETRA, 10, 4, tetrahedron},
-          Case{VTK_QUADRATIC_PYRAMID, 13, 5, pyramid},
-          Case{VTK_TRIQUADRATIC_PYRAMID, 19, 5, pyramid}, Case{VTK_QUADRATIC_QUAD, 8, 4, quad},
-          Case{VTK_BIQUADRATIC_QUAD, 9, 4, quad}}) {
-        ASSERT_TRUE(topologyOf(one.cell, one.points).order.empty());
-        std::map<std::size_t, std::set<std::size_t>> const ends =
-            endsByMiddle(one.cell, one.points);
-        for (std::size_t i = 0; i < one.edges.size(); ++i)
-            EXPECT_EQ(ends.at(one.corners + i),
-                      (std::set<std::size_t>{one.edges[i].first, one.edges[i].second}))
-                << "cell " << one.cell << " edge " << i;
-    }
 }
 
 } // namespace

@@ -54,8 +54,8 @@ RowSelection selectionOf(std::vector<bool> const& isKept)
 class ElementBuilder
 {
 public:
-    ElementBuilder(Part& part, vtkDataSet& data)
-        : part_(part), data_(data), pointCount_(data.GetNumberOfPoints()),
+    ElementBuilder(Part& part, vtkDataSet& data, PointOrder order)
+        : part_(part), data_(data), order_(order), pointCount_(data.GetNumberOfPoints()),
           ghosts_(data.GetCellGhostArray()),
           isKept_(static_cast<std::size_t>(data.GetNumberOfCells()))
     {
@@ -130,6 +130,8 @@ private:
     {
         if (cellType != lastType_ || count != lastCount_) {
             last_ = topologyOf(cellType, count);
+            if (order_ == PointOrder::Element)
+                last_.order.clear();
             lastType_ = cellType;
             lastCount_ = count;
         }
@@ -138,6 +140,7 @@ private:
 
     Part& part_;
     vtkDataSet& data_;
+    PointOrder order_;
     vtkIdType pointCount_;
     vtkUnsignedCharArray* ghosts_;
     std::vector<bool> isKept_;
@@ -221,7 +224,7 @@ vtkDataArray* cellIdArray(vtkDataSet& data)
     return idArray(*data.GetCellData(), "Element IDs");
 }
 
-Part readMesh(Block const& block, PartRows& kept, Report& report)
+Part readMesh(Block const& block, PartRows& kept, PointOrder order, Report& report)
 {
     Part part;
     part.name = block.name;
@@ -230,7 +233,7 @@ Part readMesh(Block const& block, PartRows& kept, Report& report)
         return part;
     vtkDataSet& data = *block.data;
     check(data, part);
-    ElementBuilder builder(part, data);
+    ElementBuilder builder(part, data, order);
     builder.build(report);
     kept.cells = builder.kept();
     kept.points = keptPoints(part, data);

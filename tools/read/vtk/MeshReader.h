@@ -23,9 +23,17 @@ struct PartRows
     Exchange::RowSelection cells;
 };
 
+/// Whose order the points of a reader's cells are in.
+enum class PointOrder
+{
+    Cell,
+    Element
+};
+
 /// Nodes and elements of a block, without their fields. Raises `Exchange::Error` when its arrays
 /// don't fit each other.
-Exchange::Part readMesh(Block const& block, PartRows& kept, Exchange::Report& report);
+Exchange::Part readMesh(Block const& block, PartRows& kept, PointOrder order,
+                        Exchange::Report& report);
 
 /// x, y, z of some points.
 std::vector<double> pointsOf(vtkDataSet& data, Exchange::RowSelection const& rows);

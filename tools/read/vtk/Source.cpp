@@ -78,10 +78,18 @@ bool hasCellTypes(std::filesystem::path const& path)
     return false;
 }
 
+/// VTK's reader of CGNS makes wedges of the nodes as they are in the file, which is the order of a
+/// model's elements; the cells are inside out.
+PointOrder orderOf(FileKind kind)
+{
+    return kind == FileKind::Cgns ? PointOrder::Element : PointOrder::Cell;
+}
+
 class DataSource final : public Exchange::Source
 {
 public:
-    DataSource(FileKind kind, std::filesystem::path const& path, Report& report) : report_(report)
+    DataSource(FileKind kind, std::filesystem::path const& path, Report& report)
+        : report_(report), order_(orderOf(kind))
     {
         guarded(report_, [&] {
             input_ = openInput(kind, path);
@@ -112,7 +120,7 @@ public:
         std::vector<Part> parts;
         kept_.resize(blocks_.size());
         for (std::size_t i = 0; i < blocks_.size(); ++i) {
-            parts.push_back(readMesh(blocks_[i], kept_[i], report_));
+            parts.push_back(readMesh(blocks_[i], kept_[i], order_, report_));
             if (!isSeries())
                 parts.back().attributes =
                     withoutStepName(attributesIn(blocks_[i].data, report_), nameOfStep(0));
@@ -264,6 +272,7 @@ private:
     Report& report_;
     std::unique_ptr<Input> input_;
     vtkSmartPointer<vtkDataObject> object_;
+    PointOrder order_;
     std::vector<Block> blocks_;
     std::vector<PartRows> kept_;
     /// What the first step has.

@@ -44,7 +44,7 @@ public:
     void add(WrittenPart const& part, Field const& field);
 
     DatasetNames& names() { return names_; }
-    /// Of all parts and steps.
+    /// How many fields of all parts and steps were written.
     std::size_t fieldCount() const { return count_; }
 
 private:

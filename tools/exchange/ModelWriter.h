@@ -57,7 +57,7 @@ public:
 
     std::size_t nodeCount() const { return nodeCount_; }
     std::size_t elementCount() const { return elementCount_; }
-    /// Of the steps that have a name.
+    /// How many steps that have a name were written.
     std::size_t stepCount() const { return static_cast<std::size_t>(stepCount_); }
     std::size_t fieldCount() const { return fields_.fieldCount(); }
 
@@ -89,7 +89,7 @@ private:
     std::map<GroupPath, Group> groups_;
     std::vector<WrittenPart> parts_;
     Common::UniqueNames stepNames_;
-    /// Those that may go on, by the source's name.
+    /// The steps that the source may go on with, by its name for them.
     std::map<std::string, WrittenStep> openSteps_;
     int stepCount_ = 0;
     std::size_t nodeCount_ = 0;

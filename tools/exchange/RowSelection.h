@@ -12,9 +12,9 @@ namespace Exchange {
 class RowSelection
 {
 public:
-    /// All of so many rows.
+    /// All rows of a table of `count` rows.
     explicit RowSelection(std::size_t count = 0) : count_(count) {}
-    /// Those named.
+    /// The rows of these numbers, from 0.
     explicit RowSelection(std::vector<std::uint32_t> rows)
         : rows_(std::move(rows)), count_(rows_.size()), isAll_(false)
     {}

@@ -32,7 +32,7 @@ struct Summary
     std::size_t nodes = 0;
     std::size_t elements = 0;
     std::size_t steps = 0;
-    /// Of all parts and steps.
+    /// How many fields of all parts and steps.
     std::size_t fields = 0;
 };
 

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t stagesOfMesh = 1;
-/// It is read, then written.
+/// Each step is read, then written.
 constexpr std::size_t stagesOfStep = 2;
 
 /// Writes one model; the ending of the output's name tells how.

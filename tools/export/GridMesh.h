@@ -55,7 +55,7 @@ private:
     vtkNew<vtkFloatArray> coordinates_;
     vtkNew<vtkCellArray> cells_;
     vtkNew<vtkUnsignedCharArray> types_;
-    /// What stands in `coordinates_`, by the shape's index.
+    /// The dataset whose values stand in `coordinates_`, by the shape's index.
     std::map<int, MoxRead::Variable const*> shown_;
 };
 

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What is replaced waits here, in case that the new can't take its place.
+// Files that are replaced wait here, so that they come back if the new ones can't be put in place.
 constexpr char const* replacedName = "replaced";
 constexpr char const* newName = "new";
 

@@ -25,9 +25,9 @@ struct PictureContent
     vtkSmartPointer<vtkPolyData> surface;
     /// Lines along the borders and sharp edges of what is drawn.
     vtkSmartPointer<vtkPolyData> borders;
-    /// The same of the undeformed shapes.
+    /// Lines along the borders and sharp edges of the undeformed shapes.
     vtkSmartPointer<vtkPolyData> undeformed;
-    /// Of the elements.
+    /// Edges of the elements.
     vtkSmartPointer<vtkPolyData> edges;
     std::optional<ShownField> field;
     std::string title;

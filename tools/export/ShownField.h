@@ -21,7 +21,7 @@ struct ShownField
     std::string component;
     bool isOnNodes = true;
     vtkSmartPointer<vtkFloatArray> values;
-    /// Of the finite values; both NaN when there are none.
+    /// The least and the greatest of the finite values; both NaN when there are none.
     double least = 0;
     double greatest = 0;
 

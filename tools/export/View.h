@@ -46,7 +46,7 @@ struct ViewSummary
     std::string step;
     std::string field;
     std::string component;
-    /// Of the values in the picture; NaN when there are none.
+    /// The least and the greatest of the values in the picture; NaN when there are none.
     double least = 0;
     double greatest = 0;
     double warp = 0;

@@ -24,7 +24,7 @@ void addLsCommand(CommandLine& commandLine);
 /// part of it is shown as if it were the whole. Returns the exit status.
 int listFile(LsArguments const& options, std::ostream& out, std::ostream& err);
 
-/// The same for all of a file, as text.
+/// Lists all of a file as text.
 int listFile(std::string const& path, std::ostream& out, std::ostream& err);
 
 } // namespace Mox

@@ -22,7 +22,7 @@ void addVerifyCommand(CommandLine& commandLine);
 /// for several one more that counts them. Returns the exit status.
 int verifyFiles(VerifyArguments const& options, std::ostream& out, std::ostream& err);
 
-/// The same for one file, as text.
+/// Verifies one file and tells of it as text.
 int verifyFile(std::string const& path, std::ostream& out, std::ostream& err);
 
 } // namespace Mox

@@ -110,7 +110,7 @@ std::string Difference::text() const
     return subject + (left ? "only in A, " + *left : "only in B, " + right.value_or(""));
 }
 
-// What is told by the parts themselves needs no kind.
+// A difference that its other members tell needs no kind.
 std::string Difference::subjectText() const
 {
     std::vector<std::string> parts;

@@ -15,13 +15,13 @@ struct Difference
 {
     /// Such as "node", "attribute" or "values"; the documentation lists them.
     std::string kind;
-    /// Of the node, as far as it is about one.
+    /// Path of the node, where the difference is about one.
     std::optional<std::string> path;
     std::optional<std::string> dataset;
     std::optional<std::string> step;
     /// What of it differs, such as "translation", or the name of an attribute.
     std::optional<std::string> property;
-    /// What each of the models has; nothing where it has none.
+    /// The text that each of the models has there; nothing where it has none.
     std::optional<std::string> left;
     std::optional<std::string> right;
     /// For the kind "values".

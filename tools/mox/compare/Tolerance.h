@@ -8,7 +8,7 @@ namespace Mox {
 struct Tolerance
 {
     double absolute = 0;
-    /// Of the larger of the two magnitudes.
+    /// A factor of the larger one of the two magnitudes.
     double relative = 0;
 
     /// NaN is equal to NaN only, and an infinite number only to itself.

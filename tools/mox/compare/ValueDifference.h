@@ -29,9 +29,9 @@ struct ValueDifference
     std::size_t differingRows = 0;
     /// Values that are NaN in one of the two only; they have no difference.
     std::size_t notNumbers = 0;
-    /// Of the values that differ; none when all of them are NaN in one.
+    /// Where values differ most; none when all that differ are NaN in one of the two.
     std::optional<Place> largestAbsolute;
-    /// Difference by the larger of the two magnitudes.
+    /// Where they differ most in relation to the larger one of the two magnitudes.
     std::optional<Place> largestRelative;
 
     bool isEqual() const { return differingRows == 0; }

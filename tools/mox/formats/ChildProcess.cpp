@@ -24,11 +24,11 @@ void leaveNoCore()
     ::setrlimit(RLIMIT_CORE, &none);
 }
 
-/// What nobody waits for shall not go on, least of all in a reader that has no end.
+/// The child must not outlive the parent: nobody would wait for it, and a reader may never end.
 void dieWith(pid_t parent)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // It may have ended before.
+    // A parent that ended before the call above sends no signal any more.
     if (::getppid() != parent)
         std::_Exit(failure);
 }

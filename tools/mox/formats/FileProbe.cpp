@@ -70,7 +70,7 @@ bool FileProbe::contains(std::string const& bytes) const
         window.append(chunk.data(), static_cast<std::size_t>(file.gcount()));
         if (window.find(bytes) != std::string::npos)
             return true;
-        // What is searched for may lie across two chunks.
+        // The bytes searched for may lie across two chunks, so the end of one is kept.
         window.erase(0, window.size() - std::min(window.size(), bytes.size()));
     }
     return false;

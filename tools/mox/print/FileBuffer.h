@@ -7,7 +7,8 @@
 
 namespace Mox {
 
-/// What a stream writes goes into a file. Unlike the standard one it remembers why a write failed.
+/// Writes what a stream is given into a file. Unlike the standard buffer, it remembers why a write
+/// failed.
 class FileBuffer : public std::streambuf
 {
 public:

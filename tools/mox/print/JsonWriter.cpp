@@ -87,7 +87,7 @@ JsonWriter& JsonWriter::null()
     return write("null");
 }
 
-// What is inside of one line stays on it.
+// An array or object inside of one that stands on one line stays on that line.
 JsonWriter& JsonWriter::begin(char bracket, Layout layout)
 {
     beginItem();

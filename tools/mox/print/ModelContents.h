@@ -24,7 +24,7 @@ public:
     MoxRead::Node const& first() const { return first_; }
     bool isWholeModel() const { return first_.parent == 0; }
     std::vector<StepUse> const& steps() const { return steps_; }
-    /// Of a dataset's own values, or of those that it shares.
+    /// The range of a dataset's own values, or of those that it shares with another.
     ValueRange const& rangeOf(MoxRead::Variable const& variable) const;
 
 private:

@@ -34,7 +34,8 @@ struct ValueRange
     bool isFloat = true;
     std::size_t count = 0;
     std::size_t notNumbers = 0;
-    /// Of those that are numbers; floats and uint32s are exact here.
+    /// The least and the greatest of the values that are numbers, floats or uint32s: a double holds
+    /// each of them exactly.
     double least = 0;
     double greatest = 0;
 

@@ -53,7 +53,7 @@ std::uint64_t sizeOfType(std::uint64_t type)
 struct Variable
 {
     bool isRecord = false;
-    /// Of one record, when it is a record variable.
+    /// Bytes of the variable, or of one record of a variable that has records.
     std::uint64_t size = 0;
     std::uint64_t begin = 0;
 };

@@ -231,7 +231,8 @@ ex_block Database::block(std::int64_t id) const
 
 std::vector<std::int64_t> Database::connectivity(ex_block const& block) const
 {
-    // Of polygons, the file has the number of all nodes where others have that of one element.
+    // A block of polygons has the number of all its nodes where other blocks have the number of
+    // nodes of one element.
     auto const nodes = static_cast<std::size_t>(block.num_nodes_per_entry);
     auto const count = static_cast<std::size_t>(block.num_entry);
     std::vector<std::int64_t> connectivity(isPolygon(block.topology) ? nodes : nodes * count);

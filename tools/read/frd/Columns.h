@@ -36,7 +36,7 @@ public:
     /// The integer in the field; `name` ("node number") tells in messages what it is.
     std::int64_t integer(std::size_t width, char const* name);
 
-    /// The same, of at most 32 bits.
+    /// The integer in the field, which must fit into 32 bits.
     std::int32_t shortInteger(std::size_t width, char const* name);
 
     /// The integer in the field, or 0 in a blank one: writers leave trailing zeros away.

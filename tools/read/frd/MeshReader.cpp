@@ -22,7 +22,7 @@ void addNodes(PartRows const& partRows, Mesh const& mesh, Exchange::Part& part)
     for (std::uint32_t const index : partRows.nodes) {
         Node const& node = mesh.nodes()[index];
         part.nodeIds.push_back(node.id);
-        // What floats lose of the few digits of a line is not worth a warning.
+        // A line has too few digits for a float to lose one that matters: no warning is due.
         for (double const coordinate : node.coordinates)
             part.coordinates.push_back(mesh.holdsDoubles() ? coordinate
                                                            : Exchange::nearestFloat(coordinate));

@@ -63,7 +63,8 @@ std::string leftOutSentence(std::string const& name, ModelData const& data)
     return "The values of '" + name + "' " + what + " were left out.";
 }
 
-/// What steps are sorted by. A time that is no number is like no other, and would spoil the order.
+/// The key that steps are sorted by. A time that is not a number compares with no other, so that it
+/// alone would leave the order undefined.
 struct Moment
 {
     explicit Moment(double time) : isNoNumber(std::isnan(time)), order(isNoNumber ? 0 : time) {}

@@ -20,7 +20,7 @@ void forEachCell(vtkDataSet& data, Visit const& visit)
     }
 }
 
-/// The same without a copy of each cell.
+/// Does that for an unstructured grid, which needs no copy of each cell.
 template <typename Visit>
 void forEachCell(vtkUnstructuredGrid& data, Visit const& visit)
 {

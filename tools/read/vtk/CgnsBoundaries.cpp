@@ -95,7 +95,7 @@ void reportBoundaries(std::filesystem::path const& path, Exchange::Report& repor
 {
     std::optional<Boundaries> const boundaries = boundariesIn(path);
     if (!boundaries) {
-        // What VTK could read is worth having all the same.
+        // A file of which the CGNS library can't list boundaries may still be one that VTK reads.
         report.warn("Boundaries, if there are any, were left out.");
         return;
     }

@@ -17,7 +17,7 @@ public:
     explicit CollectionInput(std::filesystem::path const& path);
 
     std::vector<double> const& times() const override { return times_; }
-    /// That of the step's first file.
+    /// The name that the step's first file gives it.
     std::string stepName(std::size_t step) override;
     vtkSmartPointer<vtkDataObject> read(std::size_t step) override;
 

@@ -10,9 +10,9 @@ namespace VtkRead {
 /// Tells whether a mesh is the same as in another step without keeping either.
 struct Fingerprint
 {
-    /// Of cells, their points, ids and ghost marks.
+    /// Hash of the cells, their points, ids and ghost marks.
     std::uint64_t cells = 0;
-    /// Of where the points are.
+    /// Hash of the coordinates.
     std::uint64_t coordinates = 0;
 
     static Fingerprint of(vtkDataSet* data);

@@ -109,7 +109,8 @@ public:
 
     AttributeList attributes() const override
     {
-        // Of a mesh that stands alone, they are the part's; of a series, the steps'.
+        // Field data of a mesh that stands alone becomes attributes of its part; in a series, it
+        // becomes attributes of the steps.
         return isSeries() || isSingleMesh()
                    ? AttributeList()
                    : withoutStepName(attributesIn(object_, report_), nameOfStep(0));
@@ -149,7 +150,7 @@ public:
             if (blocks_[i].data != nullptr)
                 visitBlock(i, visit);
         release();
-        // Its name and attributes are asked for before its fields.
+        // The next step's name and attributes are asked for before its fields, and come from it.
         if (index + 1 < stepCount())
             load(index + 1);
     }
@@ -275,7 +276,7 @@ private:
     PointOrder order_;
     std::vector<Block> blocks_;
     std::vector<PartRows> kept_;
-    /// What the first step has.
+    /// Names of the first step's blocks, which all steps have to have.
     std::vector<std::vector<std::string>> names_;
     std::vector<Fingerprint> mesh_;
     std::optional<double> timeOfOnlyStep_;

@@ -90,7 +90,7 @@ vtkSmartPointer<vtkXMLReader> fieldDataReaderFor(vtkXMLReader& reader)
                                 vtkXMLRectilinearGridReader, vtkXMLMultiBlockDataReader>(reader);
 }
 
-/// What the file itself says, and not those that it names.
+/// The name that the file itself gives, not one of the files that it refers to.
 std::string ownStepName(std::filesystem::path const& file, vtkXMLReader& readerOfFile)
 {
     auto const reader = fieldDataReaderFor(readerOfFile);

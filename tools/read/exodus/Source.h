@@ -3,7 +3,7 @@
 
 #include "Database.h"
 #include "PartRows.h"
-#include "VariableGroups.h"
+#include "Results.h"
 
 #include "exchange/Report.h"
 #include "exchange/Source.h"
@@ -12,7 +12,6 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace Exodus {
@@ -26,28 +25,15 @@ public:
 
     Exchange::AttributeList attributes() const override;
     std::vector<Exchange::Part> readParts() override;
-    std::size_t stepCount() const override { return times_.size(); }
-    Exchange::StepInfo step(std::size_t index) const override;
+    std::size_t stepCount() const override { return results_.stepCount(); }
+    Exchange::StepInfo step(std::size_t index) const override { return results_.step(index); }
     void readStep(std::size_t index, FieldVisitor const& visit) override;
 
 private:
-    void readNodeFields(std::size_t step, VariableGroup const& group, FieldVisitor const& visit);
-    void readElementFields(std::size_t step, std::size_t block, FieldVisitor const& visit);
-    bool isOnBlock(std::size_t variable, std::size_t block) const;
-    bool isOnBlock(VariableGroup const& group, std::size_t block) const;
-    Exchange::Field elementField(std::size_t step, VariableGroup const& group,
-                                 std::size_t block) const;
-
     Exchange::Report& report_;
     Database database_;
+    Results results_;
     std::optional<MeshRows> rows_;
-    std::vector<double> times_;
-    std::vector<std::string> globalNames_;
-    std::vector<VariableGroup> nodeGroups_;
-    std::size_t nodeVariableCount_ = 0;
-    std::vector<std::string> elementVariables_;
-    std::vector<VariableGroup> elementGroups_;
-    std::vector<int> truthTable_;
 };
 
 /// Opens an Exodus file; throws `Exchange::Error`.

@@ -3,6 +3,8 @@
 
 #include "exchange/Error.h"
 
+#include <string>
+
 namespace Frd {
 
 /// One sentence about what is wrong with a result file. What concerns a place in the file begins
@@ -18,6 +20,13 @@ class Truncated : public Error
 {
 public:
     using Error::Error;
+
+    /// The sentence, for more to be said behind it.
+    std::string withoutStop() const
+    {
+        std::string const sentence = what();
+        return sentence.substr(0, sentence.find_last_not_of('.') + 1);
+    }
 };
 
 } // namespace Frd

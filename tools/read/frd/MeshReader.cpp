@@ -53,8 +53,6 @@ void addElements(PartRows const& partRows, Mesh const& mesh, Exchange::Part& par
     }
 }
 
-} // namespace
-
 Exchange::Part partOf(PartRows const& partRows, Mesh const& mesh)
 {
     Exchange::Part part;
@@ -67,6 +65,17 @@ Exchange::Part partOf(PartRows const& partRows, Mesh const& mesh)
     part.attributes = attributesOf(partRows);
     addElements(partRows, mesh, part);
     return part;
+}
+
+} // namespace
+
+MeshReader::MeshReader(Mesh const& mesh, Header const& header) : rows_(partRowsOf(mesh, header))
+{
+    for (PartRows& rows : rows_) {
+        parts_.push_back(partOf(rows, mesh));
+        // Results are on nodes only.
+        rows.elements = {};
+    }
 }
 
 } // namespace Frd

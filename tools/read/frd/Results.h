@@ -1,38 +1,50 @@
 #ifndef READ_FRD_RESULTS_H
 #define READ_FRD_RESULTS_H
 
+#include "PartRows.h"
+#include "Reader.h"
 #include "ResultBlock.h"
-#include "ResultLayout.h"
+#include "StepNames.h"
+#include "WholeSteps.h"
 
-#include "exchange/Field.h"
+#include "exchange/Report.h"
+#include "exchange/SequentialSource.h"
 
-#include <cstddef>
-#include <cstdint>
+#include <filesystem>
+#include <string>
 #include <vector>
 
 namespace Frd {
 
-/// Makes fields of a result block, which must outlive this.
+/// Makes steps and fields of the result blocks of a file, one block in memory at a time.
 class Results
 {
 public:
-    Results(ResultBlock const& block, std::size_t nodesOfMesh);
+    explicit Results(Reader& reader) : reader_(reader) {}
 
-    /// What `layout` takes of the block, on some nodes of the mesh, which are those of `part`.
-    /// Nodes that the block does not have get values that are not numbers.
-    Exchange::Field field(ResultLayout const& layout, std::size_t part,
-                          std::vector<std::uint32_t> const& nodes) const;
+    /// Lets a file that ends too early be read for its whole steps. To know them, it is read once
+    /// more beforehand. The report gets what is left out.
+    void keepWholeSteps(std::filesystem::path const& path, Exchange::Report& report);
+
+    /// Where and why the file ends too early, when its whole steps are all that is wanted.
+    std::string const& truncation() const { return truncation_; }
+
+    /// Hands over all blocks, in the file's order, as `Exchange::SequentialSource` says.
+    void readSteps(std::vector<PartRows> const& parts,
+                   Exchange::SequentialSource::StepVisitor const& startStep,
+                   Exchange::SequentialSource::FieldVisitor const& addField);
 
 private:
-    template <typename Value, typename Convert>
-    std::vector<Value> valuesAt(std::vector<std::uint32_t> const& nodes,
-                                std::vector<std::size_t> const& components,
-                                Convert const& convert) const;
+    bool nextBlock(ResultBlock& block);
+    Exchange::StepInfo stepOf(ResultBlock const& block);
+    void addFields(ResultBlock const& block, std::vector<PartRows> const& parts,
+                   Exchange::SequentialSource::FieldVisitor const& addField);
 
-    ResultBlock const& block_;
-    std::size_t storedComponents_;
-    /// For each node of the mesh, where the block has it.
-    std::vector<std::uint32_t> places_;
+    Reader& reader_;
+    StepNames names_;
+    WholeSteps steps_;
+    std::string truncation_;
+    WholeSteps kept_;
 };
 
 } // namespace Frd

@@ -3,8 +3,7 @@
 
 #include "PartRows.h"
 #include "Reader.h"
-#include "StepNames.h"
-#include "WholeSteps.h"
+#include "Results.h"
 
 #include "exchange/Report.h"
 #include "exchange/SequentialSource.h"
@@ -35,21 +34,11 @@ public:
     Stage stage() const override { return {reader_.bytesRead(), reader_.size()}; }
 
 private:
-    Exchange::StepInfo stepOf(ResultBlock const& block);
-    void addFields(ResultBlock const& block, FieldVisitor const& addField);
-
-    bool nextBlock(ResultBlock& block);
-    void warnOfReading();
-
     std::filesystem::path path_;
     Exchange::Report& report_;
     Reader reader_;
-    std::vector<PartRows> rows_;
-    StepNames names_;
-    WholeSteps steps_;
-    /// Where and why the file ends too early, when its whole steps are all that is wanted.
-    std::string truncation_;
-    WholeSteps kept_;
+    Results results_;
+    std::vector<PartRows> parts_;
 };
 
 /// Opens a solver's result file (.frd) and reads its mesh; throws `Exchange::Error`.

@@ -2,14 +2,13 @@
 #define READ_GMSH_SOURCE_H
 
 #include "PartRows.h"
+#include "Results.h"
 #include "Session.h"
-#include "Views.h"
 
 #include "exchange/Report.h"
 #include "exchange/Source.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -26,18 +25,14 @@ public:
 
     Exchange::AttributeList attributes() const override { return {}; }
     std::vector<Exchange::Part> readParts() override;
-    std::size_t stepCount() const override { return views_->steps().size(); }
-    Exchange::StepInfo step(std::size_t index) const override;
+    std::size_t stepCount() const override { return results_.stepCount(); }
+    Exchange::StepInfo step(std::size_t index) const override { return results_.step(index); }
     void readStep(std::size_t index, FieldVisitor const& visit) override;
 
 private:
-    /// For each node or element of the mesh, where it is in the data.
-    std::vector<std::uint32_t> placesIn(ViewData const& data);
-    void visitParts(ViewData const& data, FieldVisitor const& visit);
-
     Exchange::Report& report_;
     Session session_;
-    std::unique_ptr<Views const> views_;
+    Results results_;
     std::optional<MeshRows> rows_;
 };
 

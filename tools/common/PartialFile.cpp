@@ -20,21 +20,17 @@ namespace {
                              ".");
 }
 
-void checkTarget(std::filesystem::path const& target, bool overwrite)
+std::filesystem::path const& checkTarget(std::filesystem::path const& target, bool overwrite)
 {
     std::error_code ignored;
     auto const status = std::filesystem::status(target, ignored);
     if (!std::filesystem::exists(status))
-        return;
+        return target;
     if (!overwrite)
         failWith(EEXIST);
     if (!std::filesystem::is_regular_file(status))
         throw std::runtime_error("This is not a regular file and is not overwritten.");
-}
-
-std::string stemOf(std::filesystem::path const& target, int process)
-{
-    return target.string() + ".partial-" + std::to_string(process) + "-";
+    return target;
 }
 
 bool createNew(std::filesystem::path const& path)
@@ -50,50 +46,22 @@ bool createNew(std::filesystem::path const& path)
 } // namespace
 
 PartialFile::PartialFile(std::filesystem::path const& target, bool overwrite)
-    : target_(target), overwrite_(overwrite)
-{
-    checkTarget(target, overwrite);
-    create();
-}
-
-PartialFile::~PartialFile()
-{
-    std::error_code ignored;
-    if (!isPublished_)
-        std::filesystem::remove(path_, ignored);
-}
-
-void PartialFile::removeLeftBy(int process, std::filesystem::path const& target)
-{
-    std::error_code ignored;
-    std::string const stem = stemOf(target, process);
-    for (int attempt = 0; std::filesystem::remove(stem + std::to_string(attempt), ignored);)
-        ++attempt;
-}
-
-void PartialFile::create()
-{
-    std::string const stem = stemOf(target_, ::getpid());
-    int attempt = 0;
-    do {
-        path_ = stem + std::to_string(attempt++);
-    } while (!createNew(path_));
-}
+    : target_(checkTarget(target, overwrite)), overwrite_(overwrite), temporary_(target, createNew)
+{}
 
 void PartialFile::publish()
 {
     if (!overwrite_)
         publishWithoutOverwriting();
-    else if (::rename(path_.c_str(), target_.c_str()) != 0)
+    else if (::rename(path().c_str(), target_.c_str()) != 0)
         failWith(errno);
-    isPublished_ = true;
 }
 
 void PartialFile::publishWithoutOverwriting()
 {
     // rename would replace a file that somebody else made meanwhile; link does not.
-    if (::link(path_.c_str(), target_.c_str()) == 0) {
-        ::unlink(path_.c_str());
+    if (::link(path().c_str(), target_.c_str()) == 0) {
+        ::unlink(path().c_str());
         return;
     }
     int const error = errno;
@@ -101,7 +69,7 @@ void PartialFile::publishWithoutOverwriting()
     if (!hasNoLinks)
         failWith(error);
     checkTarget(target_, false);
-    if (::rename(path_.c_str(), target_.c_str()) != 0)
+    if (::rename(path().c_str(), target_.c_str()) != 0)
         failWith(errno);
 }
 

@@ -1,6 +1,8 @@
 #ifndef COMMON_PARTIALFILE_H
 #define COMMON_PARTIALFILE_H
 
+#include "TemporaryPath.h"
+
 #include <filesystem>
 
 namespace Common {
@@ -13,27 +15,18 @@ public:
     /// Creates the temporary file; throws std::runtime_error when the target exists and must not be
     /// overwritten, when it exists and is no regular file, or when the system refuses.
     PartialFile(std::filesystem::path const& target, bool overwrite);
-    ~PartialFile();
 
-    PartialFile(PartialFile const&) = delete;
-    PartialFile& operator=(PartialFile const&) = delete;
-
-    /// Removes what a process that crashed has left of such a file.
-    static void removeLeftBy(int process, std::filesystem::path const& target);
-
-    std::filesystem::path const& path() const { return path_; }
+    std::filesystem::path const& path() const { return temporary_.path(); }
 
     /// Gives the file its target's name, in one step that leaves either the old or the new file.
     void publish();
 
 private:
-    void create();
     void publishWithoutOverwriting();
 
     std::filesystem::path target_;
-    std::filesystem::path path_;
     bool overwrite_;
-    bool isPublished_ = false;
+    TemporaryPath temporary_;
 };
 
 } // namespace Common

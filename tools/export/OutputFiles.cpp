@@ -1,12 +1,13 @@
 #include "OutputFiles.h"
 
+#include "common/SignalsHeld.h"
+
 #include <cerrno>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace Export {
 
@@ -62,7 +63,7 @@ void checkFolder(fs::path const& folder)
                 " holds more than .vtu and .vtm files and is not overwritten.");
 }
 
-void checkTarget(fs::path const& target, bool overwrite)
+fs::path const& checkTarget(fs::path const& target, bool overwrite)
 {
     bool const isTaken = isThere(target) || isThere(folderBeside(target));
     if (isTaken && !overwrite)
@@ -72,6 +73,7 @@ void checkTarget(fs::path const& target, bool overwrite)
     if (isThere(target) && !fs::is_regular_file(fs::symlink_status(target)))
         throw std::runtime_error("This is not a regular file and is not overwritten.");
     checkFolder(folderBeside(target));
+    return target;
 }
 
 // False when something of that name is there.
@@ -87,28 +89,16 @@ bool makeFolder(fs::path const& path)
 } // namespace
 
 OutputFiles::OutputFiles(fs::path const& target, bool overwrite)
-    : target_(target), overwrite_(overwrite)
+    : target_(checkTarget(target, overwrite)), overwrite_(overwrite), temporary_(target, makeFolder)
 {
-    checkTarget(target, overwrite);
-    std::string const stem = target.string() + ".partial-" + std::to_string(::getpid()) + "-";
-    int attempt = 0;
-    do {
-        temporary_ = stem + std::to_string(attempt++);
-    } while (!makeFolder(temporary_));
-    makeFolder(temporary_ / replacedName);
-    makeFolder(temporary_ / newName);
+    makeFolder(temporary_.path() / replacedName);
+    makeFolder(temporary_.path() / newName);
     makeFolder(folder());
-}
-
-OutputFiles::~OutputFiles()
-{
-    std::error_code ignored;
-    fs::remove_all(temporary_, ignored);
 }
 
 fs::path OutputFiles::file() const
 {
-    return temporary_ / newName / target_.filename();
+    return temporary_.path() / newName / target_.filename();
 }
 
 fs::path OutputFiles::folder() const
@@ -119,6 +109,13 @@ fs::path OutputFiles::folder() const
 void OutputFiles::publish()
 {
     checkTarget(target_, overwrite_);
+    // An end between the two would leave one of them, or neither the old nor the new.
+    Common::SignalsHeld const held;
+    moveAll();
+}
+
+void OutputFiles::moveAll()
+{
     fs::path const file = target_.filename();
     fs::path const folder = folderBeside(file);
     try {
@@ -137,7 +134,7 @@ void OutputFiles::publish()
 void OutputFiles::moveToTarget(fs::path const& name)
 {
     std::error_code error;
-    fs::rename(temporary_ / newName / name, target_.parent_path() / name, error);
+    fs::rename(temporary_.path() / newName / name, target_.parent_path() / name, error);
     check(error);
 }
 
@@ -147,18 +144,18 @@ void OutputFiles::moveAway(fs::path const& name)
     if (!isThere(old))
         return;
     std::error_code error;
-    fs::rename(old, temporary_ / replacedName / name, error);
+    fs::rename(old, temporary_.path() / replacedName / name, error);
     check(error);
 }
 
 void OutputFiles::moveBack(fs::path const& name) noexcept
 {
     std::error_code ignored;
-    bool const wasPublished = !isThere(temporary_ / newName / name);
+    bool const wasPublished = !isThere(temporary_.path() / newName / name);
     if (wasPublished)
-        fs::rename(target_.parent_path() / name, temporary_ / newName / name, ignored);
-    if (isThere(temporary_ / replacedName / name))
-        fs::rename(temporary_ / replacedName / name, target_.parent_path() / name, ignored);
+        fs::rename(target_.parent_path() / name, temporary_.path() / newName / name, ignored);
+    if (isThere(temporary_.path() / replacedName / name))
+        fs::rename(temporary_.path() / replacedName / name, target_.parent_path() / name, ignored);
 }
 
 } // namespace Export

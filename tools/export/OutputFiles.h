@@ -1,6 +1,8 @@
 #ifndef EXPORT_OUTPUTFILES_H
 #define EXPORT_OUTPUTFILES_H
 
+#include "common/TemporaryPath.h"
+
 #include <filesystem>
 
 namespace Export {
@@ -16,7 +18,6 @@ public:
     OutputFiles(std::filesystem::path const& target, bool overwrite);
     OutputFiles(OutputFiles const&) = delete;
     OutputFiles& operator=(OutputFiles const&) = delete;
-    ~OutputFiles();
 
     /// Where to write the file; what it refers to is relative to it.
     std::filesystem::path file() const;
@@ -27,13 +28,14 @@ public:
     void publish();
 
 private:
+    void moveAll();
     void moveToTarget(std::filesystem::path const& name);
     void moveAway(std::filesystem::path const& name);
     void moveBack(std::filesystem::path const& name) noexcept;
 
     std::filesystem::path target_;
     bool overwrite_;
-    std::filesystem::path temporary_;
+    Common::TemporaryPath temporary_;
 };
 
 } // namespace Export

@@ -1,3 +1,4 @@
+#include "common/EndingSignals.h"
 #include "mox/commands/CheckCommand.h"
 #include "mox/commands/CommandLine.h"
 #include "mox/commands/DiffCommand.h"
@@ -56,6 +57,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    Common::cleanUpBeforeEnding();
     Mox::takeFailedWritesAsErrors();
     try {
         return Mox::run(argc, argv);

@@ -5,8 +5,10 @@
 #include "mox/formats/Formats.h"
 #include "mox/formats/Libraries.h"
 
-#include <common/PartialFile.h>
+#include <common/EndingSignals.h>
 #include <common/Progress.h>
+#include <common/SignalsHeld.h>
+#include <common/TemporaryPath.h>
 #include <exchange/Error.h>
 
 #include <nlohmann/json.hpp>
@@ -97,6 +99,13 @@ bool isOurs(int status)
     return status == success || status == failure;
 }
 
+/// Somebody ended it, who meant the command as a whole.
+bool wasAskedToEnd(ChildResult const& child)
+{
+    sigset_t const endings = Common::endingSignals();
+    return child.signal != 0 && ::sigismember(&endings, child.signal) == 1;
+}
+
 /// Readers of other formats may crash when a file is damaged: their crash is told in a sentence.
 int translateInChild(TranslateArguments const& arguments)
 {
@@ -104,8 +113,10 @@ int translateInChild(TranslateArguments const& arguments)
         runInChild([&] { return translateFile(arguments, std::cout, std::cerr); });
     if (child.status && isOurs(*child.status))
         return *child.status;
-    Common::PartialFile::removeLeftBy(child.id, arguments.output);
+    Common::TemporaryPath::removeLeftBy(child.id, arguments.output);
     Common::Progress::wipeLeftOver();
+    if (wasAskedToEnd(child))
+        Common::endBy(child.signal);
     std::cerr << application << ": " << arguments.input
               << ": The file is damaged in a way that the library reading it does not survive.\n";
     return failure;

@@ -1,5 +1,9 @@
 #include "ChildProcess.h"
 
+#include <common/EndingSignals.h>
+#include <common/SignalsHeld.h>
+#include <common/TemporaryPath.h>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -53,27 +57,50 @@ void dieWith(pid_t parent)
     std::_Exit(status);
 }
 
+/// In the child, 0. A signal that comes meanwhile is for both, or for neither.
+pid_t startChild()
+{
+    Common::SignalsHeld const held;
+    pid_t const parent = ::getpid();
+    pid_t const id = ::fork();
+    if (id < 0)
+        throw std::system_error(errno, std::generic_category(), "no process can be started");
+    Common::endTogetherWith(id);
+    if (id == 0) {
+        Common::TemporaryPath::forgetAll();
+        dieWith(parent);
+    }
+    return id;
+}
+
+/// The child's id is no longer ours when its end was told, so that no signal may go there.
+int waitFor(pid_t id)
+{
+    siginfo_t ignored;
+    while (::waitid(P_PID, static_cast<id_t>(id), &ignored, WEXITED | WNOWAIT) < 0)
+        if (errno != EINTR)
+            throw std::system_error(errno, std::generic_category(), "a process got lost");
+    Common::SignalsHeld const held;
+    Common::endTogetherWith(0);
+    int status = 0;
+    if (::waitpid(id, &status, 0) < 0)
+        throw std::system_error(errno, std::generic_category(), "a process got lost");
+    return status;
+}
+
 } // namespace
 
 ChildResult runInChild(std::function<int()> const& action)
 {
     std::cout.flush();
     std::cerr.flush();
-    pid_t const self = ::getpid();
-    pid_t const id = ::fork();
-    if (id < 0)
-        throw std::system_error(errno, std::generic_category(), "no process can be started");
-    if (id == 0) {
-        dieWith(self);
+    pid_t const id = startChild();
+    if (id == 0)
         runAndExit(action);
-    }
-    int status = 0;
-    while (::waitpid(id, &status, 0) < 0)
-        if (errno != EINTR)
-            throw std::system_error(errno, std::generic_category(), "a process got lost");
+    int const status = waitFor(id);
     if (WIFEXITED(status))
-        return {id, WEXITSTATUS(status)};
-    return {id, std::nullopt};
+        return {id, WEXITSTATUS(status), 0};
+    return {id, std::nullopt, WTERMSIG(status)};
 }
 
 } // namespace Mox

@@ -123,6 +123,26 @@ TEST(ImperfectFile, ValuesAtNodesThatTheMeshDoesNotHaveAreLeftOut)
     EXPECT_EQ(records.reader().warnings().size(), 1U);
 }
 
+TEST(ImperfectFile, ABlockMayHaveNoneOfTheValuesThatItAnnounces)
+{
+    std::string const content = triangleFile();
+    std::size_t const values = content.find(" -1         2 1.00000E+00 2");
+    ReadFile const lines(content.substr(0, values) + " -3\n 9999\n");
+    ASSERT_EQ(lines.blocks().size(), 1U);
+    EXPECT_EQ(lines.blocks()[0].values, std::vector<double>());
+    EXPECT_EQ(lines.reader().warnings(),
+              (Texts{"The result \"DISP\" announces values at 2 nodes and has none."}));
+
+    std::string const records = binaryFile(false);
+    std::size_t const firstRecord = records.size() - std::string(" 9999\n").size() - 2 * 16;
+    std::string const head = records.substr(0, firstRecord);
+    std::string const block = head.substr(head.find("  100C"));
+    ReadFile const binary(head + block + "    1PSTEP                         1           1" +
+                          "           1\n" + block + " 9999\n");
+    EXPECT_EQ(binary.blocks().size(), 3U);
+    EXPECT_EQ(binary.reader().warnings().size(), 1U);
+}
+
 TEST(ImperfectFile, TheSameLossIsToldOnce)
 {
     std::string const block =

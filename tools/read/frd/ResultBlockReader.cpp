@@ -191,7 +191,10 @@ void ResultBlockReader::readLines(BlockHead const& head, ResultBlock& block)
         stream_.fail("Neither a node (-1) nor the end of the result block (-3) stands here.");
     if (found > head.count)
         warnOfMore(stream_, found, head.count, "nodes");
-    checkCount(stream_, found, head.count, "nodes");
+    if (found == 0 && head.count > 0)
+        warnOfNothing(head, block);
+    else
+        checkCount(stream_, found, head.count, "nodes");
 }
 
 void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const& line,
@@ -219,6 +222,10 @@ void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const&
 
 void ResultBlockReader::readRecords(BlockHead const& head, ResultBlock& block)
 {
+    if (head.count > 0 && hasLine()) {
+        warnOfNothing(head, block);
+        return;
+    }
     std::size_t const realSize = head.format.realSize();
     std::size_t const recordSize = sizeof(std::int32_t) + componentCount_ * realSize;
     stream_.requireRecords(head.count, recordSize, within);
@@ -245,6 +252,21 @@ bool ResultBlockReader::takeNode(std::int64_t nodeId, ResultBlock& block)
     lastBlock_[*index] = blockNumber_;
     block.nodes.push_back(*index);
     return true;
+}
+
+/// Solvers of fluids announce results of solids, which they don't have.
+void ResultBlockReader::warnOfNothing(BlockHead const& head, ResultBlock const& block)
+{
+    stream_.warn("The result \"" + block.name + "\" announces values at " +
+                 std::to_string(head.count) + " nodes and has none.");
+}
+
+/// Whether the next record begins where those of a block should stand.
+bool ResultBlockReader::hasLine()
+{
+    std::string const bytes = stream_.peek(sizeof("    1P") - 1);
+    return isRecord(bytes, "    1P") || isRecord(bytes, "    1U") || isRecord(bytes, "  100C") ||
+           isRecord(bytes, " 9999");
 }
 
 /// Values have no place in a model without their node. A block none of whose nodes are known is

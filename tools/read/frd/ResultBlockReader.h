@@ -47,6 +47,8 @@ private:
     void readRecords(BlockHead const& head, ResultBlock& block);
     bool takeNode(std::int64_t nodeId, ResultBlock& block);
     void warnOfStrangers(ResultBlock const& block);
+    void warnOfNothing(BlockHead const& head, ResultBlock const& block);
+    bool hasLine();
 
     ByteStream& stream_;
     Mesh const& mesh_;

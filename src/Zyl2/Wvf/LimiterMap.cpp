@@ -4,12 +4,6 @@
 
 namespace Zyl2Wvf {
 
-BlockSizeLimiter* LimiterMap::Find(std::string_view name)
-{
-    auto const found = limiters_.find(name);
-    return found == limiters_.end() ? nullptr : &found->second;
-}
-
 BlockSizeLimiter& LimiterMap::GetOrAdd(std::string const& name)
 {
     // Looked for first: making a limiter reads the environment.

@@ -16,7 +16,12 @@ class LimiterMap
 {
 public:
     /// Null for a key that nothing was ever put under. Limiters stay where they are.
-    BlockSizeLimiter* Find(std::string_view name);
+    BlockSizeLimiter* Find(std::string_view name)
+    {
+        // Here, because each put under a key by its name begins with it.
+        auto const found = limiters_.find(name);
+        return found == limiters_.end() ? nullptr : &found->second;
+    }
 
     /// A new limiter takes its limit from the environment.
     BlockSizeLimiter& GetOrAdd(std::string const& name);

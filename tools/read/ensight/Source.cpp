@@ -193,11 +193,10 @@ private:
     std::vector<std::size_t> coordinates_;
 };
 
-class CaseSource final : public Exchange::Source
+class Source final : public Exchange::Source
 {
 public:
-    CaseSource(std::filesystem::path const& path, Report& report)
-        : report_(report), case_(path, report)
+    Source(std::filesystem::path const& path, Report& report) : report_(report), case_(path, report)
     {
         if (case_.model())
             bodies_.emplace_back(case_, *case_.model(), false, report_);
@@ -297,7 +296,7 @@ private:
 
 std::unique_ptr<Exchange::Source> open(std::filesystem::path const& path, Report& report)
 {
-    return std::make_unique<CaseSource>(path, report);
+    return std::make_unique<Source>(path, report);
 }
 
 } // namespace EnSight

@@ -85,10 +85,10 @@ PointOrder orderOf(FileKind kind)
     return kind == FileKind::Cgns ? PointOrder::Element : PointOrder::Cell;
 }
 
-class DataSource final : public Exchange::Source
+class Source final : public Exchange::Source
 {
 public:
-    DataSource(FileKind kind, std::filesystem::path const& path, Report& report)
+    Source(FileKind kind, std::filesystem::path const& path, Report& report)
         : report_(report), order_(orderOf(kind))
     {
         guarded(report_, [&] {
@@ -290,7 +290,7 @@ private:
 std::unique_ptr<Exchange::Source> open(FileKind kind, std::filesystem::path const& path,
                                        Report& report)
 {
-    return std::make_unique<DataSource>(kind, path, report);
+    return std::make_unique<Source>(kind, path, report);
 }
 
 } // namespace VtkRead

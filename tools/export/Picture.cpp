@@ -298,8 +298,10 @@ void Picture::aim(PictureContent const& content)
     Extent const deep = extentAlong(content, eye);
 
     double const aspect = (content.field ? modelRight : 1) * width_ / (modelTop * height_);
-    double const scale = std::max(vertical.size(), horizontal.size() / aspect) / 2 * margin;
-    double const distance = deep.size() + scale + 1e-30;
+    double const half = std::max(vertical.size(), horizontal.size() / aspect) / 2 * margin;
+    // A single point has no extent.
+    double const scale = half > 0 ? half : 1;
+    double const distance = deep.size() + scale;
     vtkCamera* const camera = model_->GetActiveCamera();
     Vector focus = {};
     Vector position = {};
@@ -312,7 +314,7 @@ void Picture::aim(PictureContent const& content)
     camera->SetFocalPoint(focus.data());
     camera->SetPosition(position.data());
     camera->SetViewUp(up.data());
-    camera->SetParallelScale(scale > 0 ? scale : 1);
+    camera->SetParallelScale(scale);
     model_->ResetCameraClippingRange();
 }
 

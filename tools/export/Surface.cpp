@@ -1,6 +1,7 @@
 #include "Surface.h"
 
 #include "ElementEdges.h"
+#include "StraightLines.h"
 
 #include <vtkCellData.h>
 #include <vtkDataSetSurfaceFilter.h>
@@ -69,7 +70,7 @@ Surface::Surface(Grid const& grid, std::optional<ShownField> const& field, vtkPo
     else
         shown_->GetCellData()->AddArray(field->values);
     vtkNew<vtkDataSetSurfaceFilter> filter;
-    filter->SetInputData(shown_);
+    filter->SetInputData(withStraightLines(*shown_, piecesPerEdge(*shown_)));
     filter->SetNonlinearSubdivisionLevel(subdivisionLevel(*shown_));
     filter->Update();
     outside_ = filter->GetOutput();

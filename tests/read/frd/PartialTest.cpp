@@ -76,8 +76,9 @@ std::string refusalOf(std::string const& content)
 TEST(Partial, TheRefusalSaysHowFarTheFileIsWhole)
 {
     std::string const one = mesh() + block("DISP", 1);
-    EXPECT_EQ(refusalOf(one), "line 21: The file ends without its end record (9999); 1 step is "
-                              "whole, Step 1 Increment 1: --partial keeps it.");
+    EXPECT_EQ(refusalOf(one),
+              "line 21: The file ends without its end record (9999); 1 step is whole, Step 1 "
+              "Increment 1, if no more results of it were to come: --partial keeps it.");
     EXPECT_EQ(refusalOf(one + block("DISP", 2)),
               "line 31: The file ends without its end record (9999); 2 steps are whole, up to Step "
               "1 Increment 2: --partial keeps them.");
@@ -85,7 +86,7 @@ TEST(Partial, TheRefusalSaysHowFarTheFileIsWhole)
                                  "whole: --partial keeps the mesh.");
     EXPECT_EQ(refusalOf(one + " 99"),
               "line 22: The file ends in the middle of a line; 1 step is whole, Step 1 Increment "
-              "1: --partial keeps it.");
+              "1, if no more results of it were to come: --partial keeps it.");
 }
 
 TEST(Partial, WithoutAWholeMeshNothingIsKept)

@@ -95,7 +95,8 @@ TEST(TranslateCommand, WholeStepsOfAFileThatEndsTooEarlyAreKeptWhenAskedFor)
     EXPECT_EQ(runWith({"translate", input, output}), 1);
     EXPECT_EQ(runWith({"translate", "--partial", input, output}), 0);
     std::string const sentence =
-        "line 20: The file ends without its end record (9999); 1 step is whole, Step 1";
+        "line 20: The file ends without its end record (9999); 1 step is whole, Step 1, if no more "
+        "results of it were to come";
     EXPECT_EQ(errors.text(), "mox translate: " + input + ": " + sentence +
                                  ": --partial keeps it.\nmox translate: warning: " + sentence +
                                  "; what follows was left out.\n");

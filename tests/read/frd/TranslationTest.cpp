@@ -469,11 +469,10 @@ TEST(Translation, ABadResultFileLeavesNoOutputBehind)
 {
     Folder const folder;
     auto const input = folder.write("in.frd", replaced(triangleFile(), " 9999\n", ""));
-    EXPECT_EQ(
-        complaintOf(input, folder.path("out.mox")),
-        input.string() +
-            ": line 20: The file ends without its end record (9999); 1 step is whole, Step 1: "
-            "--partial keeps it.");
+    EXPECT_EQ(complaintOf(input, folder.path("out.mox")),
+              input.string() +
+                  ": line 20: The file ends without its end record (9999); 1 step is whole, Step "
+                  "1, if no more results of it were to come: --partial keeps it.");
     EXPECT_EQ(folder.names(), (Names{"in.frd"}));
 }
 

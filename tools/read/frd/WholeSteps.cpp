@@ -37,6 +37,7 @@ void WholeSteps::endBetweenBlocks(bool endedBehindBlock)
         return;
     bool const isFirst = std::none_of(
         steps_.begin(), last, [last](Step const& step) { return step.number == last->number; });
+    isLastUncertain_ = isFirst && endedBehindBlock;
     if (isFirst ? !endedBehindBlock : !hasResultsOfStepBefore(*last))
         endInStep(std::string(lastName_));
 }
@@ -54,9 +55,11 @@ std::string WholeSteps::summary() const
 {
     if (steps_.empty())
         return "no step is whole";
+    std::string const last =
+        steps_.back().name + (isLastUncertain_ ? ", if no more results of it were to come" : "");
     if (steps_.size() == 1)
-        return "1 step is whole, " + steps_.back().name;
-    return std::to_string(steps_.size()) + " steps are whole, up to " + steps_.back().name;
+        return "1 step is whole, " + last;
+    return std::to_string(steps_.size()) + " steps are whole, up to " + last;
 }
 
 } // namespace Frd

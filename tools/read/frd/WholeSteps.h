@@ -26,7 +26,7 @@ public:
     void endInStep(std::string const& step);
 
     /// Drops the last step unless it is whole. It is when it has the results that the increment
-    /// before it has; the first one is when the file ends right behind a block.
+    /// before it has; the first one is taken for whole when the file ends right behind a block.
     void endBetweenBlocks(bool endedBehindBlock);
 
     /// How many blocks were counted, those of the step that was dropped among them.
@@ -36,7 +36,8 @@ public:
 
     std::size_t stepCount() const { return steps_.size(); }
 
-    /// How far the file is whole: "3 steps are whole, up to Step 1 Increment 3".
+    /// How far the file is whole: "3 steps are whole, up to Step 1 Increment 3". Says so where the
+    /// last one may lack results of which nothing tells.
     std::string summary() const;
 
 private:
@@ -58,6 +59,7 @@ private:
     std::string lastName_;
     std::size_t blockCount_ = 0;
     std::optional<std::string> dropped_;
+    bool isLastUncertain_ = false;
 };
 
 } // namespace Frd

@@ -4,10 +4,13 @@
 #include <support/Folder.h>
 
 #include <gtest/gtest.h>
+#include <netcdf.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -246,6 +249,141 @@ TEST_F(ExodusFields, WhatAModelGetsNothingOfIsTold)
                      "1 property of blocks and sets was left out.",
                      "1 variable on node sets was left out.", "2 side sets were left out.",
                      "3 attributes of elements were left out."}));
+}
+
+/// A file as programs write it that have no library of the format: one array for each result, of
+/// one or more columns, and nothing that says so. Its mesh are two triangles.
+class ForeignFile
+{
+public:
+    ForeignFile(std::filesystem::path const& path, int mode)
+    {
+        require(nc_create(path.c_str(), NC_CLOBBER | mode, &file_));
+        require(nc_put_att_text(file_, NC_GLOBAL, "title", 4, "made"));
+        float const version = 5.1F;
+        int const wordSize = 8;
+        require(nc_put_att_float(file_, NC_GLOBAL, "version", NC_FLOAT, 1, &version));
+        require(nc_put_att_float(file_, NC_GLOBAL, "api_version", NC_FLOAT, 1, &version));
+        require(nc_put_att_int(file_, NC_GLOBAL, "floating_point_word_size", NC_INT, 1, &wordSize));
+        dimension("num_el_blk", 1);
+        dimension("num_elem", 2);
+        int const elements = dimension("num_el_in_blk1", 2);
+        int const corners = dimension("num_nod_per_el1", 3);
+        nodes_ = dimension("num_nodes", 4);
+        axes_ = dimension("num_dim", 3);
+        nameLength_ = dimension("len_string", 33);
+        steps_ = dimension("time_step", NC_UNLIMITED);
+        time_ = array("time_whole", {steps_});
+        coordinates_ = array("coord", {axes_, nodes_});
+        block_ = array("eb_prop1", {dimension("one", 1)}, NC_INT);
+        connectivity_ = array("connect1", {elements, corners}, NC_INT);
+        require(nc_put_att_text(file_, connectivity_, "elem_type", 3, "TRI"));
+        names_ = array("name_nod_var", {dimension("num_nod_var", 2), nameLength_}, NC_CHAR);
+        scalar_ = array("vals_nod_var1", {steps_, nodes_});
+    }
+
+    ~ForeignFile() { nc_close(file_); }
+
+    int dimension(char const* name, std::size_t length)
+    {
+        int id = -1;
+        require(nc_def_dim(file_, name, length, &id));
+        return id;
+    }
+
+    int array(char const* name, std::vector<int> const& dimensions, nc_type type = NC_DOUBLE)
+    {
+        int id = -1;
+        require(nc_def_var(file_, name, type, static_cast<int>(dimensions.size()),
+                           dimensions.data(), &id));
+        return id;
+    }
+
+    void vectors(std::size_t columns)
+    {
+        vector_ = array("vals_nod_var2", {steps_, nodes_, dimension("columns", columns)});
+        columns_ = columns;
+        putMesh();
+    }
+
+    void step(std::size_t index, double time, Values const& scalars, Values const& rows)
+    {
+        std::array<std::size_t, 3> const start = {index, 0, 0};
+        std::array<std::size_t, 3> const count = {1, 4, columns_};
+        require(nc_put_vara_double(file_, time_, start.data(), count.data(), &time));
+        require(nc_put_vara_double(file_, scalar_, start.data(), count.data(), scalars.data()));
+        require(nc_put_vara_double(file_, vector_, start.data(), count.data(), rows.data()));
+    }
+
+private:
+    static void require(int status)
+    {
+        if (status != NC_NOERR)
+            throw std::runtime_error(std::string("the test's file can't be written: ") +
+                                     nc_strerror(status));
+    }
+
+    void putMesh() const
+    {
+        require(nc_enddef(file_));
+        require(nc_put_var_double(file_, coordinates_,
+                                  Values{0, 1, 1, 0, 0, 0, 1, 1, 0, 0, 0, 5}.data()));
+        int const id = 7;
+        require(nc_put_var_int(file_, block_, &id));
+        require(nc_put_var_int(file_, connectivity_, std::array<int, 6>{1, 2, 3, 1, 3, 4}.data()));
+        std::string names(2 * 33, '\0');
+        names.replace(0, 1, "T").replace(33, 8, "velocity");
+        require(nc_put_var_text(file_, names_, names.data()));
+    }
+
+    int file_ = -1;
+    int nodes_ = -1;
+    int axes_ = -1;
+    int nameLength_ = -1;
+    int steps_ = -1;
+    int time_ = -1;
+    int coordinates_ = -1;
+    int block_ = -1;
+    int connectivity_ = -1;
+    int names_ = -1;
+    int scalar_ = -1;
+    int vector_ = -1;
+    std::size_t columns_ = 0;
+};
+
+TEST_F(ExodusFields, ArraysThatTheLibraryDoesNotLookForAreRead)
+{
+    for (int const mode : {0, NC_64BIT_OFFSET, NC_NETCDF4}) {
+        {
+            ForeignFile file(path_, mode);
+            file.vectors(3);
+            file.step(0, 0.5, counting(4, 10), counting(12, 100));
+            file.step(1, 1.5, counting(4, 20), counting(12, 200));
+        }
+        Opened const opened(path_);
+        ASSERT_EQ(opened.steps.size(), 2U);
+        EXPECT_EQ(opened.parts.at(0).coordinates, (Values{0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 5}));
+        for (std::size_t step = 0; step < 2; ++step) {
+            double const factor = static_cast<double>(step + 1);
+            EXPECT_EQ(opened.steps[step].time, factor - 0.5);
+            EXPECT_EQ(opened.values<double>(step, "T", 0), counting(4, 10 * factor));
+            EXPECT_EQ(opened.values<double>(step, "velocity", 0), counting(12, 100 * factor));
+            EXPECT_EQ(opened.find(step, "velocity", 0)->components, 3U);
+        }
+        EXPECT_EQ(opened.warnings(), Names{});
+    }
+}
+
+TEST_F(ExodusFields, ColumnsOfSuchArraysThatAreNoAxesAreResultsOfTheirOwn)
+{
+    {
+        ForeignFile file(path_, 0);
+        file.vectors(2);
+        file.step(0, 0.5, counting(4), counting(8));
+    }
+    Opened const opened(path_);
+    EXPECT_EQ(opened.values<double>(0, "velocity_1", 0), counting(4, 0, 2));
+    EXPECT_EQ(opened.values<double>(0, "velocity_2", 0), counting(4, 1, 2));
 }
 
 } // namespace

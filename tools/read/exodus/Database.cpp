@@ -136,6 +136,8 @@ Database::Database(std::filesystem::path const& path)
     openInItsPrecision(path);
     try {
         readParameters();
+        if (NodeVariables::areApart(file_))
+            nodeVariables_.emplace(file_, nodeCount(), givenVariableNames(EX_NODAL));
     } catch (...) {
         ex_close(file_);
         throw;
@@ -317,6 +319,13 @@ int Database::variableCount(ex_entity_type type) const
 
 std::vector<std::string> Database::variableNames(ex_entity_type type) const
 {
+    if (type == EX_NODAL && nodeVariables_)
+        return nodeVariables_->names();
+    return givenVariableNames(type);
+}
+
+std::vector<std::string> Database::givenVariableNames(ex_entity_type type) const
+{
     int const count = variableCount(type);
     TextBuffers buffers(static_cast<std::size_t>(count), nameLength_);
     if (count != 0)
@@ -342,7 +351,9 @@ Reals Database::variable(std::size_t step, ex_entity_type type, std::size_t vari
                          std::int64_t id, std::size_t count) const
 {
     Reals values = room(count);
-    if (count != 0)
+    if (type == EX_NODAL && nodeVariables_)
+        nodeVariables_->read(step, variable, values);
+    else if (count != 0)
         require(ex_get_var(file_, static_cast<int>(step + 1), type, static_cast<int>(variable + 1),
                            id, static_cast<std::int64_t>(count), dataOf(values)),
                 "a variable of step " + std::to_string(step + 1));

@@ -1,20 +1,20 @@
 #ifndef READ_EXODUS_DATABASE_H
 #define READ_EXODUS_DATABASE_H
 
+#include "NodeVariables.h"
+#include "Reals.h"
+
 #include <exodusII.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace Exodus {
-
-/// Values in the precision that the file has.
-using Reals = std::variant<std::vector<float>, std::vector<double>>;
 
 double realAt(Reals const& values, std::size_t index);
 
@@ -78,6 +78,7 @@ private:
     SetSizes setSizes(ex_entity_type type, std::int64_t id) const;
     void openInItsPrecision(std::filesystem::path const& path);
     void readParameters();
+    std::vector<std::string> givenVariableNames(ex_entity_type type) const;
     Reals room(std::size_t count) const;
     static void* dataOf(Reals& values);
 
@@ -85,6 +86,8 @@ private:
     bool isSinglePrecision_ = false;
     std::size_t nameLength_ = MAX_STR_LENGTH;
     ex_init_params parameters_ = {};
+    /// Where the library does not find them.
+    std::optional<NodeVariables> nodeVariables_;
 };
 
 } // namespace Exodus

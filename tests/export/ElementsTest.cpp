@@ -67,7 +67,8 @@ DatasetType polylengthOf(unsigned int dimension)
                                     dimension - 1);
 }
 
-/// One shape of elements with so many nodes each, which are numbered down from the last.
+/// Adds a shape with one element for each of `lengths`, which are their numbers of nodes. Nodes are
+/// used in descending order, from the last one to the first.
 void addElements(Model& model, unsigned int dimension, Numbers const& lengths, Floats const& nodes,
                  std::string const& elementType = "")
 {
@@ -109,7 +110,8 @@ std::vector<vtkIdType> downFrom(vtkIdType count)
     return ids;
 }
 
-/// What two elements of the type become whose nodes are numbered down from the last.
+/// The points that two cells have to have for two elements of the type, when these use their nodes
+/// in descending order.
 std::vector<vtkIdType> pointsOfTwo(Type const& type)
 {
     std::vector<vtkIdType> points = downFrom(2 * static_cast<vtkIdType>(type.nodes));
@@ -218,7 +220,7 @@ struct SecondOrder
 Floats const bottomAndTop = {0, 0, 0, 2, 0, 0, 2, 2, 0, 0, 2, 0,
                              0, 0, 3, 2, 0, 3, 2, 2, 3, 0, 2, 3};
 
-// As docs/model-layout.md has them.
+// The order of nodes on edges is that of docs/model-layout.md.
 std::vector<SecondOrder> const secondOrder = {
     {1, {0, 0, 0, 4, 0, 0}, {{1, 2}}},
     {2, {0, 0, 0, 2, 0, 0, 0, 2, 0}, {{1, 2}, {2, 3}, {3, 1}}},

@@ -44,7 +44,7 @@ inline unsigned int addTriangle(Model& model, std::string const& name)
     return shape;
 }
 
-/// Back from a shape to the group that holds it.
+/// Makes the group current that holds the latest shape.
 inline void leaveShape(Model& model)
 {
     model.moveToParentNode();

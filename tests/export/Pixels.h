@@ -20,7 +20,7 @@ inline bool areAlike(Color const& left, Color const& right, int tolerance)
            std::abs(left[2] - right[2]) <= tolerance;
 }
 
-/// A picture that was written.
+/// The pixels of a PNG file.
 class Pixels
 {
 public:
@@ -35,7 +35,7 @@ public:
     int width() const { return reader_->GetOutput()->GetDimensions()[0]; }
     int height() const { return reader_->GetOutput()->GetDimensions()[1]; }
 
-    /// From the lower left.
+    /// The colour of the pixel `x` columns and `y` rows from the lower left corner.
     Color at(int x, int y) const
     {
         auto const* const pixel =

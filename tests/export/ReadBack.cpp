@@ -20,7 +20,7 @@ namespace ReadBack {
 
 namespace {
 
-/// What a reader that can read the file at all makes of it.
+/// Reads the file, and raises an exception if the reader of that class says it can not.
 template <typename Reader, typename Data>
 vtkSmartPointer<Data> read(std::filesystem::path const& file)
 {

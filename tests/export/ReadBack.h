@@ -21,12 +21,12 @@ vtkSmartPointer<vtkMultiBlockDataSet> blocks(std::filesystem::path const& file);
 /// Times and files of a collection, in its order.
 std::vector<std::pair<double, std::string>> collection(std::filesystem::path const& file);
 
-/// All values of the points.
+/// The coordinates of all points, three for each.
 std::vector<float> points(vtkUnstructuredGrid& grid);
 std::vector<vtkIdType> connectivity(vtkUnstructuredGrid& grid);
 std::vector<int> cellTypes(vtkUnstructuredGrid& grid);
 
-/// Values of an array that must be there and have that type.
+/// The values of an array. Each raises an exception if there is none of that name and type.
 std::vector<float> floats(vtkFieldData* data, std::string const& name);
 std::vector<unsigned int> numbers(vtkFieldData* data, std::string const& name);
 std::vector<vtkIdType> ids(vtkFieldData* data, std::string const& name);

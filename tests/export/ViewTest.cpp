@@ -126,7 +126,7 @@ TEST_F(View, ColorsTheModelByItsValues)
         model.addArrayProperty("E", DatasetType::Result14, Array1d<float>{1, 2}, shape, Step());
     });
     Pixels const pixels = pixelsOf(file, fromAbove());
-    // Light makes colours darker, but leaves them what they are.
+    // Shading makes colours darker than those of the scale, so that only their hue is compared.
     auto const isYellow = [](Color const& color) {
         return color[0] > 120 && color[1] > 110 && color[2] < 60;
     };
@@ -148,7 +148,7 @@ TEST_F(View, DiffersBetweenSteps)
     EXPECT_NE(Support::contentOf(file.path("out.png")), coldPicture);
 }
 
-/// Displacements and stresses.
+/// A plate with a temperature, displacements and stresses.
 ModelFile loadedPlate()
 {
     return plate([](Model& model, unsigned int shape) {
@@ -299,7 +299,7 @@ TEST_F(View, PointsAndLinesAreDrawn)
         model.addArrayProperty(DatasetType::Polylength1, Array1d<unsigned int>{2}, lines, Step());
     });
     Pixels const pixels = pixelsOf(file, fromAbove());
-    // Beside the axes and the title there is the line across the picture.
+    // The region is free of axes and title, so that dark pixels in it are those of the line.
     int dark = 0;
     for (int y = 100; y < 250; ++y)
         for (int x = 100; x < 380; ++x)

@@ -21,9 +21,9 @@ Child::Child(std::function<int()> const& action) : id_(::fork())
     try {
         status = action();
     } catch (...) {
-        // Must not run the test's own code a second time.
+        // An exception that left this function would run the rest of the test in the child as well.
     }
-    // Neither what the test has registered for its exit nor what its streams hold is the child's.
+    // `exit` would run the handlers and flush the buffers that the child has copies of.
     ::_exit(status);
 }
 

@@ -8,14 +8,14 @@
 
 namespace Fault {
 
-/// A process that does one thing, so that what befalls it befalls no test.
+/// A process that runs one action, so that the process of the tests survives when it is killed.
 class Child
 {
 public:
     /// Starts the process.
     /// \param action its value is the process's exit status
     explicit Child(std::function<int()> const& action);
-    /// Waits if nobody has done so.
+    /// Waits for the end, unless `wait` has done so.
     ~Child();
     Child(Child const&) = delete;
     Child& operator=(Child const&) = delete;

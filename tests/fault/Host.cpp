@@ -32,7 +32,7 @@ Ending endingOfCurrentException()
 
 namespace {
 
-/// Ends a careful host's program; what went wrong is noted by then.
+/// Is thrown to end the program of a careful host, after the outcome has the reason.
 struct HasGivenUp
 {};
 

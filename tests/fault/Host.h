@@ -101,7 +101,7 @@ Outcome Host::run(Program program)
         makeModel();
         program(*this);
     } catch (...) {
-        // What it was is noted by now.
+        // The outcome has the exception already.
         closeUnlessClosed();
     }
     AtWork const atWork;

@@ -29,7 +29,8 @@ public:
           setting_(scenario.blockSize.c_str()), paths_{folder_.File("first.mox"),
                                                        folder_.File("second.mox")}
     {
-        // What the library makes once and keeps is made now.
+        // The library makes some objects at their first use and keeps them. Without this run, the
+        // next one would take them for lost memory.
         Host(temper_, paths_).run(scenario_.program);
         whole_ = runWithoutFault();
         for (std::size_t file = 0; file < paths_.size(); ++file)
@@ -87,7 +88,8 @@ private:
         return hasStruck;
     }
 
-    /// What was reported as written has to be so; what was not must not pass for it.
+    /// Expects that files that `close` reported as written are whole, and that the reader takes no
+    /// other file for a whole one unless nothing is missing in it.
     void expectSound(Outcome const& outcome) const
     {
         EXPECT_FALSE(outcome.secondCloseFailed);
@@ -103,7 +105,8 @@ private:
         }
     }
 
-    /// Closing may have failed when nothing was left to write.
+    /// Whether the file has all bytes. It may have them although `close` failed, if that was when
+    /// nothing was left to write.
     bool isWhole(std::size_t file) const
     {
         try {
@@ -136,7 +139,7 @@ private:
             EXPECT_EQ(outcome.first, outcome.firstWasOpening ? FileNotOpened : FileNotWritten);
     }
 
-    /// A fault that nobody is told of must not have had any effect.
+    /// Expects the same files as without a fault, for runs in which no call has failed.
     void expectAsWithoutFault(Outcome const& outcome) const
     {
         EXPECT_EQ(outcome.isWritten, whole_.isWritten);

@@ -174,7 +174,7 @@ std::uint32_t printedSeed()
     return seed;
 }
 
-/// Kills the run once it has begun and some time has passed.
+/// Calls `run` in a process of its own, and kills that process the given time after it has begun.
 std::string endingAfter(Microseconds delay, std::function<void()> const& run)
 {
     std::array<int, 2> ends{};

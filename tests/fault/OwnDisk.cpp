@@ -25,8 +25,8 @@ int checked(int result, char const* what)
     return result;
 }
 
-/// Not attached to any folder: what is mounted nowhere needs no clearing away, and works in any
-/// root folder.
+/// Makes a file system in memory that is not attached to any folder, so that it goes with its last
+/// descriptor and depends on no folder of the machine.
 int mountDetached(std::string const& size)
 {
     int const fileSystem = checked(::fsopen("tmpfs", FSOPEN_CLOEXEC), "fsopen");

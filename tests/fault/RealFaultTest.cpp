@@ -113,7 +113,7 @@ private:
         try {
             model.close();
         } catch (Zyl2::Exception::FileWriteException const&) {
-            // Said once is enough.
+            // The first exception is the outcome; that closing fails, too, adds nothing.
         }
     }
 };
@@ -146,7 +146,7 @@ std::string obeyingPermissions(std::function<std::string()> const& action)
     });
 }
 
-/// Takes all room on a disk but for some pages.
+/// Fills a disk with one file so that only some pages are left.
 void fillDisk(std::string const& file, std::uintmax_t pagesLeft)
 {
     std::filesystem::remove(file);
@@ -158,9 +158,9 @@ void fillDisk(std::string const& file, std::uintmax_t pagesLeft)
     ::close(descriptor);
 }
 
-/// Writes models with ever more room, until one fits.
+/// Writes the same model again and again, with more room on the disk each time, until it fits.
 /// \param makeRoom takes the number of the attempt
-/// \return how many failed; or what was wrong with one of them
+/// \return how many attempts failed, or what was wrong with a failure
 template <typename MakeRoom>
 std::string writeUntilItFits(std::string const& path, MakeRoom makeRoom)
 {
@@ -252,7 +252,7 @@ protected:
     }
 
 private:
-    /// Only the child knows which it got, and nothing else in the outcome shows it.
+    /// Tells in the log which kind of disk the test ran on: its result does not depend on that.
     static void tellDisk(std::string const& kind)
     {
         RecordProperty("disk", kind);

@@ -126,7 +126,7 @@ void addIntegerArrays(Host& host, unsigned int shape, Array1d<unsigned int> cons
         model.addArrayProperty("a count", DatasetType::Result10, Array2d<unsigned int>(4, 1, 7U),
                                static_cast<int>(shape), steps);
     });
-    // Takes the place of an earlier one.
+    // This one replaces an array of the same name, shapes and step that was added before.
     host.call([&](Model& model) {
         model.addArrayProperty("a temperature with a long name", DatasetType::Result10,
                                Array1d<unsigned int>(2, 9U), shapes,

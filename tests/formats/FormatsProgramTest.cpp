@@ -1,4 +1,5 @@
-// A copy of the command alone, away from the program that it leaves other formats to.
+// Runs a copy of the command in a folder of its own, away from the program that opens other
+// formats. That is missing there unless a test puts something else in its place.
 
 #include "support/Folder.h"
 

@@ -4,12 +4,13 @@
 #include <string>
 #include <vector>
 
-/// How a file of a format begins, under a name that tells nothing.
+/// The beginning of a file of some format. Tests store it under a name without an ending, so that
+/// only the content tells the format.
 struct Sample
 {
     std::string format;
     std::string content;
-    /// Debian's package; empty for what is always built in.
+    /// Debian's package with the library that the format needs; empty if it needs none.
     std::string package;
 };
 

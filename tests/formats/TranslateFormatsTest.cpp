@@ -114,7 +114,7 @@ TEST_F(TranslateFormats, TheCommandWritesASoundModel)
 TEST_F(TranslateFormats, AFullDiskGetsOneSentenceAndLeavesNothing)
 {
     std::filesystem::path const input = folder_.write("in.vtk", triangle);
-    // One block of the shell's, since the command's own messages need some.
+    // The limit is one block, not none, because it holds for the command's messages as well.
     EXPECT_EQ(runCommand(input, "ulimit -f 1; "), 1);
     EXPECT_EQ(said_.find("mox translate: " + folder_.path("out.mox").string() + ": "), 0U) << said_;
     EXPECT_EQ(std::count(said_.begin(), said_.end(), '\n'), 1);

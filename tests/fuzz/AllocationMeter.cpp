@@ -7,7 +7,7 @@
 
 namespace {
 
-// What was allocated before and is freed under the meter counts below zero.
+// `held` is signed since memory that was allocated before the meter may be freed during its life.
 thread_local bool isMetering = false;
 thread_local long long held = 0;
 thread_local long long most = 0;

@@ -24,7 +24,7 @@ constexpr std::array<char const*, 9> names = {"Mox Tree",
 constexpr std::array<std::uint32_t, 12> strikingWords = {
     0, 1, 2, 3, 6, 255, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 0x3FFFFFFF, 0x10000, 0xFFFFFFFC};
 
-/// Changes one thing about a file.
+/// Makes one change to a file, of a kind and at a place that the seed chooses.
 class Mutation
 {
 public:
@@ -94,7 +94,7 @@ private:
         part.stateSize(sizes[below(sizes.size())]);
     }
 
-    /// Compresses what was plain, and the other way round.
+    /// Compresses a block that was not compressed, or stores one uncompressed that was.
     void storeOtherwise()
     {
         Part& part = anyBlock();
@@ -124,7 +124,8 @@ private:
             file_.parts[i].entry[0] = static_cast<char>(static_cast<unsigned char>(i + 1));
     }
 
-    /// The stated length or the zlib stream.
+    /// Mutates the bytes of a block as they are in the file: of a compressed one, the stated length
+    /// or the zlib stream.
     void changeBlockItself()
     {
         Part& part = anyBlock();
@@ -139,7 +140,7 @@ private:
             part.setContent(mutateBlindly_(*content, content->size() + 256));
     }
 
-    /// Counts, lengths, ids and positions are words.
+    /// Replaces four bytes of a content, since counts, lengths, ids and positions have four.
     void patchWord()
     {
         Part& part = anyBlock();

@@ -17,7 +17,7 @@ using Fuzz::mutatedModelFile;
 constexpr unsigned int seeds = 500;
 constexpr std::size_t greatestSize = 5000;
 
-/// Turns one byte around: enough to tell that it was called.
+/// Stands in for the blind mutation: the flipped byte shows that it was called.
 std::string withFirstByteFlipped(std::string const& bytes, std::size_t /*greatestSize*/)
 {
     std::string result = bytes.empty() ? "x" : bytes;

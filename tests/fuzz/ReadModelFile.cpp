@@ -96,7 +96,8 @@ int compareWithItself(std::string const& path, std::ostream& out, std::ostream& 
     options.left = path;
     options.right = path;
     int const status = diffFiles(options, out, err);
-    // Of equal files there is nothing to say.
+    // `mox diff` prints nothing about equal files, whereas a command that succeeds has to print
+    // here.
     if (status == 0)
         out << "equal";
     return status;
@@ -122,7 +123,7 @@ Command dumpOf(MoxRead::Node const& node, MoxRead::Variable const& variable)
     };
 }
 
-/// A few of them: what can go wrong with one that is sound can go wrong with the first ones.
+/// Dumps the first datasets. More of them would take time and run the same code.
 void dumpSomeDatasets(std::string const& path, std::size_t bound)
 {
     constexpr std::size_t enough = 8;

@@ -32,7 +32,7 @@ constexpr unsigned long mostValues = 1073741823;
 /// Every other plane is zeros, so that a block takes half its length in the file.
 constexpr std::uint32_t compressibleMask = 0x00FF00FF;
 
-/// An array of one block: numbers, and how many of them.
+/// One of the arrays that make up a block: a sequence of numbers, and how many of them it has.
 struct Part
 {
     Numbers numbers;
@@ -124,7 +124,8 @@ TEST_F(LargeBlockTest, TakesAnArrayOf4294967292Bytes)
     Figures figures("array of 4294967292 bytes");
     write(path, {part});
     figures.lap("written", std::filesystem::file_size(path));
-    // The array and its copy in the block; then the block and its compressed half.
+    // At first there are the array and its copy in the block, later the block and what compression
+    // made of it, which is half as long.
     EXPECT_LT(peakMemory(), 9 * gibibyte);
     EXPECT_EQ(MoxRead::verify(path).datasets, 1U);
     figures.lap("verified", std::filesystem::file_size(path));
@@ -139,14 +140,14 @@ TEST_F(LargeBlockTest, TakesAnArrayOf4294967292Bytes)
 
 TEST_F(LargeBlockTest, IsFilledByArraysUpToItsLastBytes)
 {
-    // The greatest limit that is not taken for none.
+    // One more, 4294967295, would mean that blocks have no limit.
     Support::DefaultBlockSizeSetting const setting("4294967294");
     unsigned long const quarter = gibibyte / valueSize;
     std::vector<Part> parts;
     for (std::uint32_t seed = 1; seed < 4; ++seed)
         parts.push_back({Numbers(seed, compressibleMask), quarter});
     parts.push_back({Numbers(4, compressibleMask), mostValues - 3 * quarter});
-    // The block is not full for its limit, but has no room for this one.
+    // The block is below its limit, but its length would exceed 32 bits with this value.
     Part const next{Numbers(5), 1};
     std::vector<Part> all = parts;
     all.push_back(next);

@@ -24,14 +24,14 @@ constexpr unsigned long rowCount = 5700001;
 constexpr unsigned long width = 3;
 constexpr std::uint64_t datasetSize = rowCount * width * 4;
 
-/// Blocks of 200 MiB grow by one more dataset: four of them.
+/// A block is full at 200 MiB, which the fourth dataset exceeds: it has four of them.
 constexpr std::uint64_t blockSize = 4 * datasetSize;
 
 struct FileSize
 {
     std::uint64_t bytes;
 
-    /// So many datasets, of which nothing compresses, exceed the size.
+    /// How many datasets make the file larger than that when their values do not compress.
     unsigned int datasets() const { return static_cast<unsigned int>(bytes / datasetSize + 1); }
 };
 
@@ -58,7 +58,7 @@ void writeSteps(std::string const& path, unsigned int count)
     model.close();
 }
 
-/// \return whether all values are there, at their places
+/// \return whether the dataset has exactly the given numbers, in their order
 bool holds(MoxRead::Dataset const& dataset, Numbers const& numbers)
 {
     std::uint64_t place = 0;

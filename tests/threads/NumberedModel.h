@@ -21,11 +21,11 @@ public:
 
     /// The steps of a model's life, to be run once each and in this order.
     std::vector<std::function<void()>> lifeSteps();
-    /// All of them.
+    /// Runs all steps of the life, one after the other.
     void write();
 
     std::string const& path() const { return path_; }
-    /// What the calls said that have to fail.
+    /// The messages of the calls that have to fail, in the order of the calls.
     std::vector<std::string> const& failures() const { return failures_; }
 
     /// First text of the file's writing record.

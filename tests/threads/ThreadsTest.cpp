@@ -42,7 +42,7 @@ void runAtOnce(unsigned int count, std::function<void(unsigned int)> const& step
         thread.get();
 }
 
-/// Runs it in a thread of its own, to the end.
+/// Runs the step in another thread and waits until it has ended.
 void runElsewhere(std::function<void()> const& step)
 {
     std::async(std::launch::async, step).get();

@@ -127,7 +127,7 @@ void writeModel(char const* path)
     model.addArrayProperty("Temperature", DatasetType::Result10, scalars, none, steps);
     model.addArrayProperty(DatasetType::Coordinates, Array2d<float>(3, 3, 0.0F), 4, Step());
     expect(model.getNodeId("/Root/b") == ids[1] - 1, "a path leads to the shape");
-    // Binds a reference: the constant needs a definition.
+    // A reference can be bound to the constant only if the library defines it.
     unsigned int const& invalid = Model::INVALID_ID;
     expect(std::max(invalid, ids[1]) == 4294967295U, "the id that no node has");
     model.close();

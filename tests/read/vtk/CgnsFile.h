@@ -17,27 +17,29 @@ public:
     /// \param cells how many the zone tells that it has
     explicit CgnsFile(std::filesystem::path const& path, int type = CG_FILE_HDF5,
                       cgsize_t cells = 1);
-    /// The file is whole then.
+    /// Closes the file, which is not whole before.
     ~CgnsFile();
     CgnsFile(CgnsFile const&) = delete;
     CgnsFile& operator=(CgnsFile const&) = delete;
 
     static std::vector<double> const& coordinates();
 
-    /// Each element of the type has the same number of nodes. \param first number of the first
+    /// Adds elements of a type whose elements all have the same number of nodes.
+    /// \param first number of the first element
     void addSection(std::string const& name, CGNS_ENUMT(ElementType_t) type, cgsize_t first,
                     cgsize_t count, Numbers const& nodes) const;
 
-    /// Elements of MIXED, NGON_n or NFACE_n, as a list for each.
+    /// Adds elements of MIXED, NGON_n or NFACE_n: a list of numbers for each element.
     void addSection(std::string const& name, CGNS_ENUMT(ElementType_t) type, cgsize_t first,
                     std::vector<Numbers> const& elements) const;
 
-    /// A cube over all nodes.
+    /// Adds an element that is a cube with all nodes of the file.
     void addCube(cgsize_t number = 1) const;
 
     void addTemperature(std::vector<double> const& values) const;
 
-    /// On nodes, or on faces. \param family for none, empty
+    /// Adds a boundary condition on nodes or on faces.
+    /// \param family empty when the condition belongs to none
     void addCondition(std::string const& name, CGNS_ENUMT(GridLocation_t) location,
                       Numbers const& places, std::string const& family = "") const;
 

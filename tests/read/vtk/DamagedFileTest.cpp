@@ -55,7 +55,8 @@ std::string replaced(std::string text, std::string const& from, std::string cons
 class DamagedFile : public ::testing::Test
 {
 protected:
-    /// Fails when anything gets to the terminal.
+    /// Reads the file and returns the message of the failure. The test fails if the reader prints
+    /// anything.
     std::string complaintAbout(FileKind kind, std::filesystem::path const& path) const
     {
         ::testing::internal::CaptureStderr();
@@ -71,7 +72,8 @@ protected:
         return complaintAbout(FileKind::Xml, folder_.write("in.vtu", text));
     }
 
-    /// Cuts a file off everywhere where that takes more away than the end of its last line.
+    /// Expects a complaint about the text when it is cut off before its first `needed` bytes. What
+    /// stands behind them can be missing without a loss.
     void expectComplaintsAboutCuts(std::string const& text, std::size_t needed) const
     {
         for (std::size_t length = 0; length < needed; length += 7)

@@ -81,8 +81,8 @@ vtkSmartPointer<vtkRectilinearGrid> rectilinear()
     return grid;
 }
 
-/// A file that consists of one piece.
-/// \param content what it tells of its points
+/// The text of an XML file that consists of one piece.
+/// \param content the elements that the piece has, such as its points
 std::string pieceOf(std::string const& type, std::string const& content, std::string const& piece)
 {
     return "<VTKFile type=\"" + type + "\" version=\"1.0\"><" + type +
@@ -97,7 +97,7 @@ constexpr char const* anyAxes =
     "<PCoordinates><PDataArray type=\"Float64\" Name=\"x\"/><PDataArray type=\"Float64\" "
     "Name=\"y\"/><PDataArray type=\"Float64\" Name=\"z\"/></PCoordinates>";
 
-/// Writes files of one kind.
+/// A kind of files, and how a test writes one with the name of a step in it.
 struct Kind
 {
     std::string ending;

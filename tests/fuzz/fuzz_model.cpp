@@ -1,7 +1,0 @@
-#include "Inputs.h"
-
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
-{
-    Fuzz::buildModel(data, size);
-    return 0;
-}

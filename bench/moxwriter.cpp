@@ -221,6 +221,50 @@ void writeLargeResults(Arguments const& arguments)
     });
 }
 
+/// Writes the same field again and again, as steps of a result.
+/// \tparam ElementT what the host has
+/// \param add       adds the field as one dataset
+template <typename ElementT, typename Add>
+void writeField(Arguments const& arguments, Add const& add)
+{
+    std::string const& folder = arguments.text("output");
+    std::size_t const datasets = arguments.number("datasets");
+    std::size_t const rows = arguments.number("bytes") / sizeof(float) / 3;
+    std::vector<ElementT> field(rows * 3);
+    for (std::size_t at = 0; at < field.size(); ++at)
+        field[at] = static_cast<ElementT>(largeResultValue(at));
+    measureWriting(folder, datasets * field.size() * sizeof(float), [&] {
+        Model model;
+        model.saveTo(folder + "/field.mox");
+        Array1d<unsigned int> const shapes = model.addAssemblyComponents({"/block/steel"});
+        for (std::size_t number = 0; number < datasets; ++number)
+            add(model, field, shapes[0], Step("Step " + std::to_string(number)));
+        model.close();
+    });
+}
+
+/// The host's array as it is.
+template <typename ElementT>
+void writeView(Arguments const& arguments)
+{
+    writeField<ElementT>(arguments, [](Model& model, std::vector<ElementT> const& field,
+                                       unsigned int shape, Step const& step) {
+        model.addArrayProperty(DatasetType::Displacement, ArrayView::table(field, 3), shape, step);
+    });
+}
+
+/// What views are compared with. The array is made once, for all datasets.
+void writeTable(Arguments const& arguments)
+{
+    Array2d<float> values(0, 3);
+    writeField<float>(arguments, [&values](Model& model, std::vector<float> const& field,
+                                           unsigned int shape, Step const& step) {
+        if (values.rows() == 0)
+            values = array(field, 3);
+        model.addArrayProperty(DatasetType::Displacement, values, shape, step);
+    });
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -230,5 +274,8 @@ int main(int argc, char** argv)
                         {"parts", writeParts},
                         {"paths", writePaths},
                         {"small-models", writeSmallModels},
-                        {"large-results", writeLargeResults}});
+                        {"large-results", writeLargeResults},
+                        {"field-table", writeTable},
+                        {"field-view", writeView<float>},
+                        {"field-view-double", writeView<double>}});
 }

@@ -4,6 +4,7 @@
 
 #include <new>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -129,6 +130,20 @@ TYPED_TEST(Array1dDeathTest, AnIndexOutsideTheArrayEndsTheProcess)
     EXPECT_DEATH(constant[3], IndexContract);
     EXPECT_DEATH(array(~0UL), IndexContract);
     EXPECT_DEATH(Array1d<TypeParam>(0)(0), IndexContract);
+}
+
+TEST(Array1dMoveTest, MovesWithoutACopyAndLeavesAnEmptyArrayThatCanBeUsed)
+{
+    using Zyl2::Mox2::Array1d;
+    Array1d<float> array{1, 2};
+    float const* const values = array.data();
+    Array1d<float> moved(std::move(array));
+    EXPECT_EQ(moved.data(), values);
+    EXPECT_EQ(array.size(), 0U); // NOLINT(bugprone-use-after-move)
+    array = moved;
+    EXPECT_EQ(array.size(), 2U);
+    moved = std::move(array);
+    EXPECT_EQ(moved[1], 2.0F);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -175,6 +176,25 @@ TYPED_TEST(Array2dDeathTest, ARowOrColumnOutsideTheTableEndsTheProcess)
     EXPECT_DEATH(constant(0, 3), IndexContract);
     EXPECT_DEATH(array(~0UL, 0), IndexContract);
     EXPECT_DEATH(array(0, ~0UL), IndexContract);
+}
+
+TYPED_TEST(Array2dTest, MovesWithoutACopyAndLeavesAnEmptyTableThatCanBeUsed)
+{
+    Array2d<TypeParam> array(2, 3, {1, 2, 3, 4, 5, 6});
+    TypeParam const* const values = array.data();
+    Array2d<TypeParam> moved(std::move(array));
+    EXPECT_EQ(moved.data(), values);
+    expectShape(array, 0, 0); // NOLINT(bugprone-use-after-move)
+    Array2d<TypeParam> const copyOfNothing(array);
+    expectShape(copyOfNothing, 0, 0);
+    array = moved;
+    expectShape(array, 2, 3);
+    Array2d<TypeParam> other(1, 1);
+    other = std::move(moved);
+    EXPECT_EQ(other.data(), values);
+    expectShape(moved, 0, 0); // NOLINT(bugprone-use-after-move)
+    other = std::move(moved);
+    expectShape(other, 0, 0);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ namespace Zyl2 {
 /// A host catches a kind, or `Exception` (or `std::exception`, or `boost::exception`) for all of
 /// them. Where an exception arose can be asked for with Boost's error information:
 /// `boost::get_error_info<boost::throw_function>(e)`, likewise `boost::throw_file` and
-/// `boost::throw_line`.
+/// `boost::throw_line`. What exactly was wrong is told by `detail(e)`.
 namespace Exception {
 
 /// Root interface of the family.
@@ -176,6 +176,19 @@ public:
     int errorCode() const noexcept override;
     char const* defaultMessage() const noexcept override;
 };
+
+struct ZYL2_EXPORT DetailTag
+{};
+
+/// What exactly was wrong, beside the text of the failure, which is the same for all of its kind:
+/// `boost::get_error_info<Zyl2::Exception::Detail>(e)`.
+using Detail = boost::error_info<DetailTag, std::string>;
+
+/// What exactly was wrong, such as "Displacement needs 3 columns, the array has 2".
+/// \param failure any exception
+/// \return one line of text, which lives as long as `failure` or a copy of it; empty, and never
+///         null, where there is no more to say than `what()` does
+ZYL2_EXPORT char const* detail(std::exception const& failure) noexcept;
 
 } // namespace Exception
 } // namespace Zyl2

@@ -60,6 +60,13 @@ public:
     /// \return this array
     /// \throws std::bad_alloc no memory
     Array1d& operator=(Array1d const& other);
+    /// Takes the elements over without copying them.
+    /// \param other is empty afterwards, and may be used and assigned to
+    Array1d(Array1d&& other) noexcept;
+    /// Takes the elements over without copying them.
+    /// \param other is empty afterwards, and may be used and assigned to
+    /// \return this array
+    Array1d& operator=(Array1d&& other) noexcept;
     ~Array1d();
 
     /// Number of elements.
@@ -77,6 +84,12 @@ public:
     /// \copydoc operator()(unsigned long) const
     T& operator[](unsigned long index);
 
+    /// All elements, one after the other.
+    /// \return the first one; valid until the array is assigned to, moved from or destroyed
+    T const* data() const;
+    /// \copydoc data() const
+    T* data();
+
     /// Copies `size()` elements from `source` into the array.
     /// \param source one element after the other
     /// \pre `source` holds at least `size()` elements
@@ -89,6 +102,9 @@ private:
     struct Range
     {};
     Array1d(Range, T const* first, T const* last);
+
+    /// What arrays that were moved from share: it is never written to.
+    static Impl* nothing() noexcept;
 
     Impl* impl_;
 };

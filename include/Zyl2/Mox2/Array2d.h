@@ -69,6 +69,13 @@ public:
     /// \return this table
     /// \throws std::bad_alloc no memory
     Array2d& operator=(Array2d const& other);
+    /// Takes the elements over without copying them.
+    /// \param other is empty afterwards, and may be used and assigned to
+    Array2d(Array2d&& other) noexcept;
+    /// Takes the elements over without copying them.
+    /// \param other is empty afterwards, and may be used and assigned to
+    /// \return this table
+    Array2d& operator=(Array2d&& other) noexcept;
     ~Array2d();
 
     /// Number of rows.
@@ -87,6 +94,12 @@ public:
     /// \copydoc operator()(unsigned long, unsigned long) const
     T& operator()(unsigned long row, unsigned long col);
 
+    /// All elements, row after row.
+    /// \return the first one; valid until the table is assigned to, moved from or destroyed
+    T const* data() const;
+    /// \copydoc data() const
+    T* data();
+
     /// Copies `size()` elements from `source` into the table, in row order.
     /// \param source row after row
     /// \pre `source` holds at least `size()` elements
@@ -99,6 +112,9 @@ private:
     struct Range
     {};
     Array2d(Range, unsigned long rows, unsigned long cols, T const* first, T const* last);
+
+    /// What arrays that were moved from share: it is never written to.
+    static Impl* nothing() noexcept;
 
     Impl* impl_;
 };

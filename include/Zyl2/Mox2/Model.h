@@ -4,8 +4,10 @@
 #include <Zyl2/Export.h>
 #include <Zyl2/Mox2/Array1d.h>
 #include <Zyl2/Mox2/Array2d.h>
+#include <Zyl2/Mox2/ArrayView.h>
 #include <Zyl2/Mox2/Attributes.h>
 #include <Zyl2/Mox2/DatasetType.h>
+#include <Zyl2/Mox2/IdsView.h>
 #include <Zyl2/Mox2/NodeProperties.h>
 #include <Zyl2/Mox2/NodeType.h>
 #include <Zyl2/Mox2/PropertyType.h>
@@ -45,6 +47,20 @@ struct IfArrayProperty
                      (std::is_same<ComponentT, Array1d<unsigned int>>::value ||
                       std::is_same<ComponentT, unsigned int>::value) &&
                      (std::is_same<StepT, StepList>::value || std::is_same<StepT, Step>::value)>
+{};
+
+/// Whether `StepT` is what steps are given as.
+template <typename StepT>
+struct IsStepOrList : std::integral_constant<bool, std::is_same<StepT, Step>::value ||
+                                                       std::is_same<StepT, StepList>::value>
+{};
+
+/// `void` when values, ids or both are given as views; no type where the forms above take them.
+template <typename ValuesT, typename ComponentT, typename StepT>
+struct IfViews : std::enable_if<!(IsArrayPropertyValues<ValuesT>::value &&
+                                  (std::is_same<ComponentT, Array1d<unsigned int>>::value ||
+                                   std::is_convertible<ComponentT, unsigned int>::value) &&
+                                  IsStepOrList<StepT>::value)>
 {};
 
 /// Writes one result model into one file.
@@ -108,6 +124,15 @@ public:
 
     /// Closes the model. An exception here ends the process: see `close`.
     ~Model() noexcept;
+
+    /// Takes the file and all that was added over.
+    /// \param other is empty afterwards, and may be saved anew
+    Model(Model&& other) noexcept;
+    /// Closes this model, then takes the other's file and all that was added over.
+    /// \param other is empty afterwards, and may be saved anew
+    /// \return this model
+    /// \throws what `close` throws; this model is then empty and `other` as it was
+    Model& operator=(Model&& other);
 
     Model(Model const&) = delete;
     Model& operator=(Model const&) = delete;
@@ -317,6 +342,52 @@ public:
                          attributes);
     }
 
+    /// Adds values where they are, under the default name of their type, without a copy of them:
+    /// they go from the host's memory into the block. The file is the same as that of an `Array1d`
+    /// or `Array2d` of the same values.
+    ///
+    /// \param type       as above
+    /// \param values     an `ArrayView` or what one can be made of, such as a
+    /// `std::vector<double>`;
+    ///                   an `Array1d` or `Array2d` too
+    /// \param components an `IdsView` or what one can be made of: an id, a `std::vector<unsigned>`,
+    ///                   an `Array1d<unsigned int>`
+    /// \param steps      `Step` or `StepList`
+    /// \param attributes as above
+    /// \pre open for writing
+    /// \throws Exception::OverflowError default text, before anything is written: a finite double
+    ///         whose nearest float is infinite, a negative integer, or one above 4294967295; its
+    ///         row and column, counted from 0, are in the detail
+    /// \throws Exception::InvalidArguments default text: rows, but a null pointer
+    /// \throws and what the forms above throw
+    template <typename ValuesT, typename ComponentT, typename StepT>
+    typename IfViews<ValuesT, ComponentT, StepT>::type
+    addArrayProperty(DatasetType type, ValuesT const& values, ComponentT const& components,
+                     StepT const& steps, Attributes const& attributes = emptyAttributes())
+    {
+        addViews(areViews<ValuesT, ComponentT, StepT>(), nullptr, type, values, components, steps,
+                 attributes);
+    }
+
+    /// Adds values where they are, under a name of its own.
+    ///
+    /// \param name       as above
+    /// \param type       as above
+    /// \param values     as above
+    /// \param components as above
+    /// \param steps      as above
+    /// \param attributes as above
+    /// \throws as above
+    template <typename ValuesT, typename ComponentT, typename StepT>
+    typename IfViews<ValuesT, ComponentT, StepT>::type
+    addArrayProperty(std::string const& name, DatasetType type, ValuesT const& values,
+                     ComponentT const& components, StepT const& steps,
+                     Attributes const& attributes = emptyAttributes())
+    {
+        addViews(areViews<ValuesT, ComponentT, StepT>(), &name, type, values, components, steps,
+                 attributes);
+    }
+
     /// Writes what is pending and finishes the file. The model is empty afterwards; closing an
     /// empty model does nothing.
     ///
@@ -328,6 +399,45 @@ public:
     void close();
 
 private:
+    /// Says in one sentence which argument is not what it has to be.
+    template <typename ValuesT, typename ComponentT, typename StepT>
+    static std::integral_constant<bool,
+                                  ArrayViewOf<ValuesT>::exists &&
+                                      std::is_convertible<ComponentT const&, IdsView>::value &&
+                                      IsStepOrList<StepT>::value>
+    areViews()
+    {
+        static_assert(ArrayViewOf<ValuesT>::exists,
+                      "addArrayProperty: the values are no array of float, double or 32 or 64 bit "
+                      "integers that an ArrayView can be made of; Eigen's need "
+                      "Zyl2/Mox2/ArrayViewEigen.h");
+        static_assert(
+            !ArrayViewOf<ValuesT>::exists || std::is_convertible<ComponentT const&, IdsView>::value,
+            "addArrayProperty: the ids are neither an id nor an Array1d, a std::vector or "
+            "an IdsView of unsigned int");
+        static_assert(IsStepOrList<StepT>::value,
+                      "addArrayProperty: the steps are neither a Step nor a StepList");
+        return {};
+    }
+
+    template <typename ValuesT, typename ComponentT, typename StepT>
+    void addViews(std::true_type, std::string const* name, DatasetType type, ValuesT const& values,
+                  ComponentT const& components, StepT const& steps, Attributes const& attributes)
+    {
+        addView(name, type, ArrayView(values), IdsView(components), steps, attributes);
+    }
+    template <typename... ArgumentsT>
+    void addViews(std::false_type, ArgumentsT const&...)
+    {}
+
+    void addView(std::string const* name, DatasetType type, ArrayView const& values,
+                 IdsView const& components, Step const& steps, Attributes const& attributes);
+    void addView(std::string const* name, DatasetType type, ArrayView const& values,
+                 IdsView const& components, StepList const& steps, Attributes const& attributes);
+
+    /// A model that was moved from gets a database when it needs one.
+    Database& database();
+
     Database* database_;
 };
 

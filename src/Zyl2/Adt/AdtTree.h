@@ -108,7 +108,7 @@ public:
     NodeType const& GetCurrentNode() const
     {
         if (!HasRecord(currentId_))
-            Zyl2::Exception::raise(Zyl2::Exception::Sites::AdtTree::NoCurrentNode);
+            RaiseNoCurrentNode();
         return RecordOf(currentId_);
     }
 
@@ -150,6 +150,13 @@ protected:
     void SetCurrentIdUnchecked(IdType id) { currentId_ = id; }
 
 private:
+    [[noreturn]] void RaiseNoCurrentNode() const
+    {
+        Zyl2::Exception::raise(Zyl2::Exception::Sites::AdtTree::NoCurrentNode,
+                               Zyl2::Exception::sentence("no node has the id ", currentId_,
+                                                         "; the last one is ", records_.size()));
+    }
+
     bool HasRecord(IdType id) const { return id >= RootId && id < GetNextId(); }
     NodeType& RecordOf(IdType id) { return records_[id - RootId]; }
     NodeType const& RecordOf(IdType id) const { return records_[id - RootId]; }

@@ -1,5 +1,8 @@
 #include <Zyl2/Exception/Exception.h>
 
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
+
 // NOLINTBEGIN(bugprone-throw-keyword-missing): the kinds' constructors initialise their base.
 
 namespace Zyl2 {
@@ -199,6 +202,12 @@ int NotYetImplemented::errorCode() const noexcept
 char const* NotYetImplemented::defaultMessage() const noexcept
 {
     return "Not yet implemented";
+}
+
+char const* detail(std::exception const& failure) noexcept
+{
+    std::string const* const found = boost::get_error_info<Detail>(failure);
+    return found == nullptr ? "" : found->c_str();
 }
 
 } // namespace Exception

@@ -3,6 +3,7 @@
 
 #include <Zyl2/Exception/Exception.h>
 
+#include "Zyl2/Exception/Sentence.h"
 #include "Zyl2/Exception/Sites.h"
 
 #include <boost/assert/source_location.hpp>
@@ -36,6 +37,22 @@ template <typename KindT>
 [[noreturn]] void raise(Site<KindT> const& site)
 {
     raiseFrom(site, site.function);
+}
+
+/// The failure of a site in a template, and what exactly was wrong.
+template <typename KindT>
+[[noreturn]] void raiseFrom(Site<KindT> const& site, char const* signature, std::string_view detail)
+{
+    KindT const failure = site.text == nullptr ? KindT() : KindT(site.text);
+    attachDetail(failure, detail);
+    raise(failure, site.source, site.line, signature);
+}
+
+/// The failure of a site, and what exactly was wrong.
+template <typename KindT>
+[[noreturn]] void raise(Site<KindT> const& site, std::string_view detail)
+{
+    raiseFrom(site, site.function, detail);
 }
 
 } // namespace Exception

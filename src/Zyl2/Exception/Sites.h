@@ -204,6 +204,12 @@ inline constexpr Site<FileWriteException> WrittenInVain{
     "Unable to write to file", "Zyl2/Mox2/Model", 183, "void Zyl2::Mox2::Model::close()"};
 } // namespace Model
 
+namespace ArrayView {
+inline constexpr Site<InvalidArguments> NoWholeRows{
+    nullptr, "Zyl2/Mox2/ArrayView", 30,
+    "std::size_t Zyl2::Mox2::ArrayView::wholeRows(std::size_t, std::size_t)"};
+} // namespace ArrayView
+
 namespace Attributes {
 inline constexpr char const* Source = "Zyl2/Mox2/Helper/Attributes";
 // Templates, and yet without the types: compilers differ in how they spell those.
@@ -243,6 +249,8 @@ inline constexpr Site<UnderflowError> NegativeCount{nullptr, Source, 68, CheckCo
 inline constexpr Site<OverflowError> TooManyComponents{nullptr, Source, 70, CheckCounts};
 inline constexpr Site<OverflowError> TooManyRows{nullptr, Source, 72, CheckCounts};
 inline constexpr Site<InvalidArguments> OtherWidth{nullptr, Source, 80, nullptr};
+inline constexpr Site<InvalidArguments> NoValues{nullptr, Source, 84, nullptr};
+inline constexpr Site<OverflowError> ValueDoesNotFit{nullptr, Source, 88, nullptr};
 } // namespace ArrayAdder
 
 namespace ArrayProperty {

@@ -179,10 +179,26 @@ template <typename T>
 BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, unsigned char width)
 {
     static_assert(sizeof(T) == ValueSize, "datasets hold 4-byte values");
-    std::size_t const values = std::size_t(count) * width;
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::WritingDataset,
-                     "Writing Dataset of size ", values, " width ",
-                     static_cast<unsigned int>(width), " datatype size ", sizeof(T));
+    return WriteDataset(BOOST_CURRENT_FUNCTION, count, width, [&](unsigned char* place) {
+        Zyl2Util::ShuffleColumns(data, count, width, place);
+    });
+}
+
+BlockPositionType Tree::WriteStreamDataset(Zyl2Util::StridedValues const& values)
+{
+    return WriteDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width,
+                        [&](unsigned char* place) { Zyl2Util::ShuffleStrided(values, place); });
+}
+
+/// \param fill writes the shuffled values to the place that it is given
+template <typename FillT>
+BlockPositionType Tree::WriteDataset(char const* function, std::size_t rows, std::size_t width,
+                                     FillT const& fill)
+{
+    std::size_t const values = rows * width;
+    Zyl2::Log::write(Sites::Source, function, LogLines::WritingDataset, "Writing Dataset of size ",
+                     values, " width ", static_cast<unsigned int>(width), " datatype size ",
+                     ValueSize);
     Zyl2Wvf::Index& index = file_.GetIndex();
     BlockPositionType const position = index.GetBlockPosition(BlockNames::HeavyData);
     if (values == 0)
@@ -195,7 +211,7 @@ BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, un
     if (file_.GetStream() != nullptr)
         index.CompressFullBlocks(BlockNames::HeavyData);
     unsigned char* const place = index.PutInPlace(BlockNames::HeavyData, values * ValueSize);
-    Zyl2Util::ShuffleColumns(data, count, width, place);
+    fill(place);
     index.FlushFrozen(file_.GetStream());
     return position;
 }

@@ -10,6 +10,7 @@
 #include "Zyl2/Mox/ResultAttributes.h"
 #include "Zyl2/Mox/Shape.h"
 #include "Zyl2/Util/AttributeList.h"
+#include "Zyl2/Util/StridedValues.h"
 #include "Zyl2/Wvf/WvFile.h"
 
 #include <cstdint>
@@ -98,6 +99,10 @@ public:
     template <typename T>
     BlockPositionType WriteStreamDataset(T const* data, unsigned int count, unsigned char width);
 
+    /// The same for values that are converted on the way.
+    /// \param values without a misfit
+    BlockPositionType WriteStreamDataset(Zyl2Util::StridedValues const& values);
+
     /// Writes all records and their nodes into the blocks of `file`.
     void SaveTree(Zyl2Wvf::WvFile& file);
 
@@ -119,6 +124,9 @@ public:
 private:
     struct RecordKeys;
 
+    template <typename FillT>
+    BlockPositionType WriteDataset(char const* function, std::size_t rows, std::size_t width,
+                                   FillT const& fill);
     void AddNodeBelow(Node& node);
     void SetRootNode(std::unique_ptr<Node> node);
     bool RootHasNode() const;

@@ -2,6 +2,7 @@
 #include "Zyl2/Mox2/ArraySize.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -40,15 +41,37 @@ Array1d<T>::Array1d(Array1d const& other) : impl_(new Impl(*other.impl_))
 template <typename T>
 Array1d<T>& Array1d<T>::operator=(Array1d const& other)
 {
+    if (impl_ == nothing())
+        return *this = Array1d(other);
     if (this != &other)
         impl_->array = other.impl_->array;
     return *this;
 }
 
 template <typename T>
+Array1d<T>::Array1d(Array1d&& other) noexcept : impl_(std::exchange(other.impl_, nothing()))
+{}
+
+template <typename T>
+Array1d<T>& Array1d<T>::operator=(Array1d&& other) noexcept
+{
+    Array1d taken(std::move(other));
+    std::swap(impl_, taken.impl_);
+    return *this;
+}
+
+template <typename T>
 Array1d<T>::~Array1d()
 {
-    delete impl_;
+    if (impl_ != nothing())
+        delete impl_;
+}
+
+template <typename T>
+typename Array1d<T>::Impl* Array1d<T>::nothing() noexcept
+{
+    static Impl empty(0);
+    return &empty;
 }
 
 template <typename T>
@@ -79,6 +102,18 @@ template <typename T>
 T& Array1d<T>::operator[](unsigned long index)
 {
     return (*this)(index);
+}
+
+template <typename T>
+T const* Array1d<T>::data() const
+{
+    return impl_->array.data();
+}
+
+template <typename T>
+T* Array1d<T>::data()
+{
+    return impl_->array.data();
 }
 
 template <typename T>

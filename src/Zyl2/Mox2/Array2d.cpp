@@ -2,6 +2,7 @@
 #include "Zyl2/Mox2/ArraySize.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -43,15 +44,37 @@ Array2d<T>::Array2d(Array2d const& other) : impl_(new Impl(*other.impl_))
 template <typename T>
 Array2d<T>& Array2d<T>::operator=(Array2d const& other)
 {
+    if (impl_ == nothing())
+        return *this = Array2d(other);
     if (this != &other)
         impl_->array = other.impl_->array;
     return *this;
 }
 
 template <typename T>
+Array2d<T>::Array2d(Array2d&& other) noexcept : impl_(std::exchange(other.impl_, nothing()))
+{}
+
+template <typename T>
+Array2d<T>& Array2d<T>::operator=(Array2d&& other) noexcept
+{
+    Array2d taken(std::move(other));
+    std::swap(impl_, taken.impl_);
+    return *this;
+}
+
+template <typename T>
 Array2d<T>::~Array2d()
 {
-    delete impl_;
+    if (impl_ != nothing())
+        delete impl_;
+}
+
+template <typename T>
+typename Array2d<T>::Impl* Array2d<T>::nothing() noexcept
+{
+    static Impl empty(0, 0);
+    return &empty;
 }
 
 template <typename T>
@@ -82,6 +105,18 @@ template <typename T>
 T& Array2d<T>::operator()(unsigned long row, unsigned long col)
 {
     return impl_->array(static_cast<Eigen::Index>(row), static_cast<Eigen::Index>(col));
+}
+
+template <typename T>
+T const* Array2d<T>::data() const
+{
+    return impl_->array.data();
+}
+
+template <typename T>
+T* Array2d<T>::data()
+{
+    return impl_->array.data();
 }
 
 template <typename T>

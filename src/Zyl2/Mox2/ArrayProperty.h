@@ -50,7 +50,7 @@ public:
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr || layout->name == nullptr)
             Exception::raiseFrom(Exception::Sites::ArrayProperty::NoDefaultName,
-                                 BOOST_CURRENT_FUNCTION);
+                                 BOOST_CURRENT_FUNCTION, lackOfName(type));
         return layout->name;
     }
 
@@ -60,7 +60,8 @@ public:
     {
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr)
-            Exception::raiseFrom(Exception::Sites::ArrayProperty::NoWidth, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Exception::Sites::ArrayProperty::NoWidth, BOOST_CURRENT_FUNCTION,
+                                 lackOfType(type));
         return layout->width;
     }
 
@@ -72,7 +73,7 @@ public:
         DatasetLayout const* const layout = findDatasetLayout(type);
         if (layout == nullptr)
             Exception::raiseFrom(Exception::Sites::ArrayProperty::NoVariableType,
-                                 BOOST_CURRENT_FUNCTION);
+                                 BOOST_CURRENT_FUNCTION, lackOfType(type));
         return layout->variableType;
     }
 
@@ -84,6 +85,9 @@ public:
 /// The dataset that holds the values of a public array.
 template <typename PublicArrayT>
 using DatasetOf = ArrayProperty<Data::Data<typename PublicArrayT::Impl::ArrayType, Attributes>>;
+
+/// The dataset of values that the host holds.
+using ViewedDataset = ArrayProperty<Data::Data<ArrayView, Attributes>>;
 
 } // namespace Mox2
 } // namespace Zyl2

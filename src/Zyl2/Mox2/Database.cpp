@@ -5,7 +5,12 @@
 namespace Zyl2 {
 namespace Mox2 {
 
+namespace {
+
 namespace Sites = Exception::Sites::Database;
+char const* const notSaved = "saveTo was not called, or the model was closed since";
+
+} // namespace
 
 Database::Database() = default;
 
@@ -17,19 +22,20 @@ Database::~Database() noexcept
 void Database::assertEmpty() const
 {
     if (tree != nullptr)
-        Exception::raise(Sites::NotEmpty);
+        Exception::raise(Sites::NotEmpty,
+                         "the model was saved before; close it, then it may be saved anew");
 }
 
 void Database::assertNotEmpty() const
 {
     if (tree == nullptr)
-        Exception::raise(Sites::NotInitialized);
+        Exception::raise(Sites::NotInitialized, notSaved);
 }
 
 void Database::assertOpenedForWriting() const
 {
     if (tree == nullptr)
-        Exception::raise(Sites::FileNotOpen);
+        Exception::raise(Sites::FileNotOpen, notSaved);
     if (!openedForWriting)
         Exception::raise(Sites::FileNotWritable);
 }

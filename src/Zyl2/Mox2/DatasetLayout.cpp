@@ -1,5 +1,7 @@
 #include "Zyl2/Mox2/DatasetLayout.h"
 
+#include "Zyl2/Exception/Sentence.h"
+
 #include <array>
 
 namespace Zyl2 {
@@ -26,12 +28,45 @@ constexpr std::array<DatasetLayout, 31> layouts{
     layout("Node Ids", 1, 12),     layout("Element IDs", 1, 16),  layout("Displacement", 3, 13),
     layout("Displacement", 6, 14)};
 
+// By dataset type, as hosts write them.
+constexpr std::array<char const*, 31> typeNames{
+    "Connectivity1", "Connectivity2", "Connectivity3", "Polylength1", "Polylength2", "Polylength3",
+    "PartElements1", "PartElements2", "PartElements3", "Coordinates", "Result10",    "Result11",
+    "Result12",      "Result13",      "Result14",      "Result15",    "Result16",    "Result17",
+    "Result18",      "Result19",      "Result20",      "Result21",    "Result22",    "Result23",
+    "Result24",      "Result25",      "Result26",      "NodeIds",     "ElementIds",  "Displacement",
+    "Displacement6"};
+
 } // namespace
 
 DatasetLayout const* findDatasetLayout(DatasetType type)
 {
     auto const index = static_cast<std::size_t>(type);
     return index < layouts.size() ? &layouts[index] : nullptr;
+}
+
+std::string titleOf(DatasetType type, std::string const& name) noexcept
+{
+    DatasetLayout const* const layout = findDatasetLayout(type);
+    if (layout == nullptr)
+        return lackOfType(type);
+    char const* const typeName = typeNames[static_cast<std::size_t>(type)];
+    if (layout->name != nullptr && name == layout->name)
+        return Exception::sentence(typeName);
+    return Exception::sentence(typeName, " \"", name, "\"");
+}
+
+std::string lackOfName(DatasetType type) noexcept
+{
+    if (findDatasetLayout(type) == nullptr)
+        return lackOfType(type);
+    return Exception::sentence(typeNames[static_cast<std::size_t>(type)],
+                               " has no default name: give one");
+}
+
+std::string lackOfType(DatasetType type) noexcept
+{
+    return Exception::sentence(static_cast<unsigned int>(type), " is no dataset type");
 }
 
 } // namespace Mox2

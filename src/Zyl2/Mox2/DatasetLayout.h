@@ -6,6 +6,7 @@
 #include "Zyl2/Mox/Geometry.h"
 
 #include <cstdint>
+#include <string>
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -23,6 +24,17 @@ struct DatasetLayout
 
 /// \return null for a value that is no dataset type
 DatasetLayout const* findDatasetLayout(DatasetType type);
+
+// What failures say of datasets; empty without memory.
+
+/// The type, and the dataset's name where that is another one: Result12 "Stress".
+std::string titleOf(DatasetType type, std::string const& name) noexcept;
+
+/// That the type is none, or that it has no name.
+std::string lackOfName(DatasetType type) noexcept;
+
+/// That the type is none.
+std::string lackOfType(DatasetType type) noexcept;
 
 } // namespace Mox2
 } // namespace Zyl2

@@ -40,16 +40,31 @@ Array1d<unsigned int> addComponents(Database& database, ContainerT const& paths,
     return Array1d<unsigned int>(ids.data(), ids.data() + ids.size());
 }
 
-template <typename ArrayT, typename ComponentT, typename StepT>
-void addDataset(Database& database, DatasetOf<ArrayT> const& dataset, ComponentT const& components,
+template <typename DatasetT, typename StepT>
+void addDataset(Database& database, DatasetT const& dataset, ComponentArray const& components,
                 StepT const& steps)
 {
-    Adder::ArrayPropertyOf<ArrayT> adder;
+    Adder::ArrayProperty<DatasetT, ComponentArray, std::vector<StepData>> adder;
     adder.dataset = dataset;
     // Single ids and steps come through storage that this thread's next conversion overwrites.
-    adder.components = getComponentArray(components);
+    adder.components = components;
     adder.steps = getStepList(steps);
     adder.update(database);
+}
+
+ComponentArray componentsFrom(IdsView const& ids)
+{
+    return Eigen::Map<ComponentArray const>(ids.data(), static_cast<Eigen::Index>(ids.size()));
+}
+
+template <typename StepT>
+void addViewed(Database& database, std::string const* name, DatasetType type,
+               ArrayView const& values, IdsView const& components, StepT const& steps,
+               Attributes const& attributes)
+{
+    ViewedDataset const dataset = name == nullptr ? ViewedDataset(type, values, attributes)
+                                                  : ViewedDataset(*name, type, values, attributes);
+    addDataset(database, dataset, componentsFrom(components), steps);
 }
 
 } // namespace
@@ -74,15 +89,35 @@ Model::Model() : database_(new Database) {}
 
 Model::~Model() noexcept
 {
-    database_->close();
+    if (database_ != nullptr)
+        database_->close();
     delete database_;
+}
+
+Model::Model(Model&& other) noexcept : database_(std::exchange(other.database_, nullptr)) {}
+
+Model& Model::operator=(Model&& other)
+{
+    if (this == &other)
+        return *this;
+    close();
+    delete database_;
+    database_ = std::exchange(other.database_, nullptr);
+    return *this;
+}
+
+Database& Model::database()
+{
+    if (database_ == nullptr)
+        database_ = new Database;
+    return *database_;
 }
 
 void Model::saveTo(std::string const& path, SaverOptions const& options)
 {
     Base::File file;
     file.path = path;
-    save(*database_, std::move(file), options);
+    save(database(), std::move(file), options);
 }
 
 void Model::saveTo(char const* path, SaverOptions const& options)
@@ -94,7 +129,7 @@ void Model::saveTo(std::wstring const& path, SaverOptions const& options)
 {
     Base::File file;
     file.widePath = path;
-    save(*database_, std::move(file), options);
+    save(database(), std::move(file), options);
 }
 
 void Model::saveTo(wchar_t const* path, SaverOptions const& options)
@@ -105,19 +140,19 @@ void Model::saveTo(wchar_t const* path, SaverOptions const& options)
 unsigned int Model::addNode(NodeType type, std::string const& name, Attributes const& attributes)
 {
     Adder::Node adder(type, name, attributes);
-    adder.update(*database_);
+    adder.update(database());
     return adder.getId();
 }
 
 void Model::setNodeData(unsigned int id, NodeProperties const& properties,
                         Attributes const& attributes)
 {
-    Modifier::NodeData(id, properties, attributes).update(*database_);
+    Modifier::NodeData(id, properties, attributes).update(database());
 }
 
 unsigned int Model::getNodeId(std::string const& path, std::string const& separator)
 {
-    return Extractor::NodeId(path, separator).extractFrom(*database_);
+    return Extractor::NodeId(path, separator).extractFrom(database());
 }
 
 unsigned int Model::getNodeId(std::vector<std::string> const& names)
@@ -130,13 +165,13 @@ unsigned int Model::getNodeId(std::vector<std::string> const& names)
 
 void Model::setCurrentNodeId(unsigned int id)
 {
-    Modifier::CurrentNodeId(id).update(*database_);
+    Modifier::CurrentNodeId(id).update(database());
 }
 
 unsigned int Model::moveToParentNode()
 {
-    database_->assertNotEmpty();
-    Zyl2Mox::Tree& tree = *database_->tree;
+    database().assertNotEmpty();
+    Zyl2Mox::Tree& tree = *database().tree;
     unsigned int const parent = tree.GetCurrentNode().parent;
     if (parent != 0)
         tree.SetCurrentId(parent);
@@ -146,14 +181,14 @@ unsigned int Model::moveToParentNode()
 Array1d<unsigned int> Model::addAssemblyComponents(std::vector<std::string> const& names,
                                                    std::string const& separator)
 {
-    return addComponents(*database_, names, separator);
+    return addComponents(database(), names, separator);
 }
 
 Array1d<unsigned int>
 Model::addAssemblyComponents(std::map<std::string, Attributes> const& components,
                              std::string const& separator)
 {
-    return addComponents(*database_, components, separator);
+    return addComponents(database(), components, separator);
 }
 
 template <typename ArrayT, typename ComponentT, typename StepT>
@@ -161,8 +196,8 @@ typename IfArrayProperty<ArrayT, ComponentT, StepT>::type
 Model::addArrayProperty(DatasetType type, ArrayT const& values, ComponentT const& components,
                         StepT const& steps, Attributes const& attributes)
 {
-    addDataset<ArrayT>(*database_, DatasetOf<ArrayT>(type, values.impl().array, attributes),
-                       components, steps);
+    addDataset(database(), DatasetOf<ArrayT>(type, values.impl().array, attributes),
+               getComponentArray(components), steps);
 }
 
 template <typename ArrayT, typename ComponentT, typename StepT>
@@ -171,15 +206,30 @@ Model::addArrayProperty(std::string const& name, DatasetType type, ArrayT const&
                         ComponentT const& components, StepT const& steps,
                         Attributes const& attributes)
 {
-    addDataset<ArrayT>(*database_, DatasetOf<ArrayT>(name, type, values.impl().array, attributes),
-                       components, steps);
+    addDataset(database(), DatasetOf<ArrayT>(name, type, values.impl().array, attributes),
+               getComponentArray(components), steps);
+}
+
+void Model::addView(std::string const* name, DatasetType type, ArrayView const& values,
+                    IdsView const& components, Step const& steps, Attributes const& attributes)
+{
+    addViewed(database(), name, type, values, components, steps, attributes);
+}
+
+void Model::addView(std::string const* name, DatasetType type, ArrayView const& values,
+                    IdsView const& components, StepList const& steps, Attributes const& attributes)
+{
+    addViewed(database(), name, type, values, components, steps, attributes);
 }
 
 void Model::close()
 {
+    if (database_ == nullptr)
+        return;
     database_->close();
     if (database_->hasWrittenInVain())
-        Exception::raise(Exception::Sites::Model::WrittenInVain);
+        Exception::raise(Exception::Sites::Model::WrittenInVain,
+                         "the file was removed or replaced while it was being written");
 }
 
 // One macro for what the language has no other way to repeat: 16 combinations of types, each with

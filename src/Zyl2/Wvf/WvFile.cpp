@@ -13,6 +13,8 @@
 #include "Zyl2/Wvf/Globals.h"
 
 #include <array>
+#include <cerrno>
+#include <cstring>
 
 namespace Zyl2Wvf {
 
@@ -31,14 +33,15 @@ bool CanBeAName(std::string const& path)
     return path.find('\0') == std::string::npos;
 }
 
-[[noreturn]] void RaiseNotOpened(std::string const& path)
+/// \param error number of the system's error; 0 when the system was not asked
+[[noreturn]] void RaiseNotOpened(std::string const& path, int error)
 {
     // An exception's text ends at the first zero byte, so a path with one is cut there: the text
     // keeps its closing quote.
     std::string const message = Sites::NotOpened.text + path.substr(0, path.find('\0')) + '"';
     auto site = Sites::NotOpened;
     site.text = message.c_str();
-    raise(site);
+    raise(site, error == 0 ? "the path holds a zero byte" : std::strerror(error));
 }
 
 } // namespace
@@ -56,7 +59,7 @@ void WvFile::OpenFile(std::string const& path, char const* mode)
         raise(Sites::StreamInUse);
     stream_ = CanBeAName(path) ? std::fopen(path.c_str(), mode) : nullptr;
     if (stream_ == nullptr)
-        RaiseNotOpened(path);
+        RaiseNotOpened(path, CanBeAName(path) ? errno : 0);
     hadName_ = Zyl2Util::HasName(stream_);
 }
 
@@ -68,14 +71,17 @@ void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
 void WvFile::OpenFileForWriting(std::string const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(path) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::FileExists);
+        raise(Sites::FileExists,
+              Zyl2::Exception::sentence(path, " exists, and overwriting was not asked for"));
     OpenFile(path, "wb");
 }
 
 void WvFile::OpenFileForWriting(std::wstring const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(Zyl2Util::Narrowed(path)) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::WideFileExists);
+        raise(Sites::WideFileExists,
+              Zyl2::Exception::sentence(Zyl2Util::Narrowed(path),
+                                        " exists, and overwriting was not asked for"));
     OpenFile(path, L"wb");
 }
 

@@ -3,9 +3,12 @@
 #include "Zyl2/Mox/NumericArray.h"
 #include "Zyl2/Mox2/Adder/ArrayCounts.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
+#include "Zyl2/Util/StridedValues.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <type_traits>
 #include <utility>
 
@@ -25,13 +28,71 @@ Zyl2Mox::ElementCode elementCode()
                                     : Zyl2Mox::ElementCode::UnsignedInt;
 }
 
-template <typename View>
-Zyl2Mox::NumericArray describe(View const& array, std::uint8_t width)
+template <typename ArrayT>
+Zyl2Mox::NumericArray describe(Data::StoredArray<ArrayT> const& array, std::uint8_t width)
 {
     auto const values =
         static_cast<std::size_t>(array.rows()) * static_cast<std::size_t>(array.cols());
-    using Scalar = typename View::Scalar;
+    using Scalar = typename ArrayT::Scalar;
     return {array.data(), values * sizeof(Scalar), width, elementCode<Scalar>()};
+}
+
+Zyl2Util::StridedValues stridedFrom(ArrayView const& view)
+{
+    return {static_cast<unsigned char const*>(view.data()),
+            view.rows(),
+            view.columns(),
+            view.rowStride(),
+            view.columnStride(),
+            static_cast<Zyl2Util::StridedValues::Element>(view.element())};
+}
+
+Zyl2Mox::NumericArray describe(ArrayView const& view, std::uint8_t width)
+{
+    auto const element = Zyl2Util::AreStoredAsFloats(stridedFrom(view))
+                             ? Zyl2Mox::ElementCode::Float
+                             : Zyl2Mox::ElementCode::UnsignedInt;
+    return {view.data(), view.rows() * view.columns() * sizeof(float), width, element};
+}
+
+template <typename ArrayT>
+std::int64_t columnsOf(Data::StoredArray<ArrayT> const& array)
+{
+    return array.cols();
+}
+
+/// A count that no memory holds is still a large one.
+std::int64_t counted(std::size_t count)
+{
+    constexpr std::size_t Largest = std::numeric_limits<std::int64_t>::max();
+    return static_cast<std::int64_t>(std::min(count, Largest));
+}
+
+std::int64_t columnsOf(ArrayView const& view)
+{
+    return counted(view.columns());
+}
+
+template <typename ArrayT>
+std::int64_t rowsOf(Data::StoredArray<ArrayT> const& array)
+{
+    return array.rows();
+}
+
+std::int64_t rowsOf(ArrayView const& view)
+{
+    return counted(view.rows());
+}
+
+template <typename ArrayT>
+std::uint64_t write(Zyl2Mox::Tree& tree, Data::StoredArray<ArrayT> const& array, std::uint8_t width)
+{
+    return tree.WriteStreamDataset(array.data(), static_cast<unsigned int>(array.rows()), width);
+}
+
+std::uint64_t write(Zyl2Mox::Tree& tree, ArrayView const& view, std::uint8_t /*width*/)
+{
+    return tree.WriteStreamDataset(stridedFrom(view));
 }
 
 Zyl2Mox::Tree::VariableId unpacked(std::uint64_t index)
@@ -48,19 +109,51 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::update(Database& database)
     database.assertNotEmpty();
     if (dataset.array.rows() == 0 || components.size() == 0)
         return;
-    checkArrayCounts(dataset.array.rows(), dataset.array.cols(), components.size());
+    checkArrayCounts(rowsOf(dataset.array), columnsOf(dataset.array), components.size());
     checkWidth();
+    checkValues();
     Zyl2Mox::Tree& tree = *database.tree;
-    std::uint64_t const position = tree.WriteStreamDataset(
-        dataset.array.data(), static_cast<unsigned int>(dataset.array.rows()), dataset.width);
+    std::uint64_t const position = write(tree, dataset.array, dataset.width);
     registerDataset(tree, position);
 }
 
 template <typename DatasetT, typename ComponentsT, typename StepListT>
 void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkWidth() const
 {
-    if (dataset.array.cols() != dataset.width)
-        Exception::raiseFrom(Exception::Sites::ArrayAdder::OtherWidth, BOOST_CURRENT_FUNCTION);
+    auto const columns = columnsOf(dataset.array);
+    if (columns != dataset.width)
+        Exception::raiseFrom(Exception::Sites::ArrayAdder::OtherWidth, BOOST_CURRENT_FUNCTION,
+                             Exception::sentence(title(), " needs ", dataset.width,
+                                                 dataset.width == 1 ? " column" : " columns",
+                                                 ", the array has ", columns));
+}
+
+/// What an `Array1d` or `Array2d` holds can be stored as it is; of other values each is looked at
+/// before the first is written.
+template <typename DatasetT, typename ComponentsT, typename StepListT>
+void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkValues() const
+{
+    if constexpr (std::is_same_v<DatasetT, ViewedDataset>) {
+        if (dataset.array.data() == nullptr)
+            Exception::raiseFrom(Exception::Sites::ArrayAdder::NoValues, BOOST_CURRENT_FUNCTION,
+                                 Exception::sentence(title(), ": ", dataset.array.rows(),
+                                                     " rows, but a null pointer"));
+        auto const values = stridedFrom(dataset.array);
+        if (auto const misfit = Zyl2Util::FindMisfit(values))
+            Exception::raiseFrom(
+                Exception::Sites::ArrayAdder::ValueDoesNotFit, BOOST_CURRENT_FUNCTION,
+                Exception::sentence(title(), ": row ", misfit->row, ", column ", misfit->column,
+                                    " holds ", misfit->value, ", which is beyond the range of ",
+                                    Zyl2Util::AreStoredAsFloats(values) ? "a float"
+                                                                        : "0 to 4294967295"));
+    }
+}
+
+/// The dataset as failures speak of it: its type, and its name where that is another one.
+template <typename DatasetT, typename ComponentsT, typename StepListT>
+std::string ArrayProperty<DatasetT, ComponentsT, StepListT>::title() const
+{
+    return titleOf(dataset.type, dataset.name);
 }
 
 template <typename DatasetT, typename ComponentsT, typename StepListT>
@@ -117,6 +210,7 @@ template class ArrayProperty<DatasetOf<Array1d<unsigned int>>, ComponentArray,
 template class ArrayProperty<DatasetOf<Array2d<float>>, ComponentArray, std::vector<StepData>>;
 template class ArrayProperty<DatasetOf<Array2d<unsigned int>>, ComponentArray,
                              std::vector<StepData>>;
+template class ArrayProperty<ViewedDataset, ComponentArray, std::vector<StepData>>;
 
 } // namespace Adder
 } // namespace Mox2

@@ -26,8 +26,9 @@ public:
     /// \throws InvalidObjectState "File not open."; "File not opened in write mode"
     /// \throws UnderflowError, OverflowError counts that the format doesn't have; see
     ///         `checkArrayCounts`
+    ///         and values of a view that have no place among the stored ones
     /// \throws InvalidArguments the width is not that of the dataset's type; an attribute of a
-    ///         type that can't be stored
+    ///         type that can't be stored; a view of nothing
     /// \throws KeyNotFound no record of an id
     void update(Database& database) override;
 
@@ -37,6 +38,8 @@ public:
 
 private:
     void checkWidth() const;
+    void checkValues() const;
+    std::string title() const;
     void registerDataset(Zyl2Mox::Tree& tree, std::uint64_t position) const;
     Zyl2Util::AttributeList mergedAttributes(Zyl2Util::AttributeList const& datasetAttributes,
                                              StepData const& step) const;
@@ -56,6 +59,7 @@ extern template class ArrayProperty<DatasetOf<Array2d<float>>, ComponentArray,
                                     std::vector<StepData>>;
 extern template class ArrayProperty<DatasetOf<Array2d<unsigned int>>, ComponentArray,
                                     std::vector<StepData>>;
+extern template class ArrayProperty<ViewedDataset, ComponentArray, std::vector<StepData>>;
 
 } // namespace Adder
 } // namespace Mox2

@@ -41,7 +41,9 @@ public:
         if (path.empty())
             return;
         if (!isAbsolute(path, separator_))
-            Exception::raiseFrom(Sites::RelativePath, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Sites::RelativePath, BOOST_CURRENT_FUNCTION,
+                                 Exception::sentence("path \"", path, "\" does not begin with \"",
+                                                     separator_, "\""));
         Component::PathSplitter const names(path, separator_.c_str());
         auto name = names.begin();
         auto const end = names.end();
@@ -73,7 +75,9 @@ public:
             return;
         }
         if (root_->GetName() != name)
-            Exception::raiseFrom(Sites::OtherRoot, BOOST_CURRENT_FUNCTION);
+            Exception::raiseFrom(Sites::OtherRoot, BOOST_CURRENT_FUNCTION,
+                                 Exception::sentence("a path begins with \"", name,
+                                                     "\", the root is \"", root_->GetName(), "\""));
         tree_.SetCurrentId(RootId);
     }
 

@@ -56,7 +56,9 @@ void Node::addRootNode(Zyl2Mox::Tree& tree)
         tree.SetRootShape(name_);
         break;
     default:
-        Exception::raise(Sites::RootOfOtherType);
+        Exception::raise(Sites::RootOfOtherType,
+                         Exception::sentence("node \"", name_, "\" of type ",
+                                             static_cast<int>(type_), " can't be the root"));
     }
 }
 
@@ -79,7 +81,11 @@ void Node::addNonRootNode(Zyl2Mox::Tree& tree)
         break;
     }
     default:
-        Exception::raise(Sites::NodeOfOtherType);
+        Exception::raise(Sites::NodeOfOtherType,
+                         Exception::sentence("node \"", name_, "\" of type ",
+                                             static_cast<int>(type_), " below node ",
+                                             tree.GetCurrentId(),
+                                             ": only groups and shapes can be there"));
     }
 }
 

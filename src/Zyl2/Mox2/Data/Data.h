@@ -1,7 +1,11 @@
 #ifndef ZYL2_MOX2_DATA_DATA_H
 #define ZYL2_MOX2_DATA_DATA_H
 
-#include "Zyl2/Mox2/Data/ArrayView.h"
+#include <Zyl2/Mox2/ArrayView.h>
+
+#include "Zyl2/Mox2/Data/StoredArray.h"
+
+#include <type_traits>
 
 namespace Zyl2 {
 namespace Data {
@@ -25,7 +29,8 @@ public:
     Data& operator=(Data const&) = default;
     virtual ~Data() = default;
 
-    ArrayView<ArrayT> array;
+    /// A host's own view is one already.
+    std::conditional_t<std::is_same_v<ArrayT, Mox2::ArrayView>, ArrayT, StoredArray<ArrayT>> array;
     AttrMapT attributes;
 };
 

@@ -13,7 +13,9 @@ void CurrentNodeId::update(Database& database)
     database.assertNotEmpty();
     Zyl2Mox::Tree& tree = *database.tree;
     if (id_ == 0 || id_ > tree.GetNodeCount())
-        Exception::raise(Exception::Sites::CurrentNodeId::NoSuchNode);
+        Exception::raise(Exception::Sites::CurrentNodeId::NoSuchNode,
+                         Exception::sentence("no node has the id ", id_, "; the last one is ",
+                                             tree.GetNodeCount()));
     tree.SetCurrentId(id_);
 }
 

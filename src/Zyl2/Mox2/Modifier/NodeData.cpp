@@ -4,6 +4,11 @@
 #include "Zyl2/Mox/Geometry.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
 
+#include <boost/variant/static_visitor.hpp>
+
+#include <array>
+#include <cstddef>
+#include <string>
 #include <vector>
 
 namespace Zyl2 {
@@ -14,7 +19,55 @@ namespace {
 
 namespace Sites = Exception::Sites::NodeData;
 
+struct PropertyUse
+{
+    char const* name;
+    char const* use;
+};
+
+// By property type.
+constexpr std::array<PropertyUse, 11> propertyUses{{{"Translation", "3 floats of a group"},
+                                                    {"Rotation", "4 floats of a group"},
+                                                    {"Scale", "3 floats of a group"},
+                                                    {"DiffuseColor", "3 or 4 floats of a shape"},
+                                                    {"SpecularColor", "3 or 4 floats of a shape"},
+                                                    {"EmissiveColor", "3 floats of a shape"},
+                                                    {"AmbientColor", "3 floats of a shape"},
+                                                    {"Transparency", "a float of a shape"},
+                                                    {"AmbientIntensity", "a float of a shape"},
+                                                    {"Shininess", "a float of a shape"},
+                                                    {"Unsupported", "never a value"}}};
+
+/// What a property value is, in words.
+class ValueInWords : public boost::static_visitor<std::string>
+{
+public:
+    std::string operator()(int) const { return Exception::sentence("an int"); }
+    std::string operator()(float) const { return Exception::sentence("a float"); }
+    std::string operator()(std::string const&) const { return Exception::sentence("a text"); }
+    std::string operator()(std::vector<int> const& values) const
+    {
+        return Exception::sentence(values.size(), " ints");
+    }
+    std::string operator()(std::vector<float> const& values) const
+    {
+        return Exception::sentence(values.size(), " floats");
+    }
+};
+
 } // namespace
+
+/// What the property is, and what it was asked to be.
+std::string NodeData::misuse(PropertyType type, PropertyValue const& value,
+                             Target const& target) const noexcept
+{
+    auto const& [name, use] = propertyUses[static_cast<std::size_t>(type)];
+    char const* const kind = target.group != nullptr   ? "a group"
+                             : target.shape != nullptr ? "a shape"
+                                                       : "neither a group nor a shape";
+    return Exception::sentence(name, " is ", use, "; node ", id_, " is ", kind, " and was given ",
+                               boost::apply_visitor(ValueInWords(), value));
+}
 
 NodeData::NodeData(unsigned int id, NodeProperties const& properties, Attributes const& attributes)
     : id_(id), properties_(properties), attributes_(attributes)
@@ -26,12 +79,21 @@ void NodeData::update(Database& database)
     database.assertNotEmpty();
     Zyl2Mox::Tree& tree = *database.tree;
     if (id_ == 0 || id_ > tree.GetNodeCount())
-        Exception::raise(Sites::NoSuchNode);
+        Exception::raise(Sites::NoSuchNode,
+                         Exception::sentence("no node has the id ", id_, "; the last one is ",
+                                             tree.GetNodeCount()));
     Target const target = moveToTarget(tree);
     for (auto const& [type, value] : properties_.map()) {
         if (type > PropertyType::Unsupported)
-            Exception::raise(Sites::NoSuchProperty);
-        apply(type, value, target);
+            Exception::raise(
+                Sites::NoSuchProperty,
+                Exception::sentence(static_cast<unsigned int>(type), " is no property type"));
+        try {
+            apply(type, value, target);
+        } catch (Exception::Exception const& failure) {
+            attachDetail(failure, misuse(type, value, target));
+            throw;
+        }
     }
     if (!attributes_.map().empty() && target.group != nullptr)
         mergeAttributes(attributes_, *target.group);

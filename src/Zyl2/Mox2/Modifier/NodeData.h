@@ -11,6 +11,7 @@
 #include "Zyl2/Mox2/PropertyMap.h"
 #include "Zyl2/Variant/Visitor/ValueGetter.h"
 
+#include <string>
 #include <vector>
 
 namespace Zyl2 {
@@ -56,6 +57,8 @@ private:
     };
 
     [[noreturn]] static void raiseEmptyNode(char const* function);
+    std::string misuse(PropertyType type, PropertyValue const& value,
+                       Target const& target) const noexcept;
     Target moveToTarget(Zyl2Mox::Tree& tree) const;
     using GroupSetter = void (Zyl2Mox::Group::*)(std::vector<float> const&);
     using ColorSetter = void (Zyl2Mox::Material::*)(std::vector<float> const&);

@@ -1,5 +1,5 @@
-#ifndef ZYL2_MOX2_DATA_ARRAYVIEW_H
-#define ZYL2_MOX2_DATA_ARRAYVIEW_H
+#ifndef ZYL2_MOX2_DATA_STOREDARRAY_H
+#define ZYL2_MOX2_DATA_STOREDARRAY_H
 
 #include "Zyl2/Util/Eigen.h"
 
@@ -10,17 +10,17 @@ namespace Data {
 
 /// Values of an array that somebody else holds, in row order.
 template <typename ArrayT>
-class ArrayView
+class StoredArray
 {
 public:
     using Scalar = typename ArrayT::Scalar;
 
     /// No rows.
-    ArrayView() = default;
+    StoredArray() = default;
 
     /// Looks at `array`, which must stay alive and keep its size.
-    // NOLINTNEXTLINE(google-explicit-constructor): an array is a view of itself
-    ArrayView(ArrayT const& array) : data_(array.data()), rows_(array.rows()), cols_(array.cols())
+    // NOLINTNEXTLINE(google-explicit-constructor): an array is looked at as it is
+    StoredArray(ArrayT const& array) : data_(array.data()), rows_(array.rows()), cols_(array.cols())
     {}
 
     Scalar const* data() const { return data_; }

@@ -52,6 +52,17 @@ TEST(ByteStream, ALineOfAThousandCharactersIsTaken)
     EXPECT_EQ(line.size(), 1000U);
 }
 
+TEST(ByteStream, ControlCharactersInALineAreRefused)
+{
+    Folder const folder;
+    for (char const* const text : {"a\x01z\n", "a\x7Fz\n"}) {
+        ByteStream source(folder.write("f", text));
+        std::string line;
+        EXPECT_EQ(messageOf([&] { source.readLine(line); }),
+                  "line 1: The line holds a control character.");
+    }
+}
+
 TEST(ByteStream, RecordsThatDoNotFitInTheFileAreRefusedBeforeAnyIsRead)
 {
     Folder const folder;
@@ -62,8 +73,9 @@ TEST(ByteStream, RecordsThatDoNotFitInTheFileAreRefusedBeforeAnyIsRead)
     EXPECT_EQ(messageOf([&] { source.requireRecords(3, 4, "the test"); }),
               "line 1: The file ends in the test: 3 records of 4 bytes do not fit in the 8 bytes "
               "left.");
-    EXPECT_EQ(messageOf([&] { source.requireRecords(0xFFFFFFFFFFFFFFFF, 4, "the test"); }),
-              "line 1: The file ends in the test: 18446744073709551615 records of 4 bytes do not "
+    // So many that their bytes, counted in 64 bits, would be four.
+    EXPECT_EQ(messageOf([&] { source.requireRecords(0x4000000000000001, 4, "the test"); }),
+              "line 1: The file ends in the test: 4611686018427387905 records of 4 bytes do not "
               "fit in the 8 bytes left.");
 }
 

@@ -122,7 +122,7 @@ TEST(Partial, AStepIsWholeWhenAnotherOneBegan)
 TEST(Partial, AStepIsNotWholeWhenABlockOfItIsCutOff)
 {
     std::string const second = block("FORC", 1);
-    for (std::size_t const cut : {1, 60, 200}) {
+    for (std::size_t const cut : {1U, 60U, 200U}) {
         Outcome const outcome =
             translateContent(mesh() + block("DISP", 1) + second.substr(0, second.size() - cut));
         EXPECT_EQ(outcome.complaint, "");

@@ -44,8 +44,8 @@ ArrayView ofAll(std::vector<Node> const& solved, double (Node::*member)[3])
 void write(std::string const& path)
 {
     std::vector<Node> const solved = solution();
-    std::vector<int> const connectivity{0, 1, 2, 3, 4};
-    std::vector<int> const polylengths{5};
+    std::vector<int> const connectivity{0, 1, 1, 2, 2, 3, 3, 4};
+    std::vector<int> const polylengths(nodes - 1, 2);
     // All normal stresses, then all shear stresses of each kind: columns first.
     std::vector<double> const stress(nodes * 6, 2.5e6);
     auto const value = static_cast<std::ptrdiff_t>(sizeof(double));

@@ -2,7 +2,8 @@
 #define TESTS_READ_ENSIGHT_RANDOMCASE_H
 
 #include "Model.h"
-#include "RandomPicks.h"
+
+#include "support/RandomPicks.h"
 
 #include <array>
 #include <cstdint>
@@ -47,7 +48,7 @@ private:
     Reals reals(std::size_t count);
     float real();
 
-    RandomPicks picks_;
+    Support::RandomPicks picks_;
     Model model_;
     std::size_t sharedNodes_ = 0;
     /// Of each step.

@@ -99,6 +99,11 @@ TEST_F(EnSightSource, SaysWhatIsWrongWithAMeshAndWhere)
     EXPECT_EQ(
         complaint("mesh", head + "part\n1\nx\nblock uniform\n2147483647 9 9\n0\n0\n0\n1\n1\n1\n"),
         "The file '*' has a block of more nodes than can be counted, at line 9.");
+    std::string const behindSize = "0\n0\n0\n1\n1\n1\n";
+    EXPECT_EQ(complaint("mesh", head + "part\n1\nx\nblock uniform\n2 2 2\n" + behindSize +
+                                    "part\n2\nx\nblock uniform\n2048 2048 1\n" + behindSize),
+              "The file '*' has 4194312 nodes in uniform and rectilinear blocks, more than 4194304 "
+              "and than the variables have bytes, at line 20.");
     EXPECT_EQ(complaint("mesh", head + "part\n1\nx\nblock range\n9 9 9\n3 2 1 1 1 1\n"),
               "The file '*' has a block without nodes, at line 10.");
 }

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <system_error>
 
 namespace EnSight {
 
@@ -319,6 +320,17 @@ CaseFile::StepPlace CaseFile::placeOf(Series const& series, std::size_t step) co
     return {pathOf(series.pattern, set.numbers.empty() ? set.firstNumber + step * set.increment
                                                        : set.numbers[step]),
             0};
+}
+
+std::uint64_t CaseFile::bytesOfVariables() const
+{
+    std::uint64_t bytes = 0;
+    for (Variable const& variable : variables_) {
+        std::error_code error;
+        auto const size = std::filesystem::file_size(placeOf(variable.files, 0).path, error);
+        bytes += error ? 0 : size;
+    }
+    return bytes;
 }
 
 std::filesystem::path CaseFile::pathOf(std::string pattern, std::uint64_t number) const

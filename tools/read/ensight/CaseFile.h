@@ -95,6 +95,8 @@ public:
     /// The latest step of a series that is not after a step of the case.
     std::size_t latestStepAt(TimeSet const* set, std::size_t step) const;
     StepPlace placeOf(Series const& series, std::size_t step) const;
+    /// Of the files with the first values of the variables.
+    std::uint64_t bytesOfVariables() const;
 
 private:
     struct Entry

@@ -14,6 +14,8 @@ namespace {
 using Exchange::ElementType;
 
 constexpr std::size_t axes = 3;
+/// As many as a case without variables may have of those that its files have no bytes for.
+constexpr std::uint64_t freeLatticeNodes = std::uint64_t{1} << 22U;
 
 bool isSection(Words const& words, Words const& allowed)
 {
@@ -69,7 +71,8 @@ std::array<std::uint64_t, axes> cellsBetween(std::array<std::uint64_t, axes> nod
 
 } // namespace
 
-MeshReader::MeshReader(DataFile& file, Exchange::Report& report) : file_(file), report_(report)
+MeshReader::MeshReader(DataFile& file, std::uint64_t bytesOfVariables, Exchange::Report& report)
+    : file_(file), report_(report), mostLatticeNodes_(std::max(freeLatticeNodes, bytesOfVariables))
 {
     mesh_.path = file.path();
 }
@@ -371,7 +374,9 @@ void MeshReader::readBlockCoordinates(Words const& words)
     std::vector<double>& coordinates = part.part.coordinates;
     bool const isUniform = contains(words, "uniform");
     bool const isLattice = isUniform || contains(words, "rectilinear");
-    if (!isLattice)
+    if (isLattice)
+        countLatticeNodes(part.nodeCount);
+    else
         file_.requireNumbers(axes * part.nodeCount);
     std::array<Reals, axes> values;
     for (std::size_t axis = 0; axis < (isUniform ? 2 : axes); ++axis)
@@ -387,6 +392,16 @@ void MeshReader::readBlockCoordinates(Words const& words)
                           static_cast<double>(place[axis]) * static_cast<double>(values[1][axis])
                     : static_cast<double>(values[axis][isLattice ? place[axis] : i]);
     }
+}
+
+/// A few bytes tell of any number of such nodes. Those that somebody computed with have values.
+void MeshReader::countLatticeNodes(std::uint64_t count)
+{
+    latticeNodes_ += count;
+    if (latticeNodes_ > mostLatticeNodes_)
+        file_.raise("has " + std::to_string(latticeNodes_) +
+                    " nodes in uniform and rectilinear blocks, more than " +
+                    std::to_string(freeLatticeNodes) + " and than the variables have bytes");
 }
 
 void MeshReader::readOfBlock(std::string const& keyword)

@@ -20,7 +20,8 @@ class MeshReader
 {
 public:
     /// The file has read the first line of the step.
-    MeshReader(DataFile& file, Exchange::Report& report);
+    /// \param bytesOfVariables how large the case is beside its mesh
+    MeshReader(DataFile& file, std::uint64_t bytesOfVariables, Exchange::Report& report);
 
     /// \param hasElements whether the step has to have elements
     Mesh read(bool hasElements);
@@ -56,6 +57,7 @@ private:
 
     void readBlock(Words const& words);
     void readBlockCoordinates(Words const& words);
+    void countLatticeNodes(std::uint64_t count);
     void readOfBlock(std::string const& keyword);
     void addCells();
     bool isShown(std::size_t cell, std::vector<std::uint32_t> const& nodes);
@@ -72,6 +74,9 @@ private:
     std::vector<std::int64_t> sharedIds_;
     /// Ids of nodes, ascending, and where these are; empty where these are rows.
     std::vector<std::pair<std::int32_t, std::uint32_t>> rowsOfIds_;
+    /// How many nodes there may be, and are, that the file has no bytes for.
+    std::uint64_t mostLatticeNodes_;
+    std::uint64_t latticeNodes_ = 0;
 
     // Of the latest part.
     bool hasNodes_ = false;

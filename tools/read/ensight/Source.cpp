@@ -135,7 +135,7 @@ private:
         bool const hasElements = step == description_.stepOfElements.value_or(step);
         Mesh mesh;
         files_.read(step, encoding_, [&](DataFile& file) {
-            MeshReader reader(file, report);
+            MeshReader reader(file, case_.bytesOfVariables(), report);
             mesh = isMeasured_ ? reader.readMeasured() : reader.read(hasElements);
         });
         return mesh;

@@ -1,11 +1,13 @@
-#ifndef TESTS_READ_ENSIGHT_RANDOMPICKS_H
-#define TESTS_READ_ENSIGHT_RANDOMPICKS_H
+#ifndef TESTS_SUPPORT_RANDOMPICKS_H
+#define TESTS_SUPPORT_RANDOMPICKS_H
 
 #include <cstddef>
 #include <cstdint>
 #include <random>
 #include <utility>
 #include <vector>
+
+namespace Support {
 
 /// Picks that are the same with every standard library, which the distributions of `std` are not.
 class RandomPicks
@@ -33,5 +35,7 @@ public:
 private:
     std::mt19937 engine_;
 };
+
+} // namespace Support
 
 #endif

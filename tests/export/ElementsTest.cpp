@@ -181,6 +181,8 @@ TEST(Elements, AnUnknownTypeIsToldWithItsShape)
               R"(Shape "part": There is no type of element of dimension 2 with 1 node.)");
     EXPECT_EQ(complaint(1, {3}, "Spiral"),
               R"(Shape "part": The type of element "Spiral" is unknown.)");
+    EXPECT_EQ(complaint(3, {14}, "Pyramid 14"),
+              R"(Shape "part": VTK has no cell for elements of the type "Pyramid 14".)");
     EXPECT_EQ(complaint(2, {5}, "Quadratic linear quad"),
               R"(Shape "part": A Quadratic linear quad can't have 5 nodes.)");
 }

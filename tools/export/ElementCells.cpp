@@ -29,6 +29,14 @@ ElementType const* findNamed(std::string const& name)
     return isNamed && Vtk::CellType::of(*type) != nullptr ? type : nullptr;
 }
 
+std::string complaintAbout(std::string const& name)
+{
+    ElementType const* const type = ElementType::find(name);
+    return type == nullptr || type->isToldByCount
+               ? "The type of element \"" + name + "\" is unknown."
+               : "VTK has no cell for elements of the type \"" + name + "\".";
+}
+
 std::string plural(std::uint32_t nodeCount)
 {
     return std::to_string(nodeCount) + (nodeCount == 1 ? " node" : " nodes");
@@ -54,7 +62,7 @@ ElementCells::ElementCells(int dimension, std::string const& elementType)
     : dimension_(dimension), elementType_(elementType)
 {
     if (!elementType_.empty() && findNamed(elementType_) == nullptr)
-        throw Error("The type of element \"" + elementType_ + "\" is unknown.");
+        throw Error(complaintAbout(elementType_));
 }
 
 unsigned char ElementCells::of(std::uint32_t nodeCount)

@@ -2,7 +2,9 @@
 
 from __future__ import annotations
 
+import os
 import re
+import subprocess
 import warnings
 from pathlib import Path
 from typing import Any, Dict, List, Tuple
@@ -194,3 +196,28 @@ def test_solver_results_become_meshes(translated: List[Path]) -> None:
                     for block in moxwriter.to_meshio(node, step).cells:
                         types[block.type] = types.get(block.type, 0) + len(block.data)
     assert {"hexahedron20", "tetra10", "wedge", "wedge15", "quad8", "line"} <= set(types), types
+
+
+@pytest.mark.skipif("MOX_READS_EXODUS" not in os.environ, reason="mox was built without Exodus")
+def test_exodus_files_of_meshio_are_translated(mox: str, tmp_path: Path) -> None:
+    pytest.importorskip("netCDF4")
+    points = np.array(_HEXAHEDRON + [(0, 0, 2)], float)
+    blocks = [("hexahedron", np.arange(8)[None]), ("tetra", np.array([[4, 5, 7, 8]]))]
+    temperature = np.arange(9) / 8
+    velocity = np.arange(27.0).reshape(9, 3)
+    results = {"T": temperature, "velocity": velocity}
+    meshio.write(tmp_path / "in.e", meshio.Mesh(points, blocks, results), "exodus")
+    model = tmp_path / "out.mox"
+    for command in (["translate", str(tmp_path / "in.e"), str(model)], ["check", str(model)]):
+        answer = subprocess.run([mox, *command], capture_output=True, text=True)
+        assert (answer.returncode, answer.stderr) == (0, "")
+    with moxwriter.open(model) as file:
+        shapes = [node for node in file.nodes() if node.kind == "shape"]
+        (step,) = file.steps
+        assert len(shapes) == len(blocks)
+        for shape, (_, cells) in zip(shapes, blocks):
+            rows = shape["Node Ids"].reshape(-1) - 1
+            assert rows[shape["Connectivity"].reshape(-1)].tolist() == cells[0].tolist()
+            np.testing.assert_array_equal(shape["Coordinates"], points[rows])
+            np.testing.assert_array_equal(shape["T", step].reshape(-1), temperature[rows])
+            np.testing.assert_array_equal(shape["velocity", step], velocity[rows])

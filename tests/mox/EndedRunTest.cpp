@@ -236,6 +236,13 @@ TEST_F(EndedRun, OfTranslateByALibraryLeavesNothingOrAll)
     tryMoments({"translate", inputOf(cube(large)), out("out.mox")});
 }
 
+TEST_F(EndedRun, OfTranslateOfASeriesLeavesNothingOrAll)
+{
+    std::string const series = input_.path("in.pvd").string();
+    ASSERT_EQ(statusOf(start({"export", translated(solved), series}, 0)), 0);
+    tryMoments({"translate", series, out("out.mox")});
+}
+
 TEST_F(EndedRun, OfExportToAFileLeavesNothingOrAll)
 {
     tryMoments({"export", translated(inputOf(cube(large))), out("out.vtu")});
@@ -259,6 +266,30 @@ TEST_F(EndedRun, OfExportOverOldStepsLeavesTheOldOrTheNew)
 TEST_F(EndedRun, OfViewLeavesNothingOrAll)
 {
     tryMoments({"view", translated(inputOf(cube(large))), out("out.png"), "--size", "320x240"});
+}
+
+#endif
+
+#ifdef HAS_GMSH
+
+/// Triangles in a row.
+std::string strip(int count)
+{
+    std::string nodes;
+    std::string elements;
+    for (int i = 1; i <= count + 2; ++i)
+        nodes += std::to_string(i) + " " + std::to_string(i) + " " + std::to_string(i % 2) + " 0\n";
+    for (int i = 1; i <= count; ++i)
+        elements += std::to_string(i) + " 2 2 1 1 " + std::to_string(i) + " " +
+                    std::to_string(i + 1 + i % 2) + " " + std::to_string(i + 2 - i % 2) + "\n";
+    return "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n" + std::to_string(count + 2) + "\n" +
+           nodes + "$EndNodes\n$Elements\n" + std::to_string(count) + "\n" + elements +
+           "$EndElements\n";
+}
+
+TEST_F(EndedRun, OfTranslateByAChildLeavesNothingOrAll)
+{
+    tryMoments({"translate", input_.write("in.msh", strip(20000)).string(), out("out.mox")});
 }
 
 #endif

@@ -1,4 +1,4 @@
-"""One build tree for each encoder of the library."""
+"""The build tree of what is measured."""
 
 import os
 import subprocess
@@ -13,61 +13,64 @@ PEERS = ("hdf5", "vtk", "exodus")
 class Programs:
     """The programs that could be built."""
 
-    encoders: dict = field(default_factory=dict)
-    """The program that drives moxwriter, by encoder."""
+    moxwriter: Path = None
+    """The program that drives moxwriter."""
+    encoders: list = field(default_factory=list)
+    """The encoders that it can be run with."""
     peers: dict = field(default_factory=dict)
     limits: Path = None
     shuffle: Path = None
     bare_encoders: list = field(default_factory=list)
 
 
-def configure(root, tree, encoder, missing):
+def configure(root, tree):
     command = ["cmake", "-S", root, "-B", tree, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                "-DMOXWRITER_BUILD_BENCH=ON", "-DMOXWRITER_BUILD_TESTS=OFF",
-               "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF",
-               f"-DMOXWRITER_DEFLATE={encoder}"]
+               "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF"]
     done = subprocess.run(command, capture_output=True, text=True)
     if done.returncode != 0:
-        print(f"Leaving {encoder} out, it can't be configured:\n{done.stderr}", file=sys.stderr)
-        return False
-    # What is not installed shows in the same way for every encoder.
-    missing.update(line[3:] for line in done.stdout.splitlines() if line.startswith("-- No "))
-    return True
+        sys.exit(done.stderr)
+    # What is not installed.
+    print("".join(f"{line[3:]}\n" for line in done.stdout.splitlines() if line.startswith("-- No ")),
+          end="")
 
 
-def compile_targets(tree, targets, jobs):
+def compile_all(tree, jobs):
     command = ["cmake", "--build", tree, "--parallel", str(jobs or os.cpu_count())]
-    if targets:
-        command += ["--target", *targets]
     done = subprocess.run(command, stdout=subprocess.PIPE, text=True)
     if done.returncode != 0:
         sys.exit(done.stdout)
 
 
-def add_common_programs(programs, folder):
-    """What does not depend on the encoder, from the first tree that there is."""
-    programs.limits = folder / "bench_limits"
-    programs.shuffle = folder / "bench_shuffle"
-    programs.peers = {peer: folder / f"bench_{peer}" for peer in PEERS
-                      if (folder / f"bench_{peer}").exists()}
-    usage = subprocess.run([programs.limits], capture_output=True, text=True).stderr.split()
-    programs.bare_encoders = [name for name in ("zlib", "libdeflate", "isal") if name in usage]
+def words_of_usage(program):
+    return subprocess.run([program], capture_output=True, text=True).stderr.split()
+
+
+def found_encoders(tree):
+    """Those that the library was built with, as its build tree tells."""
+    cache = (tree / "CMakeCache.txt").read_text().splitlines()
+    line = next(line for line in cache if line.startswith("MOXWRITER_ENCODERS:"))
+    return line.partition("=")[2].split(", ")
 
 
 def build(root, encoders, jobs):
-    programs = Programs()
-    missing = set()
-    for encoder in encoders:
-        tree = root / "build" / "bench" / encoder
-        print(f"Building with {encoder}", flush=True)
-        if not configure(root, tree, encoder, missing):
-            continue
-        first = not programs.encoders
-        compile_targets(tree, [] if first else ["bench_moxwriter"], jobs)
-        if first:
-            add_common_programs(programs, tree / "bench")
-        programs.encoders[encoder] = tree / "bench" / "bench_moxwriter"
-    print("".join(f"{line}\n" for line in sorted(missing)), end="")
+    tree = root / "build" / "bench" / "release"
+    print("Building", flush=True)
+    configure(root, tree)
+    compile_all(tree, jobs)
+    folder = tree / "bench"
+    programs = Programs(
+        moxwriter=folder / "bench_moxwriter",
+        encoders=[encoder for encoder in encoders if encoder in found_encoders(tree)],
+        peers={peer: folder / f"bench_{peer}" for peer in PEERS
+               if (folder / f"bench_{peer}").exists()},
+        limits=folder / "bench_limits",
+        shuffle=folder / "bench_shuffle",
+        bare_encoders=[name for name in ("zlib", "libdeflate", "isal")
+                       if name in words_of_usage(folder / "bench_limits")])
     if not programs.encoders:
         sys.exit("Nothing to measure")
+    for encoder in encoders:
+        if encoder not in programs.encoders:
+            print(f"Leaving {encoder} out, the library is built without it", file=sys.stderr)
     return programs

@@ -76,9 +76,13 @@ def ours(encoder, detail=""):
     return f"moxwriter {encoder}{detail}"
 
 
+def of_encoder(programs, encoder, workload, sizes, detail="", environment=None):
+    return Subject(ours(encoder, detail), command(programs.moxwriter, workload, sizes),
+                   environment={"MOXWRITER_ENCODER": encoder, **(environment or {})})
+
+
 def of_each_encoder(programs, encoders, workload, sizes):
-    return [Subject(ours(encoder), command(programs.encoders[encoder], workload, sizes))
-            for encoder in encoders]
+    return [of_encoder(programs, encoder, workload, sizes) for encoder in encoders]
 
 
 def of_hdf5(programs, name, workload, sizes, rounds=UNLIMITED):
@@ -99,9 +103,8 @@ def transient(programs, encoders, sizes, folder):
 
     def prepare():
         model_folder.mkdir()
-        program = programs.encoders[encoders[0]]
-        subprocess.run([*command(program, "transient", sizes), "--output", model_folder], check=True,
-                       stdout=subprocess.DEVNULL)
+        subprocess.run([*command(programs.moxwriter, "transient", sizes), "--output", model_folder],
+                       check=True, stdout=subprocess.DEVNULL)
         subprocess.run(command(programs.limits, "extract", inputs), check=True)
 
     def clean_up():
@@ -141,8 +144,7 @@ def paths(programs, encoders, sizes, _folder):
                 subjects += of_hdf5(programs, f"HDF5{detail}", "paths", flags)
                 subjects += of_hdf5(programs, f"HDF5 newest{detail}", "paths-in-newest-format",
                                     flags, ONCE)
-            subjects += [Subject(ours(encoder, detail),
-                                 command(programs.encoders[encoder], "paths", flags))
+            subjects += [of_encoder(programs, encoder, "paths", flags, detail)
                          for encoder in encoders]
     return Workload("c", sizes, subjects)
 
@@ -161,9 +163,8 @@ def large_results(programs, encoders, sizes, _folder):
     for encoder in encoders:
         for count in (sizes["few"], sizes["many"]):
             flags = {"bytes": sizes["bytes"], "datasets": count}
-            subjects.append(Subject(ours(encoder, f", {count} datasets"),
-                                    command(programs.encoders[encoder], "large-results", flags),
-                                    environment=environment))
+            subjects.append(of_encoder(programs, encoder, "large-results", flags,
+                                       f", {count} datasets", environment))
     # Memory does not vary between runs as time does.
     return Workload("e", sizes, subjects, most_rounds=1)
 

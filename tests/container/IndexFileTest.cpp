@@ -2,7 +2,6 @@
 
 #include "Bytes.h"
 #include "ContainerReader.h"
-#include "EncodedBlock.h"
 #include "InflatedBlock.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -77,8 +76,7 @@ TEST(IndexFile, ACompressedBlockBearsItsFlagAndItsCompressedSize)
         PutBytes(f.GetIndex(), "Plain", "b");
         f.AddBlockTransformation("Key", BlockTransformationType::Compress);
     });
-    std::string const block =
-        Support::EncodedBlock(Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"), "aaaaaaaa");
+    std::string const block = Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09");
     auto const size = static_cast<std::uint32_t>(block.size());
     EXPECT_EQ(file, Header + RootIndexHead + Entry(1, "Key", size, 1) + Entry(2, "Plain", 1, 0) +
                         Support::SpareEntries(3, 20) + block + "b");
@@ -254,7 +252,7 @@ TEST(IndexFile, ASpareSlotThatIsMarkedForCompressionStillReadsBack)
         f.AddBlockTransformation(Spare, BlockTransformationType::Compress);
     });
     std::vector<ReadSlot> const slots = Support::ReadSlots(file);
-    std::string const block = Support::EncodedBlock(Hex("00 00 00 00 78 9C 03 00 00 00 00 01"), "");
+    std::string const block = Hex("00 00 00 00 78 9C 03 00 00 00 00 01");
     EXPECT_EQ(slots[1].content, block);
     EXPECT_EQ(slots[19].offset, 2801U + 18 * block.size());
 }

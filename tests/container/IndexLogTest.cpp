@@ -1,5 +1,4 @@
 #include "Bytes.h"
-#include "EncodedBlock.h"
 #include "LogCapture.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -64,10 +63,7 @@ TEST(IndexLog, TheWholeStoryOfAFileIsToldInOrder)
         index.WriteAllBuffersToFileStream(file.GetStream());
         file.CloseFile();
     }
-    std::size_t const size =
-        Support::EncodedBlock(Support::Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09"),
-                              "aaaaaaaa")
-            .size();
+    std::size_t const size = Support::Hex("08 00 00 00 78 9C 4B 4C 84 00 00 0D AC 03 09").size();
     std::vector<std::string> const expected =
         std::vector<std::string>{"Flushing frozen blocks ... ",
                                  "Writing buffer 0 to stream.",
@@ -205,8 +201,7 @@ TEST(IndexLog, AnEmptyBlockThatIsCompressedHasOnlyALengthAfterwards)
     Index index(12);
     index.AddBlock("Key");
     index.AddTransformation("Key", BlockTransformationType::Compress);
-    std::size_t const size =
-        Support::EncodedBlock(Support::Hex("00 00 00 00 78 9C 03 00 00 00 00 01"), "").size();
+    std::size_t const size = Support::Hex("00 00 00 00 78 9C 03 00 00 00 00 01").size();
     LogCapture log;
     index.WriteBufferToFileStream(0, stream.get());
     EXPECT_EQ(log.Texts(), (std::vector<std::string>{

@@ -1,24 +1,24 @@
 #!/usr/bin/env bash
 # Installs the library into a clean prefix and builds and runs the hosts in project/ against it.
 #
-#   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR ENCODER
+#   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR
 set -euo pipefail
 
-source=$1 work=$2 kind=$3 config=$4 compiler=$5 generator=$6 encoder=$7
+source=$1 work=$2 kind=$3 config=$4 compiler=$5 generator=$6
 case $kind in
     shared) shared=ON ;;
     static) shared=OFF ;;
 esac
 # Hosts of all kinds find their prefix by the same relative path, so that a compiler cache can tell that
 # they are compiled alike.
-folder=$work/$kind-$config-$encoder
+folder=$work/$kind-$config
 library=$folder/library
 prefix=$folder/prefix
 host=$folder/host-$compiler
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_DEFLATE="$encoder"
+    -DMOXWRITER_BUILD_EXAMPLES=OFF
 cmake --build "$library"
 rm -rf "$prefix" "$host"
 cmake --install "$library" --prefix "$prefix"

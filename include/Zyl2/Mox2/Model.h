@@ -106,7 +106,7 @@ struct IfViews : std::enable_if<!(IsArrayPropertyValues<ValuesT>::value &&
 /// and takes no locks. A model, or an exception, may be handed from one thread to another, but the
 /// two must not use it at once. Values, attributes, properties and steps that nobody changes may be
 /// given to several models at once. The environment (`setenv`, `putenv`) must not change meanwhile:
-/// the time zone and the block size are read from it.
+/// the time zone and the library's own variables are read from it.
 class ZYL2_EXPORT Model
 {
 public:
@@ -142,13 +142,15 @@ public:
     /// With an empty path no file is created: the model can be filled, and nothing is written.
     ///
     /// \param path    path of the file; a wide path is narrowed to the low 8 bits of each character
-    /// \param options whether an existing file is overwritten; texts of the writing record
+    /// \param options whether an existing file is overwritten; texts of the writing record; what
+    ///                compresses the file
     /// \pre the model is empty
     /// \throws Exception::InvalidObjectState "Not Empty": the model was saved and not closed since
+    /// \throws Exception::InvalidArguments the encoder that the options or the environment ask for
+    ///         is not there; the detail says which ones are, and the model stays empty
     /// \throws Exception::FileOpenException "File exists.": and `options.overwrite` is false
     /// \throws Exception::MiscelleneousException "Unable to open file ...": the system refuses
-    /// \post after a failure other than "Not Empty" the model must be closed before it can be saved
-    ///       again
+    /// \post after a failure of the file the model must be closed before it can be saved again
     void saveTo(std::string const& path, SaverOptions const& options = SaverOptions());
     /// \copydoc saveTo(std::string const&, SaverOptions const&)
     void saveTo(char const* path, SaverOptions const& options = SaverOptions());

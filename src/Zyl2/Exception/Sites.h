@@ -199,6 +199,13 @@ inline constexpr Site<InvalidObjectState> FileNotWritable{
     "void Zyl2::Mox2::Database::assertOpenedForWriting() const"};
 } // namespace Database
 
+namespace Saver {
+inline constexpr char const* Source = "Zyl2/Mox2/Saver";
+inline constexpr char const* ExtractFrom =
+    "virtual void Zyl2::Mox2::Saver::extractFrom(Zyl2::Mox2::Database&)";
+inline constexpr Site<InvalidArguments> NoSuchEncoder{nullptr, Source, 21, ExtractFrom};
+} // namespace Saver
+
 namespace Model {
 inline constexpr Site<FileWriteException> WrittenInVain{
     "Unable to write to file", "Zyl2/Mox2/Model", 183, "void Zyl2::Mox2::Model::close()"};

@@ -1,5 +1,6 @@
 #include "Zyl2/Mox2/Saver.h"
 
+#include "Zyl2/Mox2/ChosenEncoder.h"
 #include "Zyl2/Wvf/Globals.h"
 
 namespace Zyl2 {
@@ -8,6 +9,8 @@ namespace Mox2 {
 void Saver::extractFrom(Database& database)
 {
     database.assertEmpty();
+    SaverOptions const& options = getOptions();
+    Zyl2Wvf::BlockEncoder const& encoder = chosenEncoder(options.encoder);
     // Set before anything can fail, so that a host whose file could not be opened has to close the
     // model before it saves it to another one.
     database.openedForReading = false;
@@ -15,11 +18,11 @@ void Saver::extractFrom(Database& database)
     database.tree = std::make_shared<Zyl2Mox::Tree>();
 
     Zyl2Mox::Tree& tree = *database.tree;
+    tree.GetFile().GetIndex().SetEncoder(encoder);
     if (openFile(tree)) {
         tree.SetFormatVersion(Zyl2Wvf::mox_file_version);
         tree.GetFile().WriteHeader();
     }
-    SaverOptions const& options = getOptions();
     if (!options.text1.empty())
         tree.GetScratchModifierInfo().SetTexts(options.text1, options.text2);
 }

@@ -18,6 +18,7 @@ public:
     using Base::Saver<Database, SaverOptions>::extractFrom;
 
     /// \throws InvalidObjectState "Not Empty"
+    /// \throws InvalidArguments the encoder that is asked for is not there; nothing is changed
     /// \throws FileOpenException "File exists."
     /// \throws MiscelleneousException the file can't be opened
     virtual void extractFrom(Database& database);

@@ -95,7 +95,7 @@ void BlockSaver::Compress(std::size_t slot)
         return;
     Block& block = slots_.GetBlock(slot);
     std::uint32_t const length = block.GetLength();
-    BlockZlibCompressor compress(SavingLevel, spares_);
+    BlockZlibCompressor compress(SavingLevel, *encoder_, spares_);
     compress(block);
     CheckCompressed(block);
     item.transformations = static_cast<std::uint8_t>(

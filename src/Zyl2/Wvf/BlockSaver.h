@@ -1,6 +1,7 @@
 #ifndef ZYL2_WVF_BLOCKSAVER_H
 #define ZYL2_WVF_BLOCKSAVER_H
 
+#include "Zyl2/Wvf/BlockEncoder.h"
 #include "Zyl2/Wvf/LimiterMap.h"
 #include "Zyl2/Wvf/SlotTable.h"
 #include "Zyl2/Wvf/SpareBuffers.h"
@@ -18,6 +19,9 @@ class BlockSaver
 {
 public:
     BlockSaver(SlotTable& slots, LimiterMap& limiters);
+
+    /// From now on blocks are compressed by `encoder`, and no longer by zlib.
+    void SetEncoder(BlockEncoder const& encoder) { encoder_ = &encoder; }
 
     /// Transforms the slot's block, unless that was done before, saves it and releases its buffer.
     /// \throws InvalidObjectState the slot is frozen: it was saved before
@@ -59,6 +63,7 @@ private:
 
     SlotTable& slots_;
     LimiterMap& limiters_;
+    BlockEncoder const* encoder_ = &ZlibEncoder();
     SpareBuffers spares_;
     /// Slots before this one are frozen or index blocks.
     std::size_t firstUnsavedSlot_ = 0;

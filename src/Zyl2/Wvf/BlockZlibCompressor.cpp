@@ -11,9 +11,6 @@
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Util/Buffer.h"
 #include "Zyl2/Wvf/Block.h"
-#include "Zyl2/Wvf/FastDeflate.h"
-
-#include <zlib.h>
 
 #include <cstdint>
 #include <cstring>
@@ -35,20 +32,19 @@ std::size_t CompressionBound(std::uint32_t length)
     return static_cast<std::size_t>(static_cast<float>(length) * 1.2F) + 12;
 }
 
-/// One zlib stream, by the encoder that was built in or else by zlib.
+/// One zlib stream, by the encoder or, where that can't, by zlib.
 /// \return its bytes; nothing when it can't be made
-std::optional<std::size_t> Deflate(Block const& block, unsigned char* destination,
-                                   std::size_t capacity, int level)
+std::optional<std::size_t> Deflate(BlockEncoder const& encoder, Block const& block,
+                                   unsigned char* destination, std::size_t capacity, int level)
 {
     unsigned char const nothing = 0;
     std::uint32_t const length = block.GetLength();
     unsigned char const* const source = length == 0 ? &nothing : block.GetData();
-    if (auto const written = FastDeflate(source, length, destination, capacity, level))
+    if (auto const written = encoder.encode(source, length, destination, capacity, level))
         return written;
-    uLongf written = capacity;
-    if (compress2(destination, &written, source, length, level) != Z_OK)
+    if (&encoder == &ZlibEncoder())
         return std::nullopt;
-    return written;
+    return ZlibEncoder().encode(source, length, destination, capacity, level);
 }
 
 } // namespace
@@ -65,7 +61,7 @@ void BlockZlibCompressor::operator()(Block& block)
     buffer.PreferHugePages();
 
     auto const compressed =
-        Deflate(block, buffer.GetData() + PrefixLength, capacity - PrefixLength, level_);
+        Deflate(encoder_, block, buffer.GetData() + PrefixLength, capacity - PrefixLength, level_);
     if (!compressed) {
         block.Reset();
         return;

@@ -1,6 +1,7 @@
 #ifndef ZYL2_WVF_BLOCKZLIBCOMPRESSOR_H
 #define ZYL2_WVF_BLOCKZLIBCOMPRESSOR_H
 
+#include "Zyl2/Wvf/BlockEncoder.h"
 #include "Zyl2/Wvf/BlockTransformation.h"
 #include "Zyl2/Wvf/SpareBuffers.h"
 
@@ -8,17 +9,20 @@
 
 namespace Zyl2Wvf {
 
-/// Compresses a block into its length and one zlib stream. Another encoder than zlib may have been
-/// built in; the stream is one that any inflate reads all the same.
+/// Compresses a block into its length and one zlib stream, whichever encoder makes that.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never deleted through its base
 class BlockZlibCompressor final : public BlockTransformation
 {
 public:
     /// \param level zlib's compression level; blocks are saved with 6
-    explicit BlockZlibCompressor(int level) : level_(level) {}
+    explicit BlockZlibCompressor(int level, BlockEncoder const& encoder = ZlibEncoder())
+        : level_(level), encoder_(encoder)
+    {}
 
     /// \param spares taken from for the stream; a large content's buffer is left there
-    BlockZlibCompressor(int level, SpareBuffers& spares) : level_(level), spares_(&spares) {}
+    BlockZlibCompressor(int level, BlockEncoder const& encoder, SpareBuffers& spares)
+        : level_(level), encoder_(encoder), spares_(&spares)
+    {}
 
     /// Compresses the block; a block that can't be compressed is left empty.
     /// \throws MemoryAllocationException no buffer, or the compressed block would be too long; the
@@ -29,6 +33,7 @@ private:
     void Replace(Block& block, Zyl2Util::Buffer stream, std::uint32_t length);
 
     int level_;
+    BlockEncoder const& encoder_;
     SpareBuffers* spares_ = nullptr;
 };
 

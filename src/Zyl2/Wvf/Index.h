@@ -41,6 +41,9 @@ public:
     Index(Index const&) = delete;
     Index& operator=(Index const&) = delete;
 
+    /// From now on blocks are compressed by `encoder`, and no longer by zlib.
+    void SetEncoder(BlockEncoder const& encoder) { saver_.SetEncoder(encoder); }
+
     /// Appends a slot for `name`, whatever the pool holds.
     /// \return number of the slot
     std::size_t CreateBlock(std::string const& name) { return slots_.CreateBlock(name); }

@@ -1,4 +1,4 @@
-#include "Zyl2/Wvf/FastDeflate.h"
+#include "Zyl2/Wvf/BlockEncoder.h"
 
 #include <libdeflate.h>
 
@@ -22,16 +22,9 @@ int EquivalentLevel(int level)
     return level > 1 ? level - 1 : level;
 }
 
-} // namespace
-
-char const* DeflateEncoderName() noexcept
-{
-    return "libdeflate";
-}
-
-std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t length,
-                                       unsigned char* destination, std::size_t capacity,
-                                       int level) noexcept
+std::optional<std::size_t> EncodeByLibdeflate(unsigned char const* source, std::size_t length,
+                                              unsigned char* destination, std::size_t capacity,
+                                              int level) noexcept
 {
     // Other levels are left to zlib, which refuses some that libdeflate knows.
     if (level < 1 || level > 9)
@@ -43,6 +36,15 @@ std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t 
     std::size_t const written =
         libdeflate_zlib_compress(compressor.get(), source, length, destination, capacity);
     return written == 0 ? std::nullopt : std::optional<std::size_t>(written);
+}
+
+constexpr BlockEncoder Libdeflate{"libdeflate", EncodeByLibdeflate};
+
+} // namespace
+
+BlockEncoder const* LibdeflateEncoder() noexcept
+{
+    return &Libdeflate;
 }
 
 } // namespace Zyl2Wvf

@@ -1,4 +1,4 @@
-#include "Zyl2/Wvf/FastDeflate.h"
+#include "Zyl2/Wvf/BlockEncoder.h"
 
 #include <isa-l/igzip_lib.h>
 
@@ -47,16 +47,9 @@ std::uint32_t Limited(std::size_t count)
     return static_cast<std::uint32_t>(std::min<std::size_t>(count, UINT32_MAX));
 }
 
-} // namespace
-
-char const* DeflateEncoderName() noexcept
-{
-    return "isal";
-}
-
-std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t length,
-                                       unsigned char* destination, std::size_t capacity,
-                                       int level) noexcept
+std::optional<std::size_t> EncodeByIsal(unsigned char const* source, std::size_t length,
+                                        unsigned char* destination, std::size_t capacity,
+                                        int level) noexcept
 {
     // Stored streams and invalid levels are zlib's.
     if (level < 1 || level > 9 || length > UINT32_MAX)
@@ -81,6 +74,15 @@ std::optional<std::size_t> FastDeflate(unsigned char const* source, std::size_t 
     if (isal_deflate_stateless(stream.get()) != COMP_OK || stream->avail_in != 0)
         return std::nullopt;
     return static_cast<std::size_t>(stream->next_out - destination);
+}
+
+constexpr BlockEncoder Isal{"isal", EncodeByIsal};
+
+} // namespace
+
+BlockEncoder const* IsalEncoder() noexcept
+{
+    return &Isal;
 }
 
 } // namespace Zyl2Wvf

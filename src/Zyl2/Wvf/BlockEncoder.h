@@ -1,0 +1,43 @@
+#ifndef ZYL2_WVF_BLOCKENCODER_H
+#define ZYL2_WVF_BLOCKENCODER_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Zyl2Wvf {
+
+/// One of the libraries that make the streams of compressed blocks.
+struct BlockEncoder
+{
+    /// What users know it by.
+    char const* name;
+
+    /// Encodes `length` bytes as one zlib stream. Threads may call it at the same time.
+    ///
+    /// \param destination `capacity` bytes
+    /// \param level       zlib's compression level; an encoder that has others takes its nearest
+    /// \return bytes of the stream; nothing when the encoder can't do it: zlib has to try then
+    std::optional<std::size_t> (*encode)(unsigned char const* source, std::size_t length,
+                                         unsigned char* destination, std::size_t capacity,
+                                         int level) noexcept;
+};
+
+/// The one that is always there.
+BlockEncoder const& ZlibEncoder() noexcept;
+
+/// Null when the library was built without it.
+BlockEncoder const* LibdeflateEncoder() noexcept;
+/// \copydoc LibdeflateEncoder
+BlockEncoder const* IsalEncoder() noexcept;
+
+/// Null when no encoder that is there has the name.
+BlockEncoder const* FindEncoder(std::string_view name) noexcept;
+
+/// Those that are there, such as "zlib, libdeflate".
+std::string NamesOfEncoders();
+
+} // namespace Zyl2Wvf
+
+#endif

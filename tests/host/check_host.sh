@@ -18,7 +18,7 @@ host=$folder/host-$compiler
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF
+    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF
 cmake --build "$library"
 rm -rf "$prefix" "$host"
 cmake --install "$library" --prefix "$prefix"

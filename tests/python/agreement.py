@@ -27,7 +27,7 @@ from typing import Any, Dict, List, Optional, Tuple
 
 import numpy as np
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "bindings" / "python"))
+sys.path.append(str(Path(__file__).resolve().parents[2] / "bindings" / "python"))
 
 import damage
 import moxwriter

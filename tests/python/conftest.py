@@ -14,7 +14,7 @@ from typing import Dict, List
 
 import pytest
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "bindings" / "python"))
+sys.path.append(str(Path(__file__).resolve().parents[2] / "bindings" / "python"))
 
 
 @pytest.fixture(scope="session")

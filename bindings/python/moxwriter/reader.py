@@ -92,6 +92,14 @@ DEFAULT_TREE_BYTES = 1 << 30
 class Error(Exception):
     """Root of everything that this package raises."""
 
+    #: What exactly was wrong, where that is told beside the text: by failures of writing.
+    detail = ""
+
+    @property
+    def text(self) -> str:
+        """What failed, without the detail."""
+        return str(self)
+
     def __str__(self) -> str:
         # As KeyError, some kinds would show the sentence in quotes.
         return str(self.args[0]) if self.args else ""

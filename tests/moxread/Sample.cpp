@@ -98,7 +98,9 @@ std::string Sample::light() const
     bytes.raw(bytesOf(root)).u32(variables.size());
     for (TestVariable const& variable : variables)
         bytes.raw(bytesOf(variable));
-    if (hasRest)
+    if (hasRest && nodes[3].type == "Geometry")
+        bytes.u32(0);
+    else if (hasRest)
         bytes.raw(bytesOf(rest));
     return bytes.str();
 }

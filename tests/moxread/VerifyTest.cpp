@@ -816,6 +816,19 @@ std::vector<RecordDamage> const wrongRecords{
          sample.nodes[3].previous = 3;
      },
      "node 3: the parent of a geometry is no shape below the root"},
+    {"ASecondGeometryOfAShape",
+     [](Sample& sample) {
+         sample.nodes[0].last = sample.nodes[2].parent;
+         sample.nodes[1].next = 0;
+         sample.nodes[1].last = sample.nodes[2].next = 4;
+         sample.nodes[3] = sample.nodes[2];
+         sample.nodes[3].id = 4;
+         sample.nodes[3].previous = 3;
+         sample.nodes[3].next = 0;
+         sample.nodes[3].lightPosition = 159;
+         sample.attributes.pop_back();
+     },
+     "node 4: its shape has another geometry before"},
     {"AFlagOfAGroupBelowTheRoot", [](Sample& sample) { sample.rest.flag = 1; },
      "node 4: the flag of a group below the root is 1"},
     {"AWrongLightPosition", [](Sample& sample) { sample.nodes[2].lightPosition = 42; },

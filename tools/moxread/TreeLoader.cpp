@@ -102,12 +102,18 @@ void checkGeometry(Node const& geometry, std::vector<Node> const& nodes)
 
 void checkKinds(std::vector<Node> const& nodes)
 {
+    // Whether the node of that id has a geometry.
+    std::vector<bool> hasGeometry(nodes.size() + 1);
     for (Node const& node : nodes) {
         inContext([&] { return "node " + std::to_string(node.id); },
                   [&] {
                       checkType(node, nodes.size());
-                      if (node.geometry() != nullptr)
+                      if (node.geometry() != nullptr) {
                           checkGeometry(node, nodes);
+                          if (hasGeometry[node.parent])
+                              throw FormatError("its shape has another geometry before");
+                          hasGeometry[node.parent] = true;
+                      }
                       if (node.group() != nullptr && node.group()->flag && node.parent != 0)
                           throw FormatError("the flag of a group below the root is 1");
                   });

@@ -1059,6 +1059,7 @@ def _check_families(nodes: List[_NodeData]) -> None:
 
 def _check_kinds(nodes: List[_NodeData]) -> None:
     """What kinds of nodes there may be, and where."""
+    with_geometry = set()
     for node in nodes:
         parent = nodes[node.parent - 1] if node.parent else None
         if node.kind == "empty" and len(nodes) > 1:
@@ -1076,6 +1077,9 @@ def _check_kinds(nodes: List[_NodeData]) -> None:
                 "node %d: the name of the geometry is %s, not %s as that of its shape"
                 % (node.id, _quoted(node.name), _quoted(parent.name))
             )
+        if parent.id in with_geometry:
+            raise FormatError("node %d: its shape has another geometry before" % node.id)
+        with_geometry.add(parent.id)
 
 
 def _follow_links(nodes: List[_NodeData]) -> None:

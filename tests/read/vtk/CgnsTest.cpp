@@ -151,6 +151,19 @@ TEST_F(Cgns, CellsThatVtkWouldLoseAreRefused)
               "front of all other elements.");
 }
 
+TEST_F(Cgns, PyramidsThatVtkHasNoCellForAreRefused)
+{
+    auto const complaint = [this](CGNS_ENUMT(ElementType_t) type, Numbers const& nodes) {
+        CgnsFile(path_).addSection("Pyramid", type, 1, 1, nodes);
+        return OpenedFile::complaint(FileKind::Cgns, path_);
+    };
+    EXPECT_EQ(complaint(CGNS_ENUMV(PYRA_13), {1, 2, 3, 4, 5, 6, 7, 8, 1, 2, 3, 4, 5}),
+              "A model cannot hold 1 element of the type empty cell; --skip-unknown leaves them "
+              "out.");
+    EXPECT_EQ(complaint(CGNS_ENUMV(PYRA_14), {1, 2, 3, 4, 5, 6, 7, 8, 1, 2, 3, 4, 5, 6}),
+              "Cell 0 of 'Zone one' has 14 points, too many or too few for its type.");
+}
+
 /// Sections of cells and of elements on boundaries, in the order in which they are in the file.
 class OrderOfSections : public Cgns
 {

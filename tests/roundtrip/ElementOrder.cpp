@@ -4,6 +4,7 @@
 
 #include <export/Export.h>
 #include <mox/check/ElementSize.h>
+#include <mox/commands/CheckCommand.h>
 #include <mox/commands/TranslateCommand.h>
 
 #include <vtkCell.h>
@@ -170,6 +171,7 @@ public:
         if (!translate(write(folder_, element_)))
             return;
         checkModel();
+        checkMeaning();
         if (expectation_.isInVtk)
             checkExport();
     }
@@ -230,6 +232,15 @@ private:
             checkField(file, shape, "FIRST", rows, first);
             checkField(file, shape, "SECOND", rows, second);
         }
+    }
+
+    /// `mox check` finds nothing, whatever format the model comes from.
+    void checkMeaning() const
+    {
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ(Mox::checkFile({model()}, out, err), 0);
+        EXPECT_EQ(out.str().rfind(model() + ": ok (", 0), 0U) << out.str() << err.str();
     }
 
     void checkPlaces(std::vector<Point> const& nodes) const

@@ -1,0 +1,2 @@
+// The same in C++: the header is for both.
+#include "binding.c"

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the library into a clean prefix and builds and runs the hosts in project/ against it.
+# Installs the library into a clean prefix and builds and runs the hosts in project/ and project_c/
+# against it.
 #
 #   check_host.sh SOURCE WORK shared|static Release|Debug COMPILER GENERATOR
 set -euo pipefail
@@ -15,15 +16,24 @@ folder=$work/$kind-$config
 library=$folder/library
 prefix=$folder/prefix
 host=$folder/host-$compiler
+case $compiler in
+    g++) c_compiler=gcc ;;
+    clang++) c_compiler=clang ;;
+esac
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
     -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF
 cmake --build "$library"
-rm -rf "$prefix" "$host"
+rm -rf "$prefix" "$host" "$host-c"
 cmake --install "$library" --prefix "$prefix"
 
 cmake -S "$source/tests/host/project" -B "$host" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix"
 cmake --build "$host"
 ctest --test-dir "$host" --output-on-failure --no-tests=error
+
+cmake -S "$source/tests/host/project_c" -B "$host-c" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
+    -DCMAKE_C_COMPILER="$c_compiler" -DCMAKE_PREFIX_PATH="$prefix"
+cmake --build "$host-c"
+ctest --test-dir "$host-c" --output-on-failure --no-tests=error

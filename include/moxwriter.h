@@ -223,6 +223,22 @@ enum
     MOX_UINT64 = 5
 };
 
+/// What compresses the blocks of a file; which of them there are is known when the library is
+/// built. All make zlib streams, which any reader inflates.
+typedef int mox_encoder;
+enum
+{
+    /// What the environment variable MOXWRITER_ENCODER names, and zlib where it names none.
+    MOX_ENCODER_DEFAULT = 0,
+    /// zlib at level 6. It is always there.
+    MOX_ENCODER_ZLIB = 1,
+    /// libdeflate: faster, and files as small as zlib's.
+    MOX_ENCODER_LIBDEFLATE = 2,
+    /// ISA-L: the fastest. Files are somewhat larger, and the same calls may express a block in
+    /// another way the next time.
+    MOX_ENCODER_ISAL = 3
+};
+
 /// Values where they are: a table in the memory of the program, which is looked at only while a
 /// call lasts.
 typedef struct mox_array
@@ -321,8 +337,8 @@ MOX_API char const* mox_model_error(mox_model const* model);
 /// \param options     may be null: an existing file is an error, and nobody signs
 /// \return `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since;
 ///         `MOX_FILE_OPEN` "File exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the
-///         system refuses. After each of the latter two the model must be closed before it can be
-///         saved again.
+///         system refuses; after each of the latter two the model must be closed before it can be
+///         saved again. `MOX_INVALID_ARGUMENTS` an encoder that the library does not have.
 MOX_API mox_status mox_model_save_to(mox_model* model, char const* path, size_t path_length,
                                      mox_options const* options);
 
@@ -517,6 +533,10 @@ MOX_API mox_status mox_options_set_text2(mox_options* options, char const* text,
 /// A text that is carried along and written nowhere.
 /// \copydetails mox_options_set_text1
 MOX_API mox_status mox_options_set_text3(mox_options* options, char const* text, size_t length);
+
+/// What compresses the file. Whether there is such an encoder is checked when a model is saved.
+/// \return `MOX_INVALID_HANDLE`
+MOX_API mox_status mox_options_set_encoder(mox_options* options, mox_encoder encoder);
 
 /* Attributes */
 

@@ -4,7 +4,13 @@
 using Zyl2::C::contentOf;
 using Zyl2::C::guarded;
 using Zyl2::C::textFrom;
+using Zyl2::Mox2::Encoder;
 using Zyl2::Mox2::SaverOptions;
+
+static_assert(MOX_ENCODER_DEFAULT == static_cast<int>(Encoder::Default));
+static_assert(MOX_ENCODER_ZLIB == static_cast<int>(Encoder::Zlib));
+static_assert(MOX_ENCODER_LIBDEFLATE == static_cast<int>(Encoder::Libdeflate));
+static_assert(MOX_ENCODER_ISAL == static_cast<int>(Encoder::Isal));
 
 namespace {
 
@@ -44,4 +50,9 @@ mox_status mox_options_set_text2(mox_options* options, char const* text, size_t 
 mox_status mox_options_set_text3(mox_options* options, char const* text, size_t length)
 {
     return setText(options, &SaverOptions::text3, text, length);
+}
+
+mox_status mox_options_set_encoder(mox_options* options, mox_encoder encoder)
+{
+    return guarded([=] { contentOf(options).encoder = static_cast<Encoder>(encoder); });
 }

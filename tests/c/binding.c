@@ -151,6 +151,7 @@ static void expect_no_builders(mox_options* options, mox_attributes* attributes,
     EXPECT_STATUS(mox_options_set_text1(options, "", 0), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_text2(options, "", 0), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_text3(options, "", 0), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_options_set_encoder(options, MOX_ENCODER_ZLIB), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_clear(attributes), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_float(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_double(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
@@ -536,6 +537,21 @@ static void existing_files_are_kept_unless_asked_for(char const* path)
     EXPECT_OK(mox_options_destroy(options));
 }
 
+static void an_encoder_can_be_chosen(void)
+{
+    mox_model* model = NULL;
+    mox_options* options = NULL;
+    EXPECT_OK(mox_options_create(&options));
+    EXPECT_OK(mox_model_create(&model));
+    EXPECT_OK(mox_options_set_encoder(options, 9));
+    EXPECT_STATUS(mox_model_save_to(model, "", 0, options), MOX_INVALID_ARGUMENTS);
+    EXPECT(strstr(mox_model_error(model), "9, and this library has ") != NULL);
+    EXPECT_OK(mox_options_set_encoder(options, MOX_ENCODER_ZLIB));
+    EXPECT_OK(mox_model_save_to(model, "", 0, options));
+    EXPECT_OK(mox_model_destroy(model));
+    EXPECT_OK(mox_options_destroy(options));
+}
+
 /* Destroying an open model closes it; what the device refuses then is reported, and all is gone. */
 static void destroying_reports_what_closing_failed_at(void)
 {
@@ -579,6 +595,7 @@ int main(int argc, char** argv)
     models_keep_their_own_errors();
     long_sentences_are_kept_whole();
     existing_files_are_kept_unless_asked_for(argv[1]);
+    an_encoder_can_be_chosen();
     destroying_reports_what_closing_failed_at();
     return failures == 0 ? 0 : 1;
 }

@@ -71,8 +71,10 @@ Text = Union[str, bytes]
 #: An integer from -2147483648 to 4294967295, stored as its 32 bits; a float, stored as the nearest
 #: of 32 bits; a text, of which the first 256 bytes are stored, up to the first zero byte. Those of
 #: NumPy are as good as Python's own.
-AttributeValue = Union[int, float, str, bytes, np.integer[Any], np.floating[Any]]
-Attributes = Mapping[Text, AttributeValue]
+AttributeValue = Union[int, float, str, bytes, "np.integer[Any]", "np.floating[Any]"]
+#: Attributes by their names, each a `Text`. (The type of a mapping's keys is invariant: one of `str` would
+#: not do for one of `Text`.)
+Attributes = Mapping[Any, AttributeValue]
 #: The name of a step, or its name and its attributes.
 Step = Union[Text, Tuple[Text, Attributes]]
 #: What a property takes, see `PropertyType`.
@@ -427,7 +429,7 @@ def _property_numbers(kind: int, values: np.ndarray[Any, Any]) -> List[Any]:
     return numbers if values.dtype.kind == "f" else [_signed(number) for number in numbers]
 
 
-def _steps(steps: Union[None, Step, List[Step]]) -> List[Tuple[bytes, List[Any]]]:
+def _steps(steps: Union[None, Step, List[Any]]) -> List[Tuple[bytes, List[Any]]]:
     if steps is None:
         return [(b"", [])]
     return [_step(step) for step in steps] if isinstance(steps, list) else [_step(steps)]
@@ -623,7 +625,7 @@ class Model:
         return self._model.move_to_parent_node()
 
     def add_assembly_components(
-        self, paths: Union[Sequence[Text], Mapping[Text, Attributes]], separator: Text = "/"
+        self, paths: Union[Sequence[Text], Mapping[Any, Attributes]], separator: Text = "/"
     ) -> List[int]:
         """Adds the nodes that absolute paths such as /car/body/door name, reusing what exists.
 
@@ -657,7 +659,7 @@ class Model:
         type: SupportsIndex,
         values: object,
         components: Union[SupportsIndex, Sequence[SupportsIndex], np.ndarray[Any, Any]],
-        steps: Union[None, Step, List[Step]] = None,
+        steps: Union[None, Step, List[Any]] = None,
         attributes: Attributes = _NO_ATTRIBUTES,
         *,
         name: Optional[Text] = None,

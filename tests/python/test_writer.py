@@ -18,7 +18,7 @@ import numpy as np
 import pytest
 
 import moxwriter
-from moxwriter import DatasetType, Model, NodeType, PropertyType
+from moxwriter import DatasetType, Encoder, Model, NodeType, PropertyType
 
 _HEADERS = Path(__file__).resolve().parents[2] / "include" / "Zyl2" / "Mox2"
 
@@ -42,7 +42,7 @@ def _written(path: Path, type: DatasetType, values: object) -> np.ndarray:
         return file["R/S"]["D"]
 
 
-@pytest.mark.parametrize("kind", [NodeType, PropertyType, DatasetType])
+@pytest.mark.parametrize("kind", [NodeType, PropertyType, DatasetType, Encoder])
 def test_enumerators_are_those_of_the_library(kind: Any) -> None:
     header = (_HEADERS / (kind.__name__ + ".h")).read_text()
     listed = {name: int(value) for name, value in re.findall(r"^    (\w+) = (\d+)", header, re.M)}
@@ -120,6 +120,19 @@ def test_a_model_may_be_saved_anew(mox: str, tmp_path: Path) -> None:
         model.close()
         model.close()
         assert _is_sound(mox, tmp_path / name)
+
+
+@pytest.mark.parametrize("encoder", Encoder)
+def test_an_encoder_compresses_or_is_refused(encoder: Encoder, mox: str, tmp_path: Path) -> None:
+    path = tmp_path / "a.mox"
+    try:
+        with Model(path, encoder=encoder) as model:
+            model.add_node(NodeType.Group, "R", {"Text": "x" * 200})
+    except moxwriter.InvalidArguments as refusal:
+        assert encoder in (Encoder.Libdeflate, Encoder.Isal)
+        assert encoder.name.lower() in refusal.detail.lower().replace("-", "")
+        return
+    assert _is_sound(mox, path)
 
 
 _TABLE = np.arange(24, dtype=np.float64).reshape(4, 6)
@@ -340,6 +353,13 @@ _FAILURES: List[Tuple[_Call, Any, Any, str, str]] = [
         OSError,
         'Unable to open file "/nowhere/a.mox"',
         "No such file or directory",
+    ),
+    (
+        lambda m, s: Model("a.mox", encoder=9),
+        moxwriter.InvalidArguments,
+        ValueError,
+        "Invalid arguments",
+        "",
     ),
     (
         lambda m, s: Model("a\0b"),

@@ -33,6 +33,7 @@ from .reader import (
 if TYPE_CHECKING:
     from .writer import (
         DatasetType as DatasetType,
+        Encoder as Encoder,
         FileOpenException as FileOpenException,
         FileWriteException as FileWriteException,
         InvalidArguments as InvalidArguments,
@@ -78,6 +79,7 @@ __all__ = [
 _WRITING = frozenset(
     [
         "DatasetType",
+        "Encoder",
         "FileOpenException",
         "FileWriteException",
         "InvalidArguments",

@@ -47,6 +47,7 @@ from .reader import Error, PathLike
 
 __all__ = [
     "DatasetType",
+    "Encoder",
     "FileOpenException",
     "FileWriteException",
     "InvalidArguments",
@@ -102,6 +103,24 @@ class NodeType(enum.IntEnum):
     Group = 3
     #: A visible part with a material. Arrays are added to the id that `Model.add_node` returns.
     Shape = 4
+
+
+class Encoder(enum.IntEnum):
+    """What compresses the blocks of a file; any reader inflates what it makes.
+
+    The library holds those that were found when it was built.
+    """
+
+    #: What the environment variable MOXWRITER_ENCODER names ("zlib", "libdeflate" or "isal"); `Zlib`
+    #: where it is not set, or empty.
+    Default = 0
+    #: zlib at level 6. It is always there.
+    Zlib = 1
+    #: libdeflate: faster, and files as small as zlib's.
+    Libdeflate = 2
+    #: ISA-L: the fastest. Files are somewhat larger, and the same calls may express a block in another
+    #: way the next time.
+    Isal = 3
 
 
 class PropertyType(enum.IntEnum):
@@ -490,13 +509,16 @@ class Model:
         text1: Text = "",
         text2: Text = "",
         text3: Text = "",
+        encoder: SupportsIndex = Encoder.Default,
     ) -> None:
         """Creates the file, as `save_to` does; without a path there is none yet."""
         self._is_open = False
         self._name = "model"
         self._model = _writer.Model()
         if path is not None:
-            self.save_to(path, overwrite=overwrite, text1=text1, text2=text2, text3=text3)
+            self.save_to(
+                path, overwrite=overwrite, text1=text1, text2=text2, text3=text3, encoder=encoder
+            )
 
     def save_to(
         self,
@@ -506,6 +528,7 @@ class Model:
         text1: Text = "",
         text2: Text = "",
         text3: Text = "",
+        encoder: SupportsIndex = Encoder.Default,
     ) -> None:
         """Creates the file and makes the model ready for adding.
 
@@ -515,17 +538,20 @@ class Model:
             text1: first text of the file's writing record, the host's name and version for instance.
             text2: second text of the writing record; used only when the first is not empty.
             text3: carried along, and written nowhere.
+            encoder: an `Encoder`: what compresses the file. Left alone, whoever runs the program chooses.
 
         Raises:
             InvalidObjectState: "Not Empty": the model was saved and not closed since.
+            InvalidArguments: the encoder is not there; the detail says which ones are.
             FileOpenException: "File exists.", and `overwrite` is false.
             MiscelleneousException: "Unable to open file ...": the system refuses.
 
-        After a failure other than "Not Empty" the model must be closed before it can be saved again.
+        After a failure of the file the model must be closed before it can be saved again.
         """
         raw = _path(path)
-        texts = [_bytes(text) for text in (text1, text2, text3)]
-        self._model.save_to(raw, bool(overwrite), *texts)
+        self._model.save_to(
+            raw, bool(overwrite), _bytes(text1), _bytes(text2), _bytes(text3), _signed(encoder)
+        )
         self._is_open = True
         self._name = os.fsdecode(raw) or "model"
 

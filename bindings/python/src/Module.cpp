@@ -92,13 +92,14 @@ std::vector<unsigned int> listOf(Array1d<unsigned int> const& ids)
 }
 
 void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& text1,
-            Text const& text2, Text const& text3)
+            Text const& text2, Text const& text3, int encoder)
 {
     SaverOptions options;
     options.overwrite = overwrite;
     options.text1 = text1;
     options.text2 = text2;
     options.text3 = text3;
+    options.encoder = static_cast<Encoder>(encoder);
     model.write([&](Model& open) { open.saveTo(path, options); });
 }
 

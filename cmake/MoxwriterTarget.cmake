@@ -22,3 +22,12 @@ function(moxwriter_target_checks target)
         target_link_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE})
     endif()
 endfunction()
+
+# Installs cmake/NAME.pc.in, as a file that finds its prefix by where it lies.
+function(moxwriter_install_pkg_config name)
+    set(folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    file(RELATIVE_PATH prefix_from_pc /${folder} /)
+    string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${folder})
+endfunction()

@@ -23,7 +23,7 @@ esac
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF
+    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF -DMOXWRITER_BUILD_FORTRAN=OFF
 cmake --build "$library"
 rm -rf "$prefix" "$host" "$host-c"
 cmake --install "$library" --prefix "$prefix"

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import functools
+import os
 import struct
 import subprocess
 import sys
@@ -11,6 +12,7 @@ from pathlib import Path
 from typing import Tuple
 
 import build
+import numpy as np
 import pytest
 
 _PACKAGE = Path(__file__).resolve().parents[2] / "bindings" / "python"
@@ -116,3 +118,40 @@ def test_a_lack_of_memory_is_an_error_of_the_family(tmp_path: Path) -> None:
         command, env={"PYTHONPATH": str(_PACKAGE)}, check=True, capture_output=True
     )
     assert answer.stdout.startswith(b"OutOfMemoryError"), answer
+
+
+_STEPS = """
+import resource, sys
+import numpy as np, moxwriter
+with moxwriter.open(sys.argv[1]) as file:
+    node, count = file["R/S"], 0
+    for number, step in enumerate(node.steps):
+        values = node["Displacement", step]
+        assert values[0, 0] == number and values[-1, -1] == number + values.size // 1000
+        count += values.nbytes
+print(count, resource.getrusage(resource.RUSAGE_SELF).ru_maxrss * 1024)
+"""
+
+
+@pytest.mark.skipif("MOXWRITER_LARGE_FILES" not in os.environ, reason="MOXWRITER_LARGE_FILES is not set")
+def test_steps_of_two_gigabytes_are_read_one_by_one(tmp_path: Path) -> None:
+    import moxwriter
+
+    path = tmp_path / "large.mox"
+    rows = (100 * _MEBIBYTE) // 12
+    with moxwriter.Model(path) as model:
+        model.add_node(moxwriter.NodeType.RootGroup, "R")
+        shape = model.add_node(moxwriter.NodeType.Shape, "S")
+        values = (np.arange(1, 3 * rows + 1) // 1000).reshape(rows, 3).astype(np.float32)
+        for number in range(20):
+            model.add_array_property(
+                moxwriter.DatasetType.Displacement, values, shape, "Step %d" % number
+            )
+            values += 1
+    command = [sys.executable, "-B", "-c", _STEPS, str(path)]
+    environment = {"PYTHONPATH": str(_PACKAGE)}
+    answer = subprocess.run(command, env=environment, check=True, capture_output=True)
+    count, peak = map(int, answer.stdout.split())
+    print("%d bytes read, %d bytes at most in memory" % (count, peak))
+    assert count == 20 * 12 * rows
+    assert peak < 600 * 1000 * 1000

@@ -26,7 +26,8 @@ class Programs:
 def configure(root, tree):
     command = ["cmake", "-S", root, "-B", tree, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                "-DMOXWRITER_BUILD_BENCH=ON", "-DMOXWRITER_BUILD_TESTS=OFF",
-               "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF"]
+               "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF",
+               "-DMOXWRITER_BUILD_PYTHON=OFF"]
     done = subprocess.run(command, capture_output=True, text=True)
     if done.returncode != 0:
         sys.exit(done.stderr)

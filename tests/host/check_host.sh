@@ -33,6 +33,8 @@ cmake -S "$source/tests/host/project" -B "$host" -G "$generator" -DCMAKE_BUILD_T
 cmake --build "$host"
 ctest --test-dir "$host" --output-on-failure --no-tests=error
 
+# How C finds and links the library does not depend on how that was optimised.
+[[ $config == Release ]] || exit 0
 cmake -S "$source/tests/host/project_c" -B "$host-c" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DCMAKE_C_COMPILER="$c_compiler" -DCMAKE_PREFIX_PATH="$prefix"
 cmake --build "$host-c"

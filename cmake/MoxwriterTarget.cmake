@@ -20,6 +20,8 @@ function(moxwriter_target_checks target)
         target_compile_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE}
                                                  -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE})
+        # What a program in C links is in C++, and for that the sanitizers have a part of their own.
+        set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
     endif()
 endfunction()
 

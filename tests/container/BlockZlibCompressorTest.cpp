@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -166,8 +167,10 @@ TEST(BlockZlibCompressor, WithoutABufferTheBlockStaysAsItWas)
 TEST(BlockZlibCompressor, LeavesALargeContentsBufferAndTakesTheOneForStreams)
 {
     SpareBuffers spares;
-    ASSERT_TRUE(spares.stream.Grow(8 * Zyl2Util::Buffer::LargeSize));
-    unsigned char const* const room = spares.stream.GetData();
+    Zyl2Util::Buffer stream;
+    ASSERT_TRUE(stream.Grow(8 * Zyl2Util::Buffer::LargeSize));
+    unsigned char const* const room = stream.GetData();
+    spares.stream.Leave(std::move(stream));
     std::string const content(Zyl2Util::Buffer::LargeSize, 'a');
     Block block;
     block.Append(content.data(), content.size());
@@ -175,8 +178,8 @@ TEST(BlockZlibCompressor, LeavesALargeContentsBufferAndTakesTheOneForStreams)
     BlockZlibCompressor compress(6, ZlibEncoder(), spares);
     compress(block);
     EXPECT_EQ(block.GetData(), room);
-    EXPECT_EQ(spares.content.GetData(), held);
-    EXPECT_EQ(spares.stream.GetData(), nullptr);
+    EXPECT_EQ(spares.content.Take().GetData(), held);
+    EXPECT_EQ(spares.stream.Take().GetData(), nullptr);
     EXPECT_EQ(Inflated(Content(block).substr(4), content.size()), content);
 }
 
@@ -188,7 +191,7 @@ TEST(BlockZlibCompressor, KeepsNoSmallContentsBuffer)
     block.Append("aaaaaaaa", 8);
     BlockZlibCompressor compress(6, ZlibEncoder(), spares);
     compress(block);
-    EXPECT_EQ(spares.content.GetData(), nullptr);
+    EXPECT_EQ(spares.content.Take().GetData(), nullptr);
     EXPECT_EQ(Inflated(Content(block).substr(4), 8), "aaaaaaaa");
 }
 

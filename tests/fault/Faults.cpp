@@ -1,5 +1,8 @@
 #include "fault/Faults.h"
 
+#include <atomic>
+#include <mutex>
+
 namespace Fault {
 
 namespace {
@@ -12,11 +15,13 @@ struct Plan
     bool hasStruck = false;
 };
 
+/// Guards the plan: the library's threads look at it, too.
+std::mutex mutex;
 Plan plan;
-int workers = 0;
+std::atomic<int> workers{0};
 bool isKilling = false;
 std::size_t leftUntilKilled = 0;
-long live = 0;
+std::atomic<long> live{0};
 
 } // namespace
 
@@ -32,16 +37,19 @@ AtWork::~AtWork()
 
 Injection::Injection(Place place, std::size_t ordinal, Repeat repeat)
 {
+    std::lock_guard<std::mutex> const lock(mutex);
     plan = Plan{place, ordinal, repeat, false};
 }
 
 Injection::~Injection()
 {
+    std::lock_guard<std::mutex> const lock(mutex);
     plan = Plan();
 }
 
 bool Injection::hasStruck() const // NOLINT: asks about the one that lives
 {
+    std::lock_guard<std::mutex> const lock(mutex);
     return plan.hasStruck;
 }
 
@@ -63,7 +71,10 @@ long liveAllocations()
 
 bool strikes(Place place)
 {
-    if (workers == 0 || place != plan.place)
+    if (workers == 0)
+        return false;
+    std::lock_guard<std::mutex> const lock(mutex);
+    if (place != plan.place)
         return false;
     if (plan.hasStruck)
         return plan.repeat == Repeat::FromThenOn;
@@ -75,6 +86,7 @@ bool strikes(Place place)
 
 bool isPlanned()
 {
+    std::lock_guard<std::mutex> const lock(mutex);
     return isKilling || plan.place != Place::None;
 }
 

@@ -14,7 +14,9 @@ enum class Place
     /// `fopen`, `fwrite`, `fseeko`, `fflush` and `fclose`.
     StreamCall,
     /// What the streams ask of the system: writing, seeking, closing.
-    Device
+    Device,
+    /// The start of a thread.
+    ThreadStart
 };
 
 enum class Repeat
@@ -23,8 +25,8 @@ enum class Repeat
     FromThenOn
 };
 
-/// The library is at work as long as one lives; what others do meanwhile is neither counted nor
-/// made to fail.
+/// The library is at work as long as one lives, and so are its threads; what others do meanwhile is
+/// neither counted nor made to fail.
 class AtWork
 {
 public:

@@ -6,7 +6,10 @@
 #include "moxread/FormatError.h"
 #include "moxread/Verify.h"
 #include "support/Environment.h"
+#include "support/EnvironmentVariable.h"
 #include "support/WritingRecord.h"
+
+#include <Zyl2/Log/Logging.h>
 
 #include <gtest/gtest.h>
 
@@ -132,6 +135,7 @@ private:
         EXPECT_EQ(outcome.closeEndings & ~(NoMemory | MemoryAllocation | FileNotWritten), 0U);
         if (outcome.endings == 0)
             return;
+        EXPECT_NE(place, Place::ThreadStart) << "fewer threads have to do";
         if (place == Place::Allocation)
             EXPECT_TRUE(outcome.first == NoMemory || outcome.first == MemoryAllocation)
                 << outcome.first;
@@ -160,6 +164,24 @@ private:
     Host::Paths paths_;
     Outcome whole_;
     Host::Paths expected_;
+};
+
+/// Counts what is told of threads. It keeps nothing, or it would be taken for lost memory.
+struct LogOfThreads : Zyl2::Log::LogSystem
+{
+    using LogSystem::operator+=;
+
+    void operator+=(std::ostream const& text) override
+    {
+        std::string const told = dynamic_cast<Zyl2::Log::Record<char> const&>(text).str();
+        std::string const reason =
+            " of 2 can't be started: Resource temporarily unavailable; going on with ";
+        withoutAny += told == "Thread 1" + reason + "0" ? 1 : 0;
+        withOne += told == "Thread 2" + reason + "1" ? 1 : 0;
+    }
+
+    int withoutAny = 0;
+    int withOne = 0;
 };
 
 std::string nameOf(testing::TestParamInfo<std::tuple<Scenario, Temper, Repeat>> const& info)
@@ -201,6 +223,60 @@ INSTANTIATE_TEST_SUITE_P(AllCalls, InjectedFaultTest,
                                           testing::Values(Temper::Careful, Temper::Stubborn),
                                           testing::Values(Repeat::Once, Repeat::FromThenOn)),
                          nameOf);
+
+class ThreadsFaultTest : public testing::TestWithParam<std::tuple<Scenario, Repeat>>
+{
+protected:
+    static std::size_t failAtEach(Place place)
+    {
+        auto const& [scenario, repeat] = GetParam();
+        return Sweep(scenario, Temper::Careful).failAtEach(place, repeat);
+    }
+
+    Support::EnvironmentVariable const two{"MOXWRITER_THREADS", "2"};
+};
+
+TEST_P(ThreadsFaultTest, NoAllocationThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::Allocation), 100U);
+}
+
+TEST_P(ThreadsFaultTest, NoStreamCallThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::StreamCall), 10U);
+}
+
+TEST_P(ThreadsFaultTest, NoDeviceOperationThatFailsGoesUnnoticed)
+{
+    EXPECT_GT(failAtEach(Place::Device), 5U);
+}
+
+TEST_P(ThreadsFaultTest, WithoutAThreadThatCantBeStartedTheFileIsTheSame)
+{
+    // Only some have so many blocks that a thread is needed.
+    failAtEach(Place::ThreadStart);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllCalls, ThreadsFaultTest,
+                         testing::Combine(testing::ValuesIn(smallScenarios()),
+                                          testing::Values(Repeat::Once, Repeat::FromThenOn)),
+                         [](auto const& sweep) {
+                             return std::get<0>(sweep.param).name +
+                                    (std::get<1>(sweep.param) == Repeat::Once ? "Once"
+                                                                              : "FromThenOn");
+                         });
+
+TEST(ManyBlocksTest, AThreadThatCantBeStartedIsTold)
+{
+    Support::EnvironmentVariable const two("MOXWRITER_THREADS", "2");
+    Sweep sweep(manyBlocks(), Temper::Careful);
+    LogOfThreads log;
+    Zyl2::Log::LogSystem* const previous = Zyl2::Log::setActiveLogSystem(&log);
+    EXPECT_EQ(sweep.failAtEach(Place::ThreadStart, Repeat::FromThenOn), 2U);
+    Zyl2::Log::setActiveLogSystem(previous);
+    EXPECT_EQ(log.withoutAny, 1);
+    EXPECT_EQ(log.withOne, 1);
+}
 
 TEST(ManyBlocksTest, TheScenariosNeedIndexBlocks)
 {

@@ -44,13 +44,14 @@ public:
     {
         blockSize_ = std::to_string(below(400));
         datasets_ = below(10) == 0 ? 230 : below(40);
+        options_.threads = static_cast<int>(below(3));
     }
 
     void write(std::string const& path)
     {
         Support::DefaultBlockSizeSetting const setting(blockSize_.c_str());
         Model model;
-        model.saveTo(path);
+        model.saveTo(path, options_);
         model.addNode(NodeType::RootGroup, "root");
         unsigned int const shape = model.addNode(NodeType::Shape, "shape");
         for (unsigned int dataset = 0; dataset < datasets_; ++dataset)
@@ -73,6 +74,7 @@ private:
     std::mt19937 random_;
     std::string blockSize_;
     unsigned int datasets_ = 0;
+    SaverOptions options_;
 };
 
 struct Verdict

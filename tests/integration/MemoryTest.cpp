@@ -1,4 +1,5 @@
 #include "support/Environment.h"
+#include "support/EnvironmentVariable.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Model.h"
@@ -44,6 +45,7 @@ std::uint64_t growthWhileWriting(std::string const& path, unsigned int datasets)
 class MemoryTest : public testing::Test
 {
 protected:
+    Support::EnvironmentVariable noThreads{"MOXWRITER_THREADS", nullptr};
     Support::DefaultBlockSizeSetting setting{std::to_string(blockSize).c_str()};
     Support::TemporaryFolder folder;
 };
@@ -58,6 +60,16 @@ TEST_F(MemoryTest, FortyDatasetsOfABlockEachNeedLessThanFourBlocks)
     MoxRead::Model const model(path);
     EXPECT_EQ(model.heavyLength(), 40 * blockSize);
     EXPECT_EQ(model.variableCount(), 40U);
+}
+
+/// With n of them, the host's array, n + 2 blocks and n + 1 of what compression makes of a block:
+/// half of one, and no more than three quarters in the large pages that the system gives. As much
+/// as half a block is for the threads themselves, and zlib in each of them.
+TEST_F(MemoryTest, TwoThreadsNeedFourBlocksAndThreeCompressedOnes)
+{
+    Support::EnvironmentVariable const two("MOXWRITER_THREADS", "2");
+    EXPECT_LT(growthWhileWriting(folder.File("threads.mox"), 16),
+              blockSize + 4 * blockSize + 3 * blockSize * 3 / 4 + blockSize / 2);
 }
 
 } // namespace Integration

@@ -102,11 +102,16 @@ struct IfViews : std::enable_if<!(IsArrayPropertyValues<ValuesT>::value &&
 /// already done when a later step of a call fails is not undone.
 ///
 /// One model belongs to one thread at a time; different models may be driven by different threads
-/// at the same time. This is the way to use several cores: the library starts no threads itself,
-/// and takes no locks. A model, or an exception, may be handed from one thread to another, but the
-/// two must not use it at once. Values, attributes, properties and steps that nobody changes may be
-/// given to several models at once. The environment (`setenv`, `putenv`) must not change meanwhile:
-/// the time zone and the library's own variables are read from it.
+/// at the same time. That is one way to use several cores. The other is `SaverOptions::threads`:
+/// full blocks are then compressed by threads of the model's own, while the host goes on. They
+/// start when there is work for them, get none of the process's signals, and have ended when
+/// `close` or the destructor returns. What they fail at is thrown by the next `addArrayProperty` or
+/// by `close`. In a process that is forked meanwhile the model writes nothing: `close` throws, and
+/// the destructor drops it. Without that option the library starts no thread and takes no lock. A
+/// model, or an exception, may be handed from one thread to another, but the two must not use it at
+/// once. Values, attributes, properties and steps that nobody changes may be given to several
+/// models at once. The environment (`setenv`, `putenv`) must not change meanwhile: the time zone
+/// and the library's own variables are read from it.
 class ZYL2_EXPORT Model
 {
 public:
@@ -143,11 +148,12 @@ public:
     ///
     /// \param path    path of the file; a wide path is narrowed to the low 8 bits of each character
     /// \param options whether an existing file is overwritten; texts of the writing record; what
-    ///                compresses the file
+    ///                compresses the file, in how many threads and in blocks of which size
     /// \pre the model is empty
     /// \throws Exception::InvalidObjectState "Not Empty": the model was saved and not closed since
-    /// \throws Exception::InvalidArguments the encoder that the options or the environment ask for
-    ///         is not there; the detail says which ones are, and the model stays empty
+    /// \throws Exception::InvalidArguments the options or the environment ask for an encoder, for
+    ///         threads or for blocks that there are not; the detail says what there is, and the
+    ///         model stays empty
     /// \throws Exception::FileOpenException "File exists.": and `options.overwrite` is false
     /// \throws Exception::MiscelleneousException "Unable to open file ...": the system refuses
     /// \post after a failure of the file the model must be closed before it can be saved again
@@ -399,6 +405,12 @@ public:
     /// \throws Exception::MemoryAllocationException a block can't be compressed
     /// \post after a failure the file is closed; a second call, the destructor's too, ends quietly
     void close();
+
+    /// How long calls of this model have waited for its threads since `saveTo`, `close` included
+    /// once it has returned. A host that waits for much of its time gains by another thread, a
+    /// faster encoder or smaller blocks; one that doesn't wait has enough of them.
+    /// \return seconds; 0 without threads
+    double waitedSeconds() const;
 
 private:
     /// Says in one sentence which argument is not what it has to be.

@@ -204,6 +204,8 @@ inline constexpr char const* Source = "Zyl2/Mox2/Saver";
 inline constexpr char const* ExtractFrom =
     "virtual void Zyl2::Mox2::Saver::extractFrom(Zyl2::Mox2::Database&)";
 inline constexpr Site<InvalidArguments> NoSuchEncoder{nullptr, Source, 21, ExtractFrom};
+inline constexpr Site<InvalidArguments> TooManyThreads{nullptr, Source, 22, ExtractFrom};
+inline constexpr Site<InvalidArguments> BlockTooLarge{nullptr, Source, 23, ExtractFrom};
 } // namespace Saver
 
 namespace Model {

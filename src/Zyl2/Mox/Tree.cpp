@@ -200,6 +200,8 @@ BlockPositionType Tree::WriteDataset(char const* function, std::size_t rows, std
                      values, " width ", static_cast<unsigned int>(width), " datatype size ",
                      ValueSize);
     Zyl2Wvf::Index& index = file_.GetIndex();
+    // What threads failed at is told while nothing is added yet.
+    index.SaveCompressed();
     BlockPositionType const position = index.GetBlockPosition(BlockNames::HeavyData);
     if (values == 0)
         return position;

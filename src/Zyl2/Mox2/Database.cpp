@@ -16,7 +16,7 @@ Database::Database() = default;
 
 Database::~Database() noexcept
 {
-    Database::close();
+    closeOrForget();
 }
 
 void Database::assertEmpty() const
@@ -47,8 +47,27 @@ void Database::close()
         return;
     if (openedForWriting)
         tree->FlushAndClose(tree->GetFile(), "");
+    forgetTree();
+}
+
+void Database::closeOrForget()
+{
+    if (tree != nullptr && tree->GetFile().GetIndex().IsForked())
+        forgetTree();
+    else
+        Database::close();
+}
+
+double Database::waitedSeconds() const
+{
+    return tree == nullptr ? waitedSeconds_ : tree->GetFile().GetIndex().GetWaitedSeconds();
+}
+
+void Database::forgetTree()
+{
     tree->GetFile().CloseFile();
     writtenInVain_ = tree->GetFile().HasLostItsName();
+    waitedSeconds_ = waitedSeconds();
     forgetDatasetPositions();
     tree.reset();
     accessMode = 1;

@@ -16,7 +16,7 @@ class Database : public Base::Database
 {
 public:
     Database();
-    /// Closes; a failure there ends the process.
+    /// Closes or forgets; a failure there ends the process.
     ~Database() noexcept override;
 
     /// \throws InvalidObjectState "Not Empty"
@@ -41,10 +41,22 @@ public:
     /// the sake of a file that somebody threw away.
     bool hasWrittenInVain() const { return writtenInVain_; }
 
+    /// As `close`, but in a process that was forked from the one that the file's threads belong to
+    /// the tree is dropped, and nothing is written: that process may go on, or end, without a file
+    /// that was never its own.
+    void closeOrForget();
+
+    /// Seconds that this model's calls have waited for threads since it was saved, `close`
+    /// included.
+    double waitedSeconds() const;
+
 private:
     void forgetDatasetPositions();
+    void forgetTree();
 
     bool writtenInVain_ = false;
+    /// Of the tree that was dropped last.
+    double waitedSeconds_ = 0;
 };
 
 } // namespace Mox2

@@ -90,7 +90,7 @@ Model::Model() : database_(new Database) {}
 Model::~Model() noexcept
 {
     if (database_ != nullptr)
-        database_->close();
+        database_->closeOrForget();
     delete database_;
 }
 
@@ -230,6 +230,11 @@ void Model::close()
     if (database_->hasWrittenInVain())
         Exception::raise(Exception::Sites::Model::WrittenInVain,
                          "the file was removed or replaced while it was being written");
+}
+
+double Model::waitedSeconds() const
+{
+    return database_ == nullptr ? 0 : database_->waitedSeconds();
 }
 
 // One macro for what the language has no other way to repeat: 16 combinations of types, each with

@@ -1,6 +1,6 @@
 #include "Zyl2/Mox2/Saver.h"
 
-#include "Zyl2/Mox2/ChosenEncoder.h"
+#include "Zyl2/Mox2/SaveSettings.h"
 #include "Zyl2/Wvf/Globals.h"
 
 namespace Zyl2 {
@@ -10,7 +10,7 @@ void Saver::extractFrom(Database& database)
 {
     database.assertEmpty();
     SaverOptions const& options = getOptions();
-    Zyl2Wvf::BlockEncoder const& encoder = chosenEncoder(options.encoder);
+    SaveSettings const settings(options);
     // Set before anything can fail, so that a host whose file could not be opened has to close the
     // model before it saves it to another one.
     database.openedForReading = false;
@@ -18,10 +18,15 @@ void Saver::extractFrom(Database& database)
     database.tree = std::make_shared<Zyl2Mox::Tree>();
 
     Zyl2Mox::Tree& tree = *database.tree;
-    tree.GetFile().GetIndex().SetEncoder(encoder);
+    Zyl2Wvf::Index& index = tree.GetFile().GetIndex();
+    index.SetEncoder(settings.encoder);
+    if (settings.blockSize)
+        index.SetBlockSize(*settings.blockSize);
     if (openFile(tree)) {
         tree.SetFormatVersion(Zyl2Wvf::mox_file_version);
         tree.GetFile().WriteHeader();
+        if (settings.threads != 0)
+            index.CompressInThreads(settings.threads, tree.GetFile().GetStream());
     }
     if (!options.text1.empty())
         tree.GetScratchModifierInfo().SetTexts(options.text1, options.text2);

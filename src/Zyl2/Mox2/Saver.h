@@ -18,7 +18,9 @@ public:
     using Base::Saver<Database, SaverOptions>::extractFrom;
 
     /// \throws InvalidObjectState "Not Empty"
-    /// \throws InvalidArguments the encoder that is asked for is not there; nothing is changed
+    /// \throws InvalidArguments the options or the environment ask for an encoder, threads or
+    /// blocks
+    ///         that there are not; nothing is changed
     /// \throws FileOpenException "File exists."
     /// \throws MiscelleneousException the file can't be opened
     virtual void extractFrom(Database& database);

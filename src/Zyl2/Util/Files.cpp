@@ -1,5 +1,6 @@
 #include "Zyl2/Util/Files.h"
 
+#include <stdio_ext.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,6 +31,11 @@ bool HasName(std::FILE* stream)
     {};
     int const file = fileno(stream);
     return file >= 0 && fstat(file, &status) == 0 && status.st_nlink != 0;
+}
+
+void ForgetUnwritten(std::FILE* stream)
+{
+    __fpurge(stream);
 }
 
 } // namespace Zyl2Util

@@ -19,6 +19,9 @@ bool FileExists(wchar_t const* name);
 /// name was removed, and is gone when it is closed.
 bool HasName(std::FILE* stream);
 
+/// Drops what was written to the stream and has not reached the file yet.
+void ForgetUnwritten(std::FILE* stream);
+
 } // namespace Zyl2Util
 
 #endif

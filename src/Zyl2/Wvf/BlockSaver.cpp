@@ -3,7 +3,9 @@
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Log/Statement.h"
 #include "Zyl2/Wvf/BlockZlibCompressor.h"
+#include "Zyl2/Wvf/CompressionThreads.h"
 
+#include <optional>
 #include <utility>
 
 namespace Zyl2Wvf {
@@ -15,6 +17,9 @@ using State = IndexItem::State;
 using Zyl2::Exception::raise;
 
 constexpr int SavingLevel = 6;
+
+/// To give a shorter block to a thread costs more than it saves, when nothing else waits for it.
+constexpr std::uint32_t WorthAThread = 16384;
 
 /// Contract: the functions that receivers of log records know these statements by.
 namespace LogFunctions {
@@ -36,6 +41,11 @@ void Log(char const* function, unsigned long line, Pieces const&... pieces)
 
 BlockSaver::BlockSaver(SlotTable& slots, LimiterMap& limiters) : slots_(slots), limiters_(limiters)
 {}
+
+BlockSaver::~BlockSaver()
+{
+    StopThreads();
+}
 
 void BlockSaver::WriteBuffer(std::size_t slot, std::FILE* stream)
 {
@@ -72,7 +82,7 @@ void BlockSaver::WriteBuffer(std::size_t slot, std::FILE* stream)
     }
     Zyl2Util::Buffer saved = block.Release();
     if (compressed)
-        spares_.stream = std::move(saved);
+        spares_.stream.Leave(std::move(saved));
     Log(LogFunctions::WriteBuffer, __LINE__, "Buffer ", slot, " written to stream.");
 }
 
@@ -80,33 +90,44 @@ void BlockSaver::HandOn(BlockSizeLimiter const& limiter)
 {
     std::size_t const full = limiter.blocks[limiter.blocks.size() - 2];
     if (limiter.compressesFullBlocks && !slots_.GetItem(full).IsFrozen()) {
-        Compress(full);
-        slots_.GetBlock(full).ReleaseUnused();
+        if (!CompressElsewhere(full)) {
+            Compress(full);
+            slots_.GetBlock(full).ReleaseUnused();
+        }
     }
-    if (spares_.content.GetSize() != 0)
-        slots_.GetBlock(limiter.blocks.back()).Adopt(std::move(spares_.content), 0);
+    Zyl2Util::Buffer spare = spares_.content.Take();
+    if (spare.GetSize() != 0)
+        slots_.GetBlock(limiter.blocks.back()).Adopt(std::move(spare), 0);
 }
 
-/// Does nothing to a block that is compressed already.
+/// Does nothing to a block that is compressed already; waits for one that a thread has.
 void BlockSaver::Compress(std::size_t slot)
 {
     IndexItem& item = slots_.GetItem(slot);
+    while (item.state == State::BeingCompressed)
+        TakeBack();
     if (item.state == State::Compressed)
         return;
     Block& block = slots_.GetBlock(slot);
     std::uint32_t const length = block.GetLength();
     BlockZlibCompressor compress(SavingLevel, *encoder_, spares_);
     compress(block);
-    CheckCompressed(block);
+    CheckCompressed(block.GetLength() != 0);
+    item.Compress(length);
+    MarkCompressed(slot);
+}
+
+void BlockSaver::MarkCompressed(std::size_t slot)
+{
+    IndexItem& item = slots_.GetItem(slot);
     item.transformations = static_cast<std::uint8_t>(
         item.transformations | static_cast<unsigned int>(BlockTransformationType::Compress));
-    item.Compress(length);
 }
 
 /// zlib gives up when it gets no memory, and the block's content goes with that.
-void BlockSaver::CheckCompressed(Block const& block)
+void BlockSaver::CheckCompressed(bool isCompressed)
 {
-    if (block.GetLength() != 0)
+    if (isCompressed)
         return;
     damaged_ = true;
     raise(Sites::NotCompressed);
@@ -137,8 +158,12 @@ void BlockSaver::WriteAll(std::FILE* stream)
     Log(LogFunctions::WriteAll, __LINE__, "Writing all buffers to file stream ...");
     if (slots_.GetSlotCount() < SlotTable::RootEntryCount)
         raise(Sites::NothingToWrite);
-    for (std::size_t slot = GetFirstUnsavedSlot(); slot < slots_.GetSlotCount(); ++slot)
+    CheckProcess();
+    std::size_t ahead = GetFirstUnsavedSlot();
+    for (std::size_t slot = ahead; slot < slots_.GetSlotCount(); ++slot) {
+        CompressAhead(ahead);
         WriteBuffer(slot, stream);
+    }
     // Until the root index is there, nobody takes the file for a whole one.
     CheckStream(stream);
     WriteRootIndex(stream);
@@ -160,6 +185,7 @@ void BlockSaver::FlushFrozen(std::FILE* stream)
 {
     if (stream == nullptr)
         return;
+    SaveCompressed();
     Log(LogFunctions::FlushFrozen, __LINE__, "Flushing frozen blocks ... ");
     for (auto& [key, limiter] : limiters_)
         if (!SlotTable::IsASpareBlock(key) && !SlotTable::IsAnIndexBlock(key))
@@ -179,9 +205,12 @@ void BlockSaver::FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream)
         if (item.IsFrozen() || !Has(item.transformations, BlockTransformationType::Freeze) ||
             slots_.GetContentLength(slot) < limiter.limit)
             continue;
+        // Whatever comes behind a block that a thread has is saved later, too.
+        if (slots_.GetItem(GetFirstUnsavedSlot()).state == State::BeingCompressed)
+            return;
         if (GetFirstUnsavedSlot() < slot)
             raise(Sites::SavedOutOfOrder);
-        WriteBuffer(slot, stream);
+        SaveEarly(slot, stream);
     }
 }
 
@@ -212,6 +241,144 @@ std::size_t BlockSaver::GetFirstUnsavedSlot()
             SlotTable::IsAnIndexBlock(slots_.GetItem(firstUnsavedSlot_).name)))
         ++firstUnsavedSlot_;
     return firstUnsavedSlot_;
+}
+
+void BlockSaver::CompressInThreads(unsigned int count, std::FILE* stream)
+{
+    threads_ = std::make_unique<CompressionThreads>(count, *encoder_, SavingLevel);
+    spares_.content.Reserve(count + 1);
+    spares_.stream.Reserve(count + 1);
+    earlyStream_ = stream;
+    // A process that is forked from this one gets a copy of what waits in the stream, and would
+    // write it when it ends.
+    std::fflush(stream);
+}
+
+void BlockSaver::SaveCompressed()
+{
+    if (threads_ == nullptr)
+        return;
+    CheckProcess();
+    while (threads_->HasFinishedOldest())
+        SaveOldest();
+}
+
+void BlockSaver::StopThreads() noexcept
+{
+    if (threads_ == nullptr)
+        return;
+    if (!threads_->IsOwnProcess()) {
+        // What waits for the threads here would wait for ever, and destroying it is waiting, too.
+        static_cast<void>(threads_.release());
+        return;
+    }
+    threads_->Stop();
+    waitedSeconds_ += threads_->GetWaitedSeconds();
+    while (!threads_->IsEmpty()) {
+        CompressionThreads::Task task = threads_->Withdraw();
+        slots_.GetBlock(task.slot).Adopt(std::move(task.content), task.length);
+        slots_.GetItem(task.slot).state = State::Open;
+    }
+    threads_.reset();
+}
+
+bool BlockSaver::IsForked() const
+{
+    return threads_ != nullptr && !threads_->IsOwnProcess();
+}
+
+double BlockSaver::GetWaitedSeconds() const
+{
+    return waitedSeconds_ + (threads_ == nullptr ? 0 : threads_->GetWaitedSeconds());
+}
+
+void BlockSaver::CheckProcess()
+{
+    if (!IsForked())
+        return;
+    damaged_ = true;
+    raise(Sites::WriteFailed, "the file belongs to the process that this one was forked from");
+}
+
+/// \return whether a thread does it, or nothing is left to do
+bool BlockSaver::CompressElsewhere(std::size_t slot)
+{
+    if (threads_ == nullptr)
+        return false;
+    CheckProcess();
+    if (slots_.GetItem(slot).state != State::Open)
+        return true;
+    while (!threads_->HasRoom())
+        SaveOldest();
+    if (!threads_->PrepareThread())
+        return false;
+    Block& block = slots_.GetBlock(slot);
+    std::uint32_t const length = block.GetLength();
+    Zyl2Util::Buffer stream = BlockZlibCompressor::BufferFor(length, &spares_);
+    threads_->Give({slot, block.Release(), length, std::move(stream), std::nullopt});
+    slots_.GetItem(slot).GiveAway(length);
+    MarkCompressed(slot);
+    return true;
+}
+
+/// Keeps the threads busy with blocks from `slot` on, which becomes the first that none has got.
+void BlockSaver::CompressAhead(std::size_t& slot)
+{
+    if (threads_ == nullptr)
+        return;
+    for (; slot < slots_.GetSlotCount() && threads_->HasRoom(); ++slot) {
+        IndexItem const& item = slots_.GetItem(slot);
+        if (Has(item.transformations, BlockTransformationType::Compress) &&
+            item.state == State::Open && slots_.GetContentLength(slot) >= WorthAThread &&
+            !CompressElsewhere(slot))
+            return;
+    }
+}
+
+/// Takes the oldest block that the threads have, when it is compressed.
+/// \return its slot
+std::size_t BlockSaver::TakeBack()
+{
+    CompressionThreads::Task task = threads_->TakeOldest();
+    IndexItem& item = slots_.GetItem(task.slot);
+    Block& block = slots_.GetBlock(task.slot);
+    item.state = State::Open;
+    CheckCompressed(task.written.has_value());
+    std::size_t const written = task.written.value_or(0);
+    try {
+        BlockZlibCompressor::CheckLength(written);
+    } catch (...) {
+        block.Adopt(std::move(task.content), task.length);
+        throw;
+    }
+    spares_.LeaveContent(std::move(task.content));
+    block.Adopt(std::move(task.stream), static_cast<std::uint32_t>(written));
+    item.Compress(task.length);
+    return task.slot;
+}
+
+void BlockSaver::SaveOldest()
+{
+    std::size_t const slot = TakeBack();
+    if (IsToBeSavedEarly(slot))
+        SaveEarly(slot, earlyStream_);
+    else
+        slots_.GetBlock(slot).ReleaseUnused();
+}
+
+void BlockSaver::SaveEarly(std::size_t slot, std::FILE* stream)
+{
+    WriteBuffer(slot, stream);
+    // As in CompressInThreads. A failure shows when the next block is written.
+    if (threads_ != nullptr)
+        std::fflush(stream);
+}
+
+bool BlockSaver::IsToBeSavedEarly(std::size_t slot)
+{
+    IndexItem const& item = slots_.GetItem(slot);
+    return Has(item.transformations, BlockTransformationType::Freeze) &&
+           item.contentLength >= limiters_.Get(item.name).limit && GetFirstUnsavedSlot() == slot;
 }
 
 } // namespace Zyl2Wvf

@@ -9,8 +9,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 
 namespace Zyl2Wvf {
+
+class CompressionThreads;
 
 /// Brings blocks into the file: compresses them, computes their places, writes them, and finishes
 /// the file with the tables that list them. What fails, and what is logged, bears the names of
@@ -19,9 +22,35 @@ class BlockSaver
 {
 public:
     BlockSaver(SlotTable& slots, LimiterMap& limiters);
+    BlockSaver(BlockSaver const&) = delete;
+    BlockSaver& operator=(BlockSaver const&) = delete;
+    /// Ends its threads.
+    ~BlockSaver();
 
     /// From now on blocks are compressed by `encoder`, and no longer by zlib.
     void SetEncoder(BlockEncoder const& encoder) { encoder_ = &encoder; }
+
+    /// From now on full blocks are compressed by up to `count` threads, while the caller goes on.
+    /// At most `count` + 2 blocks of a key that is saved early and `count` + 1 of its streams are
+    /// in memory then: a caller that is faster than the threads waits for them. \param count  at
+    /// least 1 \param stream where blocks that are marked to freeze are saved when they are
+    /// compressed
+    void CompressInThreads(unsigned int count, std::FILE* stream);
+
+    /// Saves blocks that threads have compressed, as far as they are to be saved early and all
+    /// before them are saved; waits for none. Without threads it does nothing. \throws what a
+    /// thread failed at, in the way of `WriteBuffer`
+    void SaveCompressed();
+
+    /// Ends the threads. Blocks that were with them are as they were before.
+    void StopThreads() noexcept;
+
+    /// Whether this process was forked from the one that started the threads. It has none, and
+    /// nothing may be written here: the file belongs to the other one.
+    bool IsForked() const;
+
+    /// Seconds that the caller has waited for threads.
+    double GetWaitedSeconds() const;
 
     /// Transforms the slot's block, unless that was done before, saves it and releases its buffer.
     /// \throws InvalidObjectState the slot is frozen: it was saved before
@@ -39,8 +68,9 @@ public:
     /// \throws InvalidObjectState no block was ever added
     void WriteAll(std::FILE* stream);
 
-    /// Saves the full blocks that are marked to freeze. Does nothing without a stream.
-    /// \throws NotYetImplemented an earlier block is not saved; blocks are saved in file order
+    /// Saves the full blocks that are marked to freeze, but for those that threads have not
+    /// finished. Does nothing without a stream. \throws NotYetImplemented an earlier block is not
+    /// saved; blocks are saved in file order
     void FlushFrozen(std::FILE* stream);
 
     /// For a key that got a block after a full one, and so is likely to fill another one:
@@ -55,7 +85,15 @@ public:
 private:
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
     void Compress(std::size_t slot);
-    void CheckCompressed(Block const& block);
+    void MarkCompressed(std::size_t slot);
+    bool CompressElsewhere(std::size_t slot);
+    void CompressAhead(std::size_t& slot);
+    std::size_t TakeBack();
+    void SaveOldest();
+    void SaveEarly(std::size_t slot, std::FILE* stream);
+    bool IsToBeSavedEarly(std::size_t slot);
+    void CheckProcess();
+    void CheckCompressed(bool isCompressed);
     void CheckStream(std::FILE* stream) const;
     void SaveBlock(std::size_t slot, std::FILE* stream);
     void WriteRootIndex(std::FILE* stream);
@@ -65,6 +103,10 @@ private:
     LimiterMap& limiters_;
     BlockEncoder const* encoder_ = &ZlibEncoder();
     SpareBuffers spares_;
+    std::unique_ptr<CompressionThreads> threads_;
+    /// Of the file that threads compress for.
+    std::FILE* earlyStream_ = nullptr;
+    double waitedSeconds_ = 0;
     /// Slots before this one are frozen or index blocks.
     std::size_t firstUnsavedSlot_ = 0;
     /// A value or a block was given up half-way, or a seek failed.

@@ -5,6 +5,7 @@
 #include "Zyl2/Wvf/BlockTransformation.h"
 #include "Zyl2/Wvf/SpareBuffers.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Zyl2Wvf {
@@ -28,6 +29,16 @@ public:
     /// \throws MemoryAllocationException no buffer, or the compressed block would be too long; the
     ///         block is unchanged
     void operator()(Block& block) override;
+
+    /// What `operator()` takes first, for those who let others do the rest.
+    /// \param spares taken from, unless null
+    /// \return room for the stream of a block of that length
+    /// \throws MemoryAllocationException there is none
+    static Zyl2Util::Buffer BufferFor(std::uint32_t length, SpareBuffers* spares);
+
+    /// What `operator()` asks of the stream.
+    /// \throws MemoryAllocationException a stream of so many bytes is too long for a block
+    static void CheckLength(std::size_t written);
 
 private:
     void Replace(Block& block, Zyl2Util::Buffer stream, std::uint32_t length);

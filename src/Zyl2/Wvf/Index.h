@@ -44,6 +44,28 @@ public:
     /// From now on blocks are compressed by `encoder`, and no longer by zlib.
     void SetEncoder(BlockEncoder const& encoder) { saver_.SetEncoder(encoder); }
 
+    /// From now on blocks of new keys are full at so many bytes, whatever the environment says.
+    void SetBlockSize(std::uint32_t bytes) { limiters_.SetLimit(bytes); }
+
+    /// From now on full blocks are compressed by up to `count` threads, while the caller goes on.
+    /// \param stream where blocks that are marked to freeze are saved when they are compressed
+    void CompressInThreads(unsigned int count, std::FILE* stream)
+    {
+        saver_.CompressInThreads(count, stream);
+    }
+
+    /// Saves what threads have compressed, and tells what they failed at. Waits for none.
+    void SaveCompressed() { saver_.SaveCompressed(); }
+
+    /// Ends the threads. Blocks that were with them are as they were before.
+    void StopThreads() noexcept { saver_.StopThreads(); }
+
+    /// Whether this process was forked from the one that the threads compress for.
+    bool IsForked() const { return saver_.IsForked(); }
+
+    /// Seconds that the caller has waited for threads.
+    double GetWaitedSeconds() const { return saver_.GetWaitedSeconds(); }
+
     /// Appends a slot for `name`, whatever the pool holds.
     /// \return number of the slot
     std::size_t CreateBlock(std::string const& name) { return slots_.CreateBlock(name); }

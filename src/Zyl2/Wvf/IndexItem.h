@@ -21,6 +21,8 @@ struct IndexItem
     {
         /// Takes bytes. A block that was saved without being frozen is open again, and empty.
         Open,
+        /// A thread has the content, and compresses it.
+        BeingCompressed,
         /// Was compressed and waits to be saved.
         Compressed,
         /// Was saved for good: takes no more bytes.
@@ -46,6 +48,13 @@ struct IndexItem
     std::uint32_t contentLength = 0;
 
     bool IsFrozen() const { return state >= State::Frozen; }
+
+    /// The block is with a thread for as long as this lasts.
+    void GiveAway(std::uint32_t length)
+    {
+        state = State::BeingCompressed;
+        contentLength = length;
+    }
 
     void Compress(std::uint32_t length)
     {

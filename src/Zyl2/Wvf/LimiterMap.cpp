@@ -8,7 +8,9 @@ BlockSizeLimiter& LimiterMap::GetOrAdd(std::string const& name)
 {
     // Looked for first: making a limiter reads the environment.
     auto const found = limiters_.find(name);
-    return found != limiters_.end() ? found->second : limiters_[name];
+    if (found != limiters_.end())
+        return found->second;
+    return limit_ ? GetOrAdd(name, *limit_) : limiters_[name];
 }
 
 BlockSizeLimiter& LimiterMap::GetOrAdd(std::string const& name, std::uint32_t limit)

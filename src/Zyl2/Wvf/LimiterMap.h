@@ -3,8 +3,10 @@
 
 #include "Zyl2/Wvf/BlockSizeLimiter.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,7 +25,10 @@ public:
         return found == limiters_.end() ? nullptr : &found->second;
     }
 
-    /// A new limiter takes its limit from the environment.
+    /// From now on this is the limit of new limiters, whatever the environment says.
+    void SetLimit(std::uint32_t bytes) { limit_ = bytes; }
+
+    /// A new limiter takes its limit from the environment, unless another was set.
     BlockSizeLimiter& GetOrAdd(std::string const& name);
 
     /// A new limiter gets that limit; one that is there keeps its own.
@@ -38,6 +43,7 @@ public:
     auto end() { return limiters_.end(); }
 
 private:
+    std::optional<std::uint32_t> limit_;
     std::map<std::string, BlockSizeLimiter, std::less<>> limiters_;
 };
 

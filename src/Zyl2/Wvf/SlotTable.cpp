@@ -228,8 +228,9 @@ void SlotTable::CopyRootItemsToBlock(Block& block) const
 std::uint32_t SlotTable::GetContentLength(std::size_t slot) const
 {
     IndexItem const& item = items_[slot];
-    return item.state == IndexItem::State::Compressed ? item.contentLength
-                                                      : blocks_[slot].GetLength();
+    bool const isRemembered = item.state == IndexItem::State::Compressed ||
+                              item.state == IndexItem::State::BeingCompressed;
+    return isRemembered ? item.contentLength : blocks_[slot].GetLength();
 }
 
 /// Asked of a key's last block only, which is never found compressed: only blocks before it wait in

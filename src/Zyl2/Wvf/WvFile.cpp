@@ -99,6 +99,10 @@ void WvFile::AddBlockTransformation(std::string const& name, BlockTransformation
 void WvFile::CloseFile()
 {
     Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
+    // What a forked process has in its copy of the stream is for the other one to write.
+    if (index_.IsForked())
+        Zyl2Util::ForgetUnwritten(stream_);
+    index_.StopThreads();
     if (stream_ == nullptr)
         return;
     // A file that had no name when it was opened, such as one that the host removed and keeps open

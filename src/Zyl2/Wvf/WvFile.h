@@ -41,7 +41,7 @@ public:
     /// Sets the bit of `type` on every block that the key has now.
     void AddBlockTransformation(std::string const& name, BlockTransformationType type);
 
-    /// Closes the stream, if one is open. Saves nothing.
+    /// Ends the index's threads and closes the stream, if one is open. Saves nothing.
     virtual void CloseFile();
 
     /// Whether the system refused to close the last stream, so that bytes may be lost.

@@ -27,6 +27,7 @@ class BuildByCMake(build_ext):
             "MOXWRITER_BUILD_TOOLS": "OFF",
             "MOXWRITER_BUILD_TESTS": "OFF",
             "MOXWRITER_BUILD_EXAMPLES": "OFF",
+            "MOXWRITER_BUILD_FORTRAN": "OFF",
             "MOXWRITER_BUILD_PYTHON": "ON",
             "MOXWRITER_PYTHON": sys.executable,
         }

@@ -16,4 +16,5 @@ cd "$work"
 "$work/venv/bin/python" -I "$(dirname "$0")/write_and_read.py" "$work/venv" model.mox | tee said
 grep -qxF "moxwriter $version" said
 "$mox" verify model.mox
-"$work/venv/bin/python" -m pip show --files moxwriter | grep -q 'moxwriter/_writer\.pyi$'
+"$work/venv/bin/python" -m pip show --files moxwriter >files
+grep -q 'moxwriter/_writer\.pyi$' files

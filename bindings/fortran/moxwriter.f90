@@ -163,6 +163,16 @@ module moxwriter
   !> "Displacement", width 6.
   integer, parameter, public :: MOX_DISPLACEMENT6 = 30
 
+  !> What compresses a file; which of them there are is known when the library is built. What the environment variable
+  !! MOXWRITER_ENCODER names, and zlib where it names none.
+  integer, parameter, public :: MOX_ENCODER_DEFAULT = 0
+  !> zlib at level 6. It is always there.
+  integer, parameter, public :: MOX_ENCODER_ZLIB = 1
+  !> libdeflate: faster, and files as small as zlib's.
+  integer, parameter, public :: MOX_ENCODER_LIBDEFLATE = 2
+  !> ISA-L: the fastest. Files are somewhat larger, and the same calls may express a block in another way the next time.
+  integer, parameter, public :: MOX_ENCODER_ISAL = 3
+
   !> Kind of the characters of a wide path: ISO 10646 where the compiler has it.
   integer, parameter, public :: mox_wide = merge(selected_char_kind('ISO_10646'), c_char, &
                                                  selected_char_kind('ISO_10646') > 0)
@@ -279,24 +289,27 @@ contains
   !! \param text1     first text of the file's writing record, for instance the program's name and version
   !! \param text2     second text of the writing record, used only when the first one is not empty
   !! \param text3     carried along and written nowhere
+  !! \param encoder   what compresses the file; `MOX_ENCODER_DEFAULT` when it is absent
   !! \param stat      `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since; `MOX_FILE_OPEN` "File
   !!                  exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the system refuses. After each of the
-  !!                  latter two the model must be closed before it can be saved again.
+  !!                  latter two the model must be closed before it can be saved again. `MOX_INVALID_ARGUMENTS` an encoder
+  !!                  that the library does not have.
   !! \param errmsg    what was wrong
-  subroutine save_to(this, path, overwrite, text1, text2, text3, stat, errmsg)
+  subroutine save_to(this, path, overwrite, text1, text2, text3, encoder, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*), intent(in), target :: path
     logical, intent(in), optional :: overwrite
     character(*), intent(in), optional :: text1
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
+    integer, intent(in), optional :: encoder
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
     type(c_ptr) :: options
     integer(c_int) :: status
 
-    status = make_options(options, overwrite, text1, text2, text3)
+    status = make_options(options, overwrite, text1, text2, text3, encoder)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -308,13 +321,14 @@ contains
 
   !> The same with a wide path, which is narrowed to the low 8 bits of each character. A path of default characters is
   !! what `save_to` takes.
-  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, stat, errmsg)
+  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, encoder, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*, kind=mox_wide), intent(in) :: path
     logical, intent(in), optional :: overwrite
     character(*), intent(in), optional :: text1
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
+    integer, intent(in), optional :: encoder
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
@@ -332,7 +346,7 @@ contains
     do index = 1, size(characters)
       characters(index) = ichar(path(index:index))
     end do
-    status = make_options(options, overwrite, text1, text2, text3)
+    status = make_options(options, overwrite, text1, text2, text3, encoder)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -737,8 +751,7 @@ contains
     integer(int32) :: bits
 
     if (value < 0 .or. value >= numbers) then
-      call refuse(mox_status_text(MOX_OVERFLOW)//": an integer of 32 bits without sign is from 0 to 4294967295", &
-                  stat, errmsg, MOX_OVERFLOW)
+      call refuse("an integer of 32 bits without sign is from 0 to 4294967295", stat, errmsg, MOX_OVERFLOW)
       return
     end if
     bits = int(merge(value, value - numbers, value <= largest_signed), int32)
@@ -1114,7 +1127,8 @@ contains
   end subroutine
 
   !> Refuses arguments that C would not get to see.
-  !! \param sentence what is wrong with them; all of it for another status than `MOX_INVALID_ARGUMENTS`
+  !! \param sentence what is wrong with them
+  !! \param status   `MOX_INVALID_ARGUMENTS` when it is absent
   subroutine refuse(sentence, stat, errmsg, status)
     character(*), intent(in) :: sentence
     integer, intent(out), optional :: stat
@@ -1122,14 +1136,12 @@ contains
     integer, intent(in), optional :: status
 
     character(len(sentence) + 100), target :: whole
+    integer :: kind_of_failure
 
-    if (present(status)) then
-      whole = trim(sentence)//char(0)
-      call tell(status, c_loc(whole(1:1)), stat, errmsg)
-    else
-      whole = mox_status_text(MOX_INVALID_ARGUMENTS)//": "//trim(sentence)//char(0)
-      call tell(MOX_INVALID_ARGUMENTS, c_loc(whole(1:1)), stat, errmsg)
-    end if
+    kind_of_failure = MOX_INVALID_ARGUMENTS
+    if (present(status)) kind_of_failure = status
+    whole = mox_status_text(kind_of_failure)//": "//trim(sentence)//char(0)
+    call tell(kind_of_failure, start_of(whole), stat, errmsg)
   end subroutine
 
   function counted(first, between, second, behind) result(text)
@@ -1196,12 +1208,13 @@ contains
 
   !> Makes the options of a call, if it has any.
   !! \param options receives them, or null
-  function make_options(options, overwrite, text1, text2, text3) result(status)
+  function make_options(options, overwrite, text1, text2, text3, encoder) result(status)
     type(c_ptr), intent(out) :: options
     logical, intent(in), optional :: overwrite
     character(*), intent(in), optional :: text1
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
+    integer, intent(in), optional :: encoder
     integer(c_int) :: status
 
     options = c_null_ptr
@@ -1214,6 +1227,7 @@ contains
       status = c_options_set_text2(options, start_if(text2), length_if(text2))
     if (status == MOX_OK .and. present(text3)) &
       status = c_options_set_text3(options, start_if(text3), length_if(text3))
+    if (status == MOX_OK .and. present(encoder)) status = c_options_set_encoder(options, encoder)
   end function
 
   function attributes_in(attributes) result(handle)

@@ -206,6 +206,13 @@ module moxwriter_c
       integer(c_int) :: status
     end function
 
+    function c_options_set_encoder(options, encoder) result(status) bind(c, name="mox_options_set_encoder")
+      import :: c_int, c_ptr
+      type(c_ptr), value :: options
+      integer(c_int), value :: encoder
+      integer(c_int) :: status
+    end function
+
     function c_options_set_text1(options, text, length) result(status) bind(c, name="mox_options_set_text1")
       import :: c_int, c_ptr, c_size_t
       type(c_ptr), value :: options, text

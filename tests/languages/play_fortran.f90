@@ -395,9 +395,11 @@ contains
       overwrite = given%overwrite
     end if
     if (is_wide) then
-      call model%save_to_wide(widened(path), overwrite, given%text1, given%text2, given%text3, status, sentence)
+      call model%save_to_wide(widened(path), overwrite, given%text1, given%text2, given%text3, stat=status, &
+                              errmsg=sentence)
     else
-      call model%save_to(path, overwrite, given%text1, given%text2, given%text3, status, sentence)
+      call model%save_to(path, overwrite, given%text1, given%text2, given%text3, stat=status, &
+                              errmsg=sentence)
     end if
   end subroutine
 

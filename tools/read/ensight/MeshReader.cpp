@@ -305,10 +305,10 @@ void MeshReader::addElements(Topology const& topology, Integers const& ids, Inte
         part.offsets.push_back(part.offsets.back() +
                                (size == 0 ? static_cast<std::size_t>(sizes[i]) : size));
     part.connectivity.reserve(part.connectivity.size() + nodes.size());
+    bool const isSorted = size == 0 || topology.order.empty();
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        std::size_t const place = topology.order.empty() ? 0 : i % size;
-        part.connectivity.push_back(
-            rowOf(nodes[topology.order.empty() ? i : i - place + topology.order[place]]));
+        std::size_t const place = isSorted ? 0 : i % size;
+        part.connectivity.push_back(rowOf(nodes[isSorted ? i : i - place + topology.order[place]]));
     }
     if (elementIds_ == Ids::Given)
         part.elementIds.insert(part.elementIds.end(), ids.begin(), ids.end());

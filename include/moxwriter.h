@@ -338,7 +338,8 @@ MOX_API char const* mox_model_error(mox_model const* model);
 /// \return `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since;
 ///         `MOX_FILE_OPEN` "File exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the
 ///         system refuses; after each of the latter two the model must be closed before it can be
-///         saved again. `MOX_INVALID_ARGUMENTS` an encoder that the library does not have.
+///         saved again. `MOX_INVALID_ARGUMENTS` an encoder that the library does not have, a
+///         number of threads or a size of blocks that is out of its range.
 MOX_API mox_status mox_model_save_to(mox_model* model, char const* path, size_t path_length,
                                      mox_options const* options);
 
@@ -537,6 +538,22 @@ MOX_API mox_status mox_options_set_text3(mox_options* options, char const* text,
 /// What compresses the file. Whether there is such an encoder is checked when a model is saved.
 /// \return `MOX_INVALID_HANDLE`
 MOX_API mox_status mox_options_set_encoder(mox_options* options, mox_encoder encoder);
+
+/// How many threads of its own the model may start to compress full blocks while the program goes
+/// on. The bytes of the file do not depend on it.
+/// \param options any
+/// \param threads 0 to 1024, which is checked when a model is saved; a negative number for what the
+///                environment variable MOXWRITER_THREADS says, and for 0 where that is not set
+/// \return `MOX_INVALID_HANDLE`
+MOX_API mox_status mox_options_set_threads(mox_options* options, int threads);
+
+/// From how many bytes on a block of the file is full.
+/// \param options any
+/// \param bytes   1 to 4294967294, which is checked when a model is saved; 0 for what the
+///                environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and for 209715200
+///                (200 MiB) where that is not set
+/// \return `MOX_INVALID_HANDLE`
+MOX_API mox_status mox_options_set_block_size(mox_options* options, uint64_t bytes);
 
 /* Attributes */
 

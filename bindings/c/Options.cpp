@@ -56,3 +56,13 @@ mox_status mox_options_set_encoder(mox_options* options, mox_encoder encoder)
 {
     return guarded([=] { contentOf(options).encoder = static_cast<Encoder>(encoder); });
 }
+
+mox_status mox_options_set_threads(mox_options* options, int threads)
+{
+    return guarded([=] { contentOf(options).threads = threads; });
+}
+
+mox_status mox_options_set_block_size(mox_options* options, uint64_t bytes)
+{
+    return guarded([=] { contentOf(options).blockSize = bytes; });
+}

@@ -152,6 +152,8 @@ static void expect_no_builders(mox_options* options, mox_attributes* attributes,
     EXPECT_STATUS(mox_options_set_text2(options, "", 0), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_text3(options, "", 0), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_encoder(options, MOX_ENCODER_ZLIB), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_options_set_threads(options, 1), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_options_set_block_size(options, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_clear(attributes), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_float(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_double(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
@@ -552,6 +554,61 @@ static void an_encoder_can_be_chosen(void)
     EXPECT_OK(mox_options_destroy(options));
 }
 
+static long size_of(char const* path)
+{
+    FILE* file = fopen(path, "rb");
+    long size = -1;
+    if (file != NULL && fseek(file, 0, SEEK_END) == 0)
+        size = ftell(file);
+    if (file != NULL)
+        fclose(file);
+    return size;
+}
+
+static void write_ids(char const* path, mox_options const* options)
+{
+    static uint32_t ids[500];
+    mox_array const array = mox_uint32_array(ids, sizeof ids / sizeof *ids, 1);
+    mox_model* model = NULL;
+    uint32_t shape = 0;
+    EXPECT_OK(mox_model_create(&model));
+    EXPECT_OK(mox_model_save_to(model, path, terminated, options));
+    EXPECT_OK(mox_model_add_node(model, MOX_ROOT_GROUP, "Root", terminated, NULL, NULL));
+    EXPECT_OK(mox_model_add_node(model, MOX_SHAPE, "Shape", terminated, NULL, &shape));
+    EXPECT_OK(mox_model_add_array(model, NULL, 0, MOX_NODE_IDS, &array, &shape, 1, NULL, NULL));
+    EXPECT_OK(mox_model_add_array(model, "Again", 5, MOX_NODE_IDS, &array, &shape, 1, NULL, NULL));
+    EXPECT_OK(mox_model_close(model));
+    EXPECT_OK(mox_model_destroy(model));
+}
+
+static void threads_and_blocks_can_be_chosen(char const* path)
+{
+    mox_model* model = NULL;
+    mox_options* options = NULL;
+    long size = 0;
+    EXPECT_OK(mox_options_create(&options));
+    EXPECT_OK(mox_options_set_overwrite(options, 1));
+    write_ids(path, options);
+    size = size_of(path);
+    EXPECT_OK(mox_options_set_threads(options, 2));
+    EXPECT_OK(mox_options_set_block_size(options, 1000));
+    write_ids(path, options);
+    /* One more block. */
+    EXPECT(size > 0 && size_of(path) > size);
+    EXPECT_OK(mox_model_create(&model));
+    EXPECT_OK(mox_options_set_threads(options, 2000));
+    EXPECT_STATUS(mox_model_save_to(model, "", 0, options), MOX_INVALID_ARGUMENTS);
+    EXPECT(strstr(mox_model_error(model), "asks for 2000 threads") != NULL);
+    EXPECT_OK(mox_options_set_threads(options, -1));
+    EXPECT_OK(mox_options_set_block_size(options, 4294967295U));
+    EXPECT_STATUS(mox_model_save_to(model, "", 0, options), MOX_INVALID_ARGUMENTS);
+    EXPECT(strstr(mox_model_error(model), "asks for blocks of 4294967295 bytes") != NULL);
+    EXPECT_OK(mox_options_set_block_size(options, 0));
+    EXPECT_OK(mox_model_save_to(model, "", 0, options));
+    EXPECT_OK(mox_model_destroy(model));
+    EXPECT_OK(mox_options_destroy(options));
+}
+
 /* Destroying an open model closes it; what the device refuses then is reported, and all is gone. */
 static void destroying_reports_what_closing_failed_at(void)
 {
@@ -596,6 +653,7 @@ int main(int argc, char** argv)
     long_sentences_are_kept_whole();
     existing_files_are_kept_unless_asked_for(argv[1]);
     an_encoder_can_be_chosen();
+    threads_and_blocks_can_be_chosen(argv[1]);
     destroying_reports_what_closing_failed_at();
     return failures == 0 ? 0 : 1;
 }

@@ -174,12 +174,11 @@ program shaken_frame
 
   type(mox_model) :: model
   integer(int32) :: shape
-  real(real64), allocatable :: stiffness(:, :), mass(:, :), damping(:, :), factor(:, :)
+  real(real64), dimension(unknowns, unknowns) :: stiffness, mass, damping, factor
   real(real64), dimension(unknowns) :: u, v, a, u_before, v_before, along_x, load
   real(real64) :: largest = 0
   integer :: step
 
-  allocate (stiffness(unknowns, unknowns), mass(unknowns, unknowns))
   call make_mesh()
   call assemble(stiffness, mass)
   damping = 0.3_real64*mass + 0.001_real64*stiffness

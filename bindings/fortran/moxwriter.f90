@@ -551,7 +551,7 @@ contains
     if (.not. is_listed(paths, list, stat, errmsg)) return
     if (present(attributes)) then
       if (size(attributes) /= size(paths)) then
-        call refuse(counted(size(attributes), " sets of attributes, but ", size(paths), " paths"), stat, errmsg)
+        call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: attributes and paths differ in number", stat, errmsg)
         return
       end if
       list%attributes = attributes%handle
@@ -751,7 +751,8 @@ contains
     integer(int32) :: bits
 
     if (value < 0 .or. value >= numbers) then
-      call refuse("an integer of 32 bits without sign is from 0 to 4294967295", stat, errmsg, MOX_OVERFLOW)
+      call refuse(MOX_OVERFLOW, "Overflow error: an integer of 32 bits without sign is from 0 to 4294967295", stat, &
+                  errmsg)
       return
     end if
     bits = int(merge(value, value - numbers, value <= largest_signed), int32)
@@ -965,43 +966,53 @@ contains
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
-    type(mox_steps) :: own_steps
+    type(c_ptr) :: own_steps
     type(c_ptr) :: given
     integer(c_int) :: status
 
     if (present(steps) .and. (present(step) .or. present(step_attributes))) then
-      call refuse("steps, and another step beside them", stat, errmsg)
+      call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: steps, and another step beside them", stat, errmsg)
       return
     end if
     if (.not. is_made(this, stat, errmsg)) return
     status = make_steps(own_steps, step, steps, step_attributes)
-    if (status /= MOX_OK) then
-      call tell(status, c_last_error(), stat, errmsg)
-      return
-    end if
-    given = own_steps%handle
+    given = own_steps
     if (present(steps)) then
       if (c_associated(steps%handle)) given = steps%handle
     end if
-    call tell_of(this, c_model_add_array(this%handle, start_if(name), length_if(name), type, view, ids, &
-                                         size(ids, kind=c_size_t), given, attributes_in(attributes)), stat, errmsg)
+    if (status /= MOX_OK) then
+      call tell(status, c_last_error(), stat, errmsg)
+    else
+      call tell_of(this, c_model_add_array(this%handle, start_if(name), length_if(name), type, view, ids, &
+                                           size(ids, kind=c_size_t), given, attributes_in(attributes)), stat, errmsg)
+    end if
+    call discard_steps(own_steps)
   end subroutine
 
   !> Makes the list that stands for the one step that was given, or for a list of none, and none otherwise.
+  !! \param own_steps receives it, or null. A variable of `mox_steps` would take memory when it goes out of scope, and
+  !!                  end the program where there is none.
   function make_steps(own_steps, step, steps, step_attributes) result(status)
-    type(mox_steps), intent(inout) :: own_steps
+    type(c_ptr), intent(out) :: own_steps
     character(*), intent(in), optional :: step
     type(mox_steps), intent(in), optional :: steps
     type(mox_attributes), intent(in), optional :: step_attributes
     integer(c_int) :: status
 
+    logical :: is_one_step
+    logical :: is_empty_list
+
+    own_steps = c_null_ptr
     status = MOX_OK
-    if (present(steps)) then
-      if (.not. c_associated(steps%handle)) status = c_steps_create(own_steps%handle)
-    else if (present(step)) then
-      call own_steps%add(step, step_attributes, status)
-    else if (present(step_attributes)) then
-      call own_steps%add("", step_attributes, status)
+    is_one_step = present(step) .or. present(step_attributes)
+    is_empty_list = .false.
+    if (present(steps)) is_empty_list = .not. c_associated(steps%handle)
+    if (is_one_step .or. is_empty_list) status = c_steps_create(own_steps)
+    if (status /= MOX_OK .or. .not. is_one_step) return
+    if (present(step)) then
+      status = c_steps_add(own_steps, start_of(step), length_of(step), attributes_in(step_attributes))
+    else
+      status = c_steps_add(own_steps, start_of(""), 0_c_size_t, attributes_in(step_attributes))
     end if
   end function
 
@@ -1108,12 +1119,16 @@ contains
 
     if (present(stat)) stat = status
     if (status == MOX_OK) return
-    if (.not. present(stat)) then
-      write (error_unit, "(*(a))") bytes_at(sentence)
-      flush (error_unit)
-      error stop
-    end if
+    if (.not. present(stat)) call stop_with(text_at(sentence))
     if (present(errmsg)) call copy_text(bytes_at(sentence), errmsg)
+  end subroutine
+
+  subroutine stop_with(sentence)
+    character(*), intent(in) :: sentence
+
+    write (error_unit, "(a)") sentence
+    flush (error_unit)
+    error stop
   end subroutine
 
   !> The same for a call of a model.
@@ -1127,32 +1142,19 @@ contains
   end subroutine
 
   !> Refuses arguments that C would not get to see.
-  !! \param sentence what is wrong with them
-  !! \param status   `MOX_INVALID_ARGUMENTS` when it is absent
-  subroutine refuse(sentence, stat, errmsg, status)
+  subroutine refuse(status, sentence, stat, errmsg)
+    integer, intent(in) :: status
     character(*), intent(in) :: sentence
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
-    integer, intent(in), optional :: status
 
-    character(len(sentence) + 100), target :: whole
-    integer :: kind_of_failure
-
-    kind_of_failure = MOX_INVALID_ARGUMENTS
-    if (present(status)) kind_of_failure = status
-    whole = mox_status_text(kind_of_failure)//": "//trim(sentence)//char(0)
-    call tell(kind_of_failure, start_of(whole), stat, errmsg)
+    if (present(stat)) then
+      stat = status
+      if (present(errmsg)) errmsg = sentence
+    else
+      call stop_with(sentence)
+    end if
   end subroutine
-
-  function counted(first, between, second, behind) result(text)
-    integer, intent(in) :: first
-    character(*), intent(in) :: between
-    integer, intent(in) :: second
-    character(*), intent(in) :: behind
-    character(len(between) + len(behind) + 40) :: text
-
-    write (text, "(i0, a, i0, a)") first, between, second, behind
-  end function
 
   function has_room(ids, count, stat, errmsg)
     integer(int32), intent(in), optional :: ids(:)
@@ -1163,7 +1165,8 @@ contains
 
     has_room = .true.
     if (present(ids)) has_room = size(ids) >= count
-    if (.not. has_room) call refuse(counted(count, " paths, but room for ", size(ids), " ids"), stat, errmsg)
+    if (.not. has_room) &
+      call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: there are more paths than room for ids", stat, errmsg)
   end function
 
   ! -------------------------------------------------------------------------------------------------------------- Handles

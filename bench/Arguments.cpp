@@ -43,6 +43,11 @@ std::size_t Arguments::number(std::string const& name) const
     return std::stoul(text(name));
 }
 
+std::size_t Arguments::numberOr(std::string const& name, std::size_t missing) const
+{
+    return values_.count(name) == 0 ? missing : number(name);
+}
+
 int runWorkload(int argc, char** argv, Workloads const& workloads)
 {
     auto const found = argc > 1 ? workloads.find(argv[1]) : workloads.end();

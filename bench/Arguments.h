@@ -18,6 +18,8 @@ public:
     std::string const& text(std::string const& name) const;
     /// \throws std::invalid_argument the flag is missing or no number
     std::size_t number(std::string const& name) const;
+    /// \throws std::invalid_argument the flag is no number
+    std::size_t numberOr(std::string const& name, std::size_t missing) const;
 
 private:
     std::map<std::string, std::string> values_;

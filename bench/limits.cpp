@@ -18,11 +18,13 @@
 #endif
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -88,20 +90,29 @@ Bytes roomFor(Blocks const& blocks)
     return Bytes(compressBound(largest), 1);
 }
 
-/// Runs an encoder, which returns how many bytes it made, on all blocks.
+/// Runs an encoder, which returns how many bytes it made, on all blocks, in --threads threads.
 template <typename Encode>
 void measureEncoder(Arguments const& arguments, Encode const& encode)
 {
     Blocks const blocks = readBlocks(arguments.text("blocks"));
-    Bytes room = roomFor(blocks);
-    std::uint64_t written = 0;
+    std::vector<Bytes> rooms(arguments.numberOr("threads", 1), roomFor(blocks));
+    std::atomic<std::size_t> next{0};
+    std::atomic<std::uint64_t> written{0};
+    auto const work = [&](Bytes& room) {
+        for (std::size_t block = next++; block < blocks.size(); block = next++)
+            written += encode(blocks[block], room);
+    };
     measure(
         sizeOf(blocks),
         [&] {
-            for (Bytes const& block : blocks)
-                written += encode(block, room);
+            std::vector<std::future<void>> others;
+            for (std::size_t room = 1; room < rooms.size(); ++room)
+                others.push_back(std::async(std::launch::async, work, std::ref(rooms[room])));
+            work(rooms[0]);
+            for (std::future<void>& other : others)
+                other.get();
         },
-        [&] { return written; });
+        [&] { return written.load(); });
 }
 
 std::size_t copy(Bytes const& block, Bytes& room)

@@ -6,6 +6,8 @@
 
 #include <Zyl2/Mox2/Model.h>
 
+#include <chrono>
+#include <future>
 #include <utility>
 
 using namespace Bench;
@@ -101,6 +103,83 @@ void writeTransient(Arguments const& arguments)
     std::string const& folder = arguments.text("output");
     ResultArrays const result(transientResult(arguments.number("edge"), arguments.number("steps")));
     measureWriting(folder, result.bytes, [&] { writeResult(folder + "/result.mox", result); });
+}
+
+/// Seconds of the clock since it was made.
+class Stopwatch
+{
+public:
+    double seconds() const
+    {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// Keeps a core busy.
+void compute(double seconds)
+{
+    Stopwatch const watch;
+    while (watch.seconds() < seconds) {
+    }
+}
+
+/// A solver that computes as long before each array as compressing it takes. What is told are the
+/// seconds within the calls that add arrays.
+void writeWhileComputing(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    ResultArrays const result(transientResult(arguments.number("edge"), arguments.number("steps")));
+    auto const write = [&](int threads, double secondsPerByte) {
+        Model model;
+        SaverOptions options;
+        options.overwrite = true;
+        options.threads = threads;
+        model.saveTo(folder + "/result.mox", options);
+        unsigned int const shape = model.addAssemblyComponents({"/block/steel"})[0];
+        addMesh(model, shape, result.mesh);
+        double inCalls = 0;
+        auto const add = [&](char const* name, DatasetType type, Array2d<float> const& values,
+                             Step const& step) {
+            std::size_t const bytes = values.rows() * values.cols() * sizeof(float);
+            compute(secondsPerByte * static_cast<double>(bytes));
+            Stopwatch const call;
+            model.addArrayProperty(name, type, values, shape, step);
+            inCalls += call.seconds();
+        };
+        for (StepArrays const& fields : result.steps) {
+            add("DISP", DatasetType::Displacement, fields.displacement, fields.step);
+            add("STRESS", DatasetType::Result13, fields.stress, fields.step);
+        }
+        model.close();
+        return inCalls;
+    };
+    Stopwatch const calibration;
+    write(0, 0);
+    double const secondsPerByte = calibration.seconds() / static_cast<double>(result.bytes);
+    std::uint64_t const residentBefore = residentBytes();
+    double const inCalls =
+        write(static_cast<int>(arguments.number("model-threads")), secondsPerByte);
+    print({inCalls, result.bytes, bytesOfFolder(folder)}, residentBefore);
+}
+
+/// The same model several times at once, each by a thread of the host's.
+void writeModelsAtOnce(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    std::size_t const models = arguments.number("models");
+    ResultArrays const result(transientResult(arguments.number("edge"), arguments.number("steps")));
+    measureWriting(folder, result.bytes * models, [&] {
+        std::vector<std::future<void>> writing;
+        for (std::size_t model = 0; model < models; ++model)
+            writing.push_back(std::async(std::launch::async, [&, model] {
+                writeResult(folder + "/model " + std::to_string(model) + ".mox", result);
+            }));
+        for (std::future<void>& one : writing)
+            one.get();
+    });
 }
 
 DatasetType resultType(std::size_t width)
@@ -271,6 +350,8 @@ int main(int argc, char** argv)
 {
     return runWorkload(argc, argv,
                        {{"transient", writeTransient},
+                        {"computing", writeWhileComputing},
+                        {"models-at-once", writeModelsAtOnce},
                         {"parts", writeParts},
                         {"paths", writePaths},
                         {"small-models", writeSmallModels},

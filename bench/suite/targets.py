@@ -10,6 +10,7 @@ AT_LEAST, AT_MOST = ">=", "<="
 COMPARISONS = {AT_LEAST: operator.ge, AT_MOST: operator.le}
 # Code and small buffers that a process touches for the first time when it writes.
 PROCESS_BYTES = 1 << 20
+LARGE_PAGE = 2 << 20
 WIDTHS = (1, 2, 3, 4, 5, 6, 8)
 
 
@@ -155,7 +156,71 @@ def shuffle_rows(entry, _encoder):
                           f"shuffle/width:{width}", f"copy/width:{width}", AT_LEAST, 0.5)
 
 
-MAKERS = {"a": transient_rows, "b": part_rows, "c": path_rows, "d": model_rows, "e": large_rows}
+def transient_in_threads_rows(entry, encoder):
+    if encoder == "isal":
+        return
+    compare = Comparer("f", encoder, entry["subjects"])
+    mine, alone = ours(encoder, ", 2 threads"), ours(encoder, ", 0 threads")
+    to_bare = {"zlib": (AT_LEAST, 0.95)}
+    to_hdf5 = {"zlib": (AT_LEAST, 1.5), "libdeflate": (AT_LEAST, 3)}
+    yield compare.row(f"2 threads: throughput / bare {encoder} in 2 threads", THROUGHPUT, mine,
+                      f"bare {encoder}, 2 threads", *to_bare.get(encoder, ()))
+    yield compare.row("2 threads: throughput / HDF5", THROUGHPUT, mine, "HDF5",
+                      *to_hdf5.get(encoder, ()))
+    yield compare.row("throughput of 2 / of 0 threads", THROUGHPUT, mine, alone)
+    yield compare.row(f"bare {encoder}: throughput of 2 / of 1 threads", THROUGHPUT,
+                      f"bare {encoder}, 2 threads", f"bare {encoder}, 1 threads")
+
+
+def computing_rows(entry, encoder):
+    if encoder == "isal":
+        return
+    compare = Comparer("g", encoder, entry["subjects"])
+    yield compare.row("time within calls, 1 / 0 threads", TIME, ours(encoder, ", 1 threads"),
+                      ours(encoder, ", 0 threads"),
+                      *{"zlib": (AT_MOST, 0.1)}.get(encoder, ()))
+
+
+def in_large_pages(size):
+    return -(-size // LARGE_PAGE) * LARGE_PAGE
+
+
+def bounded_memory_row(entry, count):
+    """Peak beyond the host's array, as a part of what is promised for so many threads."""
+    block = entry["sizes"]["bytes"]
+    row = Row("threads", "zlib", f"memory, {count} threads: peak beyond the host's array / "
+              f"({count + 2} blocks + {count + 1} compressed ones, in pages of 2 MiB, "
+              "+ 1 MiB for each thread and all else)",
+              comparison=AT_MOST, limit=1.0)
+    runs = entry["subjects"].get(ours("zlib", f", memory, {count} threads"), [])
+    allowed = [(count + 2) * in_large_pages(block)
+               + (count + 1) * in_large_pages(run["file_bytes"] // 12)
+               + (count + 1) * PROCESS_BYTES for run in runs]
+    row.ratios = [MEMORY.of(run) / most for run, most in zip(runs, allowed)]
+    if runs:
+        row.values = f"{MEMORY.median(runs)} / {MEMORY.format(statistics.median(allowed))}"
+    return row
+
+
+def thread_rows(entry, encoder):
+    if encoder != "zlib":
+        return
+    compare = Comparer("threads", encoder, entry["subjects"])
+
+    def two_to_none(quantity, workload, metric, *target):
+        return compare.row(quantity, metric, ours(encoder, f", {workload}, 2 threads"),
+                           ours(encoder, f", {workload}, 0 threads"), *target)
+
+    yield two_to_none("paths: time of 2 / of 0 threads", "paths", TIME)
+    yield two_to_none("small models: time of 2 / of 0 threads", "small-models", TIME)
+    yield two_to_none("4 models at once: throughput of 2 threads each / of 0", "models-at-once",
+                      THROUGHPUT, AT_LEAST, 0.9)
+    for count in (1, 2, 4):
+        yield bounded_memory_row(entry, count)
+
+
+MAKERS = {"a": transient_rows, "b": part_rows, "c": path_rows, "d": model_rows, "e": large_rows,
+          "f": transient_in_threads_rows, "g": computing_rows, "threads": thread_rows}
 
 
 def rows(measured):

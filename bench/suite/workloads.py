@@ -1,6 +1,7 @@
 """What is measured: for each workload its subjects, in the order in which they take turns."""
 
 import json
+import os
 import subprocess
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -12,6 +13,9 @@ KEYS = {
     "c": "component paths",
     "d": "small models",
     "e": "memory for large datasets",
+    "f": "a transient result, compressed by threads",
+    "g": "a host that computes meanwhile",
+    "threads": "paths, small and several models, with threads and without",
     "shuffle": "sorting values into byte planes",
 }
 
@@ -21,6 +25,10 @@ SIZES = {
     "c": {"groups": 1000, "shapes": 1000},
     "d": {"models": 1000, "edge": 10},
     "e": {"bytes": 256 << 20, "few": 10, "many": 40, "block_limit": None},
+    "f": {"edge": 100, "steps": 20},
+    "g": {"edge": 100, "steps": 20},
+    "threads": {"groups": 1000, "shapes": 1000, "models": 1000, "large_edge": 100, "large_steps": 4,
+                "bytes": 64 << 20},
     "shuffle": {},
 }
 
@@ -31,12 +39,19 @@ QUICK_SIZES = {
     "d": {"models": 10, "edge": 10},
     # The limit is below the size of a dataset, as it is in the whole run.
     "e": {"bytes": 48 << 20, "few": 2, "many": 4, "block_limit": 40 << 20},
+    "f": {"edge": 40, "steps": 8},
+    "g": {"edge": 40, "steps": 8},
+    "threads": {"groups": 20, "shapes": 100, "models": 10, "large_edge": 40, "large_steps": 4,
+                "bytes": 24 << 20},
     "shuffle": {},
 }
 
 UNLIMITED = 1 << 30
 # For what takes long and has no target.
 ONCE = 1
+# Of the workloads with threads: a model of a few hundred megabytes then has blocks for all cores.
+BLOCK_SIZE = 16 << 20
+QUICK_BLOCK_SIZE = 1 << 20
 
 
 @dataclass
@@ -169,6 +184,73 @@ def large_results(programs, encoders, sizes, _folder):
     return Workload("e", sizes, subjects, most_rounds=1)
 
 
+def with_threads(count, quick=False):
+    """The environment in which a model starts so many threads."""
+    size = QUICK_BLOCK_SIZE if quick else BLOCK_SIZE
+    return {"MOXWRITER_THREADS": str(count), "MOXWRITER_DEFAULT_BLOCK_SIZE": str(size)}
+
+
+def is_quick(key, sizes):
+    return sizes == QUICK_SIZES[key]
+
+
+def transient_in_threads(programs, encoders, sizes, folder):
+    model_folder = folder / "model"
+    inputs = {"model": model_folder / "result.mox", "blocks": model_folder / "blocks"}
+    quick = is_quick("f", sizes)
+
+    def prepare():
+        model_folder.mkdir()
+        subprocess.run([*command(programs.moxwriter, "transient", sizes), "--output", model_folder],
+                       check=True, stdout=subprocess.DEVNULL,
+                       env={**os.environ, **with_threads(0, quick)})
+        subprocess.run(command(programs.limits, "extract", inputs), check=True)
+
+    def clean_up():
+        for path in inputs.values():
+            path.unlink()
+        model_folder.rmdir()
+
+    encoders = [encoder for encoder in encoders if encoder != "isal"]
+    subjects = of_hdf5(programs, "HDF5", "transient", sizes)
+    for encoder in encoders:
+        for count in (0, 2):
+            subjects.append(of_encoder(programs, encoder, "transient", sizes, f", {count} threads",
+                                       with_threads(count, quick)))
+        if encoder in programs.bare_encoders:
+            for count in (1, 2):
+                subjects.append(Subject(f"bare {encoder}, {count} threads",
+                                        command(programs.limits, encoder,
+                                                {**inputs, "threads": count})))
+    return Workload("f", sizes, subjects, prepare=prepare, clean_up=clean_up)
+
+
+def computing_host(programs, encoders, sizes, _folder):
+    quick = is_quick("g", sizes)
+    return Workload("g", sizes, [
+        of_encoder(programs, encoder, "computing", {**sizes, "model-threads": count},
+                   f", {count} threads", with_threads(0, quick))
+        for encoder in encoders if encoder != "isal" for count in (0, 1)])
+
+
+def threads_elsewhere(programs, _encoders, sizes, _folder):
+    quick = is_quick("threads", sizes)
+    flags = {"paths": {"groups": sizes["groups"], "shapes": sizes["shapes"]},
+             "small-models": {"models": sizes["models"], "edge": 10},
+             "models-at-once": {"models": 4, "edge": sizes["large_edge"],
+                                "steps": sizes["large_steps"]}}
+    subjects = [of_encoder(programs, "zlib", workload, flags[workload],
+                           f", {workload}, {count} threads", with_threads(count, quick))
+                for workload in flags for count in (0, 2)]
+    memory = {"bytes": sizes["bytes"], "datasets": 12}
+    for count in (1, 2, 4):
+        environment = {"MOXWRITER_THREADS": str(count),
+                       "MOXWRITER_DEFAULT_BLOCK_SIZE": str(sizes["bytes"])}
+        subjects.append(of_encoder(programs, "zlib", "large-results", memory,
+                                   f", memory, {count} threads", environment))
+    return Workload("threads", sizes, subjects)
+
+
 def kernel_runs(report):
     """Bandwidths of the kernels' repetitions, by kernel and width."""
     runs = {}
@@ -191,6 +273,7 @@ def shuffling(programs, _encoders, sizes, folder):
 
 
 MAKERS = {"a": transient, "b": parts, "c": paths, "d": small_models, "e": large_results,
+          "f": transient_in_threads, "g": computing_host, "threads": threads_elsewhere,
           "shuffle": shuffling}
 
 

@@ -1,5 +1,32 @@
 # What every target of this project is compiled with.
 function(moxwriter_target_defaults target)
+    moxwriter_target_flags(${target})
+    get_target_property(type ${target} TYPE)
+    # Programs are compiled as position-independent in another way than what they link.
+    if(MOXWRITER_PRECOMPILE_HEADERS AND NOT type STREQUAL "EXECUTABLE")
+        moxwriter_reuse_precompiled(${target} moxwriter_precompiled)
+    endif()
+endfunction()
+
+# Headers that are read once for all targets that reuse them. Sources include what they use all the
+# same: clang-tidy reads them without.
+function(moxwriter_precompile target)
+    moxwriter_target_flags(${target})
+    moxwriter_show_precompiled(${target})
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+endfunction()
+
+function(moxwriter_reuse_precompiled target name)
+    moxwriter_show_precompiled(${target})
+    target_precompile_headers(${target} REUSE_FROM ${name})
+endfunction()
+
+# Lets compiler caches see what is precompiled.
+function(moxwriter_show_precompiled target)
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endfunction()
+
+function(moxwriter_target_flags target)
     target_compile_features(${target} PUBLIC cxx_std_17)
     set_target_properties(
         ${target}

@@ -88,7 +88,7 @@ void endBy(int signal)
 {
     TemporaryPath::removeAll();
     endByDefault(signal);
-    // Only where the signal is ignored.
+    // The line above returns only where the signal is ignored.
     std::_Exit(exitStatusOfSignals + signal);
 }
 

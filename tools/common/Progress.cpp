@@ -13,7 +13,7 @@ constexpr std::chrono::seconds patience(1);
 constexpr std::chrono::milliseconds pause(100);
 constexpr std::size_t usualColumns = 80;
 constexpr std::size_t barWidth = 30;
-// Blanks, brackets and "100 %" beside the bar.
+// Width of the blanks, brackets and "100 %" beside the bar.
 constexpr std::size_t frameWidth = 9;
 char const* const wiping = "\r\x1B[K";
 

@@ -161,7 +161,7 @@ void ColorScale::drawBar(vtkRenderer& renderer, Place const& bar) const
     Rectangles rectangles;
     double const height = bar.height / colorCount;
     for (int i = 0; i < colorCount; ++i)
-        // Each reaches below the next, so that rounding leaves no gaps.
+        // Each rectangle reaches behind the next one, so that rounding leaves no gaps.
         rectangles.add({bar.left, bar.bottom + i * height, bar.width,
                         std::min(2 * height, bar.height - i * height)},
                        table_->GetTableValue(i));

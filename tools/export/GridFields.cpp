@@ -39,7 +39,7 @@ std::uint32_t rowsFor(Placement const& placement, MoxRead::Variable const& varia
 {
     if (isOnNodes(variable))
         return placement.mesh.nodeCount;
-    // The points of a shape without elements stand in for elements, but have no results.
+    // In a shape without elements the points stand in for elements, but have no results.
     return placement.mesh.hasElements() ? placement.mesh.elementCount : 0;
 }
 

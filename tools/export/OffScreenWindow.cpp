@@ -43,7 +43,7 @@ public:
         GLenum const status = glewInit();
         GlewInitValid = status == GLEW_OK || status == GLEW_ERROR_NO_GLX_DISPLAY;
         Initialized = GlewInitValid;
-        // Wider lines are drawn as faces.
+        // With no line wider than 1, VTK draws wide lines as faces.
         MaximumHardwareLineWidth = 1;
         ContextCreationTime.Modified();
     }
@@ -94,14 +94,14 @@ private:
 
     EGLContext createContext() const
     {
-        // Unless told otherwise, it looks for what draws on windows.
+        // By default EGL looks for configurations that draw on windows, and there is none.
         std::array<EGLint, 5> const wanted = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT,
                                               EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_NONE};
         EGLConfig config = nullptr;
         EGLint count = 0;
         eglChooseConfig(display_, wanted.data(), &config, 1, &count);
         require(count > 0);
-        // The least that VTK needs.
+        // OpenGL 3.2 is the oldest version that VTK works with.
         std::array<EGLint, 5> const version = {EGL_CONTEXT_MAJOR_VERSION, 3,
                                                EGL_CONTEXT_MINOR_VERSION, 2, EGL_NONE};
         EGLContext const context =

@@ -76,7 +76,7 @@ fs::path const& checkTarget(fs::path const& target, bool overwrite)
     return target;
 }
 
-// False when something of that name is there.
+// Returns false when something of that name is there already.
 bool makeFolder(fs::path const& path)
 {
     if (::mkdir(path.c_str(), 0777) == 0)

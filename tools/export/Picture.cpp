@@ -221,7 +221,7 @@ void Picture::addLines(vtkPolyData* lines, std::array<double, 3> const& lineColo
     actor->SetMapper(mapper);
     actor->GetProperty()->SetColor(lineColor[0], lineColor[1], lineColor[2]);
     actor->GetProperty()->LightingOff();
-    // In pixels of the picture, where they would be lost if they were thinner.
+    // Lines thinner than 0.8 pixels of the picture would be lost in it.
     double const pixels = std::max(0.8, width * height_ / samples_ / 960);
     actor->GetProperty()->SetLineWidth(static_cast<float>(pixels * samples_));
     model_->AddActor(actor);

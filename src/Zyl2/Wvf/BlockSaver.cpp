@@ -138,7 +138,7 @@ void BlockSaver::WriteIndexBuffer(std::size_t slot, std::FILE* stream)
     Log(LogFunctions::WriteIndexBuffer, __LINE__, "Writing index buffer ", slot, " to stream.");
     IndexItem& item = slots_.GetItem(slot);
     Block& block = slots_.GetBlock(slot);
-    // The first time the block was given up when it was saved as one of all.
+    // A frozen index block was saved once and gave up its bytes: it is filled again.
     if (item.state == State::Frozen)
         block.Reset();
     block.SetPosition(0);

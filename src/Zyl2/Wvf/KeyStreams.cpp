@@ -65,7 +65,7 @@ void KeyStreams::AddTransformation(std::string const& name, BlockTransformationT
     BlockSizeLimiter* const limiter = limiters_.Find(name);
     if (limiter == nullptr)
         return;
-    // The pool shrinks at its end, so what was marked there says nothing of what is there now.
+    // Spare blocks come and go at the pool's end: old marks say nothing of today's blocks.
     if (SlotTable::IsASpareBlock(name))
         limiter->markedBlocks.fill(0);
     slots_.AddTransformation(*limiter, type);
@@ -83,7 +83,7 @@ std::size_t KeyStreams::GetSlotWithRoom(Key& key, std::uint64_t size)
 {
     std::size_t const slot = GetWritingBlock(key);
     std::uint64_t const length = slots_.GetBlock(slot).GetLength();
-    // What can't fit into any block goes nowhere; the block itself says so.
+    // Content that is too large for any block is refused by the block itself.
     bool const fitsIntoEmptyBlock = size <= Block::MaximumLength;
     bool const fitsHere = fitsIntoEmptyBlock && length + size <= Block::MaximumLength;
     return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(std::string(key.name_));

@@ -20,7 +20,7 @@ public:
     /// Null for a key that nothing was ever put under. Limiters stay where they are.
     BlockSizeLimiter* Find(std::string_view name)
     {
-        // Here, because each put under a key by its name begins with it.
+        // Inline in the header: each put under a key by its name begins with this search.
         auto const found = limiters_.find(name);
         return found == limiters_.end() ? nullptr : &found->second;
     }

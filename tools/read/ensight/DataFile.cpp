@@ -219,7 +219,7 @@ std::vector<Number> DataFile::record(std::uint64_t count)
     if (count == 0)
         return numbers;
     marker(count * bytesOfNumber);
-    // A single number is a count, which may be what tells the order of bytes.
+    // Up to three integers are counts; the first count of a file tells its order of bytes.
     if (count <= 3 && std::is_same_v<Number, std::int32_t>) {
         for (Number& number : numbers)
             number = static_cast<Number>(integer());
@@ -238,7 +238,7 @@ std::vector<Number> DataFile::record(std::uint64_t count)
 
 void DataFile::requireNumbers(std::uint64_t count) const
 {
-    // In a text, each takes a digit and what parts it from the next one.
+    // In a text, a number takes two bytes at least: a digit and a separator.
     std::uint64_t const left = size_ - std::min(size_, place_.byte) + rest_.size();
     if (count > (isText() ? (left + 1) / 2 : left / bytesOfNumber))
         raiseEnd();
@@ -257,7 +257,7 @@ Number DataFile::take()
     }
     std::size_t const end = std::min(rest_.find_first_of(blanks, start), rest_.size());
     std::size_t limit = end;
-    // Integers that touch each other end where their columns do.
+    // Integers may touch each other: each then ends where its column does.
     std::size_t const width = isGold() ? goldIntegerWidth : oldIntegerWidth;
     if (isInteger && end - start > width) {
         std::size_t const column = line_.size() - rest_.size() + start;
@@ -272,7 +272,7 @@ Number DataFile::take()
     if (error == std::errc::invalid_argument || !isWhole)
         raiseUnknown();
     std::string_view const field = rest_.substr(0, length);
-    // What is too small for a float is 0.
+    // A number that is too small for a float is read as 0.
     bool const isSmall = field.find("e-") != field.npos || field.find("E-") != field.npos;
     if (error != std::errc() && (isInteger || !isSmall))
         raise("has a number that is too large");

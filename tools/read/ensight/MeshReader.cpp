@@ -96,7 +96,7 @@ Mesh MeshReader::readMeasured()
 {
     if (file_.section() != Words{"particle", "coordinates"})
         file_.raiseUnknown();
-    // Points have ids whatever the mesh has.
+    // Measured points always have ids, even where the mesh has none.
     nodeIds_ = Ids::Given;
     readSharedNodes();
     if (file_.nextSection())
@@ -263,7 +263,7 @@ void MeshReader::readElements(std::string const& keyword, Topology const& topolo
         std::uint64_t all = count * topology.nodeCount;
         if (topology.nodeCount == 0) {
             sizes = readSizes(count);
-            // Of polyhedra, they are how many faces there are.
+            // For polyhedra these are numbers of faces; the sizes of the faces follow.
             if (topology.type == nullptr)
                 sizes = readSizes(std::accumulate(sizes.begin(), sizes.end(), std::size_t{0}));
             all = std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0});

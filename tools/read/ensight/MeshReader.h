@@ -78,7 +78,7 @@ private:
     std::uint64_t mostLatticeNodes_;
     std::uint64_t latticeNodes_ = 0;
 
-    // Of the latest part.
+    // What is known of the part that was read last.
     bool hasNodes_ = false;
     /// Whether it has elements, or no nodes either. A mesh that ends with a part that nothing could
     /// be seen of has lost its end: who wants to see nodes alone writes points.

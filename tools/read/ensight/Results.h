@@ -51,7 +51,7 @@ private:
     std::set<std::size_t> parts_;
     std::size_t latestPart_ = 0;
 
-    // Of the latest part.
+    // What is known of the part that was read last.
     MeshPart const* part_ = nullptr;
     std::int64_t number_ = 0;
     std::set<std::string> types_;

@@ -53,7 +53,7 @@ public:
         : isMeasured_(isMeasured), case_(description), description_(mesh), report_(report),
           files_(description, mesh.files, true)
     {
-        // Points are written as before Gold.
+        // Files of measured points keep the layout that EnSight 6 has, in Gold cases, too.
         std::size_t const first = mesh.stepOfElements.value_or(0);
         encoding_ = DataFile::encodingOf(description.placeOf(mesh.files, first).path,
                                          description.isGold() && !isMeasured);
@@ -84,7 +84,7 @@ public:
         std::size_t const now = case_.latestStepAt(description_.files.timeSet, step);
         if (now == step_)
             return;
-        // What there is to be told of the elements is told already.
+        // The first reading of the mesh has reported all that is to be told of its elements.
         Report ignored;
         ignored.skipUnknown = true;
         Mesh mesh = read(now, ignored);

@@ -66,7 +66,7 @@ std::size_t findNodesRead()
 
 void start()
 {
-    // Without the user's configuration: it could change what is read, and print.
+    // Gmsh is not to read the user's configuration, which could change what is read.
     gmsh::initialize(0, nullptr, false);
     gmsh::option::setNumber("General.Terminal", 0);
 }

@@ -118,7 +118,7 @@ std::vector<std::int64_t> idsOf(vtkDataArray& array, Exchange::RowSelection cons
     Values values = valuesOf(array, rows);
     if (auto* const integers = std::get_if<std::vector<std::int64_t>>(&values))
         return std::move(*integers);
-    // Larger than any id of a model, which makes the writer number the rows itself.
+    // Ids that no model can hold make the writer number the rows itself.
     return std::vector<std::int64_t>(rows.size(), std::numeric_limits<std::int64_t>::max());
 }
 

@@ -11,7 +11,7 @@ namespace Helper {
 
 namespace {
 
-// By alternative of a value.
+// By the index of a value's alternative.
 constexpr std::array<char const*, 26> typeNames{"float",
                                                 "std::vector<float>",
                                                 "int",

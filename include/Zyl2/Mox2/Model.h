@@ -137,6 +137,7 @@ public:
     /// \param other is empty afterwards, and may be saved anew
     /// \return this model
     /// \throws what `close` throws; this model is then empty and `other` as it was
+    // NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor): closes
     Model& operator=(Model&& other);
 
     Model(Model const&) = delete;

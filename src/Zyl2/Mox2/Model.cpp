@@ -96,6 +96,7 @@ Model::~Model() noexcept
 
 Model::Model(Model&& other) noexcept : database_(std::exchange(other.database_, nullptr)) {}
 
+// NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor): closes
 Model& Model::operator=(Model&& other)
 {
     if (this == &other)

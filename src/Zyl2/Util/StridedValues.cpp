@@ -43,6 +43,7 @@ From Load(unsigned char const* place)
 template <typename Function>
 auto WithElement(Element element, Function const& function)
 {
+    // NOLINTNEXTLINE(bugprone-branch-clone): the branches differ in the type that they hand over
     switch (element) {
     case Element::Float:
         return function(float());

@@ -34,8 +34,9 @@ constexpr std::size_t axes = 3;
 template <typename Value>
 std::size_t hashOf(std::vector<Value> const& values)
 {
-    return std::hash<std::string_view>()(
-        {reinterpret_cast<char const*>(values.data()), values.size() * sizeof(Value)});
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): types of elements are known by their addresses
+    std::size_t const size = values.size() * sizeof(Value);
+    return std::hash<std::string_view>()({reinterpret_cast<char const*>(values.data()), size});
 }
 
 /// What tells whether a later step has the same elements, without keeping them.

@@ -70,11 +70,13 @@ struct Gatherer
 struct DoubleView
 {
     vtkDataArray& array;
+    // NOLINTBEGIN(readability-identifier-naming): named as in the arrays that VTK lays out
     int GetNumberOfComponents() const { return array.GetNumberOfComponents(); }
     double GetTypedComponent(vtkIdType row, int component) const
     {
         return array.GetComponent(row, component);
     }
+    // NOLINTEND(readability-identifier-naming)
 };
 
 Values valuesThroughDoubles(vtkDataArray& array, Exchange::RowSelection const& rows)

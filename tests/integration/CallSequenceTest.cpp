@@ -13,7 +13,7 @@ namespace Integration {
 
 namespace {
 
-constexpr std::uint32_t sequences = 2000;
+constexpr std::uint32_t sequences = SEQUENCES;
 
 class CallSequenceTest : public testing::TestWithParam<std::size_t>
 {};

@@ -24,8 +24,7 @@ if(MOXWRITER_HAS_FORTRAN)
 endif()
 
 # What every target in Fortran is compiled with. Where the library is sanitized, the programs take the
-# sanitizers' runtime from the compiler of C++; what is in Fortran itself goes without, as it comes from
-# another compiler.
+# sanitizers' runtime from the compiler of C++, which serves what gfortran makes as well.
 function(moxwriter_fortran_target target)
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON
                                                Fortran_MODULE_DIRECTORY
@@ -38,6 +37,8 @@ function(moxwriter_fortran_target target)
     endif()
     if(MOXWRITER_SANITIZE)
         set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+        target_compile_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE}
+                                                 -fno-sanitize-recover=all)
         target_link_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE})
     endif()
 endfunction()

@@ -84,7 +84,7 @@ void CompressionThreads::Give(Task task) noexcept
         EntryOf(given_) = Entry{std::move(task), false};
         ++given_;
     }
-    given.notify_one();
+    givenSignal_.notify_one();
 }
 
 bool CompressionThreads::HasFinishedOldest() const
@@ -101,7 +101,7 @@ CompressionThreads::Task CompressionThreads::TakeOldest()
     Entry& oldest = EntryOf(taken_);
     if (!oldest.isFinished) {
         auto const start = std::chrono::steady_clock::now();
-        finished.wait(lock, [&oldest] { return oldest.isFinished; });
+        finishedSignal_.wait(lock, [&oldest] { return oldest.isFinished; });
         waitedSeconds_ +=
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
@@ -115,7 +115,7 @@ void CompressionThreads::Stop()
         std::lock_guard<std::mutex> const lock(mutex_);
         isStopping_ = true;
     }
-    given.notify_all();
+    givenSignal_.notify_all();
     for (std::thread& thread : threads_)
         thread.join();
     threads_.clear();
@@ -132,7 +132,7 @@ void CompressionThreads::Work()
     std::unique_lock<std::mutex> lock(mutex_);
     for (;;) {
         ++idle_;
-        given.wait(lock, [this] { return isStopping_ || begun_ < given_; });
+        givenSignal_.wait(lock, [this] { return isStopping_ || begun_ < given_; });
         --idle_;
         if (isStopping_)
             return;
@@ -143,7 +143,7 @@ void CompressionThreads::Work()
                                        encoder_, level_);
         lock.lock();
         entry.isFinished = true;
-        finished.notify_one();
+        finishedSignal_.notify_one();
     }
 }
 

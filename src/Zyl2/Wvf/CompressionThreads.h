@@ -105,8 +105,8 @@ private:
     bool isStopping_ = false;
     double waitedSeconds_ = 0;
     mutable std::mutex mutex_;
-    std::condition_variable given;
-    std::condition_variable finished;
+    std::condition_variable givenSignal_;
+    std::condition_variable finishedSignal_;
     std::vector<std::thread> threads_;
 };
 

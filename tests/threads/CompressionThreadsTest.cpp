@@ -11,12 +11,15 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iterator>
+#include <random>
 #include <string>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,6 +37,15 @@ std::ptrdiff_t threadCount()
 {
     std::filesystem::directory_iterator const tasks("/proc/self/task");
     return std::distance(begin(tasks), end(tasks));
+}
+
+/// Whether there are no more threads than that again: the system lists one a moment longer than it
+/// is waited for.
+bool comesDownTo(std::ptrdiff_t count)
+{
+    for (int attempt = 0; attempt < 1000 && threadCount() > count; ++attempt)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return threadCount() <= count;
 }
 
 SaverOptions withThreads(int threads, std::uint64_t blockSize = 4096)
@@ -62,6 +74,11 @@ public:
         Array1d<float> values(rows, 0.0F);
         for (std::size_t row = 0; row < rows; ++row)
             values[row] = static_cast<float>((row + arrays_) % 1000) * 0.37F;
+        add(values);
+    }
+
+    void add(Array1d<float> const& values)
+    {
         model.addArrayProperty("array", DatasetType::Result10, values, shape_,
                                Step(std::to_string(arrays_++)));
     }
@@ -116,6 +133,12 @@ int expectNotWritten(std::function<void()> const& call)
 class CompressionThreadsTest : public testing::Test
 {
 protected:
+    // With the first thread of a process, sanitizers start one of their own.
+    CompressionThreadsTest()
+    {
+        std::thread([] {}).join();
+    }
+
     EnvironmentVariable const noThreads{"MOXWRITER_THREADS", nullptr};
     Support::TemporaryFolder folder;
     std::string path = folder.File("a.mox");
@@ -172,7 +195,7 @@ TEST_F(CompressionThreadsTest, AreAskedForByTheEnvironmentWhereTheHostLeavesItOp
     ArrayByArray host(path, withThreads(0));
     host.add(500000);
     host.add();
-    EXPECT_EQ(threadCount(), before);
+    EXPECT_TRUE(comesDownTo(before));
 }
 
 TEST_F(CompressionThreadsTest, ThatThereAreNotAreRefused)
@@ -204,21 +227,26 @@ TEST_F(CompressionThreadsTest, EndWithCloseAndWithTheModel)
         EXPECT_GT(threadCount(), before);
         EXPECT_LE(threadCount(), before + 3);
         host.model.close();
-        EXPECT_EQ(threadCount(), before);
+        EXPECT_TRUE(comesDownTo(before));
         // Once more, without closing.
         ArrayByArray other(path, withThreads(3));
         for (int array = 0; array < 20; ++array)
             other.add();
     }
-    EXPECT_EQ(threadCount(), before);
+    EXPECT_TRUE(comesDownTo(before));
     EXPECT_NO_THROW(MoxRead::verify(path));
 }
 
 TEST_F(CompressionThreadsTest, LetAHostThatIsFasterWaitAndSayHowLong)
 {
+    // Noise takes long to compress.
+    Array1d<float> values(20000, 0.0F);
+    std::minstd_rand random(1);
+    for (std::size_t row = 0; row < 20000; ++row)
+        values[row] = static_cast<float>(random());
     ArrayByArray host(path, withThreads(1));
     for (int array = 0; array < 40; ++array)
-        host.add(20000);
+        host.add(values);
     double const beforeClose = host.model.waitedSeconds();
     EXPECT_GT(beforeClose, 0.0);
     host.model.close();
@@ -236,7 +264,7 @@ TEST_F(CompressionThreadsTest, DoNotHideAFullDisk)
         failures += expectNotWritten([&] { host.add(); }) == 0 ? 1 : 0;
     EXPECT_GT(failures, 0);
     EXPECT_EQ(expectNotWritten([&] { host.model.close(); }), 0);
-    EXPECT_EQ(threadCount(), before);
+    EXPECT_TRUE(comesDownTo(before));
     EXPECT_NO_THROW(host.model.close());
 }
 

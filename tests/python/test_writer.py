@@ -49,6 +49,14 @@ def test_enumerators_are_those_of_the_library(kind: Any) -> None:
     assert listed == {member.name: member.value for member in kind}
 
 
+def test_the_package_offers_each_name_of_its_writing_half() -> None:
+    from moxwriter import writer
+
+    assert moxwriter._WRITING == frozenset(writer.__all__)
+    for name in writer.__all__:
+        assert getattr(moxwriter, name) is getattr(writer, name)
+
+
 def test_a_model_is_read_as_it_was_written(mox: str, tmp_path: Path) -> None:
     path = tmp_path / "car.mox"
     values = np.arange(6, dtype=np.float64).reshape(2, 3) / 3

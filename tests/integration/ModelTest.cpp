@@ -2,6 +2,7 @@
 
 #include "container/TemporaryFile.h"
 #include "model/Expectations.h"
+#include "moxread/FormatError.h"
 #include "moxread/Model.h"
 #include "support/FileSizeLimit.h"
 
@@ -9,6 +10,7 @@
 
 #include <filesystem>
 #include <map>
+#include <numeric>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -43,6 +45,31 @@ SaverOptions overwriting()
     options.overwrite = true;
     return options;
 }
+
+/// Some rows at a time, and a failure in place of some.
+class SomeRows : public ArrayPieces
+{
+public:
+    SomeRows(std::vector<float> const& values, std::size_t atATime, std::size_t failing)
+        : ArrayPieces(ArrayView::Element::Float32, values.size() / 3, 3), values_(values),
+          atATime_(atATime), failing_(failing)
+    {}
+
+    ArrayView next() override
+    {
+        if (row_ >= failing_)
+            throw std::runtime_error("no more");
+        std::size_t const count = std::min(atATime_, rows() - row_);
+        row_ += count;
+        return {values_.data() + (row_ - count) * 3, count, 3};
+    }
+
+private:
+    std::vector<float> const& values_;
+    std::size_t atATime_;
+    std::size_t failing_;
+    std::size_t row_ = 0;
+};
 
 template <typename Action>
 void expectState(Action action, Support::Thrown const& expected)
@@ -138,6 +165,49 @@ TEST_F(ModelTest, IsEmptyAfterItIsClosed)
     model_.close();
     expectState([&] { model_.addNode(NodeType::Group, "a"); }, fileNotOpen);
     expectState([&] { model_.moveToParentNode(); }, notInitialized);
+}
+
+TEST_F(ModelTest, LeavesAFileThatIsAbandonedIncomplete)
+{
+    model_.saveTo(path_);
+    model_.addNode(NodeType::RootGroup, "Root");
+    model_.abandon();
+    EXPECT_THROW(MoxRead::Model{path_}, MoxRead::FormatError);
+    model_.close();
+    EXPECT_THROW(MoxRead::Model{path_}, MoxRead::FormatError);
+    model_.saveTo(path_, overwriting());
+    model_.close();
+    EXPECT_NO_THROW(MoxRead::Model{path_});
+}
+
+TEST_F(ModelTest, StoresPiecesAsIfTheyCameTogether)
+{
+    std::vector<float> values(3 * 5000);
+    std::iota(values.begin(), values.end(), 0.5F);
+    model_.saveTo(path_);
+    model_.addNode(NodeType::RootGroup, "Root");
+    unsigned int const shape = model_.addNode(NodeType::Shape, "Shape");
+    for (std::size_t const atATime : {1UL, 7UL, 5000UL}) {
+        SomeRows pieces(values, atATime, values.size());
+        model_.addArrayPieces(std::to_string(atATime), DatasetType::Result11, pieces, shape,
+                              StepList(1));
+    }
+    SomeRows failing(values, 100, 300);
+    EXPECT_THROW(model_.addArrayPieces(DatasetType::Coordinates, failing, shape, StepList(1)),
+                 std::runtime_error);
+    SomeRows tooMany(values, 5001, values.size());
+    EXPECT_THROW(model_.addArrayPieces(DatasetType::Displacement6, tooMany, shape, StepList(1)),
+                 Zyl2::Exception::InvalidArguments);
+    model_.close();
+    MoxRead::Model written(path_);
+    std::size_t datasets = 0;
+    for (MoxRead::Variable const& variable : written.node(3).geometry()->variables) {
+        EXPECT_EQ(written.read(variable).floats(), values) << variable.name;
+        ++datasets;
+    }
+    EXPECT_EQ(datasets, 3U);
+    // What was taken for values that did not come.
+    EXPECT_EQ(written.unusedHeavyLength(), values.size() * sizeof(float));
 }
 
 TEST_F(ModelTest, WritesItsFileOnceHoweverOftenItIsClosed)

@@ -4,6 +4,7 @@
 #include <Zyl2/Export.h>
 #include <Zyl2/Mox2/Array1d.h>
 #include <Zyl2/Mox2/Array2d.h>
+#include <Zyl2/Mox2/ArrayPieces.h>
 #include <Zyl2/Mox2/ArrayView.h>
 #include <Zyl2/Mox2/Attributes.h>
 #include <Zyl2/Mox2/DatasetType.h>
@@ -396,6 +397,40 @@ public:
         addViews(areViews<ValuesT, ComponentT, StepT>(), &name, type, values, components, steps,
                  attributes);
     }
+
+    /// Adds values that come in pieces, under the default name of their type. The file is the same
+    /// as if they came together.
+    ///
+    /// \param type       as above
+    /// \param values     of `Float32` or `UInt32`; asked for its pieces one after the other
+    /// \param components as above
+    /// \param steps      as above
+    /// \param attributes as above
+    /// \pre open for writing
+    /// \throws Exception::InvalidArguments default text: elements of another type; a piece of other
+    ///         elements or columns than were announced, without rows, or of more than are missing
+    /// \throws and what `values` throws, and the forms above. When a piece is missing, the place of
+    ///         the values is taken in the file, filled with zeros, and no dataset refers to it.
+    void addArrayPieces(DatasetType type, ArrayPieces& values, IdsView const& components,
+                        StepList const& steps, Attributes const& attributes = emptyAttributes());
+
+    /// Adds values that come in pieces, under a name of its own.
+    ///
+    /// \param name       as above
+    /// \param type       as above
+    /// \param values     as above
+    /// \param components as above
+    /// \param steps      as above
+    /// \param attributes as above
+    /// \throws as above
+    void addArrayPieces(std::string const& name, DatasetType type, ArrayPieces& values,
+                        IdsView const& components, StepList const& steps,
+                        Attributes const& attributes = emptyAttributes());
+
+    /// Lets go of the file as it is: what is pending is not written, and the file stays incomplete,
+    /// as it would if the process ended now. For hosts that know that their results are not worth
+    /// a whole file. The model is empty afterwards; for an empty model it does nothing.
+    void abandon() noexcept;
 
     /// Writes what is pending and finishes the file. The model is empty afterwards; closing an
     /// empty model does nothing.

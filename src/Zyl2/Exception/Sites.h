@@ -211,6 +211,10 @@ inline constexpr Site<InvalidArguments> BlockTooLarge{nullptr, Source, 23, Extra
 namespace Model {
 inline constexpr Site<FileWriteException> WrittenInVain{
     "Unable to write to file", "Zyl2/Mox2/Model", 183, "void Zyl2::Mox2::Model::close()"};
+inline constexpr Site<InvalidArguments> OtherElement{
+    nullptr, "Zyl2/Mox2/Model", 190,
+    "void Zyl2::Mox2::Model::addArrayPieces(Zyl2::Mox2::DatasetType, Zyl2::Mox2::ArrayPieces&, "
+    "const Zyl2::Mox2::IdsView&, const Zyl2::Mox2::StepList&, const Zyl2::Mox2::Attributes&)"};
 } // namespace Model
 
 namespace ArrayView {
@@ -260,6 +264,7 @@ inline constexpr Site<OverflowError> TooManyRows{nullptr, Source, 72, CheckCount
 inline constexpr Site<InvalidArguments> OtherWidth{nullptr, Source, 80, nullptr};
 inline constexpr Site<InvalidArguments> NoValues{nullptr, Source, 84, nullptr};
 inline constexpr Site<OverflowError> ValueDoesNotFit{nullptr, Source, 88, nullptr};
+inline constexpr Site<InvalidArguments> OtherPiece{nullptr, Source, 92, nullptr};
 } // namespace ArrayAdder
 
 namespace ArrayProperty {

@@ -26,6 +26,7 @@
 #include "Zyl2/Util/Shuffle.h"
 
 #include <cstdlib>
+#include <cstring>
 
 namespace Zyl2Mox {
 
@@ -188,6 +189,25 @@ BlockPositionType Tree::WriteStreamDataset(Zyl2Util::StridedValues const& values
 {
     return WriteDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width,
                         [&](unsigned char* place) { Zyl2Util::ShuffleStrided(values, place); });
+}
+
+BlockPositionType
+Tree::WriteStreamDataset(std::size_t rows, std::size_t width,
+                         std::function<Zyl2Util::StridedValues(std::size_t missing)> const& next)
+{
+    return WriteDataset(BOOST_CURRENT_FUNCTION, rows, width, [&](unsigned char* place) {
+        try {
+            for (std::size_t row = 0; row < rows;) {
+                Zyl2Util::StridedValues const piece = next(rows - row);
+                Zyl2Util::ShufflePiece(piece, row, rows, place);
+                row += piece.rows;
+            }
+        } catch (...) {
+            // The place is taken; what lay in memory before is nobody's business.
+            std::memset(place, 0, rows * width * ValueSize);
+            throw;
+        }
+    });
 }
 
 /// \param fill writes the shuffled values to the place that it is given

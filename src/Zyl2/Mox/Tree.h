@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -102,6 +103,15 @@ public:
     /// The same for values that are converted on the way.
     /// \param values without a misfit
     BlockPositionType WriteStreamDataset(Zyl2Util::StridedValues const& values);
+
+    /// The same for values that come in pieces. When one of them does not come, zeros are in place
+    /// of all.
+    /// \param rows  of all pieces together
+    /// \param width values per row
+    /// \param next  gives the next piece, without a misfit and of no more rows than are missing
+    BlockPositionType
+    WriteStreamDataset(std::size_t rows, std::size_t width,
+                       std::function<Zyl2Util::StridedValues(std::size_t missing)> const& next);
 
     /// Writes all records and their nodes into the blocks of `file`.
     void SaveTree(Zyl2Wvf::WvFile& file);

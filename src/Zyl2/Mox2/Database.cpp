@@ -58,6 +58,12 @@ void Database::closeOrForget()
         Database::close();
 }
 
+void Database::abandon() noexcept
+{
+    if (tree != nullptr)
+        forgetTree();
+}
+
 double Database::waitedSeconds() const
 {
     return tree == nullptr ? waitedSeconds_ : tree->GetFile().GetIndex().GetWaitedSeconds();

@@ -46,6 +46,9 @@ public:
     /// that was never its own.
     void closeOrForget();
 
+    /// Drops the tree and lets go of the file as it is.
+    void abandon() noexcept;
+
     /// Seconds that this model's calls have waited for threads since it was saved, `close`
     /// included.
     double waitedSeconds() const;

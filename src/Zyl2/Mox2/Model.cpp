@@ -67,6 +67,24 @@ void addViewed(Database& database, std::string const* name, DatasetType type,
     addDataset(database, dataset, componentsFrom(components), steps);
 }
 
+void addInPieces(Database& database, std::string const* name, DatasetType type, ArrayPieces& values,
+                 IdsView const& components, StepList const& steps, Attributes const& attributes)
+{
+    if (values.element() != ArrayView::Element::Float32 &&
+        values.element() != ArrayView::Element::UInt32)
+        Exception::raise(Exception::Sites::Model::OtherElement,
+                         "pieces hold floats or unsigned integers of 32 bits");
+    // Says how many values there are, and looks at none.
+    ArrayView const shape(&values, values.element(), values.rows(), values.columns(), 0, 0);
+    Adder::ArrayProperty<ViewedDataset, ComponentArray, std::vector<StepData>> adder;
+    adder.dataset = name == nullptr ? ViewedDataset(type, shape, attributes)
+                                    : ViewedDataset(*name, type, shape, attributes);
+    adder.components = componentsFrom(components);
+    adder.steps = getStepList(steps);
+    adder.pieces = &values;
+    adder.update(database);
+}
+
 } // namespace
 
 char const* const MOX_FILE_FORMAT_NAME = "zyli_mox";
@@ -221,6 +239,25 @@ void Model::addView(std::string const* name, DatasetType type, ArrayView const& 
                     IdsView const& components, StepList const& steps, Attributes const& attributes)
 {
     addViewed(database(), name, type, values, components, steps, attributes);
+}
+
+void Model::addArrayPieces(DatasetType type, ArrayPieces& values, IdsView const& components,
+                           StepList const& steps, Attributes const& attributes)
+{
+    addInPieces(database(), nullptr, type, values, components, steps, attributes);
+}
+
+void Model::addArrayPieces(std::string const& name, DatasetType type, ArrayPieces& values,
+                           IdsView const& components, StepList const& steps,
+                           Attributes const& attributes)
+{
+    addInPieces(database(), &name, type, values, components, steps, attributes);
+}
+
+void Model::abandon() noexcept
+{
+    if (database_ != nullptr)
+        database_->abandon();
 }
 
 void Model::close()

@@ -139,8 +139,10 @@ void Convert(StridedValues const& values, std::size_t firstRow, std::size_t rows
 class Pieces
 {
 public:
-    Pieces(StridedValues const& values, unsigned char* destination)
-        : values_(values), destination_(destination)
+    /// \param firstRow of the values among those of the destination, which has `allRows`
+    Pieces(StridedValues const& values, std::size_t firstRow, std::size_t allRows,
+           unsigned char* destination)
+        : values_(values), allRows_(allRows), destination_(destination + firstRow)
     {}
 
     template <typename From>
@@ -160,11 +162,12 @@ private:
     {
         std::size_t const planes = values_.width * StoredSize;
         for (std::size_t plane = 0; plane < planes; ++plane)
-            std::memcpy(destination_ + plane * values_.rows + firstRow,
-                        shuffled_.data() + plane * rows, rows);
+            std::memcpy(destination_ + plane * allRows_ + firstRow, shuffled_.data() + plane * rows,
+                        rows);
     }
 
     StridedValues const& values_;
+    std::size_t const allRows_;
     unsigned char* const destination_;
     alignas(64) std::array<unsigned char, PieceSize * StoredSize> converted_;
     alignas(64) std::array<unsigned char, PieceSize * StoredSize> shuffled_;
@@ -200,8 +203,16 @@ void ShuffleStrided(StridedValues const& values, void* destination)
         return;
     if (AreStoredAsTheyAre(values))
         return ShuffleColumns(values.first, values.rows, values.width, destination);
-    Pieces pieces(values, static_cast<unsigned char*>(destination));
-    WithElement(values.element, [&](auto type) { pieces.Shuffle<decltype(type)>(); });
+    ShufflePiece(values, 0, values.rows, destination);
+}
+
+void ShufflePiece(StridedValues const& piece, std::size_t firstRow, std::size_t rows,
+                  void* destination)
+{
+    if (piece.rows == 0 || piece.width == 0)
+        return;
+    Pieces pieces(piece, firstRow, rows, static_cast<unsigned char*>(destination));
+    WithElement(piece.element, [&](auto type) { pieces.Shuffle<decltype(type)>(); });
 }
 
 } // namespace Zyl2Util

@@ -52,6 +52,14 @@ std::optional<Misfit> FindMisfit(StridedValues const& values);
 /// a misfit \param destination rows x width x 4 bytes, apart from the values
 void ShuffleStrided(StridedValues const& values, void* destination);
 
+/// Puts some rows to their places among those of a larger table.
+/// \param piece       without a misfit
+/// \param firstRow    number of the piece's first row in the table
+/// \param rows        rows of the table
+/// \param destination rows x width x 4 bytes: the whole table, shuffled
+void ShufflePiece(StridedValues const& piece, std::size_t firstRow, std::size_t rows,
+                  void* destination);
+
 } // namespace Zyl2Util
 
 #endif

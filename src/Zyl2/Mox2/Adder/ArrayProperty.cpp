@@ -111,9 +111,11 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::update(Database& database)
         return;
     checkArrayCounts(rowsOf(dataset.array), columnsOf(dataset.array), components.size());
     checkWidth();
-    checkValues();
+    if (pieces == nullptr)
+        checkValues();
     Zyl2Mox::Tree& tree = *database.tree;
-    std::uint64_t const position = write(tree, dataset.array, dataset.width);
+    std::uint64_t const position =
+        pieces == nullptr ? write(tree, dataset.array, dataset.width) : writePieces(tree);
     registerDataset(tree, position);
 }
 
@@ -147,6 +149,28 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkValues() const
                                     Zyl2Util::AreStoredAsFloats(values) ? "a float"
                                                                         : "0 to 4294967295"));
     }
+}
+
+template <typename DatasetT, typename ComponentsT, typename StepListT>
+std::uint64_t
+ArrayProperty<DatasetT, ComponentsT, StepListT>::writePieces(Zyl2Mox::Tree& tree) const
+{
+    return tree.WriteStreamDataset(static_cast<std::size_t>(dataset.array.rows()), dataset.width,
+                                   [this](std::size_t missing) { return nextPiece(missing); });
+}
+
+template <typename DatasetT, typename ComponentsT, typename StepListT>
+Zyl2Util::StridedValues
+ArrayProperty<DatasetT, ComponentsT, StepListT>::nextPiece(std::size_t missing) const
+{
+    ArrayView const piece = pieces->next();
+    if (piece.element() != pieces->element() || piece.columns() != dataset.width ||
+        piece.rows() == 0 || piece.rows() > missing)
+        Exception::raiseFrom(Exception::Sites::ArrayAdder::OtherPiece, BOOST_CURRENT_FUNCTION,
+                             Exception::sentence(title(), ": a piece of ", piece.rows(),
+                                                 " rows and ", piece.columns(), " columns, where ",
+                                                 missing, " rows are missing"));
+    return stridedFrom(piece);
 }
 
 /// The dataset as failures speak of it: its type, and its name where that is another one.

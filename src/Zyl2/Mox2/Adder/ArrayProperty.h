@@ -1,12 +1,15 @@
 #ifndef ZYL2_MOX2_ADDER_ARRAYPROPERTY_H
 #define ZYL2_MOX2_ADDER_ARRAYPROPERTY_H
 
+#include <Zyl2/Mox2/ArrayPieces.h>
+
 #include "Zyl2/Base/Modifier.h"
 #include "Zyl2/Mox2/ArrayProperty.h"
 #include "Zyl2/Mox2/Database.h"
 #include "Zyl2/Mox2/GetComponentArray.h"
 #include "Zyl2/Mox2/StepData.h"
 #include "Zyl2/Util/AttributeList.h"
+#include "Zyl2/Util/StridedValues.h"
 
 #include <vector>
 
@@ -35,10 +38,14 @@ public:
     DatasetT dataset;
     ComponentsT components;
     StepListT steps;
+    /// Where the values of a view come from that only says how many there are; null otherwise.
+    ArrayPieces* pieces = nullptr;
 
 private:
     void checkWidth() const;
     void checkValues() const;
+    std::uint64_t writePieces(Zyl2Mox::Tree& tree) const;
+    Zyl2Util::StridedValues nextPiece(std::size_t missing) const;
     std::string title() const;
     void registerDataset(Zyl2Mox::Tree& tree, std::uint64_t position) const;
     Zyl2Util::AttributeList mergedAttributes(Zyl2Util::AttributeList const& datasetAttributes,

@@ -1,0 +1,39 @@
+#include "Zyl2/Mpi/Agreement.h"
+
+#include <Zyl2/Mpi/RankFailure.h>
+
+namespace Zyl2 {
+namespace Mpi {
+
+namespace {
+
+[[noreturn]] void raiseFailureOf(int rank, Communicator const& all, Failure const& own)
+{
+    Failure failure = own;
+    MPI_Bcast(&failure.code, 1, MPI_INT, rank, all.get());
+    MPI_Bcast(failure.sentence.data(), static_cast<int>(failure.sentence.size()), MPI_CHAR, rank,
+              all.get());
+    boost::throw_exception(RankFailure(rank, failure.code, failure.sentence.data()),
+                           boost::source_location("Zyl2/Mpi", 2, BOOST_CURRENT_FUNCTION));
+}
+
+} // namespace
+
+void agree(Communicator const& all, CollectiveCall call, Failure const& own)
+{
+    int const size = all.size();
+    int const number = static_cast<int>(call);
+    // The lowest rank that failed, the lowest call and the highest.
+    std::array<int, 3> const mine = {own.isThere ? all.rank() : size, number, -number};
+    std::array<int, 3> lowest = mine;
+    MPI_Allreduce(mine.data(), lowest.data(), static_cast<int>(mine.size()), MPI_INT, MPI_MIN,
+                  all.get());
+    if (lowest[0] != size)
+        raiseFailureOf(lowest[0], all, own);
+    if (lowest[1] != -lowest[2])
+        raise<Exception::InvalidObjectState>(BOOST_CURRENT_FUNCTION,
+                                             "some ranks call step, and others close");
+}
+
+} // namespace Mpi
+} // namespace Zyl2

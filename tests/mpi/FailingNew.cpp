@@ -1,0 +1,36 @@
+#include "mpi/FailingNew.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<long> others{-1};
+
+} // namespace
+
+void failAllocationAfter(long count)
+{
+    others = count;
+}
+
+void* operator new(std::size_t size)
+{
+    if (others >= 0 && others-- == 0)
+        throw std::bad_alloc();
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}

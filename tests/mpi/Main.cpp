@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include <mpi.h>
+
+#include <algorithm>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned int SecondsToHang = 100;
+
+/// Of ranks that all say the same, one is enough; what is wrong is told by each.
+void silenceOtherRanks()
+{
+    int rank = 0;
+    MPI_Comm_rank(MPI_COMM_WORLD, &rank);
+    if (rank == 0)
+        return;
+    testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
+    class Failures : public testing::EmptyTestEventListener
+    {
+        void OnTestPartResult(testing::TestPartResult const& result) override
+        {
+            if (result.failed())
+                std::fprintf(stderr, "%s:%d: %s\n", result.file_name(), result.line_number(),
+                             result.message());
+        }
+    };
+    delete listeners.Release(listeners.default_result_printer());
+    listeners.Append(new Failures);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // A rank that waits for ever ends all of them.
+    alarm(SecondsToHang);
+    int provided = 0;
+    MPI_Init_thread(&argc, &argv, MPI_THREAD_FUNNELED, &provided);
+    testing::InitGoogleTest(&argc, argv);
+    silenceOtherRanks();
+    int result = RUN_ALL_TESTS();
+    int worst = 0;
+    MPI_Allreduce(&result, &worst, 1, MPI_INT, MPI_MAX, MPI_COMM_WORLD);
+    MPI_Finalize();
+    return worst;
+}

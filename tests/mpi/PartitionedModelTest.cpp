@@ -1,0 +1,274 @@
+#include "mpi/WrittenPieces.h"
+
+#include "moxread/Model.h"
+#include "moxread/Verify.h"
+#include "support/WritingRecord.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <thread>
+
+using Zyl2::Mox2::ArrayView;
+using Zyl2::Mox2::Attributes;
+using Zyl2::Mox2::DatasetType;
+using Zyl2::Mox2::NodeType;
+using Zyl2::Mox2::Step;
+using Zyl2::Mpi::PartitionedModel;
+using Zyl2::Mpi::PartitionedOptions;
+
+namespace {
+
+std::string contentOf(std::string const& path)
+{
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::vector<std::string> filesIn(std::string const& folder)
+{
+    std::vector<std::string> files;
+    for (auto const& entry : std::filesystem::directory_iterator(folder))
+        files.push_back(entry.path().filename());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+PartitionedOptions sharing(int ranksPerFile)
+{
+    PartitionedOptions options;
+    options.ranksPerFile = ranksPerFile;
+    options.messageBytes = 4096;
+    options.saver.overwrite = true;
+    return options;
+}
+
+std::vector<MoxRead::Node const*> geometriesOf(MoxRead::Model const& model)
+{
+    std::vector<MoxRead::Node const*> geometries;
+    for (MoxRead::Node const& node : model.nodes())
+        if (node.geometry() != nullptr)
+            geometries.push_back(&node);
+    return geometries;
+}
+
+void expectPiece(MoxRead::Model& model, MoxRead::Node const& geometry, int rank, int ranks)
+{
+    Piece const piece(rank, ranks);
+    auto const find = [&](std::string const& name) -> MoxRead::Variable const& {
+        MoxRead::Variable const* const variable = model.variable(geometry.id, name);
+        EXPECT_NE(variable, nullptr) << name;
+        return *variable;
+    };
+    EXPECT_EQ(model.read(find("Coordinates")).floats(), piece.coordinates());
+    EXPECT_EQ(model.read(find("Node Ids")).words, piece.nodeIds());
+    EXPECT_EQ(model.read(find("Connectivity")).words, piece.connectivity());
+    MoxRead::Attributes const& attributes = find("Coordinates").attributes;
+    EXPECT_EQ(attributes.at("Rank"), MoxRead::AttributeValue(static_cast<std::uint32_t>(rank)));
+    EXPECT_EQ(attributes.at("Ranks"), MoxRead::AttributeValue(static_cast<std::uint32_t>(ranks)));
+    for (int step = 1; step <= StepCount; ++step) {
+        std::vector<double> const expected = piece.displacement(step);
+        EXPECT_EQ(model.read(find("Displacement\x1EStep " + std::to_string(step))).floats(),
+                  std::vector<float>(expected.begin(), expected.end()));
+    }
+}
+
+class Delays
+{
+public:
+    explicit Delays(unsigned int seed) : random_(seed) {}
+    void operator()() { std::this_thread::sleep_for(std::chrono::microseconds(random_() % 2000)); }
+
+private:
+    std::mt19937 random_;
+};
+
+} // namespace
+
+TEST(PartitionedModelTest, PutsThePieceOfEachRankIntoTheFileOfItsRanks)
+{
+    for (int const count : {1, 2, 4, 8}) {
+        FirstRanks const ranks(count);
+        if (!ranks.areMine())
+            continue;
+        std::string const folder = ranks.folder();
+        for (int const ranksPerFile : {1, 2, count}) {
+            PartitionedModel model(ranks.comm(), folder + "/wave.moxs", sharing(ranksPerFile));
+            writePiece(model, Piece(ranks.rank(), count));
+            model.close();
+            if (ranks.rank() != 0)
+                continue;
+            for (int first = 0, file = 0; first < count; first += ranksPerFile, ++file) {
+                std::string const path = folder + "/wave." + std::to_string(file) + ".mox";
+                SCOPED_TRACE(path + " of " + std::to_string(count) + " ranks, " +
+                             std::to_string(ranksPerFile) + " in a file");
+                MoxRead::verify(path);
+                MoxRead::Model written(path);
+                auto const geometries = geometriesOf(written);
+                int const shared = std::min(ranksPerFile, count - first);
+                ASSERT_EQ(geometries.size(), static_cast<std::size_t>(shared));
+                // The root and the group are there once, and a shape with its geometry per rank.
+                EXPECT_EQ(written.nodes().size(), 2U + 2U * static_cast<std::size_t>(shared));
+                EXPECT_EQ(written.node(2).group()->translation, (std::array<float, 3>{1, 2, 3}));
+                EXPECT_EQ(written.unusedHeavyLength(), 0U);
+                for (int i = 0; i < shared; ++i)
+                    expectPiece(written, *geometries[static_cast<std::size_t>(i)], first + i,
+                                count);
+            }
+        }
+        if (ranks.rank() == 0)
+            std::filesystem::remove_all(folder);
+        MPI_Barrier(ranks.comm());
+    }
+}
+
+TEST(PartitionedModelTest, WritesTheSameWhoeverComesFirst)
+{
+    FirstRanks const ranks(4);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    std::string first;
+    for (unsigned int run = 0; run < 10; ++run) {
+        PartitionedModel model(ranks.comm(), folder + "/wave.moxs", sharing(4));
+        writePiece(model, Piece(ranks.rank(), 4),
+                   Delays(run * 4 + static_cast<unsigned int>(ranks.rank())));
+        model.close();
+        if (ranks.rank() != 0)
+            continue;
+        std::string const bytes = Support::withoutWritingRecord(folder + "/wave.0.mox");
+        if (run == 0)
+            first = bytes;
+        EXPECT_EQ(bytes, first);
+    }
+    if (ranks.rank() == 0)
+        std::filesystem::remove_all(folder);
+}
+
+TEST(PartitionedModelTest, IndexSaysOfWhichRanksAFileIsAndHowItIsKnownAgain)
+{
+    FirstRanks const ranks(4);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    PartitionedModel model(ranks.comm(), folder + "/wave.moxs", sharing(3));
+    std::string const begun = contentOf(folder + "/wave.moxs");
+    MPI_Barrier(ranks.comm());
+    EXPECT_NE(begun.find("\"complete\": false"), std::string::npos) << begun;
+    EXPECT_NE(begun.find("{\"name\": \"wave.1.mox\", \"ranks\": [[3, 3]]}"), std::string::npos)
+        << begun;
+    writePiece(model, Piece(ranks.rank(), 4));
+    model.close();
+    std::string const finished = contentOf(folder + "/wave.moxs");
+    EXPECT_NE(finished.find("\"complete\": true"), std::string::npos) << finished;
+    EXPECT_NE(finished.find("\"name\": \"wave.0.mox\", \"ranks\": [[0, 2]], \"size\": " +
+                            std::to_string(std::filesystem::file_size(folder + "/wave.0.mox"))),
+              std::string::npos)
+        << finished;
+    MPI_Barrier(ranks.comm());
+    if (ranks.rank() == 0)
+        std::filesystem::remove_all(folder);
+}
+
+TEST(PartitionedModelTest, RanksOfOneMachineShareAFileUnlessToldOtherwise)
+{
+    FirstRanks const ranks(2);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    {
+        PartitionedModel model(ranks.comm(), folder + "/wave.moxs");
+        writePiece(model, Piece(ranks.rank(), 2));
+        // The destructor closes.
+    }
+    EXPECT_EQ(filesIn(folder), (std::vector<std::string>{"wave.0.mox", "wave.moxs"}));
+    MPI_Barrier(ranks.comm());
+    if (ranks.rank() == 0)
+        std::filesystem::remove_all(folder);
+}
+
+TEST(PartitionedModelTest, ComponentPathsOfARankLeadToItsOwnShapes)
+{
+    FirstRanks const ranks(2);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    PartitionedModel model(ranks.comm(), folder + "/car.moxs", sharing(2));
+    auto const ids =
+        model.addAssemblyComponents({"/car/body/door", "/car/body/hood", "/car/rear/"});
+    EXPECT_EQ(ids[0], 4U);
+    EXPECT_EQ(ids[1], 6U);
+    EXPECT_EQ(ids[2], 7U);
+    EXPECT_EQ(model.addAssemblyComponents({"/car/body/door"})[0], 4U);
+    EXPECT_EQ(model.getNodeId("/car/body/hood"), 5U);
+    float const value = static_cast<float>(ranks.rank());
+    model.addArrayProperty("Value", DatasetType::Result10, ArrayView(&value, 1), ids, Step());
+    model.close();
+    if (ranks.rank() == 0) {
+        MoxRead::Model written(folder + "/car.0.mox");
+        auto const geometries = geometriesOf(written);
+        ASSERT_EQ(geometries.size(), 4U);
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(geometries[i]->name, i % 2 == 0 ? "door" : "hood");
+            MoxRead::Variable const* const variable = written.variable(geometries[i]->id, "Value");
+            ASSERT_NE(variable, nullptr);
+            EXPECT_EQ(written.read(*variable).floats(),
+                      (std::vector<float>{static_cast<float>(i / 2)}));
+        }
+        // The root, two groups, and two shapes with geometries of each rank.
+        EXPECT_EQ(written.nodes().size(), 11U);
+        std::filesystem::remove_all(folder);
+    }
+}
+
+TEST(PartitionedModelTest, WriterNeedsTwoBlocksAndAMessageOfEachSender)
+{
+    // MOXWRITER_MPI_MEBIBYTES: size of an array; 64 for what large programs do.
+    char const* const given = std::getenv("MOXWRITER_MPI_MEBIBYTES");
+    std::size_t const arrayBytes = std::stoul(given == nullptr ? "4" : given) << 20U;
+    FirstRanks const ranks(8);
+    std::string const folder = ranks.folder();
+    PartitionedOptions options = sharing(8);
+    options.messageBytes = std::size_t{1} << 18U;
+    options.saver.blockSize = arrayBytes / 4;
+    // Values that hardly compress, so that a compressed block is as large as a block.
+    std::vector<unsigned int> values;
+    if (ranks.rank() != 0) {
+        std::mt19937 random(static_cast<unsigned int>(ranks.rank()));
+        values.resize(arrayBytes / sizeof(unsigned int));
+        std::generate(values.begin(), values.end(), std::ref(random));
+    }
+    PartitionedModel model(ranks.comm(), folder + "/large.moxs", options);
+    model.addNode(NodeType::RootGroup, "Large");
+    unsigned int const shape = model.addNode(NodeType::Shape, "Shape");
+    auto const peak = [] {
+        std::ifstream status("/proc/self/status");
+        std::string word;
+        std::size_t kibibytes = 0;
+        while (status >> word)
+            if (word == "VmHWM:")
+                status >> kibibytes;
+        return kibibytes << 10U;
+    };
+    model.step();
+    std::size_t const before = peak();
+    model.addArrayProperty("Random", DatasetType::Result10, values, shape, Step());
+    model.step();
+    std::size_t const used = peak() - before;
+    model.close();
+    if (ranks.rank() == 0) {
+        // An array lies wholly in one block, which has the size of the array here.
+        std::size_t const bound = 2 * arrayBytes + 8 * options.messageBytes;
+        RecordProperty("bytes", std::to_string(used));
+        std::printf("writer: %zu bytes for 7 arrays of %zu bytes, bound %zu\n", used, arrayBytes,
+                    bound);
+        EXPECT_LT(used, bound + bound / 8);
+        std::filesystem::remove_all(folder);
+    }
+}

@@ -361,4 +361,17 @@ TEST(ModelMoveTest, TakesTheFileAlongAndLeavesAnEmptyModel)
     });
 }
 
+TEST(ArrayView, AnIdOf64BitsIsNotNarrowedToThatOfAnotherNode)
+{
+    Model model;
+    model.saveTo("");
+    model.addNode(NodeType::RootGroup, "Root");
+    std::size_t const shape = model.addNode(NodeType::Shape, "Shape");
+    Array1d<float> const values{1, 2};
+    model.addArrayProperty("Data", DatasetType::NodeScalar, values, shape, Step());
+    EXPECT_THROW(model.addArrayProperty("Data", DatasetType::NodeScalar, values,
+                                        shape + (std::size_t(1) << 32U), Step()),
+                 Zyl2::Exception::KeyNotFound);
+}
+
 } // namespace

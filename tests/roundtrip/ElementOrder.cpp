@@ -177,10 +177,15 @@ public:
     }
 
 private:
-    std::string model() const { return folder_.path("out.mox").string(); }
+    std::string model() const { return model_; }
 
+    /// Nothing to do where the writer has written a model.
     bool translate(std::filesystem::path const& input)
     {
+        if (input.extension() == ".mox") {
+            model_ = input.string();
+            return true;
+        }
         Mox::TranslateArguments arguments;
         arguments.input = input.string();
         arguments.output = model();
@@ -368,6 +373,7 @@ private:
     Shape const& shape_;
     std::size_t nodeCount_;
     Support::Folder folder_;
+    std::string model_ = folder_.path("out.mox").string();
 };
 
 } // namespace

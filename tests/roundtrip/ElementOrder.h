@@ -34,7 +34,8 @@ std::vector<Point> pointsOf(Element const& element);
 double first(Point const& point);
 double second(Point const& point);
 
-/// Writes a file with this one element, and the two fields if the format has values on nodes.
+/// Writes a file with this one element, and the two fields if the format has values on nodes. The
+/// file may be a model already.
 using Writer = std::function<std::filesystem::path(Support::Folder const&, Element const&)>;
 
 struct Expectation

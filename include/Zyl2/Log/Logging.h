@@ -37,7 +37,8 @@ namespace Zyl2 {
 namespace Log {
 
 namespace Severity {
-/// How much a record matters. All records of the library itself carry `Info`.
+/// How much a record matters. The library narrates its work as `Info`; what a host gave and what
+/// does not get into the file as it was given is a `Warning`.
 enum Severity : int
 {
     Debug = 0,
@@ -63,6 +64,8 @@ public:
     Record(char const* source, char const* signature, unsigned long lineNumber,
            Severity::Severity weight);
     ~Record() override;
+    Record(Record const&) = delete;
+    Record& operator=(Record const&) = delete;
 
     /// How much the record matters.
     Severity::Severity severity;

@@ -7,6 +7,10 @@ namespace Mox2 {
 /// What an array property holds. The type fixes how many values a row has (the width) and how a
 /// reader lays them out; the name says what they are. Types with a default name may be added
 /// without one.
+///
+/// Results have two names: a number, and, where it is known whether their rows are nodes or
+/// elements, one that says so (`NodeScalar` is `Result10`). A result on nodes has one row for each
+/// row of the coordinates, one on elements one for each element.
 enum class DatasetType : unsigned int
 {
     /// "Connectivity", width 1: rows of the coordinates, for elements of one dimension.
@@ -70,7 +74,22 @@ enum class DatasetType : unsigned int
     /// "Displacement", width 3; laid out as `Result11`.
     Displacement = 29,
     /// "Displacement", width 6; laid out as `Result12`.
-    Displacement6 = 30
+    Displacement6 = 30,
+
+    /// On nodes, width 1, such as a temperature. No default name, as with all that follow.
+    NodeScalar = Result10,
+    /// On nodes, width 3: x, y, z, such as a velocity.
+    NodeVector = Result11,
+    /// On nodes, width 6: translations along x, y, z, then rotations about them.
+    NodeVector6 = Result12,
+    /// On nodes, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    NodeTensor = Result13,
+    /// On elements, width 1, such as a damage.
+    ElementScalar = Result14,
+    /// On elements, width 3: x, y, z.
+    ElementVector = Result15,
+    /// On elements, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    ElementTensor = Result17
 };
 
 } // namespace Mox2

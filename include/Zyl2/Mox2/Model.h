@@ -56,11 +56,20 @@ struct IsStepOrList : std::integral_constant<bool, std::is_same<StepT, Step>::va
                                                        std::is_same<StepT, StepList>::value>
 {};
 
+/// Whether an id of this type can be passed on as `int` or `unsigned int`. A `std::size_t` can't:
+/// its upper bits would get lost, and with them the difference between a node and another one.
+template <typename ComponentT>
+struct IsIdOf32Bits
+    : std::integral_constant<bool, std::is_convertible<ComponentT, unsigned int>::value &&
+                                       !(std::is_integral<ComponentT>::value &&
+                                         (sizeof(ComponentT) > sizeof(unsigned int)))>
+{};
+
 /// `void` when values, ids or both are given as views; no type where the forms above take them.
 template <typename ValuesT, typename ComponentT, typename StepT>
 struct IfViews : std::enable_if<!(IsArrayPropertyValues<ValuesT>::value &&
                                   (std::is_same<ComponentT, Array1d<unsigned int>>::value ||
-                                   std::is_convertible<ComponentT, unsigned int>::value) &&
+                                   IsIdOf32Bits<ComponentT>::value) &&
                                   IsStepOrList<StepT>::value)>
 {};
 

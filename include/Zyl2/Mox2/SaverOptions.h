@@ -17,11 +17,11 @@ struct SaverOptions
     /// When false, an existing file at the path is an error.
     bool overwrite;
     /// First text of the file's writing record, for instance the host's name and version.
-    std::string text1;
+    std::string text1{};
     /// Second text of the writing record; used only when `text1` is not empty.
-    std::string text2;
+    std::string text2{};
     /// Contract: carried along for hosts that set it, and written nowhere.
-    std::string text3;
+    std::string text3{};
     /// What compresses the file. A host that leaves it alone lets its users choose.
     Encoder encoder;
     /// How many threads of its own the model may start to compress full blocks while the host goes

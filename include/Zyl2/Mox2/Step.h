@@ -14,7 +14,7 @@ namespace Mox2 {
 struct Step
 {
     /// A step without name and attributes.
-    Step() {}
+    Step() : name(), attributes() {}
 
     /// \param stepName       name of the step; together with the dataset's name it must be unique
     ///                       on a node

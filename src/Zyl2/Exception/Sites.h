@@ -223,6 +223,26 @@ inline constexpr Site<InvalidArguments> NoWholeRows{
     "std::size_t Zyl2::Mox2::ArrayView::wholeRows(std::size_t, std::size_t)"};
 } // namespace ArrayView
 
+namespace Mesh {
+inline constexpr char const* Source = "Zyl2/Mox2/Mesh";
+inline constexpr Site<InvalidArguments> Nodes{
+    nullptr, Source, 1,
+    "void Zyl2::Mox2::Mesh::setNodes(const Zyl2::Mox2::ArrayView&, const Zyl2::Mox2::ArrayView&)"};
+inline constexpr Site<InvalidArguments> Elements{
+    nullptr, Source, 2,
+    "void Zyl2::Mox2::Mesh::setElements(const std::vector<Zyl2::Mox2::Elements>&)"};
+inline constexpr Site<InvalidArguments> Result{
+    nullptr, Source, 3,
+    "void Zyl2::Mox2::Mesh::addResult(const std::string&, Zyl2::Mox2::DatasetType, "
+    "const Zyl2::Mox2::ArrayView&, const Zyl2::Mox2::Step&, const Zyl2::Mox2::Attributes&)"};
+} // namespace Mesh
+
+namespace ElementTypes {
+inline constexpr Site<InvalidArguments> NoSuchType{
+    nullptr, "Zyl2/Mox2/ElementTypes", 1,
+    "const Zyl2::Mox2::ElementDescription& Zyl2::Mox2::describe(Zyl2::Mox2::ElementType)"};
+} // namespace ElementTypes
+
 namespace Attributes {
 inline constexpr char const* Source = "Zyl2/Mox2/Helper/Attributes";
 // Templates, and yet without the types: compilers differ in how they spell those.

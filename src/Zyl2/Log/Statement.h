@@ -15,14 +15,29 @@ bool hasLogSystem();
 ///
 /// A piece of type `unsigned char` must be cast by the caller, or it is printed as a character.
 template <typename... Pieces>
-void write(char const* source, char const* signature, unsigned long line, Pieces const&... pieces)
+void write(Severity::Severity severity, char const* source, char const* signature,
+           unsigned long line, Pieces const&... pieces)
 {
     if (!hasLogSystem())
         return;
-    Record<char> record(source, signature, line, Severity::Info);
+    Record<char> record(source, signature, line, severity);
     (record << ... << pieces);
     // Handed over as a plain stream, from which receivers recover the record.
     activeLogSystem() += static_cast<std::ostream const&>(record);
+}
+
+/// A statement that narrates the work.
+template <typename... Pieces>
+void write(char const* source, char const* signature, unsigned long line, Pieces const&... pieces)
+{
+    write(Severity::Info, source, signature, line, pieces...);
+}
+
+/// A statement that something of the host's does not get into the file as it was given.
+template <typename... Pieces>
+void warn(char const* source, char const* signature, unsigned long line, Pieces const&... pieces)
+{
+    write(Severity::Warning, source, signature, line, pieces...);
 }
 
 } // namespace Log

@@ -4,6 +4,7 @@
 #include <Zyl2/Exception/Exception.h>
 #include <Zyl2/Log/LoggerBase.h>
 #include <Zyl2/Log/Logging.h>
+#include <Zyl2/Log/StandardErrorLog.h>
 #include <Zyl2/Mox2/Array1d.h>
 #include <Zyl2/Mox2/Array2d.h>
 #include <Zyl2/Mox2/Attributes.h>

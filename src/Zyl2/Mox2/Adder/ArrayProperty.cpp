@@ -1,5 +1,6 @@
 #include "Zyl2/Mox2/Adder/ArrayProperty.h"
 
+#include "Zyl2/Log/Statement.h"
 #include "Zyl2/Mox/NumericArray.h"
 #include "Zyl2/Mox2/Adder/ArrayCounts.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
@@ -201,8 +202,13 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::registerDataset(Zyl2Mox::T
             auto const& [name, attributes] = variables[step];
             std::uint64_t const result = tree.SetAndGetIndex(
                 components[component], name, variableType, position, array, attributes);
-            if (static_cast<unsigned int>(result) == 0)
+            if (static_cast<unsigned int>(result) == 0) {
+                if (step == 0)
+                    Log::warn("Zyl2/Mox2/Adder/ArrayProperty", BOOST_CURRENT_FUNCTION, __LINE__,
+                              title(), " was given to node ", components[component],
+                              ", which is no shape and does not get it");
                 continue;
+            }
             if (firstResult == 0)
                 firstResult = result;
             else if (result != firstResult)

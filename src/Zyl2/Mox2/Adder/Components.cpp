@@ -1,6 +1,8 @@
 #include "Zyl2/Mox2/Adder/Components.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Log/Statement.h"
+#include "Zyl2/Mox2/AttributeMap.h"
 #include "Zyl2/Mox2/Component/PathSplitter.h"
 #include "Zyl2/Mox2/Component/Traits.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
@@ -63,6 +65,9 @@ public:
         // Converting refuses what can't be stored; paths carry no attributes into the tree.
         if (endsInGroup)
             static_cast<void>(Helper::Attributes::moxAttributeList(attributes));
+        if (!attributes.map().empty())
+            Log::warn("Zyl2/Mox2/Adder/Components", BOOST_CURRENT_FUNCTION, __LINE__, "The path \"",
+                      path, "\" was given attributes: paths carry none, they are dropped");
     }
 
     /// Moves to the root, which a path's first name has to be; gives the tree one if it has none.

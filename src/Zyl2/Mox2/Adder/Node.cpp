@@ -1,9 +1,11 @@
 #include "Zyl2/Mox2/Adder/Node.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Log/Statement.h"
 #include "Zyl2/Mox/Geometry.h"
 #include "Zyl2/Mox/Group.h"
 #include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox2/AttributeMap.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
 
 #include <memory>
@@ -40,6 +42,9 @@ void Node::update(Database& database)
     else
         addNonRootNode(tree);
     id_ = tree.GetCurrentId();
+    if (type_ == NodeType::Shape && !attributes_.map().empty())
+        Log::warn("Zyl2/Mox2/Adder/Node", BOOST_CURRENT_FUNCTION, __LINE__, "The shape \"", name_,
+                  "\" was given attributes: shapes carry none, they are dropped");
 }
 
 void Node::addRootNode(Zyl2Mox::Tree& tree)

@@ -1,9 +1,12 @@
 #include "Zyl2/Mox2/Helper/Attributes.h"
 
+#include "Zyl2/Log/Statement.h"
 #include "Zyl2/Mox2/Helper/AttributeValueGetter.h"
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -52,6 +55,30 @@ Zyl2Util::AttributeValue storedValue(std::string const& name, AttributeValue con
     }
 }
 
+void warn(char const* function, unsigned long line, std::string const& name,
+          std::string const& whatIsKept)
+{
+    Log::warn("Zyl2/Mox2/Helper/Attributes", function, line, "Attribute \"", name,
+              "\": ", whatIsKept);
+}
+
+/// What the file has no room for.
+void warnOfLosses(std::string const& name, AttributeValue const& value)
+{
+    if (std::string const* const text = boost::get<std::string>(&value)) {
+        std::size_t const kept = Zyl2Util::AttributeValue::FromText(*text).GetText().size();
+        if (kept < text->size())
+            warn(BOOST_CURRENT_FUNCTION, __LINE__, name,
+                 Exception::sentence("of a text of ", text->size(), " bytes the first ", kept,
+                                     " are kept"));
+    } else if (long const* const number = boost::get<long>(&value)) {
+        if (*number < std::numeric_limits<std::int32_t>::min() ||
+            *number > std::numeric_limits<std::uint32_t>::max())
+            warn(BOOST_CURRENT_FUNCTION, __LINE__, name,
+                 Exception::sentence("of the number ", *number, " the low 32 bits are kept"));
+    }
+}
+
 } // namespace
 
 Zyl2Util::AttributeList Attributes::moxAttributeList(Mox2::Attributes const& attributes)
@@ -62,8 +89,12 @@ Zyl2Util::AttributeList Attributes::moxAttributeList(Mox2::Attributes const& att
 Zyl2Util::AttributeList Attributes::moxAttributeList(AttributeMap const& attributes)
 {
     Zyl2Util::AttributeList list;
-    for (auto const& [name, value] : attributes)
+    bool const isHeard = Log::hasLogSystem();
+    for (auto const& [name, value] : attributes) {
         list.emplace_hint(list.end(), name, storedValue(name, value));
+        if (isHeard)
+            warnOfLosses(name, value);
+    }
     return list;
 }
 

@@ -1,6 +1,7 @@
 #include "Zyl2/Mox2/Modifier/NodeData.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Log/Statement.h"
 #include "Zyl2/Mox/Geometry.h"
 #include "Zyl2/Mox2/Helper/Attributes.h"
 
@@ -95,8 +96,13 @@ void NodeData::update(Database& database)
             throw;
         }
     }
-    if (!attributes_.map().empty() && target.group != nullptr)
+    if (attributes_.map().empty())
+        return;
+    if (target.group != nullptr)
         mergeAttributes(attributes_, *target.group);
+    else
+        Log::warn("Zyl2/Mox2/Modifier/NodeData", BOOST_CURRENT_FUNCTION, __LINE__, "Node ", id_,
+                  " was given attributes: only groups carry them, they are dropped");
 }
 
 void NodeData::raiseEmptyNode(char const* function)

@@ -58,6 +58,7 @@ void addBlock(Model& model, unsigned int group)
         when.set("Time", 0.5F * static_cast<float>(increment));
         Step const step("Increment " + std::to_string(increment), when);
         std::vector<Point> displacement;
+        displacement.reserve(coordinates.size());
         for (Point const& point : coordinates)
             displacement.push_back({{0, 0, -0.01 * increment * point[2]}});
         // xx, yy, zz, xy, yz, zx

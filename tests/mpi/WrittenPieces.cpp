@@ -5,14 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 
-using Zyl2::Mox2::ArrayView;
-using Zyl2::Mox2::Attributes;
-using Zyl2::Mox2::DatasetType;
-using Zyl2::Mox2::NodeProperties;
-using Zyl2::Mox2::NodeType;
-using Zyl2::Mox2::PropertyType;
-using Zyl2::Mox2::Step;
-
 FirstRanks::FirstRanks(int count)
 {
     int rank = 0;
@@ -91,33 +83,6 @@ std::vector<double> Piece::displacement(int step) const
 void writePiece(Zyl2::Mpi::PartitionedModel& model, Piece const& piece,
                 std::function<void()> const& pause)
 {
-    auto const wait = pause ? pause : [] {};
-    Attributes about;
-    about.set("Solver", "test");
-    wait();
-    model.addNode(NodeType::RootGroup, "Wave", about);
-    unsigned int const group = model.addNode(NodeType::Group, "Parts");
-    NodeProperties moved;
-    moved.set(PropertyType::Translation, std::vector<float>{1, 2, 3});
-    model.setNodeData(group, moved);
-    unsigned int const bar = model.addNode(NodeType::Shape, "Bar");
-    wait();
-    model.addArrayProperty(DatasetType::Coordinates, ArrayView::table(piece.coordinates(), 3), bar,
-                           Step());
-    model.addArrayProperty(DatasetType::NodeIds, piece.nodeIds(), bar, Step());
-    wait();
-    model.addArrayProperty(DatasetType::Connectivity1, piece.connectivity(), bar, Step());
-    std::vector<unsigned int> const lengths(piece.nodes - 1, 2);
-    model.addArrayProperty(DatasetType::Polylength1, lengths, bar, Step());
-    for (int step = 1; step <= StepCount; ++step) {
-        wait();
-        Attributes time;
-        time.set("StepNumber", step);
-        time.set("Time", 0.5F * static_cast<float>(step));
-        model.addArrayProperty(DatasetType::Displacement,
-                               ArrayView::table(piece.displacement(step), 3), bar,
-                               Step("Step " + std::to_string(step), time));
-        wait();
-        model.step();
-    }
+    writeBar(
+        model, piece, pause ? pause : [] {}, [&] { model.step(); });
 }

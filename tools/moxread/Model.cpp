@@ -33,17 +33,36 @@ bool liesBefore(Variable const* left, Variable const* right)
 } // namespace
 
 Model::Model(std::string const& path)
-    : container_(std::make_unique<Container>(path)), nodes_(TreeLoader(*container_).load()),
+    : files_(PartitionIndex::isIndex(path) ? std::make_unique<PartitionFiles>(path) : nullptr),
+      container_(std::make_unique<Container>(files_ ? files_->firstPath() : path)),
+      nodes_(files_ ? files_->takeNodes() : TreeLoader(*container_).load()),
       globalInformation_(readGlobalInformation(*container_)), heavy_(*container_)
 {
-    checkViewPoints();
-    VariableCheck(nodes_, heavy_).run();
+    if (files_ == nullptr) {
+        checkViewPoints();
+        VariableCheck(nodes_, heavy_).run();
+    }
     findTargets();
 }
 
 Container const& Model::container() const noexcept
 {
     return *container_;
+}
+
+std::vector<std::string> Model::remarks() const
+{
+    return files_ ? files_->remarks() : std::vector<std::string>();
+}
+
+std::size_t Model::blockCount() const
+{
+    return files_ ? files_->blockCount() : container_->blockCount();
+}
+
+std::uint64_t Model::bytes() const
+{
+    return files_ ? files_->bytes() : container_->file().size();
 }
 
 GlobalInformation const& Model::globalInformation() const noexcept
@@ -103,6 +122,8 @@ Variable const& Model::resolve(Variable const& variable) const
 Dataset Model::read(Variable const& variable)
 {
     Variable const& stored = resolve(variable);
+    if (files_ != nullptr)
+        return files_->read(stored);
     return Dataset::decode(stored, heavy_.bytesAt(stored.dataPosition));
 }
 
@@ -125,12 +146,15 @@ void Model::readAll(DatasetVisitor const& visit)
 
 void Model::checkValues(ProgressVisitor const& tell) const
 {
+    if (files_ != nullptr)
+        return files_->checkValues(tell);
     heavy_.check(tell);
 }
 
 std::size_t Model::heavyBlock(Variable const& variable) const
 {
-    return heavy_.blockAt(resolve(variable).dataPosition);
+    Variable const& stored = resolve(variable);
+    return files_ ? files_->heavyBlock(stored) : heavy_.blockAt(stored.dataPosition);
 }
 
 std::size_t Model::variableCount() const
@@ -143,7 +167,7 @@ std::size_t Model::variableCount() const
 
 std::uint64_t Model::heavyLength() const
 {
-    return heavy_.length();
+    return files_ ? files_->heavyLength() : heavy_.length();
 }
 
 std::uint64_t Model::unusedHeavyLength() const
@@ -155,7 +179,7 @@ std::uint64_t Model::unusedHeavyLength() const
             unused += stored->dataPosition - end;
         end = std::max(end, stored->dataPosition + stored->byteCount());
     }
-    return unused + (heavy_.length() - end);
+    return unused + (heavyLength() - end);
 }
 
 // In the order of their positions.

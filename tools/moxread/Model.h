@@ -6,6 +6,7 @@
 #include "moxread/GlobalInformation.h"
 #include "moxread/HeavyData.h"
 #include "moxread/Node.h"
+#include "moxread/PartitionFiles.h"
 
 #include <cstdint>
 #include <functional>
@@ -28,9 +29,19 @@ namespace MoxRead {
 class Model
 {
 public:
+    /// \param path of a model file, or of the index of a partitioned model, whose files are read as
+    ///             one model: a shape of several ranks is there once for each of them
     explicit Model(std::string const& path);
 
+    /// The container of the file; of a partitioned model, that of its first file.
     Container const& container() const noexcept;
+    /// What files of a partitioned model say differently of what they share, a sentence each.
+    std::vector<std::string> remarks() const;
+    /// How many blocks there are, index blocks included, in all files.
+    std::size_t blockCount() const;
+    /// How many bytes there are, in all files.
+    std::uint64_t bytes() const;
+
     GlobalInformation const& globalInformation() const noexcept;
 
     /// The nodes in the order of their ids; the root, id 1, comes first.
@@ -76,6 +87,8 @@ private:
     void findTargets();
     void findTarget(Variable const& variable);
 
+    /// Null for a model in one file.
+    std::unique_ptr<PartitionFiles> files_;
     std::unique_ptr<Container> container_;
     std::vector<Node> nodes_;
     GlobalInformation globalInformation_;

@@ -18,8 +18,8 @@ struct Summary
     std::uint64_t bytes = 0;
 };
 
-/// Checks every rule of the layout down to the last byte. Raises FormatError at the first that a
-/// file breaks.
+/// Checks every rule of the layout down to the last byte, in a model file or in all files of an
+/// index. Raises FormatError at the first that a file breaks.
 Summary verify(std::string const& path, ProgressVisitor const& tell = {});
 
 } // namespace MoxRead

@@ -2,6 +2,8 @@
 
 #include "Kinds.h"
 
+#include "moxread/NodePath.h"
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -40,6 +42,20 @@ bool isShare(float number)
     return number >= 0 && number <= 1;
 }
 
+// The pieces of one shape that several ranks hold have its name all of them.
+std::string nameWithRank(MoxRead::Model const& model, MoxRead::Node const& node)
+{
+    MoxRead::Node const* const geometry = MoxRead::geometryOf(model, node);
+    if (geometry == nullptr || geometry->geometry()->variables.empty())
+        return node.name;
+    MoxRead::Attributes const& attributes = geometry->geometry()->variables.front().attributes;
+    auto const rank = attributes.find("Rank");
+    bool const isPiece = rank != attributes.end() && attributes.count("Ranks") != 0 &&
+                         std::holds_alternative<std::uint32_t>(rank->second);
+    return isPiece ? node.name + '\0' + std::to_string(std::get<std::uint32_t>(rank->second))
+                   : node.name;
+}
+
 } // namespace
 
 void TreeCheck::run()
@@ -61,7 +77,7 @@ void TreeCheck::checkNames(MoxRead::Node const& parent)
     std::unordered_set<std::string> names;
     for (std::uint32_t id = parent.firstChild; id != 0; id = model_.node(id).nextSibling) {
         MoxRead::Node const& child = model_.node(id);
-        if (!names.insert(child.name).second)
+        if (!names.insert(nameWithRank(model_, child)).second)
             findings_.add({&Kinds::sameName, &child, nullptr, "a name of its own",
                            "the name of a node before it"});
     }

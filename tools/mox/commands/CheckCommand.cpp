@@ -9,6 +9,7 @@
 
 #include "common/Progress.h"
 #include "moxread/NodePath.h"
+#include "moxread/PartitionIndex.h"
 #include "moxread/Text.h"
 
 #include <algorithm>
@@ -174,15 +175,41 @@ void addCheckCommand(CommandLine& commandLine)
     auto const options = std::make_shared<CheckArguments>();
     SubCommand command =
         commandLine.addCommand("check", "Check whether what a model file says means something");
-    command.add("FILE", options->file, "Model file").required();
-    command.addFlag("--json", options->json, "Print JSON");
+    command.add("FILE", options->file, "Model file, or index of a partitioned model").required();
+    Argument const parts =
+        command.addFlag("--parts", options->parts, "Check the files of an index one by one");
+    command.addFlag("--json", options->json, "Print JSON").excludes(parts);
     command.explain("It tells of meaning: of meshes, results and steps. "
                     "mox verify tells of bytes.\n\nExample:\n  mox check beam.mox");
     command.run([options] { return checkFile(*options, std::cout, std::cerr); });
 }
 
+namespace {
+
+int checkParts(CheckArguments const& options, std::ostream& out, std::ostream& err)
+{
+    int worst = 0;
+    int const status = runOnFile(options.file, err, [&] {
+        MoxRead::PartitionIndex const index(options.file);
+        for (MoxRead::PartitionFile const& part : index.files()) {
+            std::string const complaint = index.complaintAbout(part);
+            if (!complaint.empty())
+                err << options.file << ": " << complaint << '\n';
+            CheckArguments own = options;
+            own.file = part.path;
+            own.parts = false;
+            worst = std::max(worst, complaint.empty() ? checkFile(own, out, err) : 1);
+        }
+    });
+    return std::max(status, worst);
+}
+
+} // namespace
+
 int checkFile(CheckArguments const& options, std::ostream& out, std::ostream& err)
 {
+    if (options.parts && MoxRead::PartitionIndex::isIndex(options.file))
+        return checkParts(options, out, err);
     bool isGood = false;
     int const status = runOnFile(options.file, err, [&] {
         Verdict const verdict(options);

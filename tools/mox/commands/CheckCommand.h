@@ -11,6 +11,8 @@ class CommandLine;
 struct CheckArguments
 {
     std::string file;
+    /// Whether the files of an index are checked one by one.
+    bool parts = false;
     bool json = false;
 };
 

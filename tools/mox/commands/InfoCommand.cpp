@@ -7,9 +7,13 @@
 #include "mox/print/JsonWriter.h"
 #include "mox/print/Listing.h"
 
+#include "moxread/FormatError.h"
 #include "moxread/GlobalInformation.h"
 #include "moxread/KeyStream.h"
+#include "moxread/PartitionIndex.h"
+#include "moxread/Text.h"
 
+#include <algorithm>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -36,6 +40,45 @@ struct FileInfo
     MoxRead::Container container;
     BlockReport blocks;
     MoxRead::GlobalInformation global;
+};
+
+/// What the blocks of all files of an index take together.
+struct SetSums
+{
+    explicit SetSums(MoxRead::PartitionIndex const& index)
+    {
+        index.requireFiles();
+        for (MoxRead::PartitionFile const& file : index.files())
+            MoxRead::inContext([&] { return MoxRead::quoted(file.name); },
+                               [&] { add(MoxRead::Container(file.path)); });
+    }
+
+    void add(MoxRead::Container const& container)
+    {
+        BlockReport const report(container);
+        bytes += container.file().size();
+        add(total, report.total());
+        for (BlockReport::Sum const& sum : report.keys()) {
+            auto known = std::find_if(keys.begin(), keys.end(), [&](BlockReport::Sum const& other) {
+                return other.key == sum.key;
+            });
+            if (known == keys.end())
+                keys.push_back(sum);
+            else
+                add(*known, sum);
+        }
+    }
+
+    static void add(BlockReport::Sum& to, BlockReport::Sum const& sum)
+    {
+        to.blocks += sum.blocks;
+        to.size += sum.size;
+        to.content += sum.content;
+    }
+
+    std::vector<BlockReport::Sum> keys;
+    BlockReport::Sum total;
+    std::uint64_t bytes = 0;
 };
 
 std::string ratioText(BlockReport::Sum const& sum)
@@ -77,21 +120,22 @@ void printSum(std::ostream& out, std::string const& name, BlockReport::Sum const
         << ratioText(sum) << '\n';
 }
 
-void printSums(std::ostream& out, BlockReport const& report)
+void printSums(std::ostream& out, std::vector<BlockReport::Sum> const& keys,
+               BlockReport::Sum const& total)
 {
     out << '\n'
         << std::left << std::setw(keyWidth) << "key" << std::right
         << "  blocks          size       content     ratio\n";
-    for (BlockReport::Sum const& sum : report.keys())
+    for (BlockReport::Sum const& sum : keys)
         printSum(out, sum.key, sum);
-    printSum(out, "in all", report.total());
+    printSum(out, "in all", total);
 }
 
 void printText(std::ostream& out, FileInfo const& info)
 {
     printSummary(out, info);
     printBlocks(out, info.blocks);
-    printSums(out, info.blocks);
+    printSums(out, info.blocks.keys(), info.blocks.total());
 }
 
 void writeSum(JsonWriter& json, BlockReport::Sum const& sum)
@@ -118,16 +162,17 @@ void writeBlocks(JsonWriter& json, BlockReport const& report)
     json.endArray();
 }
 
-void writeSums(JsonWriter& json, BlockReport const& report)
+void writeSums(JsonWriter& json, std::vector<BlockReport::Sum> const& keys,
+               BlockReport::Sum const& total)
 {
     json.key("keys").beginArray();
-    for (BlockReport::Sum const& sum : report.keys()) {
+    for (BlockReport::Sum const& sum : keys) {
         json.beginObject(oneLine).member("key", sum.key);
         writeSum(json, sum);
         json.endObject();
     }
     json.endArray().key("total").beginObject(oneLine);
-    writeSum(json, report.total());
+    writeSum(json, total);
     json.endObject();
 }
 
@@ -140,8 +185,44 @@ void printJson(std::ostream& out, FileInfo const& info, std::string const& file)
         .member("spareSlotCount", info.blocks.spareSlots());
     writeWritings(json, info.global.writings);
     writeBlocks(json, info.blocks);
-    writeSums(json, info.blocks);
+    writeSums(json, info.blocks.keys(), info.blocks.total());
     json.endObject();
+}
+
+void printSet(std::ostream& out, std::string const& path, bool asJson)
+{
+    MoxRead::PartitionIndex const index(path);
+    SetSums const sums(index);
+    if (!asJson) {
+        out << "mox set 1: " << index.files().size() << " files of " << index.ranks() << " ranks, "
+            << sums.bytes << " bytes\n";
+        printSums(out, sums.keys, sums.total);
+        return;
+    }
+    JsonWriter json(out);
+    json.beginObject().member("file", path).member("fileCount", index.files().size());
+    json.member("rankCount", index.ranks()).member("bytes", sums.bytes);
+    writeSums(json, sums.keys, sums.total);
+    json.endObject();
+}
+
+int showParts(InfoArguments const& options, std::ostream& out, std::ostream& err)
+{
+    int worst = 0;
+    int const status = runOnFile(options.file, err, [&] {
+        MoxRead::PartitionIndex const index(options.file);
+        for (MoxRead::PartitionFile const& part : index.files()) {
+            std::string const complaint = index.complaintAbout(part);
+            if (!complaint.empty())
+                err << options.file << ": " << complaint << '\n';
+            else
+                out << part.path << ":\n";
+            InfoArguments own = options;
+            own.file = part.path;
+            worst = std::max(worst, complaint.empty() ? showInfo(own, out, err) : 1);
+        }
+    });
+    return std::max(status, worst);
 }
 
 } // namespace
@@ -151,15 +232,22 @@ void addInfoCommand(CommandLine& commandLine)
     auto const options = std::make_shared<InfoArguments>();
     SubCommand command = commandLine.addCommand(
         "info", "Show the blocks of a model file and how well they compress");
-    command.add("FILE", options->file, "Model file").required();
-    command.addFlag("--json", options->json, "Print JSON");
+    command.add("FILE", options->file, "Model file, or index of a partitioned model").required();
+    Argument const parts =
+        command.addFlag("--parts", options->parts, "Show the files of an index one by one");
+    command.addFlag("--json", options->json, "Print JSON").excludes(parts);
     command.explain("Example:\n  mox info beam.mox");
     command.run([options] { return showInfo(*options, std::cout, std::cerr); });
 }
 
 int showInfo(InfoArguments const& options, std::ostream& out, std::ostream& err)
 {
+    bool const isSet = MoxRead::PartitionIndex::isIndex(options.file);
+    if (isSet && options.parts)
+        return showParts(options, out, err);
     return runOnFile(options.file, err, [&] {
+        if (isSet)
+            return printSet(out, options.file, options.json);
         FileInfo const info(options.file);
         if (options.json)
             printJson(out, info, options.file);

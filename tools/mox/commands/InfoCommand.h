@@ -11,6 +11,8 @@ class CommandLine;
 struct InfoArguments
 {
     std::string file;
+    /// Whether the files of an index are told apart.
+    bool parts = false;
     bool json = false;
 };
 

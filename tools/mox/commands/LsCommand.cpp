@@ -5,8 +5,10 @@
 #include "mox/print/JsonListing.h"
 #include "mox/print/Listing.h"
 #include "mox/print/ModelContents.h"
+#include "mox/print/PartListing.h"
 
 #include "moxread/NodePath.h"
+#include "moxread/PartitionIndex.h"
 
 #include <iostream>
 #include <memory>
@@ -35,9 +37,10 @@ void addLsCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<LsArguments>();
     SubCommand command = commandLine.addCommand("ls", "List what is in a model file");
-    command.add("FILE", options->file, "Model file").required();
+    command.add("FILE", options->file, "Model file, or index of a partitioned model").required();
     command.add("PATH", options->node,
                 "Node to begin with: names from the root down, joined by /, or #ID");
+    command.addFlag("--parts", options->parts, "List the files of an index");
     command.addFlag("--json", options->json, "Print JSON");
     command.explain("Example:\n  mox ls beam.mox Beam/Steel");
     command.run([options] { return listFile(*options, std::cout, std::cerr); });
@@ -45,7 +48,12 @@ void addLsCommand(CommandLine& commandLine)
 
 int listFile(LsArguments const& options, std::ostream& out, std::ostream& err)
 {
-    return runOnFile(options.file, err, [&] { list(options, out); });
+    return runOnFile(options.file, err, [&] {
+        if (options.parts && MoxRead::PartitionIndex::isIndex(options.file))
+            listParts(options.file, options.json, out);
+        else
+            list(options, out);
+    });
 }
 
 int listFile(std::string const& path, std::ostream& out, std::ostream& err)

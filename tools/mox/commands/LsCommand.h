@@ -14,6 +14,8 @@ struct LsArguments
     std::string file;
     /// Path of the node to begin with, the root unless given.
     std::optional<std::string> node;
+    /// Whether the files of an index are listed instead of what is in them.
+    bool parts = false;
     bool json = false;
 };
 

@@ -5,9 +5,11 @@
 #include "mox/print/JsonWriter.h"
 
 #include "common/Progress.h"
+#include "moxread/PartitionIndex.h"
 #include "moxread/Verify.h"
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -123,14 +125,50 @@ private:
     std::size_t bad_ = 0;
 };
 
+Verdict verdictOn(MoxRead::PartitionIndex const& index, MoxRead::PartitionFile const& part,
+                  std::string const& path)
+{
+    std::string const complaint = index.complaintAbout(part);
+    if (complaint.empty())
+        return verdictOn(part.path);
+    Verdict verdict;
+    verdict.file = part.path;
+    verdict.error = path + ": " + complaint;
+    return verdict;
+}
+
+using TakeVerdict = std::function<void(Verdict const&)>;
+
+void verifyParts(std::string const& path, TakeVerdict const& take)
+{
+    Verdict failed;
+    failed.file = path;
+    try {
+        inFile(path, [&] {
+            MoxRead::PartitionIndex const index(path);
+            for (MoxRead::PartitionFile const& part : index.files())
+                take(verdictOn(index, part, path));
+        });
+        return;
+    } catch (FileError const& error) {
+        failed.error = error.what();
+    }
+    take(failed);
+}
+
 template <typename Report>
-int verifyAll(std::vector<std::string> const& files, Report report)
+int verifyAll(VerifyArguments const& options, Report report)
 {
     bool areGood = true;
-    for (std::string const& file : files) {
-        Verdict const verdict = verdictOn(file);
+    auto const take = [&](Verdict const& verdict) {
         report.add(verdict);
         areGood = areGood && verdict.isGood();
+    };
+    for (std::string const& file : options.files) {
+        if (options.parts && MoxRead::PartitionIndex::isIndex(file))
+            verifyParts(file, take);
+        else
+            take(verdictOn(file));
     }
     report.finish();
     return areGood ? 0 : 1;
@@ -143,7 +181,8 @@ void addVerifyCommand(CommandLine& commandLine)
     auto const options = std::make_shared<VerifyArguments>();
     SubCommand command =
         commandLine.addCommand("verify", "Check every byte of a model file's layout");
-    command.add("FILE", options->files, "Model files").required();
+    command.add("FILE", options->files, "Model files, or indices of partitioned models").required();
+    command.addFlag("--parts", options->parts, "Tell the files of an index apart");
     command.addFlag("--json", options->json, "Print JSON");
     command.explain("It tells of bytes. mox check tells whether what they say means something."
                     "\n\nExample:\n  mox verify beam.mox frame.mox");
@@ -152,8 +191,8 @@ void addVerifyCommand(CommandLine& commandLine)
 
 int verifyFiles(VerifyArguments const& options, std::ostream& out, std::ostream& err)
 {
-    return options.json ? verifyAll(options.files, VerdictJson(out, err))
-                        : verifyAll(options.files, VerdictText(out, err));
+    return options.json ? verifyAll(options, VerdictJson(out, err))
+                        : verifyAll(options, VerdictText(out, err));
 }
 
 int verifyFile(std::string const& path, std::ostream& out, std::ostream& err)

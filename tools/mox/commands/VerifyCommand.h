@@ -12,6 +12,8 @@ class CommandLine;
 struct VerifyArguments
 {
     std::vector<std::string> files;
+    /// Whether the files of an index are told apart.
+    bool parts = false;
     bool json = false;
 };
 

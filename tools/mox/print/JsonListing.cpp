@@ -91,8 +91,8 @@ void JsonListing::print(std::ostream& out) const
 void JsonListing::writeFile(JsonWriter& json) const
 {
     json.member("file", file_).member("format", "1.3");
-    json.member("bytes", model_.container().file().size());
-    json.member("blockCount", model_.container().blockCount());
+    json.member("bytes", model_.bytes());
+    json.member("blockCount", model_.blockCount());
     json.member("nodeCount", model_.nodes().size());
     json.member("datasetCount", model_.variableCount());
     writeWritings(json, model_.globalInformation().writings);

@@ -87,9 +87,8 @@ void Listing::print(std::ostream& out) const
 
 void Listing::printSummary(std::ostream& out) const
 {
-    out << "mox 1.3: " << model_.container().blockCount() << " blocks, " << model_.nodes().size()
-        << " nodes, " << model_.variableCount() << " datasets, " << model_.container().file().size()
-        << " bytes\n";
+    out << "mox 1.3: " << model_.blockCount() << " blocks, " << model_.nodes().size() << " nodes, "
+        << model_.variableCount() << " datasets, " << model_.bytes() << " bytes\n";
     printWritings(out, model_.globalInformation().writings);
     const std::size_t results = model_.globalInformation().resultAttributes.size();
     if (results > 0)

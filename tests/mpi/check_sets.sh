@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Checks what mox says of the files that the ranks of a program leave, whole and otherwise.
+#
+#   check_sets.sh MOX HOST MPIRUN...
+set -euo pipefail
+
+mox=$1 host=$2
+shift 2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+
+fail()
+{
+    echo "$1" >&2
+    exit 1
+}
+
+# The text that a command prints, all of it, has to have this in it.
+expect()
+{
+    local text=$1 said
+    shift
+    said=$("$@" 2>&1) || true
+    [[ $said == *"$text"* ]] || fail "$* says: $said, not: $text"
+}
+
+"$@" -np 4 "$host" wave.moxs 2
+"$mox" verify wave.moxs >/dev/null
+expect "wave.moxs: ok (12 blocks" "$mox" verify wave.moxs
+expect "2 files, 0 bad" "$mox" verify --parts wave.moxs
+expect "wave.moxs: ok (4 shapes, 28 datasets, 3 steps)" "$mox" check wave.moxs
+expect "wave.1.mox: ok (2 shapes" "$mox" check --parts wave.moxs
+expect '"wave.1.mox" of ranks 2 to 3: ok' "$mox" ls --parts wave.moxs
+expect '"Rank" = 3' "$mox" ls wave.moxs
+expect "mox set 1: 2 files of 4 ranks" "$mox" info wave.moxs
+expect "wave.1.mox:" "$mox" info --parts wave.moxs
+"$mox" diff wave.moxs wave.moxs
+[[ $("$mox" dump wave.moxs '#10' 'Node Ids' | tail -n 1) == 65 ]] || fail "values of the last rank are not found"
+expect 'several nodes have the path "Wave/Parts/Bar"' "$mox" dump wave.moxs Wave/Parts/Bar 'Node Ids'
+
+# What is wrong with a file is said in one sentence.
+cp wave.1.mox whole.mox
+rm wave.1.mox
+expect 'wave.moxs: "wave.1.mox" of ranks 2 to 3 is missing' "$mox" verify wave.moxs
+expect '"wave.1.mox" of ranks 2 to 3 is missing' "$mox" ls --parts wave.moxs
+! "$mox" ls wave.moxs >/dev/null 2>&1 || fail "a set without a file is listed"
+: >wave.1.mox
+expect 'wave.moxs: "wave.1.mox" of ranks 2 to 3 is empty' "$mox" verify wave.moxs
+head -c 3000 whole.mox >wave.1.mox
+expect 'wave.moxs: "wave.1.mox" of ranks 2 to 3 is incomplete: ' "$mox" check wave.moxs
+cp wave.0.mox wave.1.mox
+expect 'wave.moxs: "wave.1.mox" of ranks 2 to 3 is of another run: its root index is' "$mox" verify --parts wave.moxs
+sed -e 's/"complete": true/"complete": false/' -e 's/, "size".*"}/}/' wave.moxs >begun.moxs
+expect 'begun.moxs: "wave.1.mox": it is of another run: it has values of rank 0, not only of ranks 2 to 3' "$mox" ls begun.moxs
+cp whole.mox wave.1.mox
+"$mox" verify wave.moxs >/dev/null
+expect "begun.moxs: incomplete: the program ended before it finished the index" "$mox" verify begun.moxs
+expect '"Rank" = 3' "$mox" ls begun.moxs
+
+# An index is not believed.
+sed 's/wave.1.mox/..\/wave.1.mox/' wave.moxs >bad.moxs
+expect "leads out of the index's folder" "$mox" verify bad.moxs
+sed 's/\[\[2, 3\]\]/[[2, 4]]/' wave.moxs >bad.moxs
+expect "bad.moxs: the files of the index are not of each rank once" "$mox" verify bad.moxs
+sed 's/"version": 1/"version": 2/' wave.moxs >bad.moxs
+expect "bad.moxs: the version of the index is 2, not 1" "$mox" ls --parts bad.moxs
+head -c 100 wave.moxs >bad.moxs
+expect "bad.moxs: this is no index" "$mox" info bad.moxs

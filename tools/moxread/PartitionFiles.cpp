@@ -1,0 +1,88 @@
+#include "moxread/PartitionFiles.h"
+
+#include "moxread/FormatError.h"
+#include "moxread/Model.h"
+#include "moxread/PartitionTree.h"
+#include "moxread/Text.h"
+
+#include <algorithm>
+
+namespace MoxRead {
+
+PartitionFiles::PartitionFiles(std::string const& path) : index_(path)
+{
+    index_.requireFiles();
+    PartitionTree tree(index_);
+    std::size_t heavyBlocks = 0;
+    for (PartitionFile const& file : index_.files()) {
+        inContext([&] { return quoted(file.name); },
+                  [&] {
+                      Model const model(file.path);
+                      std::size_t last = 0;
+                      for (Node const& node : model.nodes()) {
+                          if (node.geometry() == nullptr)
+                              continue;
+                          for (Variable const& variable : node.geometry()->variables) {
+                              if (variable.linked)
+                                  continue;
+                              std::size_t const block = model.heavyBlock(variable);
+                              heavyBlocks_[heavyLength_ + variable.dataPosition] =
+                                  heavyBlocks + block;
+                              last = std::max(last, block + 1);
+                          }
+                      }
+                      heavyBlocks += last;
+                      starts_.push_back(heavyLength_);
+                      tree.add(file, model.nodes(), heavyLength_);
+                      heavyLength_ += model.heavyLength();
+                      blockCount_ += model.blockCount();
+                      bytes_ += model.bytes();
+                  });
+    }
+    nodes_ = tree.takeNodes();
+    remarks_ = tree.remarks();
+}
+
+PartitionFiles::~PartitionFiles() = default;
+
+Dataset PartitionFiles::read(Variable const& stored)
+{
+    std::size_t const file = fileOf(stored.dataPosition);
+    if (open_ == nullptr || openFile_ != file) {
+        open_.reset();
+        open_ = std::make_unique<Model>(index_.files()[file].path);
+        openFile_ = file;
+    }
+    Variable own = stored;
+    own.dataPosition -= starts_[file];
+    return open_->read(own);
+}
+
+void PartitionFiles::checkValues(ProgressVisitor const& tell) const
+{
+    for (std::size_t file = 0; file < starts_.size(); ++file) {
+        PartitionFile const& described = index_.files()[file];
+        inContext([&] { return quoted(described.name); },
+                  [&] {
+                      Model const model(described.path);
+                      model.checkValues([&](std::uint64_t done, std::uint64_t /*all*/) {
+                          if (tell)
+                              tell(starts_[file] + done, heavyLength_);
+                      });
+                  });
+    }
+}
+
+std::size_t PartitionFiles::heavyBlock(Variable const& stored) const
+{
+    return heavyBlocks_.at(stored.dataPosition);
+}
+
+/// The last file that begins at or before the position and has values: others begin where it does.
+std::size_t PartitionFiles::fileOf(std::uint64_t position) const
+{
+    auto const after = std::upper_bound(starts_.begin(), starts_.end(), position);
+    return static_cast<std::size_t>(after - starts_.begin()) - 1;
+}
+
+} // namespace MoxRead

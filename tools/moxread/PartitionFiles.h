@@ -1,0 +1,66 @@
+#ifndef MOXREAD_PARTITIONFILES_H
+#define MOXREAD_PARTITIONFILES_H
+
+#include "moxread/Dataset.h"
+#include "moxread/HeavyData.h"
+#include "moxread/Node.h"
+#include "moxread/PartitionIndex.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace MoxRead {
+
+class Model;
+
+/// The files that an index names, seen as those of one model: their values lie one file behind the
+/// other. One file at a time is open.
+class PartitionFiles
+{
+public:
+    /// Reads all but the values of the datasets. Raises FormatError when a file is not as it has to
+    /// be.
+    explicit PartitionFiles(std::string const& path);
+    ~PartitionFiles();
+    PartitionFiles(PartitionFiles const&) = delete;
+    PartitionFiles& operator=(PartitionFiles const&) = delete;
+
+    std::string const& firstPath() const { return index_.files().front().path; }
+    /// To be called once.
+    std::vector<Node> takeNodes() { return std::move(nodes_); }
+    std::vector<std::string> const& remarks() const noexcept { return remarks_; }
+
+    /// The values of a variable that is not linked.
+    Dataset read(Variable const& stored);
+    /// As `Model::checkValues`.
+    void checkValues(ProgressVisitor const& tell) const;
+
+    std::size_t heavyBlock(Variable const& stored) const;
+    std::uint64_t heavyLength() const { return heavyLength_; }
+    std::size_t blockCount() const { return blockCount_; }
+    std::uint64_t bytes() const { return bytes_; }
+
+private:
+    std::size_t fileOf(std::uint64_t position) const;
+
+    PartitionIndex index_;
+    std::vector<Node> nodes_;
+    std::vector<std::string> remarks_;
+    /// Where the values of each file begin.
+    std::vector<std::uint64_t> starts_;
+    /// By the position of a dataset.
+    std::unordered_map<std::uint64_t, std::size_t> heavyBlocks_;
+    std::uint64_t heavyLength_ = 0;
+    std::size_t blockCount_ = 0;
+    std::uint64_t bytes_ = 0;
+    std::unique_ptr<Model> open_;
+    std::size_t openFile_ = 0;
+};
+
+} // namespace MoxRead
+
+#endif

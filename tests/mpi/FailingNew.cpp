@@ -25,6 +25,11 @@ void* operator new(std::size_t size)
     return memory;
 }
 
+void* operator new(std::size_t size, std::nothrow_t const& /*nothrow*/) noexcept
+{
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* memory) noexcept
 {
     std::free(memory);

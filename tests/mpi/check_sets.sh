@@ -39,6 +39,22 @@ expect "wave.1.mox:" "$mox" info --parts wave.moxs
 [[ $("$mox" dump wave.moxs '#10' 'Node Ids' | tail -n 1) == 65 ]] || fail "values of the last rank are not found"
 expect 'several nodes have the path "Wave/Parts/Bar"' "$mox" dump wave.moxs Wave/Parts/Bar 'Node Ids'
 
+# Joined, it is what one rank writes alone.
+"$host" serial serial.mox
+for ranksPerFile in 1 2 4; do
+    "$@" -np 4 "$host" wave.moxs $ranksPerFile
+    "$mox" join wave.moxs joined.mox --overwrite >said 2>&1
+    [[ ! -s said ]] || fail "join says: $(cat said)"
+    "$mox" diff serial.mox joined.mox || fail "the joined model is another one"
+    "$mox" verify joined.mox >/dev/null
+    expect "joined.mox: ok (1 shape, 7 datasets, 3 steps)" "$mox" check joined.mox
+done
+"$@" -np 4 "$host" wave.moxs 2
+expect "joined.mox: " "$mox" join wave.moxs joined.mox
+expect "this is one of the files to join" "$mox" join wave.moxs wave.0.mox --overwrite
+expect "this is no index of a partitioned model" "$mox" join serial.mox joined.mox --overwrite
+[[ $("$mox" join wave.moxs joined.mox --overwrite --json) == *'"shapes": 1'* ]] || fail "JSON of join"
+
 # What is wrong with a file is said in one sentence.
 cp wave.1.mox whole.mox
 rm wave.1.mox

@@ -5,6 +5,7 @@
 #include "mox/commands/DumpCommand.h"
 #include "mox/commands/ExportCommand.h"
 #include "mox/commands/InfoCommand.h"
+#include "mox/commands/JoinCommand.h"
 #include "mox/commands/LsCommand.h"
 #include "mox/commands/TranslateCommand.h"
 #include "mox/commands/VerifyCommand.h"
@@ -43,6 +44,7 @@ int run(int argc, char** argv)
     addInfoCommand(commandLine);
     addDumpCommand(commandLine);
     addDiffCommand(commandLine);
+    addJoinCommand(commandLine);
     int const exitStatus = commandLine.run(argc, argv);
     if (!std::cout.flush()) {
         std::cerr << "mox: the output cannot be written\n";

@@ -11,12 +11,14 @@
 #include "mox/commands/LsCommand.h"
 #include "mox/commands/VerifyCommand.h"
 
+#include "moxread/FormatError.h"
 #include "moxread/Model.h"
 
 #include <algorithm>
 #include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace Fuzz {
 
@@ -103,6 +105,52 @@ int compareWithItself(std::string const& path, std::ostream& out, std::ostream& 
     return status;
 }
 
+/// Reads all values and tells, instead of them, of a number that they make.
+Command readingOf(MoxRead::ReadOptions const& options)
+{
+    return [=](std::string const& path, std::ostream& out, std::ostream& err) {
+        std::uint64_t sum = 0;
+        auto const add = [&](MoxRead::Model::Variables const&, MoxRead::Dataset const& dataset) {
+            for (std::uint32_t const word : dataset.words)
+                sum = sum * 31 + word;
+        };
+        try {
+            MoxRead::Model(path, options).readAll(add);
+        } catch (MoxRead::FormatError const& error) {
+            err << error.what() << '\n';
+            return 1;
+        }
+        out << sum;
+        return 0;
+    };
+}
+
+std::vector<MoxRead::ReadOptions> otherWaysToRead()
+{
+    std::vector<MoxRead::ReadOptions> ways;
+    for (MoxRead::Inflater const inflater : MoxRead::builtInflaters()) {
+        ways.emplace_back();
+        ways.back().inflater = inflater;
+    }
+    ways.emplace_back();
+    ways.back().threads = 2;
+    return ways;
+}
+
+void readInAllWays(std::string const& path, std::size_t bound, bool isSound)
+{
+    Outcome const usual = outcomeWithin(bound, readingOf(MoxRead::ReadOptions()), path);
+    requireVerdict(usual);
+    require(!isSound || usual.status == 0, "the values of a sound file can't be read");
+    for (MoxRead::ReadOptions const& options : otherWaysToRead()) {
+        Outcome const outcome = outcomeWithin(bound, readingOf(options), path);
+        requireVerdict(outcome);
+        require(outcome.status != 0 || usual.status != 0 || outcome.out == usual.out,
+                "values depend on how they are read");
+        require(!isSound || outcome.status == 0, "a sound file is refused by an inflater");
+    }
+}
+
 std::size_t memoryBound(std::uint8_t const* bytes, std::size_t size)
 {
     auto const file = FileParts::of(std::string(bytes, bytes + size));
@@ -157,6 +205,7 @@ void readModelFile(std::uint8_t const* bytes, std::size_t size)
         requireVerdict(outcome);
         require(!isSound || outcome.status == 0, "a sound file was refused by another command");
     }
+    readInAllWays(file.path(), bound, isSound);
     if (isSound)
         dumpSomeDatasets(file.path(), bound);
 }

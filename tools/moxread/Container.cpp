@@ -67,7 +67,8 @@ void checkIndexBlock(Slot const& slot)
 
 } // namespace
 
-Container::Container(std::string const& path) : file_(path)
+Container::Container(std::string const& path, ReadOptions const& options)
+    : inflater_(wholeInflaterOf(options.inflater)), threads_(options.threads), file_(path)
 {
     readHeader();
     readRootIndex();
@@ -78,6 +79,16 @@ Container::Container(std::string const& path) : file_(path)
 InputFile const& Container::file() const noexcept
 {
     return file_;
+}
+
+WholeInflater Container::inflater() const noexcept
+{
+    return inflater_;
+}
+
+unsigned int Container::threads() const noexcept
+{
+    return threads_;
 }
 
 std::vector<Slot> const& Container::slots() const noexcept

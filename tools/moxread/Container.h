@@ -2,7 +2,9 @@
 #define MOXREAD_CONTAINER_H
 
 #include "moxread/InputFile.h"
+#include "moxread/ReadOptions.h"
 #include "moxread/Slot.h"
+#include "moxread/WholeInflater.h"
 
 #include <cstdint>
 #include <string>
@@ -16,9 +18,14 @@ class Container
 {
 public:
     /// Raises FormatError at the first rule that the file breaks.
-    explicit Container(std::string const& path);
+    /// \throws std::invalid_argument the reader was built without the inflater
+    explicit Container(std::string const& path, ReadOptions const& options = ReadOptions());
 
     InputFile const& file() const noexcept;
+    /// What inflates whole blocks.
+    WholeInflater inflater() const noexcept;
+    /// How many threads may do so.
+    unsigned int threads() const noexcept;
     /// All slots, index blocks and spare ones included.
     std::vector<Slot> const& slots() const noexcept;
 
@@ -40,6 +47,8 @@ private:
     void checkGroupEnd(Slot const& last) const;
     void checkEnd() const;
 
+    WholeInflater inflater_;
+    unsigned int threads_;
     InputFile file_;
     std::vector<Slot> slots_;
 };

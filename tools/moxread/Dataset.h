@@ -19,6 +19,9 @@ struct Dataset
     /// Undoes the shuffling that the values are stored with.
     static Dataset decode(Variable const& variable, std::uint8_t const* bytes);
 
+    /// The same, in the memory of the values that were there before.
+    void take(Variable const& variable, std::uint8_t const* bytes);
+
     std::size_t rows() const;
     /// The words taken as floats. Meant for datasets of that element type.
     std::vector<float> floats() const;

@@ -1,11 +1,15 @@
 #ifndef MOXREAD_HEAVYDATA_H
 #define MOXREAD_HEAVYDATA_H
 
+#include "moxread/BlockLoader.h"
+#include "moxread/BlocksAhead.h"
+#include "moxread/Buffer.h"
 #include "moxread/Container.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace MoxRead {
@@ -13,7 +17,8 @@ namespace MoxRead {
 /// Called while work goes on: how much of it is done, and how much there is in all.
 using ProgressVisitor = std::function<void(std::uint64_t done, std::uint64_t all)>;
 
-/// The stream of the datasets' values, of which one block at a time is in memory.
+/// The stream of the datasets' values, of which one block at a time is in memory; with threads, a
+/// few more of those that are asked for next.
 class HeavyData
 {
 public:
@@ -34,10 +39,16 @@ public:
     /// call. Calls in ascending order of the positions load each block once.
     std::uint8_t const* bytesAt(std::uint64_t position);
 
+    /// Tells which positions `bytesAt` will be called with, in this order, so that threads can load
+    /// their blocks ahead; without threads it does nothing. Other calls in between take time, but
+    /// do no harm. Where none is named, the threads end.
+    void expect(std::vector<std::uint64_t> const& positions);
+
     /// The number of the block that holds the byte at a position, from 0.
     std::size_t blockAt(std::uint64_t position) const;
 
-    /// Reads all blocks in small pieces, to see whether they are sound.
+    /// Reads all blocks in small pieces, to see whether they are sound. zlib is the judge of that,
+    /// whatever else inflates: others take some streams, of intact values, that zlib refuses.
     void check(ProgressVisitor const& tell = {}) const;
 
 private:
@@ -50,10 +61,16 @@ private:
 
     Block const* find(std::uint64_t position) const;
 
-    InputFile const* file_;
+    void load(Block const& block);
+    void checkHere(ProgressVisitor const& tell) const;
+    void checkInThreads(ProgressVisitor const& tell) const;
+
+    Container const* container_;
+    BlockLoader loader_;
     std::vector<Block> blocks_;
     Block const* loaded_ = nullptr;
-    std::vector<std::uint8_t> bytes_;
+    Buffer bytes_;
+    std::unique_ptr<BlocksAhead> ahead_;
 };
 
 } // namespace MoxRead

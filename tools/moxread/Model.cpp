@@ -30,11 +30,25 @@ bool liesBefore(Variable const* left, Variable const* right)
     return pieceOf(left) < pieceOf(right);
 }
 
+// Whatever ends the reading, threads end with it.
+class ReadingAhead
+{
+public:
+    explicit ReadingAhead(Model& model) : model_(model) {}
+    ~ReadingAhead() { model_.expect({}); }
+    ReadingAhead(ReadingAhead const&) = delete;
+    ReadingAhead& operator=(ReadingAhead const&) = delete;
+
+private:
+    Model& model_;
+};
+
 } // namespace
 
-Model::Model(std::string const& path)
-    : files_(PartitionIndex::isIndex(path) ? std::make_unique<PartitionFiles>(path) : nullptr),
-      container_(std::make_unique<Container>(files_ ? files_->firstPath() : path)),
+Model::Model(std::string const& path, ReadOptions const& options)
+    : files_(PartitionIndex::isIndex(path) ? std::make_unique<PartitionFiles>(path, options)
+                                           : nullptr),
+      container_(std::make_unique<Container>(files_ ? files_->firstPath() : path, options)),
       nodes_(files_ ? files_->takeNodes() : TreeLoader(*container_).load()),
       globalInformation_(readGlobalInformation(*container_)), heavy_(*container_)
 {
@@ -121,22 +135,46 @@ Variable const& Model::resolve(Variable const& variable) const
 
 Dataset Model::read(Variable const& variable)
 {
+    Dataset dataset;
+    readInto(dataset, variable);
+    return dataset;
+}
+
+void Model::readInto(Dataset& dataset, Variable const& variable)
+{
     Variable const& stored = resolve(variable);
     if (files_ != nullptr)
-        return files_->read(stored);
-    return Dataset::decode(stored, heavy_.bytesAt(stored.dataPosition));
+        dataset = files_->read(stored);
+    else
+        dataset.take(stored, heavy_.bytesAt(stored.dataPosition));
 }
 
 void Model::read(Variables variables, DatasetVisitor const& visit)
 {
     std::stable_sort(variables.begin(), variables.end(), liesBefore);
+    expect(variables);
+    ReadingAhead const ahead(*this);
+    Dataset dataset;
     for (auto first = variables.begin(); first != variables.end();) {
         auto const last = std::find_if(first, variables.end(), [&](Variable const* variable) {
             return pieceOf(variable) != pieceOf(*first);
         });
-        visit(Variables(first, last), read(**first));
+        readInto(dataset, **first);
+        visit(Variables(first, last), dataset);
         first = last;
     }
+}
+
+void Model::expect(Variables const& variables)
+{
+    std::vector<std::uint64_t> positions;
+    positions.reserve(variables.size());
+    for (Variable const* variable : variables)
+        positions.push_back(resolve(*variable).dataPosition);
+    if (files_ != nullptr)
+        files_->expect(std::move(positions));
+    else
+        heavy_.expect(positions);
 }
 
 void Model::readAll(DatasetVisitor const& visit)

@@ -31,7 +31,8 @@ class Model
 public:
     /// \param path of a model file, or of the index of a partitioned model, whose files are read as
     ///             one model: a shape of several ranks is there once for each of them
-    explicit Model(std::string const& path);
+    /// \throws std::invalid_argument the reader was built without the inflater
+    explicit Model(std::string const& path, ReadOptions const& options = ReadOptions());
 
     /// The container of the file; of a partitioned model, that of its first file.
     Container const& container() const noexcept;
@@ -69,7 +70,11 @@ public:
     /// The same for all of them.
     void readAll(DatasetVisitor const& visit);
 
-    /// Inflates every block with values to see whether it is sound, and keeps none.
+    /// Tells which variables `read` will be called with, in this order, one by one: threads inflate
+    /// their blocks ahead. Without threads it does nothing.
+    void expect(Variables const& variables);
+
+    /// Inflates every block with values to see whether it is sound, and keeps none. zlib judges.
     void checkValues(ProgressVisitor const& tell = {}) const;
 
     /// The number of the block of heavy data that a variable's values lie in, from 0. Only one
@@ -83,6 +88,8 @@ public:
 
 private:
     Variables storedVariables() const;
+    /// Into the memory of what was there before.
+    void readInto(Dataset& dataset, Variable const& variable);
     void checkViewPoints() const;
     void findTargets();
     void findTarget(Variable const& variable);

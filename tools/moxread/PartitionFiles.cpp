@@ -6,10 +6,12 @@
 #include "moxread/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace MoxRead {
 
-PartitionFiles::PartitionFiles(std::string const& path) : index_(path)
+PartitionFiles::PartitionFiles(std::string const& path, ReadOptions const& options)
+    : index_(path), options_(options)
 {
     index_.requireFiles();
     PartitionTree tree(index_);
@@ -17,7 +19,7 @@ PartitionFiles::PartitionFiles(std::string const& path) : index_(path)
     for (PartitionFile const& file : index_.files()) {
         inContext([&] { return quoted(file.name); },
                   [&] {
-                      Model const model(file.path);
+                      Model const model(file.path, options_);
                       std::size_t last = 0;
                       for (Node const& node : model.nodes()) {
                           if (node.geometry() == nullptr)
@@ -50,12 +52,35 @@ Dataset PartitionFiles::read(Variable const& stored)
     std::size_t const file = fileOf(stored.dataPosition);
     if (open_ == nullptr || openFile_ != file) {
         open_.reset();
-        open_ = std::make_unique<Model>(index_.files()[file].path);
+        open_ = std::make_unique<Model>(index_.files()[file].path, options_);
         openFile_ = file;
+        expectInOpenFile();
     }
     Variable own = stored;
     own.dataPosition -= starts_[file];
     return open_->read(own);
+}
+
+void PartitionFiles::expect(std::vector<std::uint64_t> positions)
+{
+    expected_ = std::move(positions);
+    if (open_ != nullptr)
+        expectInOpenFile();
+}
+
+void PartitionFiles::expectInOpenFile()
+{
+    std::vector<Variable> own;
+    for (std::uint64_t const position : expected_) {
+        if (fileOf(position) != openFile_)
+            continue;
+        own.emplace_back();
+        own.back().dataPosition = position - starts_[openFile_];
+    }
+    Model::Variables variables;
+    for (Variable const& variable : own)
+        variables.push_back(&variable);
+    open_->expect(variables);
 }
 
 void PartitionFiles::checkValues(ProgressVisitor const& tell) const
@@ -64,7 +89,7 @@ void PartitionFiles::checkValues(ProgressVisitor const& tell) const
         PartitionFile const& described = index_.files()[file];
         inContext([&] { return quoted(described.name); },
                   [&] {
-                      Model const model(described.path);
+                      Model const model(described.path, options_);
                       model.checkValues([&](std::uint64_t done, std::uint64_t /*all*/) {
                           if (tell)
                               tell(starts_[file] + done, heavyLength_);

@@ -24,7 +24,7 @@ class PartitionFiles
 public:
     /// Reads all but the values of the datasets. Raises FormatError when a file is not as it has to
     /// be.
-    explicit PartitionFiles(std::string const& path);
+    PartitionFiles(std::string const& path, ReadOptions const& options);
     ~PartitionFiles();
     PartitionFiles(PartitionFiles const&) = delete;
     PartitionFiles& operator=(PartitionFiles const&) = delete;
@@ -36,6 +36,8 @@ public:
 
     /// The values of a variable that is not linked.
     Dataset read(Variable const& stored);
+    /// As `HeavyData::expect`.
+    void expect(std::vector<std::uint64_t> positions);
     /// As `Model::checkValues`.
     void checkValues(ProgressVisitor const& tell) const;
 
@@ -46,8 +48,10 @@ public:
 
 private:
     std::size_t fileOf(std::uint64_t position) const;
+    void expectInOpenFile();
 
     PartitionIndex index_;
+    ReadOptions options_;
     std::vector<Node> nodes_;
     std::vector<std::string> remarks_;
     /// Where the values of each file begin.
@@ -59,6 +63,8 @@ private:
     std::uint64_t bytes_ = 0;
     std::unique_ptr<Model> open_;
     std::size_t openFile_ = 0;
+    /// In all files.
+    std::vector<std::uint64_t> expected_;
 };
 
 } // namespace MoxRead

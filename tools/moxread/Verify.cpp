@@ -20,7 +20,8 @@ void verifyModel(Model const& model, ProgressVisitor const& tell, Summary& summa
 }
 
 // One file after the other, however many there are.
-Summary verifyFiles(std::string const& path, ProgressVisitor const& tell)
+Summary verifyFiles(std::string const& path, ProgressVisitor const& tell,
+                    ReadOptions const& options)
 {
     PartitionIndex const index(path);
     index.requireFiles();
@@ -29,7 +30,7 @@ Summary verifyFiles(std::string const& path, ProgressVisitor const& tell)
     for (PartitionFile const& file : index.files()) {
         inContext([&] { return quoted(file.name); },
                   [&] {
-                      Model const model(file.path);
+                      Model const model(file.path, options);
                       requireOwn(index, file, model.nodes());
                       verifyModel(model, {}, summary);
                   });
@@ -44,12 +45,12 @@ Summary verifyFiles(std::string const& path, ProgressVisitor const& tell)
 
 } // namespace
 
-Summary verify(std::string const& path, ProgressVisitor const& tell)
+Summary verify(std::string const& path, ProgressVisitor const& tell, ReadOptions const& options)
 {
     if (PartitionIndex::isIndex(path))
-        return verifyFiles(path, tell);
+        return verifyFiles(path, tell, options);
     Summary summary;
-    verifyModel(Model(path), tell, summary);
+    verifyModel(Model(path, options), tell, summary);
     return summary;
 }
 

@@ -20,7 +20,8 @@ struct Summary
 
 /// Checks every rule of the layout down to the last byte, in a model file or in all files of an
 /// index. Raises FormatError at the first that a file breaks.
-Summary verify(std::string const& path, ProgressVisitor const& tell = {});
+Summary verify(std::string const& path, ProgressVisitor const& tell = {},
+               ReadOptions const& options = ReadOptions());
 
 } // namespace MoxRead
 

@@ -1,0 +1,14 @@
+#ifndef MOXREAD_ADLER32_H
+#define MOXREAD_ADLER32_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace MoxRead {
+
+/// The checksum at the end of a zlib stream.
+std::uint32_t adler32Of(std::uint8_t const* bytes, std::size_t count) noexcept;
+
+} // namespace MoxRead
+
+#endif

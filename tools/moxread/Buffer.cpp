@@ -1,0 +1,53 @@
+#include "moxread/Buffer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace MoxRead {
+
+namespace {
+
+std::unique_ptr<std::uint8_t[]> allocated(std::size_t size)
+{
+    // What std::make_unique makes is set to zero first, which takes as long as half of inflating.
+    return std::unique_ptr<std::uint8_t[]>(new std::uint8_t[size]);
+}
+
+} // namespace
+
+Buffer& Buffer::operator=(Buffer&& other) noexcept
+{
+    Buffer(std::move(other)).swap(*this);
+    return *this;
+}
+
+void Buffer::reset(std::size_t size)
+{
+    if (size > capacity_) {
+        // Never both at a time.
+        *this = Buffer();
+        bytes_ = allocated(size);
+        capacity_ = size;
+    }
+    size_ = size;
+}
+
+void Buffer::resize(std::size_t size)
+{
+    if (size > capacity_) {
+        auto larger = allocated(size);
+        std::copy_n(bytes_.get(), size_, larger.get());
+        bytes_ = std::move(larger);
+        capacity_ = size;
+    }
+    size_ = size;
+}
+
+void Buffer::swap(Buffer& other) noexcept
+{
+    std::swap(bytes_, other.bytes_);
+    std::swap(size_, other.size_);
+    std::swap(capacity_, other.capacity_);
+}
+
+} // namespace MoxRead

@@ -1,0 +1,41 @@
+#ifndef MOXREAD_BUFFER_H
+#define MOXREAD_BUFFER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace MoxRead {
+
+/// Bytes that are not set to anything before they are written, in memory that is used again.
+class Buffer
+{
+public:
+    Buffer() = default;
+    Buffer(Buffer&& other) noexcept { swap(other); }
+    Buffer& operator=(Buffer&& other) noexcept;
+    ~Buffer() = default;
+    Buffer(Buffer const&) = delete;
+    Buffer& operator=(Buffer const&) = delete;
+
+    std::uint8_t* data() noexcept { return bytes_.get(); }
+    std::uint8_t const* data() const noexcept { return bytes_.get(); }
+    std::size_t size() const noexcept { return size_; }
+
+    /// Room for so many bytes, whatever they were before.
+    void reset(std::size_t size);
+
+    /// More room, or less, behind the bytes that there are.
+    void resize(std::size_t size);
+
+    void swap(Buffer& other) noexcept;
+
+private:
+    std::unique_ptr<std::uint8_t[]> bytes_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+} // namespace MoxRead
+
+#endif

@@ -1,0 +1,10 @@
+#include "moxread/WholeInflater.h"
+
+namespace MoxRead {
+
+WholeInflater isalInflater() noexcept
+{
+    return nullptr;
+}
+
+} // namespace MoxRead

@@ -1,0 +1,10 @@
+#include "moxread/WholeInflater.h"
+
+namespace MoxRead {
+
+WholeInflater libdeflateInflater() noexcept
+{
+    return nullptr;
+}
+
+} // namespace MoxRead

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -76,6 +77,10 @@ TEST(MoxCommand, WrongUsageGetsOneLineThatNamesItAndStatus2)
         {"info a b", "The following argument was not expected: b"},
         {"verify", "FILE is required"},
         {"check a b", "The following argument was not expected: b"},
+        {"verify --threads few a", "--threads: few is no number of threads from 0 to 1024"},
+        {"dump --threads=-1 a b c", "--threads: -1 is no number of threads from 0 to 1024"},
+        {"diff --threads 1025 a b", "--threads: 1025 is no number of threads from 0 to 1024"},
+        {"export --threads 1.5 a b.vtu", "--threads: 1.5 is no number of threads from 0 to 1024"},
         {"verify --fast a", "The following argument was not expected: --fast"},
         {"dump a b", "DATASET is required"},
         {"diff a", "B is required"},
@@ -148,6 +153,57 @@ TEST(MoxCommand, AGoodFileHasStatus0)
         EXPECT_EQ(outcome.status, call.find("check ") == 0 ? 1 : 0) << call;
         EXPECT_EQ(outcome.err, "") << call;
     }
+}
+
+TEST(MoxCommand, ThreadsChangeNothingThatIsSaid)
+{
+    Folder const folder;
+    auto const write = [&](std::string const& name, float change) {
+        SaverOptions options;
+        options.blockSize = 4096;
+        Model model;
+        model.saveTo(folder.path(name).string(), options);
+        model.addNode(NodeType::RootGroup, "root");
+        unsigned int const shape = model.addAssemblyComponents({"/root/part"})[0];
+        model.addArrayProperty(DatasetType::Coordinates, Array2d<float>(1, 3, {1, 2, 3}), shape,
+                               Step());
+        for (unsigned int number = 0; number < 12; ++number) {
+            Array1d<float> values(1500, static_cast<float>(number) + change);
+            for (unsigned int row = 1; row < 1500; ++row)
+                values[row] = static_cast<float>(row * row % 977);
+            model.addArrayProperty("T", DatasetType::Result10, values, shape,
+                                   Step("step " + std::to_string(number)));
+        }
+        model.close();
+        return "'" + folder.path(name).string() + "'";
+    };
+    std::string const a = write("a.mox", 0);
+    std::string const b = write("b.mox", 0.5F);
+    std::string const damaged = write("damaged.mox", 0);
+    std::fstream file(folder.path("damaged.mox"), std::ios::binary | std::ios::in | std::ios::out);
+    file.seekp(20000);
+    ASSERT_TRUE(file.write("damaged", 7).flush());
+    for (std::string const& model : {a, damaged}) {
+        std::vector<std::string> calls = {
+            "verify " + model, "verify --json " + model + " " + b, "diff " + model + " " + b,
+            "diff --json " + b + " " + model, "dump " + model + " root/part T --step 'step 4'"};
+#ifdef HAS_VTK
+        std::string const output = "'" + folder.path("out.pvd").string() + "'";
+        calls.push_back("export --overwrite " + model + " " + output);
+#endif
+        for (std::string const& call : calls) {
+            Outcome const expected = run(call);
+            for (std::string const threads : {"0", "1", "2", "5"}) {
+                Outcome const outcome = run(call + " --threads " + threads);
+                EXPECT_EQ(outcome.status, expected.status) << call;
+                EXPECT_EQ(outcome.out, expected.out) << call;
+                EXPECT_EQ(outcome.err, expected.err) << call;
+            }
+        }
+    }
+    EXPECT_EQ(run("verify " + damaged).status, 1);
+    EXPECT_EQ(run("verify " + a).status, 0);
+    EXPECT_NE(run("diff " + a + " " + b).out.find("12 differences"), std::string::npos);
 }
 
 TEST(MoxCommand, OutputThatCannotBeWrittenHasStatus1)

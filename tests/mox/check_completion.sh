@@ -52,7 +52,7 @@ expect 'beam.mox|big beam.mox|models' diff beam.mox ''
 expect '' diff beam.mox beam.mox ''
 expect 'beam.mox|big beam.mox|models' diff --tolerance 1 ''
 expect 'beam.frd|beam.mox|big beam.mox|models' translate ''
-expect '--tolerance' diff --t
+expect '--threads|--tolerance' diff --t
 expect 'csv|npy|text' dump beam.mox a b --format ''
 expect 'csv' dump --format c
 expect 'beam.frd|beam.mox|big beam.mox|models' dump beam.mox a b -o ''

@@ -65,7 +65,7 @@ std::string entryName(std::size_t number, std::size_t count)
 Exporter::Exporter(std::string const& input, std::string const& output,
                    ExportOptions const& options)
     : input_(input), output_(output), options_(options),
-      reader_(aboutFile(input, [&] { return StepReader(input); }))
+      reader_(aboutFile(input, [&] { return StepReader(input, options.reading); }))
 {}
 
 ExportSummary Exporter::run()

@@ -1,6 +1,8 @@
 #ifndef EXPORT_EXPORT_H
 #define EXPORT_EXPORT_H
 
+#include "moxread/ReadOptions.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -17,6 +19,7 @@ struct ExportOptions
     std::optional<std::string> step;
     /// Whether existing output is replaced.
     bool overwrite = false;
+    MoxRead::ReadOptions reading;
     /// Told how many stages of the work are done, and of how many.
     std::function<void(std::size_t, std::size_t)> progress = [](std::size_t, std::size_t) {};
 };

@@ -26,7 +26,8 @@ ShapeGroups groupsOf(std::vector<ModelShape> const& shapes, StepReader::Layout l
 
 } // namespace
 
-StepReader::StepReader(std::string const& path) : model_(path), shapes_(shapesOf(model_))
+StepReader::StepReader(std::string const& path, MoxRead::ReadOptions const& options)
+    : model_(path, options), shapes_(shapesOf(model_))
 {
     std::optional<std::string> warning;
     steps_ = stepsOf(shapes_, warning);

@@ -27,7 +27,8 @@ public:
     };
 
     /// Finds shapes and steps; reads no values yet.
-    explicit StepReader(std::string const& path);
+    explicit StepReader(std::string const& path,
+                        MoxRead::ReadOptions const& options = MoxRead::ReadOptions());
 
     std::vector<ModelShape> const& shapes() const { return shapes_; }
     /// At least one: a model without steps has one without a name.

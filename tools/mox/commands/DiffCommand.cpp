@@ -35,8 +35,12 @@ void printJson(std::ostream& out, DiffArguments const& options,
 int diff(DiffArguments const& options, std::ostream& out)
 {
     Common::Progress progress("diff " + options.left);
-    NamedModel left(options.left);
-    NamedModel right(options.right);
+    MoxRead::ReadOptions ofLeft = options.reading;
+    MoxRead::ReadOptions ofRight = options.reading;
+    ofRight.threads = options.reading.threads / 2;
+    ofLeft.threads -= ofRight.threads;
+    NamedModel left(options.left, ofLeft);
+    NamedModel right(options.right, ofRight);
     ModelComparison const comparison(left, right, options.tolerance, progress);
     progress.wipe();
     if (options.json)
@@ -72,6 +76,7 @@ void addDiffCommand(CommandLine& commandLine)
         .placeholder("R")
         .check(refuseUnlessBound);
     command.addFlag("--json", options->json, "Print JSON");
+    command.addThreads(options->reading.threads);
     command.explain("Example:\n  mox diff before.mox after.mox --relative 1e-5");
     command.run([options] { return diffFiles(*options, std::cout, std::cerr); });
 }

@@ -2,6 +2,7 @@
 #define MOX_COMMANDS_DIFFCOMMAND_H
 
 #include "mox/compare/Tolerance.h"
+#include "moxread/ReadOptions.h"
 
 #include <ostream>
 #include <string>
@@ -16,6 +17,8 @@ struct DiffArguments
     std::string right;
     Tolerance tolerance;
     bool json = false;
+    /// Of both files: they share the threads.
+    MoxRead::ReadOptions reading;
 };
 
 /// Adds the command `diff`.

@@ -101,7 +101,7 @@ void dumpTo(std::ostream& out, DumpArguments const& options)
 {
     // Reading a dataset may take as long as writing it.
     Common::Progress progress("dump " + options.file, progressStream(options));
-    MoxRead::Model model(options.file);
+    MoxRead::Model model(options.file, options.reading);
     Dump const dump(options, model);
     if (options.output.empty())
         dump.write(out, progress);
@@ -138,6 +138,7 @@ void addDumpCommand(CommandLine& commandLine)
     Argument const output =
         command.add("-o,--output", options->output, "File to write to").placeholder("OUT");
     command.addFlag("--overwrite", options->overwrite, "Replace OUT if it exists").needs(output);
+    command.addThreads(options->reading.threads);
     command.explain(
         "Example:\n  mox dump beam.mox Beam/Steel Displacement --step \"Load 1\" -o u.csv");
     command.run([options] {

@@ -1,6 +1,8 @@
 #ifndef MOX_COMMANDS_DUMPCOMMAND_H
 #define MOX_COMMANDS_DUMPCOMMAND_H
 
+#include "moxread/ReadOptions.h"
+
 #include <optional>
 #include <ostream>
 #include <string>
@@ -21,6 +23,7 @@ struct DumpArguments
     std::string output;
     bool overwrite = false;
     bool json = false;
+    MoxRead::ReadOptions reading;
 };
 
 /// Adds the command `dump`.

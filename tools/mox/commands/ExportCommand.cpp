@@ -29,6 +29,7 @@ void addArguments(SubCommand& command, ExportArguments& arguments)
                 "Write this step only (default: the last; for .pvd, all)");
     command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
     command.addFlag("--json", arguments.json, "Say as JSON what was written");
+    command.addThreads(arguments.options.reading.threads);
 }
 
 } // namespace

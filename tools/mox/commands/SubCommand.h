@@ -42,6 +42,9 @@ public:
     /// Adds an option without a value.
     Argument addFlag(std::string const& name, bool& value, std::string const& description);
 
+    /// Adds --threads: how many the reader may start.
+    Argument addThreads(unsigned int& threads);
+
     /// What stands below the arguments in the help.
     void explain(std::string const& text);
 

@@ -29,7 +29,7 @@ struct Verdict
     bool isGood() const { return error.empty(); }
 };
 
-Verdict verdictOn(std::string const& path)
+Verdict verdictOn(std::string const& path, MoxRead::ReadOptions const& reading)
 {
     Verdict verdict;
     verdict.file = path;
@@ -37,7 +37,8 @@ Verdict verdictOn(std::string const& path)
     try {
         inFile(path, [&] {
             verdict.summary = MoxRead::verify(
-                path, [&](std::uint64_t done, std::uint64_t all) { progress.show(done, all); });
+                path, [&](std::uint64_t done, std::uint64_t all) { progress.show(done, all); },
+                reading);
         });
     } catch (FileError const& error) {
         verdict.error = error.what();
@@ -126,11 +127,11 @@ private:
 };
 
 Verdict verdictOn(MoxRead::PartitionIndex const& index, MoxRead::PartitionFile const& part,
-                  std::string const& path)
+                  std::string const& path, MoxRead::ReadOptions const& reading)
 {
     std::string const complaint = index.complaintAbout(part);
     if (complaint.empty())
-        return verdictOn(part.path);
+        return verdictOn(part.path, reading);
     Verdict verdict;
     verdict.file = part.path;
     verdict.error = path + ": " + complaint;
@@ -139,7 +140,8 @@ Verdict verdictOn(MoxRead::PartitionIndex const& index, MoxRead::PartitionFile c
 
 using TakeVerdict = std::function<void(Verdict const&)>;
 
-void verifyParts(std::string const& path, TakeVerdict const& take)
+void verifyParts(std::string const& path, MoxRead::ReadOptions const& reading,
+                 TakeVerdict const& take)
 {
     Verdict failed;
     failed.file = path;
@@ -147,7 +149,7 @@ void verifyParts(std::string const& path, TakeVerdict const& take)
         inFile(path, [&] {
             MoxRead::PartitionIndex const index(path);
             for (MoxRead::PartitionFile const& part : index.files())
-                take(verdictOn(index, part, path));
+                take(verdictOn(index, part, path, reading));
         });
         return;
     } catch (FileError const& error) {
@@ -166,9 +168,9 @@ int verifyAll(VerifyArguments const& options, Report report)
     };
     for (std::string const& file : options.files) {
         if (options.parts && MoxRead::PartitionIndex::isIndex(file))
-            verifyParts(file, take);
+            verifyParts(file, options.reading, take);
         else
-            take(verdictOn(file));
+            take(verdictOn(file, options.reading));
     }
     report.finish();
     return areGood ? 0 : 1;
@@ -184,6 +186,7 @@ void addVerifyCommand(CommandLine& commandLine)
     command.add("FILE", options->files, "Model files, or indices of partitioned models").required();
     command.addFlag("--parts", options->parts, "Tell the files of an index apart");
     command.addFlag("--json", options->json, "Print JSON");
+    command.addThreads(options->reading.threads);
     command.explain("It tells of bytes. mox check tells whether what they say means something."
                     "\n\nExample:\n  mox verify beam.mox frame.mox");
     command.run([options] { return verifyFiles(*options, std::cout, std::cerr); });

@@ -1,6 +1,8 @@
 #ifndef MOX_COMMANDS_VERIFYCOMMAND_H
 #define MOX_COMMANDS_VERIFYCOMMAND_H
 
+#include "moxread/ReadOptions.h"
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -15,6 +17,7 @@ struct VerifyArguments
     /// Whether the files of an index are told apart.
     bool parts = false;
     bool json = false;
+    MoxRead::ReadOptions reading;
 };
 
 /// Adds the command `verify`.

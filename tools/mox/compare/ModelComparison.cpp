@@ -26,10 +26,10 @@ namespace {
 // Paths of deeper nodes would make the answer grow with the square of the depth.
 constexpr std::size_t greatestPathDepth = 64;
 
-MoxRead::Model opened(std::string const& path)
+MoxRead::Model opened(std::string const& path, MoxRead::ReadOptions const& options)
 {
     std::optional<Model> model;
-    inFile(path, [&] { model.emplace(path); });
+    inFile(path, [&] { model.emplace(path, options); });
     return std::move(*model);
 }
 
@@ -118,7 +118,9 @@ std::string countText(std::size_t count, std::string const& what)
 
 } // namespace
 
-NamedModel::NamedModel(std::string file) : path(std::move(file)), model(opened(path)) {}
+NamedModel::NamedModel(std::string file, MoxRead::ReadOptions const& options)
+    : path(std::move(file)), model(opened(path, options))
+{}
 
 ModelComparison::ModelComparison(NamedModel& left, NamedModel& right, Tolerance const& tolerance,
                                  Common::Progress& progress)
@@ -328,6 +330,7 @@ void ModelComparison::compareValues(Common::Progress& progress)
     std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
         return places[one] < places[other];
     });
+    expectValues(order);
     std::map<std::size_t, ValueDifference> found;
     std::optional<ValueDifference> last;
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -344,6 +347,18 @@ void ModelComparison::compareValues(Common::Progress& progress)
         difference.columns = componentNames(pair.left->variableType(), pair.left->datasetName());
         differences_.push_back(difference);
     }
+}
+
+void ModelComparison::expectValues(std::vector<std::size_t> const& order)
+{
+    Model::Variables left;
+    Model::Variables right;
+    for (std::size_t const number : order) {
+        left.push_back(datasets_[number].left);
+        right.push_back(datasets_[number].right);
+    }
+    left_.model.expect(left);
+    right_.model.expect(right);
 }
 
 ModelComparison::Places ModelComparison::placesOf(DatasetPair const& pair) const

@@ -18,7 +18,7 @@ namespace Mox {
 /// A model, and the file's name for what is wrong with it.
 struct NamedModel
 {
-    explicit NamedModel(std::string file);
+    NamedModel(std::string file, MoxRead::ReadOptions const& options);
 
     std::string path;
     MoxRead::Model model;
@@ -29,7 +29,7 @@ struct NamedModel
 /// makes no difference.
 ///
 /// Nodes belong together by their path, equally named siblings by their order. One block of values
-/// of each file is in memory at a time.
+/// of each file is in memory at a time, and those that its threads read ahead.
 class ModelComparison
 {
 public:
@@ -73,6 +73,7 @@ private:
     void compareFlags(Difference const& place, std::string const& property, bool left, bool right);
 
     void compareValues(Common::Progress& progress);
+    void expectValues(std::vector<std::size_t> const& order);
     Places placesOf(DatasetPair const& pair) const;
     ValueDifference valueDifference(DatasetPair const& pair);
 

@@ -300,24 +300,29 @@ void writeLargeResults(Arguments const& arguments)
     });
 }
 
+/// What hosts have before the clock starts: rows of three.
+template <typename ElementT>
+std::vector<ElementT> field(Arguments const& arguments)
+{
+    std::vector<ElementT> values(arguments.number("bytes") / sizeof(float) / 3 * 3);
+    for (std::size_t at = 0; at < values.size(); ++at)
+        values[at] = static_cast<ElementT>(largeResultValue(at));
+    return values;
+}
+
 /// Writes the same field again and again, as steps of a result.
-/// \tparam ElementT what the host has
-/// \param add       adds the field as one dataset
-template <typename ElementT, typename Add>
-void writeField(Arguments const& arguments, Add const& add)
+template <typename FieldT>
+void writeField(Arguments const& arguments, FieldT const& values, std::size_t size)
 {
     std::string const& folder = arguments.text("output");
     std::size_t const datasets = arguments.number("datasets");
-    std::size_t const rows = arguments.number("bytes") / sizeof(float) / 3;
-    std::vector<ElementT> field(rows * 3);
-    for (std::size_t at = 0; at < field.size(); ++at)
-        field[at] = static_cast<ElementT>(largeResultValue(at));
-    measureWriting(folder, datasets * field.size() * sizeof(float), [&] {
+    measureWriting(folder, datasets * size * sizeof(float), [&] {
         Model model;
         model.saveTo(folder + "/field.mox");
         Array1d<unsigned int> const shapes = model.addAssemblyComponents({"/block/steel"});
         for (std::size_t number = 0; number < datasets; ++number)
-            add(model, field, shapes[0], Step("Step " + std::to_string(number)));
+            model.addArrayProperty(DatasetType::Displacement, values, shapes[0],
+                                   Step("Step " + std::to_string(number)));
         model.close();
     });
 }
@@ -326,22 +331,15 @@ void writeField(Arguments const& arguments, Add const& add)
 template <typename ElementT>
 void writeView(Arguments const& arguments)
 {
-    writeField<ElementT>(arguments, [](Model& model, std::vector<ElementT> const& field,
-                                       unsigned int shape, Step const& step) {
-        model.addArrayProperty(DatasetType::Displacement, ArrayView::table(field, 3), shape, step);
-    });
+    std::vector<ElementT> const values = field<ElementT>(arguments);
+    writeField(arguments, ArrayView::table(values, 3), values.size());
 }
 
-/// What views are compared with. The array is made once, for all datasets.
+/// What views are compared with.
 void writeTable(Arguments const& arguments)
 {
-    Array2d<float> values(0, 3);
-    writeField<float>(arguments, [&values](Model& model, std::vector<float> const& field,
-                                           unsigned int shape, Step const& step) {
-        if (values.rows() == 0)
-            values = array(field, 3);
-        model.addArrayProperty(DatasetType::Displacement, values, shape, step);
-    });
+    Array2d<float> const values = array(field<float>(arguments), 3);
+    writeField(arguments, values, values.rows() * values.cols());
 }
 
 } // namespace

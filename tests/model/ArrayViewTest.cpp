@@ -24,10 +24,15 @@ using namespace Zyl2::Mox2;
 
 constexpr float Infinity = std::numeric_limits<float>::infinity();
 
-void begin(Model& model, std::string const& path)
+SaverOptions overwriting()
 {
     SaverOptions options;
     options.overwrite = true;
+    return options;
+}
+
+void begin(Model& model, std::string const& path, SaverOptions const& options = overwriting())
+{
     model.saveTo(path, options);
     model.addNode(NodeType::RootGroup, "Root");
     model.addNode(NodeType::Shape, "Shape");
@@ -43,14 +48,26 @@ DatasetType typeOf(std::size_t width)
                         : DatasetType::Result12;
 }
 
-/// Writes both with one time stamp, which files hold.
+/// Writes both files with one time stamp, which files hold.
+template <typename First, typename Second>
+void expectSameContent(First const& first, Second const& second)
+{
+    std::string files[2];
+    std::time_t began = 0;
+    do {
+        began = std::time(nullptr);
+        files[0] = first();
+        files[1] = second();
+    } while (began != std::time(nullptr));
+    EXPECT_TRUE(files[0] == files[1]);
+    EXPECT_GT(files[0].size(), 12U);
+}
+
 template <typename First, typename Second>
 void expectSameFile(First const& first, Second const& second)
 {
     Support::Folder const folder;
     std::string const path = folder.path("a.mox").string();
-    std::string files[2];
-    std::time_t began = 0;
     auto const written = [&](auto const& add) {
         Model model;
         begin(model, path);
@@ -58,13 +75,7 @@ void expectSameFile(First const& first, Second const& second)
         model.close();
         return Support::contentOf(path);
     };
-    do {
-        began = std::time(nullptr);
-        files[0] = written(first);
-        files[1] = written(second);
-    } while (began != std::time(nullptr));
-    EXPECT_TRUE(files[0] == files[1]);
-    EXPECT_GT(files[0].size(), 12U);
+    expectSameContent([&] { return written(first); }, [&] { return written(second); });
 }
 
 template <typename To, typename Values>
@@ -273,6 +284,54 @@ TEST(ArrayViewTest, RefusesWhatHasNoPlaceBeforeAnythingIsWritten)
               "range of 0 to 4294967295");
     EXPECT_EQ(detail(ArrayView(&rows[0][0], std::size_t(1) << 40U)),
               "1099511627776 rows, the format counts up to 2147483647");
+}
+
+void addSome(Model& model, std::size_t datasets)
+{
+    std::vector<double> const values(300, 1.5);
+    for (std::size_t number = 0; number < datasets; ++number)
+        model.addArrayProperty("Data", DatasetType::Result11, ArrayView::table(values, 3), Shape,
+                               Step(std::to_string(number)));
+}
+
+void addRefused(Model& model)
+{
+    std::vector<double> beyond(300, 1.5);
+    beyond.back() = 1e300;
+    EXPECT_THROW(model.addArrayProperty("Other", DatasetType::Result11, ArrayView::table(beyond, 3),
+                                        Shape, Step()),
+                 OverflowError);
+}
+
+TEST(ArrayViewTest, RefusedLeavesTheFileAsItWasWhereverItsValuesWouldHaveGone)
+{
+    Support::Folder const folder;
+    std::string const path = folder.path("a.mox").string();
+    // Each dataset is 1,200 bytes, and fewer when it is compressed. In blocks that one fills, the
+    // file has a second index after some of them.
+    for (std::uint64_t const blockSize : {0, 1200, 2400})
+        for (int const threads : {0, 2})
+            for (std::size_t const before : {0, 1, 2, 3, 17, 18, 19, 20})
+                for (std::size_t const after : {0, 3}) {
+                    SCOPED_TRACE(std::to_string(blockSize) + " bytes, " + std::to_string(threads) +
+                                 " threads, " + std::to_string(before) + " before, " +
+                                 std::to_string(after) + " after");
+                    SaverOptions options = overwriting();
+                    options.threads = threads;
+                    options.blockSize = blockSize;
+                    auto const written = [&](bool withRefused) {
+                        Model model;
+                        begin(model, path, options);
+                        addSome(model, before);
+                        if (withRefused)
+                            addRefused(model);
+                        addSome(model, after);
+                        model.close();
+                        return Support::contentOf(path);
+                    };
+                    expectSameContent([&] { return written(false); },
+                                      [&] { return written(true); });
+                }
 }
 
 TEST(ArrayViewTest, OfDoublesTakesWhatRoundsToAFloatAndWhatIsNoFiniteNumber)

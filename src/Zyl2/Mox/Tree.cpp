@@ -33,6 +33,7 @@ namespace Zyl2Mox {
 namespace {
 
 namespace Sites = Zyl2::Exception::Sites::Tree;
+using Transformation = Zyl2Wvf::BlockTransformationType;
 using Zyl2::Exception::raise;
 constexpr std::size_t ValueSize = 4;
 
@@ -180,22 +181,16 @@ template <typename T>
 BlockPositionType Tree::WriteStreamDataset(T const* data, unsigned int count, unsigned char width)
 {
     static_assert(sizeof(T) == ValueSize, "datasets hold 4-byte values");
-    return WriteDataset(BOOST_CURRENT_FUNCTION, count, width, [&](unsigned char* place) {
+    return WriteWholeDataset(BOOST_CURRENT_FUNCTION, count, width, [&](unsigned char* place) {
         Zyl2Util::ShuffleColumns(data, count, width, place);
     });
-}
-
-BlockPositionType Tree::WriteStreamDataset(Zyl2Util::StridedValues const& values)
-{
-    return WriteDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width,
-                        [&](unsigned char* place) { Zyl2Util::ShuffleStrided(values, place); });
 }
 
 BlockPositionType
 Tree::WriteStreamDataset(std::size_t rows, std::size_t width,
                          std::function<Zyl2Util::StridedValues(std::size_t missing)> const& next)
 {
-    return WriteDataset(BOOST_CURRENT_FUNCTION, rows, width, [&](unsigned char* place) {
+    return WriteWholeDataset(BOOST_CURRENT_FUNCTION, rows, width, [&](unsigned char* place) {
         try {
             for (std::size_t row = 0; row < rows;) {
                 Zyl2Util::StridedValues const piece = next(rows - row);
@@ -210,10 +205,51 @@ Tree::WriteStreamDataset(std::size_t rows, std::size_t width,
     });
 }
 
+std::optional<BlockPositionType> Tree::WriteStreamDataset(Zyl2Util::StridedValues const& values)
+{
+    auto const put = [&](Zyl2Wvf::Index& index, std::size_t size) {
+        Zyl2Wvf::Index::Key key(BlockNames::HeavyData);
+        std::size_t const blocks = index.GetBlockCount(key);
+        LetFullBlocksMakeRoom();
+        auto const shuffle = [&](void* place) { return Zyl2Util::ShuffleStrided(values, place); };
+        if (!index.PutIf(key, size, shuffle))
+            return false;
+        // The same blocks are marked as above, but not for values that don't stay.
+        index.AddTransformation(key, Transformation::Freeze, blocks);
+        index.AddTransformation(key, Transformation::Compress, blocks);
+        return true;
+    };
+    return WriteDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width, put);
+}
+
 /// \param fill writes the shuffled values to the place that it is given
 template <typename FillT>
-BlockPositionType Tree::WriteDataset(char const* function, std::size_t rows, std::size_t width,
-                                     FillT const& fill)
+BlockPositionType Tree::WriteWholeDataset(char const* function, std::size_t rows, std::size_t width,
+                                          FillT const& fill)
+{
+    auto const put = [&](Zyl2Wvf::Index& index, std::size_t size) {
+        // Marked before the values are put: only blocks that earlier calls filled are marked here,
+        // so that the last one stays open for more.
+        file_.AddBlockTransformation(BlockNames::HeavyData, Transformation::Freeze);
+        file_.AddBlockTransformation(BlockNames::HeavyData, Transformation::Compress);
+        LetFullBlocksMakeRoom();
+        fill(index.PutInPlace(BlockNames::HeavyData, size));
+        return true;
+    };
+    return *WriteDataset(function, rows, width, put);
+}
+
+/// The values of a dataset then go where those of the full block were.
+void Tree::LetFullBlocksMakeRoom()
+{
+    if (file_.GetStream() != nullptr)
+        file_.GetIndex().CompressFullBlocks(BlockNames::HeavyData);
+}
+
+/// \param put puts so many bytes under the heavy data's key; returns whether they stay there
+template <typename PutT>
+std::optional<BlockPositionType> Tree::WriteDataset(char const* function, std::size_t rows,
+                                                    std::size_t width, PutT const& put)
 {
     std::size_t const values = rows * width;
     Zyl2::Log::write(Sites::Source, function, LogLines::WritingDataset, "Writing Dataset of size ",
@@ -225,15 +261,8 @@ BlockPositionType Tree::WriteDataset(char const* function, std::size_t rows, std
     BlockPositionType const position = index.GetBlockPosition(BlockNames::HeavyData);
     if (values == 0)
         return position;
-    // Marked before the values are put: only blocks that earlier calls filled are marked here, so
-    // that the last one stays open for more.
-    file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Freeze);
-    file_.AddBlockTransformation(BlockNames::HeavyData, Zyl2Wvf::BlockTransformationType::Compress);
-    // These values then go where those of the full block were.
-    if (file_.GetStream() != nullptr)
-        index.CompressFullBlocks(BlockNames::HeavyData);
-    unsigned char* const place = index.PutInPlace(BlockNames::HeavyData, values * ValueSize);
-    fill(place);
+    if (!put(index, values * ValueSize))
+        return std::nullopt;
     index.FlushFrozen(file_.GetStream());
     return position;
 }

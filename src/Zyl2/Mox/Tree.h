@@ -17,6 +17,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -101,8 +102,8 @@ public:
     BlockPositionType WriteStreamDataset(T const* data, unsigned int count, unsigned char width);
 
     /// The same for values that are converted on the way.
-    /// \param values without a misfit
-    BlockPositionType WriteStreamDataset(Zyl2Util::StridedValues const& values);
+    /// \return nothing where `FindMisfit` finds one: then nothing is added
+    std::optional<BlockPositionType> WriteStreamDataset(Zyl2Util::StridedValues const& values);
 
     /// The same for values that come in pieces. When one of them does not come, zeros are in place
     /// of all.
@@ -135,8 +136,12 @@ private:
     struct RecordKeys;
 
     template <typename FillT>
-    BlockPositionType WriteDataset(char const* function, std::size_t rows, std::size_t width,
-                                   FillT const& fill);
+    BlockPositionType WriteWholeDataset(char const* function, std::size_t rows, std::size_t width,
+                                        FillT const& fill);
+    template <typename PutT>
+    std::optional<BlockPositionType> WriteDataset(char const* function, std::size_t rows,
+                                                  std::size_t width, PutT const& put);
+    void LetFullBlocksMakeRoom();
     void AddNodeBelow(Node& node);
     void SetRootNode(std::unique_ptr<Node> node);
     bool RootHasNode() const;

@@ -16,10 +16,11 @@ ShuffleFunction* FastestShuffle()
 
 } // namespace
 
-void ShuffleColumns(void const* values, std::size_t rows, std::size_t width, void* destination)
+void ShuffleColumns(ShuffleInput const& input, std::size_t rows, std::size_t width,
+                    void* destination)
 {
     static ShuffleFunction* const shuffle = FastestShuffle();
-    shuffle(values, rows, width, destination);
+    shuffle(input, rows, width, destination);
 }
 
 template <typename T>

@@ -1,6 +1,8 @@
 #ifndef ZYL2_UTIL_SHUFFLE_H
 #define ZYL2_UTIL_SHUFFLE_H
 
+#include "Zyl2/Util/ShuffleInput.h"
+
 #include <cstddef>
 #include <vector>
 
@@ -13,11 +15,12 @@ namespace Zyl2Util {
 ///     x0 y0 z0 x1 y1 z1 ...   ->   | x byte 0 | x byte 1 | x byte 2 | x byte 3 | y byte 0 | ...
 ///                                  each plane: rows bytes, one of each row
 ///
-/// \param values      rows x width x 4 bytes
+/// \param input       rows x width values
 /// \param rows        values per column
 /// \param width       columns
-/// \param destination rows x width x 4 bytes, apart from `values`
-void ShuffleColumns(void const* values, std::size_t rows, std::size_t width, void* destination);
+/// \param destination rows x width x 4 bytes, apart from the values
+void ShuffleColumns(ShuffleInput const& input, std::size_t rows, std::size_t width,
+                    void* destination);
 
 /// Turns the values into four byte planes, in place.
 /// \tparam T `float` or `unsigned int`

@@ -117,20 +117,21 @@ bool CpuHasAvx2()
     return __builtin_cpu_supports("avx2") != 0;
 }
 
-void ShuffleAvx2(void const* values, std::size_t rows, std::size_t width, void* destination)
+void ShuffleAvx2(ShuffleInput const& input, std::size_t rows, std::size_t width, void* destination)
 {
     if (rows < Kernel.rowsPerBlock)
-        ShuffleSse2(values, rows, width, destination);
+        ShuffleSse2(input, rows, width, destination);
     else
-        ShuffleTiles(Kernel, values, rows, width, destination, StoresFor(rows, width));
+        ShuffleTiles(Kernel, input, rows, width, destination, StoresFor(rows, width));
 }
 
-void ShuffleAvx2Streamed(void const* values, std::size_t rows, std::size_t width, void* destination)
+void ShuffleAvx2Streamed(ShuffleInput const& input, std::size_t rows, std::size_t width,
+                         void* destination)
 {
     if (rows < Kernel.rowsPerBlock)
-        ShuffleSse2Streamed(values, rows, width, destination);
+        ShuffleSse2Streamed(input, rows, width, destination);
     else
-        ShuffleTiles(Kernel, values, rows, width, destination, ShuffleStores::Streamed);
+        ShuffleTiles(Kernel, input, rows, width, destination, ShuffleStores::Streamed);
 }
 
 } // namespace Zyl2Util

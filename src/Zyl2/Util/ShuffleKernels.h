@@ -1,12 +1,14 @@
 #ifndef ZYL2_UTIL_SHUFFLEKERNELS_H
 #define ZYL2_UTIL_SHUFFLEKERNELS_H
 
+#include "Zyl2/Util/ShuffleInput.h"
+
 #include <cstddef>
 
 namespace Zyl2Util {
 
 /// One way to do what ShuffleColumns does; all ways lead to the same bytes.
-using ShuffleFunction = void(void const* values, std::size_t rows, std::size_t width,
+using ShuffleFunction = void(ShuffleInput const& input, std::size_t rows, std::size_t width,
                              void* destination);
 
 /// Runs on every processor.

@@ -100,20 +100,21 @@ constexpr ShuffleKernel Kernel{VectorSize, Spread, Finish, Single};
 
 } // namespace
 
-void ShuffleSse2(void const* values, std::size_t rows, std::size_t width, void* destination)
+void ShuffleSse2(ShuffleInput const& input, std::size_t rows, std::size_t width, void* destination)
 {
     if (rows < Kernel.rowsPerBlock)
-        ShufflePortable(values, rows, width, destination);
+        ShufflePortable(input, rows, width, destination);
     else
-        ShuffleTiles(Kernel, values, rows, width, destination, StoresFor(rows, width));
+        ShuffleTiles(Kernel, input, rows, width, destination, StoresFor(rows, width));
 }
 
-void ShuffleSse2Streamed(void const* values, std::size_t rows, std::size_t width, void* destination)
+void ShuffleSse2Streamed(ShuffleInput const& input, std::size_t rows, std::size_t width,
+                         void* destination)
 {
     if (rows < Kernel.rowsPerBlock)
-        ShufflePortable(values, rows, width, destination);
+        ShufflePortable(input, rows, width, destination);
     else
-        ShuffleTiles(Kernel, values, rows, width, destination, ShuffleStores::Streamed);
+        ShuffleTiles(Kernel, input, rows, width, destination, ShuffleStores::Streamed);
 }
 
 } // namespace Zyl2Util

@@ -69,19 +69,19 @@ Shape CachedShape(std::size_t width)
     return {columns, std::min(MaxTileRows, fitting / CacheLine * CacheLine)};
 }
 
-// Of long rows, tall tiles lose less to their overlap, and flat groups of columns less to the
+// Tall tiles lose less to their overlap. Of long rows, flat groups of columns lose less to the
 // number of planes that memory has to take at a time.
 Shape StreamedShape(std::size_t width)
 {
-    return width <= 8 ? Shape{width, MaxTileRows / 2} : Shape{4, MaxTileRows};
+    return {width <= 8 ? width : 4, MaxTileRows};
 }
 
 class Tiles
 {
 public:
-    Tiles(ShuffleKernel const& kernel, unsigned char const* values, std::size_t rows,
+    Tiles(ShuffleKernel const& kernel, ShuffleInput const& input, std::size_t rows,
           std::size_t width, unsigned char* destination, ShuffleStores stores)
-        : kernel_(kernel), values_(values), rows_(rows), width_(width), destination_(destination),
+        : kernel_(kernel), input_(input), rows_(rows), width_(width), destination_(destination),
           streams_(stores == ShuffleStores::Streamed && rows >= MaxTileRows),
           shape_(streams_ ? StreamedShape(width) : CachedShape(width))
     {}
@@ -123,7 +123,7 @@ private:
 
     void ShuffleSingle(Tile const& tile)
     {
-        unsigned char const* const values = values_ + tile.firstRow * ShuffledValueSize;
+        unsigned char const* const values = Source(tile, 0).first;
         WriteColumn(tile, 0,
                     [&](ShufflePlanes planes) { kernel_.single(values, BlocksOf(tile), planes); });
     }
@@ -176,23 +176,29 @@ private:
             std::memcpy(place + tail, bytes + tail, tile.rows - tail);
     }
 
-    ShuffleSource Source(Tile const& tile, std::size_t column) const
+    ShuffleSource Source(Tile const& tile, std::size_t column)
     {
+        if (input_.converter != nullptr) {
+            input_.converter->Convert({tile.firstRow, tile.rows, column, shape_.columns},
+                                      converted_);
+            return {converted_, shape_.columns * ShuffledValueSize, shape_.columns, 1};
+        }
         std::size_t const rowSize = width_ * ShuffledValueSize;
         std::size_t const runs = shape_.columns == width_ ? 1 : 4;
-        return {values_ + tile.firstRow * rowSize + column * ShuffledValueSize, rowSize,
+        return {input_.values + tile.firstRow * rowSize + column * ShuffledValueSize, rowSize,
                 shape_.columns, runs};
     }
 
     std::size_t BlocksOf(Tile const& tile) const { return tile.rows / kernel_.rowsPerBlock; }
 
     ShuffleKernel const& kernel_;
-    unsigned char const* const values_;
+    ShuffleInput const& input_;
     std::size_t const rows_;
     std::size_t const width_;
     unsigned char* const destination_;
     bool const streams_;
     Shape const shape_;
+    alignas(CacheLine) unsigned char converted_[BufferSize];
     alignas(CacheLine) unsigned char buffer_[BufferSize];
     alignas(CacheLine) unsigned char planes_[ShuffledValueSize * MaxTileRows];
 };
@@ -206,14 +212,12 @@ ShuffleStores StoresFor(std::size_t rows, std::size_t width)
                                                            : ShuffleStores::Streamed;
 }
 
-void ShuffleTiles(ShuffleKernel const& kernel, void const* values, std::size_t rows,
+void ShuffleTiles(ShuffleKernel const& kernel, ShuffleInput const& input, std::size_t rows,
                   std::size_t width, void* destination, ShuffleStores stores)
 {
     if (width == 0)
         return;
-    Tiles(kernel, static_cast<unsigned char const*>(values), rows, width,
-          static_cast<unsigned char*>(destination), stores)
-        .Shuffle();
+    Tiles(kernel, input, rows, width, static_cast<unsigned char*>(destination), stores).Shuffle();
 }
 
 } // namespace Zyl2Util

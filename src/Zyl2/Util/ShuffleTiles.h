@@ -1,6 +1,8 @@
 #ifndef ZYL2_UTIL_SHUFFLETILES_H
 #define ZYL2_UTIL_SHUFFLETILES_H
 
+#include "Zyl2/Util/ShuffleInput.h"
+
 #include <cstddef>
 
 // Shuffling is a transposition of bytes: blocks of 16 rows and S bytes become S planes of 16 bytes.
@@ -73,7 +75,7 @@ ShuffleStores StoresFor(std::size_t rows, std::size_t width);
 /// Shuffles tile by tile.
 /// \param rows   at least those of one block
 /// \param stores arrays of few rows are never streamed
-void ShuffleTiles(ShuffleKernel const& kernel, void const* values, std::size_t rows,
+void ShuffleTiles(ShuffleKernel const& kernel, ShuffleInput const& input, std::size_t rows,
                   std::size_t width, void* destination, ShuffleStores stores);
 
 } // namespace Zyl2Util

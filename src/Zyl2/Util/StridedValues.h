@@ -3,8 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string>
 
 namespace Zyl2Util {
 
@@ -34,23 +32,12 @@ struct StridedValues
 /// Whether the values are stored as floats; otherwise as unsigned 32-bit integers.
 bool AreStoredAsFloats(StridedValues const& values);
 
-/// A value that has no place among the 4-byte ones.
-struct Misfit
-{
-    std::size_t row;
-    std::size_t column;
-    /// As it is, in digits.
-    std::string value;
-};
-
-/// The first value, in row order, that can't be stored: a finite double whose nearest float is
-/// infinite, a negative integer, or one above 4294967295.
-std::optional<Misfit> FindMisfit(StridedValues const& values);
-
 /// Does what `ShuffleColumns` does with the same values as 4-byte ones in row order, without such
-/// an array: doubles become the nearest floats, integers unsigned ones. \param values      without
-/// a misfit \param destination rows x width x 4 bytes, apart from the values
-void ShuffleStrided(StridedValues const& values, void* destination);
+/// an array: doubles become the nearest floats, integers unsigned ones.
+/// \param destination rows x width x 4 bytes, apart from the values
+/// \return whether all values can be stored; where `FindMisfit` finds one that can't, what is at
+///         the destination means nothing
+bool ShuffleStrided(StridedValues const& values, void* destination);
 
 /// Puts some rows to their places among those of a larger table.
 /// \param piece       without a misfit

@@ -56,6 +56,13 @@ public:
         return place;
     }
 
+    /// Takes back the last `count` bytes, with the cursor at their end.
+    void Retract(std::size_t count) noexcept
+    {
+        position_ -= static_cast<PositionType>(count);
+        length_ = position_;
+    }
+
     /// Moves the cursor.
     /// \throws OutOfBounds "Invalid block position": past the length; the cursor is unchanged
     void SetPosition(PositionType const& position);

@@ -79,6 +79,9 @@ public:
     /// \throws MemoryAllocationException the block can't be compressed
     void HandOn(BlockSizeLimiter const& limiter);
 
+    /// Keeps the memory of a block that is not needed for blocks that follow.
+    void Keep(Block block) noexcept { spares_.LeaveContent(block.Release()); }
+
     /// A value was given up half-way: the file can't become whole any more.
     void MarkDamaged() { damaged_ = true; }
 

@@ -118,6 +118,18 @@ public:
         return streams_.PutInPlace(found, size);
     }
 
+    /// The same for bytes that may turn out to be none: where they do, the key is as it was.
+    /// \param fill gets the place; \return whether the bytes shall stay, which `fill` tells
+    template <typename Fill>
+    bool PutIf(Key& key, std::size_t size, Fill const& fill)
+    {
+        std::size_t const blocks = streams_.GetBlockCount(key);
+        bool const stay = fill(streams_.PutInPlace(key, size));
+        if (!stay)
+            streams_.TakeBack(key, size, blocks);
+        return stay;
+    }
+
     /// The same for bytes that would else be put one by one: room for all of them in the block that
     /// the first would go to. Null, and nothing done, where they would be parted: there is no block
     /// yet, or it gets full on the way.
@@ -140,6 +152,15 @@ public:
     {
         streams_.AddTransformation(name, type);
     }
+
+    /// Sets it on those that the key had when there were `count` of them.
+    void AddTransformation(Key& key, BlockTransformationType type, std::size_t count)
+    {
+        streams_.AddTransformation(key, type, count);
+    }
+
+    /// Blocks that the key has; none for an unknown key.
+    std::size_t GetBlockCount(Key& key) { return streams_.GetBlockCount(key); }
 
     /// From now on a block of the key is compressed as soon as the key gets its next one, which
     /// takes the memory over. What waits to be saved is then a fraction of what was put.

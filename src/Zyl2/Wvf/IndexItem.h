@@ -48,6 +48,7 @@ struct IndexItem
     std::uint32_t contentLength = 0;
 
     bool IsFrozen() const { return state >= State::Frozen; }
+    bool IsOpen() const { return state == State::Open; }
 
     /// The block is with a thread for as long as this lasts.
     void GiveAway(std::uint32_t length)

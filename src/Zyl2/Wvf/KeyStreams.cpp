@@ -26,7 +26,8 @@ std::size_t KeyStreams::GetWritingBlock(Key& key)
     if (limiter == nullptr || limiter->blocks.empty())
         return AddBlock(std::string(key.name_));
     std::size_t const slot = limiter->blocks.back();
-    if (slots_.GetItem(slot).IsFrozen() || slots_.GetBlock(slot).GetLength() >= limiter->limit)
+    // What was put behind a full block may have been taken back, when that one was compressed.
+    if (!slots_.GetItem(slot).IsOpen() || slots_.GetBlock(slot).GetLength() >= limiter->limit)
         return AddBlock(std::string(key.name_));
     return slot;
 }
@@ -39,6 +40,15 @@ unsigned char* KeyStreams::PutInPlace(Key& key, std::size_t size)
     return slots_.GetBlock(slot).Extend(size);
 }
 
+void KeyStreams::TakeBack(Key& key, std::size_t size, std::size_t blocks)
+{
+    BlockSizeLimiter& limiter = *Find(key);
+    if (limiter.blocks.size() == blocks)
+        slots_.GetBlock(limiter.blocks.back()).Retract(size);
+    else
+        saver_.Keep(slots_.ReturnSpare(limiter));
+}
+
 unsigned char* KeyStreams::PutTogether(Key& key, std::size_t size)
 {
     BlockSizeLimiter const* const limiter = Find(key);
@@ -47,7 +57,7 @@ unsigned char* KeyStreams::PutTogether(Key& key, std::size_t size)
     std::size_t const slot = limiter->blocks.back();
     Block& block = slots_.GetBlock(slot);
     std::uint64_t const most = std::min<std::uint64_t>(limiter->limit, Block::MaximumLength);
-    if (slots_.GetItem(slot).IsFrozen() || std::uint64_t(block.GetLength()) + size > most)
+    if (!slots_.GetItem(slot).IsOpen() || std::uint64_t(block.GetLength()) + size > most)
         return nullptr;
     return block.Extend(size);
 }
@@ -60,6 +70,18 @@ std::size_t KeyStreams::GetPosition(Key& key)
     return limiter->lengthBeforeLast + slots_.GetLogicalLength(limiter->blocks.back());
 }
 
+std::size_t KeyStreams::GetBlockCount(Key& key)
+{
+    BlockSizeLimiter const* const limiter = Find(key);
+    return limiter == nullptr ? 0 : limiter->blocks.size();
+}
+
+void KeyStreams::AddTransformation(Key& key, BlockTransformationType type, std::size_t count)
+{
+    if (BlockSizeLimiter* const limiter = Find(key))
+        slots_.AddTransformation(*limiter, type, count);
+}
+
 void KeyStreams::AddTransformation(std::string const& name, BlockTransformationType type)
 {
     BlockSizeLimiter* const limiter = limiters_.Find(name);
@@ -68,7 +90,7 @@ void KeyStreams::AddTransformation(std::string const& name, BlockTransformationT
     // Spare blocks come and go at the pool's end: old marks say nothing of today's blocks.
     if (SlotTable::IsASpareBlock(name))
         limiter->markedBlocks.fill(0);
-    slots_.AddTransformation(*limiter, type);
+    slots_.AddTransformation(*limiter, type, limiter->blocks.size());
 }
 
 /// The key's limiter; null for a key that nothing was ever put under.

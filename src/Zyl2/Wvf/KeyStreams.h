@@ -65,14 +65,23 @@ public:
     /// Makes room for `size` bytes in the key's current block.
     unsigned char* PutInPlace(Key& key, std::size_t size);
 
+    /// Takes the `size` bytes back that were put last. \param blocks the key had before
+    void TakeBack(Key& key, std::size_t size, std::size_t blocks);
+
     /// The same without parting the bytes; null where they would be.
     unsigned char* PutTogether(Key& key, std::size_t size);
 
     /// Logical offset at which the next `Put` starts; 0 for an unknown key.
     std::size_t GetPosition(Key& key);
 
+    /// Blocks that the key has; none for an unknown key.
+    std::size_t GetBlockCount(Key& key);
+
     /// Sets the bit of `type` on every block that the key has now.
     void AddTransformation(std::string const& name, BlockTransformationType type);
+
+    /// Sets it on the first `count` of them.
+    void AddTransformation(Key& key, BlockTransformationType type, std::size_t count);
 
 private:
     BlockSizeLimiter* Find(Key& key);

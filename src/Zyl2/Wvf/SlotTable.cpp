@@ -151,6 +151,17 @@ std::size_t SlotTable::TakeSpare(BlockSizeLimiter& limiter, std::string const& n
     return slot;
 }
 
+Block SlotTable::ReturnSpare(BlockSizeLimiter& limiter)
+{
+    std::size_t const slot = limiter.blocks.back();
+    items_[slot].name = SpareBlockName;
+    limiter.blocks.pop_back();
+    if (!limiter.blocks.empty())
+        limiter.lengthBeforeLast -= GetLogicalLength(limiter.blocks.back());
+    limiters_.Get(SpareBlockName).blocks.push_back(slot);
+    return std::move(blocks_[slot]);
+}
+
 void SlotTable::TurnLastSpareIntoIndexBlock()
 {
     BlockSizeLimiter& indexBlocks = limiters_.GetOrAdd(IndexBlockName, IndexBlockLength);
@@ -170,7 +181,7 @@ void SlotTable::TurnLastSpareIntoIndexBlock()
     item.name = IndexBlockName;
     item.size = table.GetLength();
     blocks_[slot] = std::move(table);
-    AddTransformation(indexBlocks, BlockTransformationType::Freeze);
+    AddTransformation(indexBlocks, BlockTransformationType::Freeze, indexBlocks.blocks.size());
     UpdatePosition(slot);
 }
 
@@ -182,17 +193,18 @@ void SlotTable::AssignSlot(BlockSizeLimiter& limiter, std::size_t slot)
     limiter.lengthBeforeLast += lastLength;
 }
 
-void SlotTable::AddTransformation(BlockSizeLimiter& limiter, BlockTransformationType type)
+void SlotTable::AddTransformation(BlockSizeLimiter& limiter, BlockTransformationType type,
+                                  std::size_t count)
 {
     for (std::size_t bit = 0; bit < TransformationBits; ++bit)
         if ((static_cast<unsigned int>(type) >> bit & 1U) != 0)
-            MarkBlocks(limiter, bit);
+            MarkBlocks(limiter, bit, count);
 }
 
-void SlotTable::MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit)
+void SlotTable::MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit, std::size_t count)
 {
     std::size_t& marked = limiter.markedBlocks[bit];
-    for (; marked < limiter.blocks.size(); ++marked) {
+    for (; marked < count; ++marked) {
         std::uint8_t& transformations = items_[limiter.blocks[marked]].transformations;
         transformations = static_cast<std::uint8_t>(transformations | 1U << bit);
     }
@@ -233,12 +245,10 @@ std::uint32_t SlotTable::GetContentLength(std::size_t slot) const
     return isRemembered ? item.contentLength : blocks_[slot].GetLength();
 }
 
-/// Asked of a key's last block only, which is never found compressed: only blocks before it wait in
-/// that state to be saved.
 std::uint64_t SlotTable::GetLogicalLength(std::size_t slot) const
 {
     IndexItem const& item = items_[slot];
-    return item.IsFrozen() ? item.contentLength : blocks_[slot].GetPosition();
+    return item.IsOpen() ? blocks_[slot].GetPosition() : item.contentLength;
 }
 
 } // namespace Zyl2Wvf

@@ -56,8 +56,14 @@ public:
     /// \return number of the slot
     std::size_t TakeSpare(BlockSizeLimiter& limiter, std::string const& name);
 
-    /// Sets the bit of `type` on every block that the key has now.
-    void AddTransformation(BlockSizeLimiter& limiter, BlockTransformationType type);
+    /// Gives the key's last slot back to the pool, which hands it out next.
+    /// \pre the slot was the last that was taken
+    /// \return what its block held
+    Block ReturnSpare(BlockSizeLimiter& limiter);
+
+    /// Sets the bit of `type` on the first `count` blocks of the key.
+    void AddTransformation(BlockSizeLimiter& limiter, BlockTransformationType type,
+                           std::size_t count);
 
     /// Computes where slot `slot` begins in the file: behind its predecessor.
     void UpdatePosition(std::size_t slot);
@@ -86,7 +92,7 @@ private:
 
     void TurnLastSpareIntoIndexBlock();
     void AssignSlot(BlockSizeLimiter& limiter, std::size_t slot);
-    void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit);
+    void MarkBlocks(BlockSizeLimiter& limiter, std::size_t bit, std::size_t count);
 
     LimiterMap& limiters_;
     std::vector<IndexItem> items_;

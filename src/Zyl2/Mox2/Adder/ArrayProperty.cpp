@@ -85,17 +85,6 @@ std::int64_t rowsOf(ArrayView const& view)
     return counted(view.rows());
 }
 
-template <typename ArrayT>
-std::uint64_t write(Zyl2Mox::Tree& tree, Data::StoredArray<ArrayT> const& array, std::uint8_t width)
-{
-    return tree.WriteStreamDataset(array.data(), static_cast<unsigned int>(array.rows()), width);
-}
-
-std::uint64_t write(Zyl2Mox::Tree& tree, ArrayView const& view, std::uint8_t /*width*/)
-{
-    return tree.WriteStreamDataset(stridedFrom(view));
-}
-
 Zyl2Mox::Tree::VariableId unpacked(std::uint64_t index)
 {
     return {static_cast<unsigned int>(index), static_cast<unsigned int>(index >> 32U)};
@@ -112,11 +101,8 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::update(Database& database)
         return;
     checkArrayCounts(rowsOf(dataset.array), columnsOf(dataset.array), components.size());
     checkWidth();
-    if (pieces == nullptr)
-        checkValues();
     Zyl2Mox::Tree& tree = *database.tree;
-    std::uint64_t const position =
-        pieces == nullptr ? write(tree, dataset.array, dataset.width) : writePieces(tree);
+    std::uint64_t const position = pieces == nullptr ? write(tree) : writePieces(tree);
     registerDataset(tree, position);
 }
 
@@ -131,25 +117,34 @@ void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkWidth() const
                                                  ", the array has ", columns));
 }
 
-/// What an `Array1d` or `Array2d` holds can be stored as it is; of other values each is looked at
-/// before the first is written.
+/// What an `Array1d` or `Array2d` holds can be stored as it is. Other values are looked at on their
+/// way, and taken back where one has no place.
 template <typename DatasetT, typename ComponentsT, typename StepListT>
-void ArrayProperty<DatasetT, ComponentsT, StepListT>::checkValues() const
+std::uint64_t ArrayProperty<DatasetT, ComponentsT, StepListT>::write(Zyl2Mox::Tree& tree) const
 {
+    auto const& array = dataset.array;
     if constexpr (std::is_same_v<DatasetT, ViewedDataset>) {
-        if (dataset.array.data() == nullptr)
-            Exception::raiseFrom(Exception::Sites::ArrayAdder::NoValues, BOOST_CURRENT_FUNCTION,
-                                 Exception::sentence(title(), ": ", dataset.array.rows(),
-                                                     " rows, but a null pointer"));
-        auto const values = stridedFrom(dataset.array);
-        if (auto const misfit = Zyl2Util::FindMisfit(values))
+        if (array.data() == nullptr)
             Exception::raiseFrom(
-                Exception::Sites::ArrayAdder::ValueDoesNotFit, BOOST_CURRENT_FUNCTION,
-                Exception::sentence(title(), ": row ", misfit->row, ", column ", misfit->column,
-                                    " holds ", misfit->value, ", which is beyond the range of ",
-                                    Zyl2Util::AreStoredAsFloats(values) ? "a float"
-                                                                        : "0 to 4294967295"));
+                Exception::Sites::ArrayAdder::NoValues, BOOST_CURRENT_FUNCTION,
+                Exception::sentence(title(), ": ", array.rows(), " rows, but a null pointer"));
+        auto const position = tree.WriteStreamDataset(stridedFrom(array));
+        if (!position)
+            refuse(*Zyl2Util::FindMisfit(stridedFrom(array)));
+        return *position;
+    } else {
+        return tree.WriteStreamDataset(array.data(), static_cast<unsigned int>(array.rows()),
+                                       dataset.width);
     }
+}
+
+template <typename DatasetT, typename ComponentsT, typename StepListT>
+void ArrayProperty<DatasetT, ComponentsT, StepListT>::refuse(Zyl2Util::Misfit const& misfit) const
+{
+    Exception::raiseFrom(Exception::Sites::ArrayAdder::ValueDoesNotFit, BOOST_CURRENT_FUNCTION,
+                         Exception::sentence(title(), ": row ", misfit.row, ", column ",
+                                             misfit.column, " holds ", misfit.value,
+                                             ", which is beyond the range of ", misfit.range));
 }
 
 template <typename DatasetT, typename ComponentsT, typename StepListT>

@@ -9,8 +9,11 @@
 #include "Zyl2/Mox2/GetComponentArray.h"
 #include "Zyl2/Mox2/StepData.h"
 #include "Zyl2/Util/AttributeList.h"
+#include "Zyl2/Util/Misfit.h"
 #include "Zyl2/Util/StridedValues.h"
 
+#include <cstdint>
+#include <string>
 #include <vector>
 
 namespace Zyl2 {
@@ -43,7 +46,8 @@ public:
 
 private:
     void checkWidth() const;
-    void checkValues() const;
+    std::uint64_t write(Zyl2Mox::Tree& tree) const;
+    [[noreturn]] void refuse(Zyl2Util::Misfit const& misfit) const;
     std::uint64_t writePieces(Zyl2Mox::Tree& tree) const;
     Zyl2Util::StridedValues nextPiece(std::size_t missing) const;
     std::string title() const;

@@ -508,6 +508,13 @@ MOX_API mox_status mox_model_add_array(mox_model* model, char const* name, size_
 ///         `MOX_MEMORY`. The file is closed then, too, and a second call does nothing.
 MOX_API mox_status mox_model_close(mox_model* model);
 
+/// How long calls of this model have waited for its threads since it was saved, `mox_model_close`
+/// included once it has returned.
+/// \param model   any
+/// \param seconds receives it; 0 without threads. May be null
+/// \return `MOX_INVALID_HANDLE`
+MOX_API mox_status mox_model_waited_seconds(mox_model* model, double* seconds);
+
 /* Options */
 
 /// Makes the default options: an existing file is an error, and no texts.

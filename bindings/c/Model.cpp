@@ -285,3 +285,11 @@ mox_status mox_model_close(mox_model* model)
 {
     return callOf(model, [](Model& content) { content.close(); });
 }
+
+mox_status mox_model_waited_seconds(mox_model* model, double* seconds)
+{
+    return callOf(model, [=](Model const& content) {
+        if (seconds != nullptr)
+            *seconds = content.waitedSeconds();
+    });
+}

@@ -196,12 +196,12 @@ module moxwriter
     private
     type(c_ptr) :: handle = c_null_ptr
   contains
-    generic :: set => set_property_real32, set_property_real64, set_property_reals, set_property_int32, &
-                      set_property_ints, set_property_logical, set_property_text
+    generic :: set => set_property_real32, set_property_real64, set_property_reals, set_property_doubles, &
+                      set_property_int32, set_property_ints, set_property_logical, set_property_text
     procedure :: clear => clear_properties
     generic :: assignment(=) => assign_properties
-    procedure, private :: set_property_real32, set_property_real64, set_property_reals, set_property_int32, &
-                          set_property_ints, set_property_logical, set_property_text
+    procedure, private :: set_property_real32, set_property_real64, set_property_reals, set_property_doubles, &
+                          set_property_int32, set_property_ints, set_property_logical, set_property_text
     procedure, private :: assign_properties
     final :: release_properties
   end type
@@ -236,6 +236,7 @@ module moxwriter
     generic :: add_array => add_real32_list, add_real64_list, add_int32_list, add_int64_list, &
                             add_real32_table, add_real64_table, add_int32_table, add_int64_table
     procedure :: close => close_model
+    procedure :: waited_seconds
     generic :: assignment(=) => assign_model
     procedure, private :: add_real32_list, add_real64_list, add_int32_list, add_int64_list
     procedure, private :: add_real32_table, add_real64_table, add_int32_table, add_int64_table
@@ -284,18 +285,23 @@ contains
   !> Creates the file and makes an empty model ready for adding. With an empty path no file is created: the model can
   !! be filled, and nothing is written.
   !!
-  !! \param path      of the file
-  !! \param overwrite whether an existing file is overwritten, or an error, which is the default
-  !! \param text1     first text of the file's writing record, for instance the program's name and version
-  !! \param text2     second text of the writing record, used only when the first one is not empty
-  !! \param text3     carried along and written nowhere
-  !! \param encoder   what compresses the file; `MOX_ENCODER_DEFAULT` when it is absent
-  !! \param stat      `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since; `MOX_FILE_OPEN` "File
-  !!                  exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the system refuses. After each of the
-  !!                  latter two the model must be closed before it can be saved again. `MOX_INVALID_ARGUMENTS` an encoder
-  !!                  that the library does not have.
-  !! \param errmsg    what was wrong
-  subroutine save_to(this, path, overwrite, text1, text2, text3, encoder, stat, errmsg)
+  !! \param path       of the file
+  !! \param overwrite  whether an existing file is overwritten, or an error, which is the default
+  !! \param text1      first text of the file's writing record, for instance the program's name and version
+  !! \param text2      second text of the writing record, used only when the first one is not empty
+  !! \param text3      carried along and written nowhere
+  !! \param encoder    what compresses the file; `MOX_ENCODER_DEFAULT` when it is absent
+  !! \param threads    how many threads of its own the model may start to compress full blocks while the program goes
+  !!                   on: 0 to 1024. Absent, or a negative number: what the environment variable MOXWRITER_THREADS
+  !!                   says, and 0 where that is not set. The bytes of the file do not depend on it.
+  !! \param block_size bytes from which on a block of the file is full: 1 to 4294967294. Absent, or 0: what the
+  !!                   environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and 200 MiB where that is not set.
+  !! \param stat       `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since; `MOX_FILE_OPEN` "File
+  !!                   exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the system refuses. After each of the
+  !!                   latter two the model must be closed before it can be saved again. `MOX_INVALID_ARGUMENTS` an
+  !!                   encoder that the library does not have, a number of threads or a size of blocks out of range.
+  !! \param errmsg     what was wrong
+  subroutine save_to(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*), intent(in), target :: path
     logical, intent(in), optional :: overwrite
@@ -303,13 +309,15 @@ contains
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
     integer, intent(in), optional :: encoder
+    integer, intent(in), optional :: threads
+    integer(int64), intent(in), optional :: block_size
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
     type(c_ptr) :: options
     integer(c_int) :: status
 
-    status = make_options(options, overwrite, text1, text2, text3, encoder)
+    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -321,7 +329,7 @@ contains
 
   !> The same with a wide path, which is narrowed to the low 8 bits of each character. A path of default characters is
   !! what `save_to` takes.
-  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, encoder, stat, errmsg)
+  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*, kind=mox_wide), intent(in) :: path
     logical, intent(in), optional :: overwrite
@@ -329,6 +337,8 @@ contains
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
     integer, intent(in), optional :: encoder
+    integer, intent(in), optional :: threads
+    integer(int64), intent(in), optional :: block_size
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
@@ -346,7 +356,7 @@ contains
     do index = 1, size(characters)
       characters(index) = ichar(path(index:index))
     end do
-    status = make_options(options, overwrite, text1, text2, text3, encoder)
+    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -651,6 +661,22 @@ contains
     if (is_made(this, stat, errmsg)) call tell_of(this, c_model_close(this%handle), stat, errmsg)
   end subroutine
 
+  !> How long calls of this model have waited for its threads since `save_to`, `close` included once it has returned. A
+  !! program that waits for much of its time gains by another thread, a faster encoder or smaller blocks.
+  !!
+  !! \param seconds receives it; 0 without threads
+  !! \param stat    `MOX_MEMORY`
+  !! \param errmsg  what was wrong
+  subroutine waited_seconds(this, seconds, stat, errmsg)
+    class(mox_model), intent(inout) :: this
+    real(real64), intent(out) :: seconds
+    integer, intent(out), optional :: stat
+    character(*), intent(inout), optional :: errmsg
+
+    seconds = 0
+    if (is_made(this, stat, errmsg)) call tell_of(this, c_model_waited_seconds(this%handle, seconds), stat, errmsg)
+  end subroutine
+
   ! --------------------------------------------------------------------------------------------------------- Attributes
 
   ! The procedures of `set` insert or overwrite the entry of that name.
@@ -774,7 +800,7 @@ contains
   ! and whether there is such a property, is checked by `set_node_data`, which applies it.
   !
   ! type   which property
-  ! value  a real32 or real64, held as the nearest real32; values: (any) of real32; integers, truth values and texts,
+  ! value  a real32 or real64, held as the nearest real32; values: (any) of either; integers, truth values and texts,
   !        which no property expects
   ! stat   MOX_MEMORY
   ! errmsg what was wrong
@@ -819,6 +845,16 @@ contains
     status = make_properties(this)
     if (status == MOX_OK) status = c_properties_set_floats(this%handle, type, values, size(values, kind=c_size_t))
     call tell(status, c_last_error(), stat, errmsg)
+  end subroutine
+
+  subroutine set_property_doubles(this, type, values, stat, errmsg)
+    class(mox_properties), intent(inout) :: this
+    integer, intent(in) :: type
+    real(real64), intent(in) :: values(:)
+    integer, intent(out), optional :: stat
+    character(*), intent(inout), optional :: errmsg
+
+    call set_property_reals(this, type, real(values, real32), stat, errmsg)
   end subroutine
 
   subroutine set_property_int32(this, type, value, stat, errmsg)
@@ -1211,13 +1247,15 @@ contains
 
   !> Makes the options of a call, if it has any.
   !! \param options receives them, or null
-  function make_options(options, overwrite, text1, text2, text3, encoder) result(status)
+  function make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size) result(status)
     type(c_ptr), intent(out) :: options
     logical, intent(in), optional :: overwrite
     character(*), intent(in), optional :: text1
     character(*), intent(in), optional :: text2
     character(*), intent(in), optional :: text3
     integer, intent(in), optional :: encoder
+    integer, intent(in), optional :: threads
+    integer(int64), intent(in), optional :: block_size
     integer(c_int) :: status
 
     options = c_null_ptr
@@ -1231,6 +1269,8 @@ contains
     if (status == MOX_OK .and. present(text3)) &
       status = c_options_set_text3(options, start_if(text3), length_if(text3))
     if (status == MOX_OK .and. present(encoder)) status = c_options_set_encoder(options, encoder)
+    if (status == MOX_OK .and. present(threads)) status = c_options_set_threads(options, threads)
+    if (status == MOX_OK .and. present(block_size)) status = c_options_set_block_size(options, block_size)
   end function
 
   function attributes_in(attributes) result(handle)

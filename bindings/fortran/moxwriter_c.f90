@@ -185,7 +185,28 @@ module moxwriter_c
       integer(c_int) :: status
     end function
 
+    function c_model_waited_seconds(model, seconds) result(status) bind(c, name="mox_model_waited_seconds")
+      import :: c_double, c_int, c_ptr
+      type(c_ptr), value :: model
+      real(c_double), intent(inout) :: seconds
+      integer(c_int) :: status
+    end function
+
     ! Options
+
+    function c_options_set_threads(options, threads) result(status) bind(c, name="mox_options_set_threads")
+      import :: c_int, c_ptr
+      type(c_ptr), value :: options
+      integer(c_int), value :: threads
+      integer(c_int) :: status
+    end function
+
+    function c_options_set_block_size(options, bytes) result(status) bind(c, name="mox_options_set_block_size")
+      import :: c_int, c_int64_t, c_ptr
+      type(c_ptr), value :: options
+      integer(c_int64_t), value :: bytes
+      integer(c_int) :: status
+    end function
 
     function c_options_create(options) result(status) bind(c, name="mox_options_create")
       import :: c_int, c_ptr

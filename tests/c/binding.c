@@ -139,6 +139,7 @@ static void expect_no_model(mox_model* model)
     EXPECT_STATUS(mox_model_add_array(model, NULL, 0, MOX_NODE_IDS, &array, NULL, 0, NULL, NULL),
                   MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_model_close(model), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_model_waited_seconds(model, NULL), MOX_INVALID_HANDLE);
     EXPECT(id == 7);
 }
 
@@ -586,6 +587,7 @@ static void threads_and_blocks_can_be_chosen(char const* path)
     mox_model* model = NULL;
     mox_options* options = NULL;
     long size = 0;
+    double waited = -1;
     EXPECT_OK(mox_options_create(&options));
     EXPECT_OK(mox_options_set_overwrite(options, 1));
     write_ids(path, options);
@@ -599,6 +601,9 @@ static void threads_and_blocks_can_be_chosen(char const* path)
     EXPECT_OK(mox_options_set_threads(options, 2000));
     EXPECT_STATUS(mox_model_save_to(model, "", 0, options), MOX_INVALID_ARGUMENTS);
     EXPECT(strstr(mox_model_error(model), "asks for 2000 threads") != NULL);
+    EXPECT_OK(mox_model_waited_seconds(model, &waited));
+    EXPECT(waited == 0);
+    EXPECT_OK(mox_model_waited_seconds(model, NULL));
     EXPECT_OK(mox_options_set_threads(options, -1));
     EXPECT_OK(mox_options_set_block_size(options, 4294967295U));
     EXPECT_STATUS(mox_model_save_to(model, "", 0, options), MOX_INVALID_ARGUMENTS);

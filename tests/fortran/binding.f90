@@ -95,6 +95,7 @@ contains
     type(mox_model) :: model
     type(mox_model) :: other
     character(12) :: short
+    real(real64) :: seconds
 
     call model%save_to(path, overwrite=.true.)
     call other%save_to(path, stat=stat, errmsg=sentence)
@@ -112,7 +113,15 @@ contains
     call other%save_to("", encoder=99, stat=stat, errmsg=sentence)
     call expect_failure(MOX_INVALID_ARGUMENTS, "encoder")
     call other%close()
-    call other%save_to("", encoder=MOX_ENCODER_ZLIB)
+    call other%save_to("", threads=1025, stat=stat, errmsg=sentence)
+    call expect_failure(MOX_INVALID_ARGUMENTS, "1025 threads")
+    call other%close()
+    call other%save_to("", block_size=-1_int64, stat=stat, errmsg=sentence)
+    call expect_failure(MOX_INVALID_ARGUMENTS, "blocks of")
+    call other%close()
+    call other%save_to("", encoder=MOX_ENCODER_ZLIB, threads=2, block_size=1000_int64)
+    call other%waited_seconds(seconds)
+    call expect(.not. seconds > 0, "seconds without a full block")
     call model%close()
   end subroutine
 

@@ -393,6 +393,10 @@ void Generator::emitOptions()
     Line line;
     line.word("options").number(random_.chance(60) ? 1 : 0);
     line.text(random_.chance(70) ? name() : "").text(name()).text(name());
+    line.number(random_.chance(5) ? 1025 : static_cast<std::int64_t>(random_.below(4)) - 1);
+    line.number(random_.chance(5)    ? 4294967295
+                : random_.chance(50) ? static_cast<std::int64_t>(random_.below(3000))
+                                     : 0);
     emit(line);
 }
 

@@ -145,6 +145,8 @@ void Player::readOptions(Words& words)
     options_.text1 = words.text();
     options_.text2 = words.text();
     options_.text3 = words.text();
+    options_.threads = static_cast<int>(words.number());
+    options_.blockSize = static_cast<std::uint64_t>(words.number());
 }
 
 void Player::readProperties(Words& words)

@@ -160,6 +160,8 @@ static void read_options(void)
     succeed(mox_options_set_text2(options, one.bytes, one.length));
     one = next_text();
     succeed(mox_options_set_text3(options, one.bytes, one.length));
+    succeed(mox_options_set_threads(options, (int)next_number()));
+    succeed(mox_options_set_block_size(options, (uint64_t)next_number()));
 }
 
 static void read_attribute(mox_attributes* to)

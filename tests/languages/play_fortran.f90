@@ -29,6 +29,8 @@ module player
   type :: save_options
     logical :: overwrite = .false.
     character(:), allocatable :: text1, text2, text3
+    integer, allocatable :: threads
+    integer(int64), allocatable :: block_size
   end type
 
   character(:), allocatable :: line
@@ -169,6 +171,8 @@ contains
       call next_text(options%text1)
       call next_text(options%text2)
       call next_text(options%text3)
+      options%threads = int(next_number())
+      options%block_size = next_number()
     case ("attributes")
       call read_attributes(attributes)
     case ("properties")
@@ -395,11 +399,11 @@ contains
       overwrite = given%overwrite
     end if
     if (is_wide) then
-      call model%save_to_wide(widened(path), overwrite, given%text1, given%text2, given%text3, stat=status, &
-                              errmsg=sentence)
+      call model%save_to_wide(widened(path), overwrite, given%text1, given%text2, given%text3, &
+                              threads=given%threads, block_size=given%block_size, stat=status, errmsg=sentence)
     else
-      call model%save_to(path, overwrite, given%text1, given%text2, given%text3, stat=status, &
-                              errmsg=sentence)
+      call model%save_to(path, overwrite, given%text1, given%text2, given%text3, threads=given%threads, &
+                         block_size=given%block_size, stat=status, errmsg=sentence)
     end if
   end subroutine
 

@@ -34,17 +34,12 @@ def float64(word: str) -> float:
     return float(value)
 
 
-def low_32_bits(word: str) -> int:
-    """Of a long C++ keeps these; Python has the host take them."""
-    return int(word) & 0xFFFFFFFF
-
-
 ATTRIBUTES: Mapping[str, Callable[[str], Any]] = {
     "float": float32,
     "double": float64,
     "int": int,
     "unsigned": int,
-    "long": low_32_bits,
+    "long": int,
     "string": text,
 }
 PROPERTIES: Mapping[str, Callable[[str], Any]] = {
@@ -85,8 +80,9 @@ def read_steps(words: Words) -> List[Tuple[bytes, Attributes]]:
 
 def read_options(words: Words) -> Dict[str, Any]:
     overwrite = next(words) != "0"
-    names = ("text1", "text2", "text3")
-    return {"overwrite": overwrite, **{name: text(next(words)) for name in names}}
+    texts = {name: text(next(words)) for name in ("text1", "text2", "text3")}
+    numbers = {name: int(next(words)) for name in ("threads", "block_size")}
+    return {"overwrite": overwrite, **texts, **numbers}
 
 
 def read_array(words: Words) -> np.ndarray[Any, Any]:

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import array
+import builtins
 import gc
 import os
 import re
@@ -55,6 +56,13 @@ def test_the_package_offers_each_name_of_its_writing_half() -> None:
     assert moxwriter._WRITING == frozenset(writer.__all__)
     for name in writer.__all__:
         assert getattr(moxwriter, name) is getattr(writer, name)
+
+
+def test_importing_all_leaves_the_functions_of_python_in_place() -> None:
+    names: Dict[str, Any] = {}
+    exec("from moxwriter import *", names)
+    assert "File" in names
+    assert not set(names) & set(dir(builtins))
 
 
 def test_a_model_is_read_as_it_was_written(mox: str, tmp_path: Path) -> None:
@@ -128,6 +136,33 @@ def test_a_model_may_be_saved_anew(mox: str, tmp_path: Path) -> None:
         model.close()
         model.close()
         assert _is_sound(mox, tmp_path / name)
+
+
+def test_threads_and_the_size_of_blocks_can_be_chosen(mox: str, tmp_path: Path) -> None:
+    sizes = []
+    for block_size in (None, 1000):
+        path = tmp_path / ("%s.mox" % block_size)
+        with Model(path, threads=2, block_size=block_size) as model:
+            model.add_node(NodeType.RootGroup, "R")
+            shape = model.add_node(NodeType.Shape, "S")
+            for name in ("a", "b"):
+                values = np.zeros(500)
+                model.add_array_property(DatasetType.Result10, values, shape, name=name)
+        assert _is_sound(mox, path)
+        assert model.waited_seconds >= 0
+        sizes.append(path.stat().st_size)
+    # One more block.
+    assert sizes[1] > sizes[0]
+
+
+def test_of_a_large_integer_the_low_32_bits_are_stored(tmp_path: Path) -> None:
+    path = tmp_path / "a.mox"
+    given = {"a": (1 << 40) + 7, "b": -1 - (1 << 40), "c": (1 << 64) - 2, "d": np.int64(1 << 32)}
+    with Model(path) as model:
+        model.add_node(NodeType.RootGroup, "R", given)
+    with moxwriter.open(path) as file:
+        stored = file.root.attributes
+    assert stored == {name: int(value) % (1 << 32) for name, value in given.items()}
 
 
 @pytest.mark.parametrize("encoder", Encoder)
@@ -307,11 +342,11 @@ _FAILURES: List[Tuple[_Call, Any, Any, str, str]] = [
         'attribute "b" is of the type list, which can\'t be stored',
     ),
     (
-        lambda m, s: m.add_node(NodeType.Group, "a", {"b": np.int64(1 << 32)}),
+        lambda m, s: m.add_node(NodeType.Group, "a", {"b": 1 << 64}),
         moxwriter.OverflowError,
         OverflowError,
         "Overflow error",
-        'attribute "b": 4294967296 has more than 32 bits',
+        'attribute "b": 18446744073709551616 has more than 64 bits',
     ),
     (
         lambda m, s: m.set_node_data(s, {PropertyType.Transparency: np.int32(1)}),
@@ -368,6 +403,20 @@ _FAILURES: List[Tuple[_Call, Any, Any, str, str]] = [
         ValueError,
         "Invalid arguments",
         "",
+    ),
+    (
+        lambda m, s: Model("a.mox", threads=1025),
+        moxwriter.InvalidArguments,
+        ValueError,
+        "Invalid arguments",
+        "",
+    ),
+    (
+        lambda m, s: Model("a.mox", block_size=-1),
+        moxwriter.InvalidArguments,
+        ValueError,
+        "Invalid arguments",
+        "-1 is no size of blocks",
     ),
     (
         lambda m, s: Model("a\0b"),

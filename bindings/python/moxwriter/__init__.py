@@ -26,7 +26,7 @@ from .reader import (
     Step,
     Transform,
     WritingRecord,
-    open,
+    open as open,
     to_meshio,
 )
 
@@ -70,9 +70,9 @@ __all__ = [
     "Step",
     "Transform",
     "WritingRecord",
-    "open",
     "to_meshio",
 ]
+# `open` is not among them: `import *` shall leave Python's own in place.
 
 
 #: Not in `__all__`, so that `import *` works without the extension module.

@@ -16,7 +16,15 @@ def view(values: object) -> Tuple[int, int, int, int, int, int]:
 
 class Model:
     def save_to(
-        self, path: bytes, overwrite: bool, text1: bytes, text2: bytes, text3: bytes, encoder: int
+        self,
+        path: bytes,
+        overwrite: bool,
+        text1: bytes,
+        text2: bytes,
+        text3: bytes,
+        encoder: int,
+        threads: int,
+        block_size: int,
     ) -> None: ...
     def add_node(self, type: int, name: bytes, attributes: _Attributes) -> int: ...
     def set_node_data(self, id: int, properties: _Properties, attributes: _Attributes) -> None: ...
@@ -37,4 +45,5 @@ class Model:
         steps: Sequence[Tuple[bytes, _Attributes]],
         attributes: _Attributes,
     ) -> None: ...
+    def waited_seconds(self) -> float: ...
     def close(self) -> None: ...

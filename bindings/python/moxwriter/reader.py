@@ -74,9 +74,9 @@ __all__ = [
     "Step",
     "Transform",
     "WritingRecord",
-    "open",
     "to_meshio",
 ]
+# `open` is not among them: `import *` shall leave Python's own in place.
 
 #: Value of an attribute: an integer from 0 to 4294967295, a float, or a text. A negative integer
 #: that a host gave was stored as its 32 bits, so that -1 reads 4294967295.

@@ -69,8 +69,8 @@ __all__ = [
 ]
 
 Text = Union[str, bytes]
-#: An integer from -2147483648 to 4294967295, stored as its 32 bits; a float, stored as the nearest
-#: of 32 bits; a text, of which the first 256 bytes are stored, up to the first zero byte. Those of
+#: An integer of up to 64 bits, of which the low 32 are stored; a float, stored as the nearest of 32
+#: bits; a text, of which the first 256 bytes are stored, up to the first zero byte. Those of
 #: NumPy are as good as Python's own.
 AttributeValue = Union[int, float, str, bytes, "np.integer[Any]", "np.floating[Any]"]
 #: Attributes by their names, each a `Text`. (The type of a mapping's keys is invariant: one of `str` would
@@ -373,7 +373,19 @@ def _unsigned(value: SupportsIndex) -> int:
 
 
 def _signed(value: SupportsIndex) -> int:
-    return (_enumerator(value) + (1 << 31) & 0xFFFFFFFF) - (1 << 31)
+    return _low_32_bits(_enumerator(value))
+
+
+def _size(value: SupportsIndex) -> int:
+    """Any number of bytes that has 64 bits: which of them can be is for the library to say."""
+    number = operator.index(value)
+    if not 0 <= number < 1 << 64:
+        raise _invalid("%d is no size of blocks" % number)
+    return number
+
+
+def _low_32_bits(value: int) -> int:
+    return (value + (1 << 31) & 0xFFFFFFFF) - (1 << 31)
 
 
 def _id(value: SupportsIndex) -> int:
@@ -398,11 +410,11 @@ def _attribute(name: Text, value: AttributeValue) -> Union[bytes, bool, int, flo
     if isinstance(value, (float, np.floating)):
         return float(value)
     if isinstance(value, (int, np.integer)):
-        if -(1 << 31) <= value < 1 << 32:
-            # Of the same 32 bits, stored as they are.
-            return _signed(value)
+        number = int(value)
+        if -(1 << 63) <= number < 1 << 64:
+            return _low_32_bits(number)
         raise OverflowError(
-            "Overflow error", 'attribute "%s": %d has more than 32 bits' % (_shown(name), value)
+            "Overflow error", 'attribute "%s": %d has more than 64 bits' % (_shown(name), number)
         )
     raise _invalid(
         'attribute "%s" is of the type %s, which can\'t be stored'
@@ -510,6 +522,8 @@ class Model:
         text2: Text = "",
         text3: Text = "",
         encoder: SupportsIndex = Encoder.Default,
+        threads: Optional[SupportsIndex] = None,
+        block_size: Optional[SupportsIndex] = None,
     ) -> None:
         """Creates the file, as `save_to` does; without a path there is none yet."""
         self._is_open = False
@@ -517,7 +531,14 @@ class Model:
         self._model = _writer.Model()
         if path is not None:
             self.save_to(
-                path, overwrite=overwrite, text1=text1, text2=text2, text3=text3, encoder=encoder
+                path,
+                overwrite=overwrite,
+                text1=text1,
+                text2=text2,
+                text3=text3,
+                encoder=encoder,
+                threads=threads,
+                block_size=block_size,
             )
 
     def save_to(
@@ -529,6 +550,8 @@ class Model:
         text2: Text = "",
         text3: Text = "",
         encoder: SupportsIndex = Encoder.Default,
+        threads: Optional[SupportsIndex] = None,
+        block_size: Optional[SupportsIndex] = None,
     ) -> None:
         """Creates the file and makes the model ready for adding.
 
@@ -539,10 +562,18 @@ class Model:
             text2: second text of the writing record; used only when the first is not empty.
             text3: carried along, and written nowhere.
             encoder: an `Encoder`: what compresses the file. Left alone, whoever runs the program chooses.
+            threads: how many threads of its own the model may start to compress full blocks while the
+                program goes on, 0 to 1024. `None` or a negative number stands for what the environment
+                variable MOXWRITER_THREADS says, and for 0 where that is not set. The bytes of the file
+                do not depend on it.
+            block_size: bytes from which on a block of the file is full, 1 to 4294967294. `None` or 0
+                stands for what the environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and for
+                209715200 (200 MiB) where that is not set.
 
         Raises:
             InvalidObjectState: "Not Empty": the model was saved and not closed since.
-            InvalidArguments: the encoder is not there; the detail says which ones are.
+            InvalidArguments: the encoder is not there, and the detail says which ones are; a number of
+                threads or a size of blocks that is out of its range.
             FileOpenException: "File exists.", and `overwrite` is false.
             MiscelleneousException: "Unable to open file ...": the system refuses.
 
@@ -550,7 +581,14 @@ class Model:
         """
         raw = _path(path)
         self._model.save_to(
-            raw, bool(overwrite), _bytes(text1), _bytes(text2), _bytes(text3), _signed(encoder)
+            raw,
+            bool(overwrite),
+            _bytes(text1),
+            _bytes(text2),
+            _bytes(text3),
+            _signed(encoder),
+            -1 if threads is None else _signed(threads),
+            0 if block_size is None else _size(block_size),
         )
         self._is_open = True
         self._name = os.fsdecode(raw) or "model"
@@ -752,6 +790,18 @@ class Model:
             self._is_open = False
             raise
         self._is_open = False
+
+    @property
+    def waited_seconds(self) -> float:
+        """How long calls of this model have waited for its threads since `save_to`, in seconds.
+
+        `close` is included once it has returned; 0 without threads. A program that waits for much of its
+        time gains by another thread, a faster encoder or smaller blocks.
+
+        Raises:
+            InvalidObjectState: another thread is writing.
+        """
+        return self._model.waited_seconds()
 
     @property
     def closed(self) -> bool:

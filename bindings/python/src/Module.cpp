@@ -92,7 +92,7 @@ std::vector<unsigned int> listOf(Array1d<unsigned int> const& ids)
 }
 
 void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& text1,
-            Text const& text2, Text const& text3, int encoder)
+            Text const& text2, Text const& text3, int encoder, int threads, std::uint64_t blockSize)
 {
     SaverOptions options;
     options.overwrite = overwrite;
@@ -100,6 +100,8 @@ void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& te
     options.text2 = text2;
     options.text3 = text3;
     options.encoder = static_cast<Encoder>(encoder);
+    options.threads = threads;
+    options.blockSize = blockSize;
     model.write([&](Model& open) { open.saveTo(path, options); });
 }
 
@@ -231,5 +233,9 @@ PYBIND11_MODULE(_writer, module)
         .def("add_components", Python::addComponents)
         .def("add_components_with_attributes", Python::addComponentsWithAttributes)
         .def("add_array_property", Python::addArrayProperty)
+        .def("waited_seconds",
+             [](SharedModel& model) {
+                 return model.run([](Model const& open) { return open.waitedSeconds(); });
+             })
         .def("close", [](SharedModel& model) { model.write([](Model& open) { open.close(); }); });
 }

@@ -1,6 +1,7 @@
 #include "Zyl2/Util/StridedValues.h"
 
 #include "Zyl2/Util/Shuffle.h"
+#include "Zyl2/Util/ShuffleKernels.h"
 #include "Zyl2/Util/StridedElements.h"
 #include "Zyl2/Util/Verdict.h"
 
@@ -21,8 +22,9 @@ constexpr std::size_t StoredSize = 4;
 
 /// \return the run's verdict
 template <typename From>
-Verdict<From> ConvertRun(unsigned char const* from, std::size_t count, std::ptrdiff_t fromStride,
-                         unsigned char* to, std::size_t toStride)
+[[gnu::always_inline]] inline Verdict<From> ConvertRun(unsigned char const* from, std::size_t count,
+                                                       std::ptrdiff_t fromStride, unsigned char* to,
+                                                       std::size_t toStride)
 {
     Verdict<From> verdict = 0;
     for (std::size_t at = 0; at < count; ++at, from += fromStride, to += toStride) {
@@ -31,6 +33,34 @@ Verdict<From> ConvertRun(unsigned char const* from, std::size_t count, std::ptrd
         std::memcpy(to, &value, StoredSize);
     }
     return verdict;
+}
+
+/// Values one behind the other.
+template <typename From>
+Verdict<From> ConvertWithBaseline(unsigned char const* from, std::size_t count, unsigned char* to)
+{
+    return ConvertRun<From>(from, count, sizeof(From), to, StoredSize);
+}
+
+#if defined(__x86_64__)
+/// The same, in registers twice as long.
+template <typename From>
+[[gnu::target("avx2")]] Verdict<From> ConvertWithAvx2(unsigned char const* from, std::size_t count,
+                                                      unsigned char* to)
+{
+    return ConvertRun<From>(from, count, sizeof(From), to, StoredSize);
+}
+#endif
+
+template <typename From>
+Verdict<From> ConvertContiguousRun(unsigned char const* from, std::size_t count, unsigned char* to)
+{
+#if defined(__x86_64__)
+    static auto* const convert = CpuHasAvx2() ? ConvertWithAvx2<From> : ConvertWithBaseline<From>;
+    return convert(from, count, to);
+#else
+    return ConvertWithBaseline<From>(from, count, to);
+#endif
 }
 
 template <typename From>
@@ -45,8 +75,7 @@ public:
     {
         unsigned char const* const first = PlaceOf(values_, part.firstRow, part.firstColumn);
         if (contiguous_ && part.columns == values_.width) {
-            verdict_ |=
-                ConvertRun<From>(first, part.rows * part.columns, sizeof(From), to, StoredSize);
+            verdict_ |= ConvertContiguousRun<From>(first, part.rows * part.columns, to);
             return;
         }
         for (std::size_t column = 0; column < part.columns; ++column)

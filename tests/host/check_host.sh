@@ -28,8 +28,10 @@ cmake --build "$library"
 rm -rf "$prefix" "$host" "$host-c"
 cmake --install "$library" --prefix "$prefix"
 
+with_mpi=OFF
+[[ -z $(find "$prefix" -name moxwriterMpiTargets.cmake) ]] || with_mpi=ON
 cmake -S "$source/tests/host/project" -B "$host" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
-    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix"
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix" -DWITH_MPI=$with_mpi
 cmake --build "$host"
 ctest --test-dir "$host" --output-on-failure --no-tests=error
 

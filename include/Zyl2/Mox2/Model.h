@@ -378,7 +378,7 @@ public:
     ///         whose nearest float is infinite, a negative integer, or one above 4294967295; its
     ///         row and column, counted from 0, are in the detail
     /// \throws Exception::InvalidArguments default text: rows, but a null pointer
-    /// \throws and what the forms above throw
+    /// \throws what the forms above throw
     template <typename ValuesT, typename ComponentT, typename StepT>
     typename IfViews<ValuesT, ComponentT, StepT>::type
     addArrayProperty(DatasetType type, ValuesT const& values, ComponentT const& components,
@@ -418,7 +418,7 @@ public:
     /// \pre open for writing
     /// \throws Exception::InvalidArguments default text: elements of another type; a piece of other
     ///         elements or columns than were announced, without rows, or of more than are missing
-    /// \throws and what `values` throws, and the forms above. When a piece is missing, the place of
+    /// \throws what `values` throws, and the forms above. When a piece is missing, the place of
     ///         the values is taken in the file, filled with zeros, and no dataset refers to it.
     void addArrayPieces(DatasetType type, ArrayPieces& values, IdsView const& components,
                         StepList const& steps, Attributes const& attributes = emptyAttributes());

@@ -39,6 +39,17 @@ void writeValues(hid_t parent, std::string const& name, hid_t type, void const* 
     dataset.close();
 }
 
+template <typename T>
+std::size_t readValues(hid_t parent, std::string const& name, hid_t type, std::vector<T>& values)
+{
+    HdfObject const dataset(H5Dopen2(parent, name.c_str(), H5P_DEFAULT), H5Dclose);
+    HdfObject const space(H5Dget_space(dataset.id()), H5Sclose);
+    auto const count = static_cast<std::size_t>(H5Sget_simple_extent_npoints(space.id()));
+    values.resize(std::max(values.size(), count));
+    check(H5Dread(dataset.id(), type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data()), "H5Dread");
+    return count;
+}
+
 } // namespace
 
 HdfObject::HdfObject(hid_t id, Close closeBy) : id_(id), close_(closeBy)
@@ -68,6 +79,11 @@ HdfObject createHdfFile(std::string const& path, HdfFormat format)
     return {H5Fcreate(path.c_str(), H5F_ACC_EXCL, H5P_DEFAULT, properties.id()), H5Fclose};
 }
 
+HdfObject openHdfFile(std::string const& path)
+{
+    return {H5Fopen(path.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose};
+}
+
 HdfObject createHdfGroup(hid_t parent, std::string const& name)
 {
     return {H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT), H5Gclose};
@@ -86,6 +102,17 @@ void writeHdfDataset(hid_t parent, std::string const& name,
 {
     writeValues(parent, name, H5T_NATIVE_UINT32, values.data(), {values.size() / width, width},
                 storage);
+}
+
+std::size_t readHdfDataset(hid_t parent, std::string const& name, std::vector<float>& values)
+{
+    return readValues(parent, name, H5T_NATIVE_FLOAT, values);
+}
+
+std::size_t readHdfDataset(hid_t parent, std::string const& name,
+                           std::vector<std::uint32_t>& values)
+{
+    return readValues(parent, name, H5T_NATIVE_UINT32, values);
 }
 
 } // namespace Bench

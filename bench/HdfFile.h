@@ -50,6 +50,8 @@ enum class HdfFormat
 
 HdfObject createHdfFile(std::string const& path, HdfFormat format = HdfFormat::Default);
 
+HdfObject openHdfFile(std::string const& path);
+
 HdfObject createHdfGroup(hid_t parent, std::string const& name);
 
 /// Writes a dataset of rows x width.
@@ -59,6 +61,14 @@ void writeHdfDataset(hid_t parent, std::string const& name, std::vector<float> c
 void writeHdfDataset(hid_t parent, std::string const& name,
                      std::vector<std::uint32_t> const& values, std::size_t width,
                      HdfStorage storage);
+
+/// Reads a dataset, whatever its shape is, into the front of a vector that is made larger where it
+/// has to be.
+/// \return how many values it has
+std::size_t readHdfDataset(hid_t parent, std::string const& name, std::vector<float>& values);
+/// \copydoc readHdfDataset
+std::size_t readHdfDataset(hid_t parent, std::string const& name,
+                           std::vector<std::uint32_t>& values);
 
 } // namespace Bench
 

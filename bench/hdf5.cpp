@@ -5,6 +5,8 @@
 #include "HostData.h"
 #include "Measurement.h"
 
+#include <stdexcept>
+
 using namespace Bench;
 
 namespace {
@@ -120,6 +122,68 @@ void writeSmallModels(Arguments const& arguments)
     });
 }
 
+/// One array, again and again, as (i) has it.
+void writeLargeResults(Arguments const& arguments)
+{
+    std::string const& folder = arguments.text("output");
+    std::size_t const datasets = arguments.number("datasets");
+    std::vector<float> values(arguments.number("bytes") / sizeof(float));
+    for (std::size_t row = 0; row < values.size(); ++row)
+        values[row] = largeResultValue(row);
+    measureWriting(folder, values.size() * sizeof(float) * datasets, [&] {
+        HdfObject file = createHdfFile(folder + "/large.h5");
+        for (std::size_t number = 0; number < datasets; ++number)
+            writeHdfDataset(file.id(), "Step " + std::to_string(number), values, 1,
+                            HdfStorage::Compressed);
+        file.close();
+    });
+}
+
+void requireAll(std::uint64_t bytes, Arguments const& arguments)
+{
+    if (bytes != arguments.number("bytes"))
+        throw std::runtime_error("other values were read than were written");
+}
+
+/// All of a transient result, each dataset into memory that is there already.
+void readTransient(Arguments const& arguments)
+{
+    std::size_t const steps = arguments.number("steps");
+    std::vector<float> floats;
+    std::vector<std::uint32_t> ids;
+    std::uint64_t count = 0;
+    measure(
+        arguments.number("bytes"),
+        [&] {
+            HdfObject file = openHdfFile(arguments.text("model"));
+            count += readHdfDataset(file.id(), "Coordinates", floats);
+            for (char const* name : {"Connectivity", "Polylength", "Node Ids", "Element IDs"})
+                count += readHdfDataset(file.id(), name, ids);
+            for (std::size_t step = 1; step <= steps; ++step)
+                for (char const* name : {"/Displacement", "/Stress"})
+                    count +=
+                        readHdfDataset(file.id(), "Step " + std::to_string(step) + name, floats);
+            file.close();
+        },
+        [&] { return count * sizeof(float); });
+    requireAll(count * sizeof(float), arguments);
+}
+
+void readOne(Arguments const& arguments)
+{
+    std::vector<float> values;
+    std::uint64_t count = 0;
+    measure(
+        arguments.number("bytes"),
+        [&] {
+            HdfObject file = openHdfFile(arguments.text("model"));
+            count = readHdfDataset(file.id(), "Step " + arguments.text("step"), values);
+            file.close();
+        },
+        [&] { return count * sizeof(float); });
+    requireAll(count * sizeof(float), arguments);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -131,5 +195,8 @@ int main(int argc, char** argv)
                         {"contiguous-parts", writeContiguousParts},
                         {"paths", writePathsInDefaultFormat},
                         {"paths-in-newest-format", writePathsInNewestFormat},
-                        {"small-models", writeSmallModels}});
+                        {"small-models", writeSmallModels},
+                        {"large-results", writeLargeResults},
+                        {"read-transient", readTransient},
+                        {"read-one", readOne}});
 }

@@ -18,6 +18,7 @@ class Programs:
     encoders: list = field(default_factory=list)
     """The encoders that it can be run with."""
     peers: dict = field(default_factory=dict)
+    read: Path = None
     limits: Path = None
     shuffle: Path = None
     bare_encoders: list = field(default_factory=list)
@@ -65,6 +66,7 @@ def build(root, encoders, jobs):
         encoders=[encoder for encoder in encoders if encoder in found_encoders(tree)],
         peers={peer: folder / f"bench_{peer}" for peer in PEERS
                if (folder / f"bench_{peer}").exists()},
+        read=folder / "bench_read",
         limits=folder / "bench_limits",
         shuffle=folder / "bench_shuffle",
         bare_encoders=[name for name in ("zlib", "libdeflate", "isal")

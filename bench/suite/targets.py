@@ -4,7 +4,7 @@ import operator
 import statistics
 from dataclasses import dataclass, field
 
-from workloads import ours
+from workloads import READ_BLOCK_SIZES, ours
 
 AT_LEAST, AT_MOST = ">=", "<="
 COMPARISONS = {AT_LEAST: operator.ge, AT_MOST: operator.le}
@@ -181,6 +181,22 @@ def computing_rows(entry, encoder):
                       *{"zlib": (AT_MOST, 0.1)}.get(encoder, ()))
 
 
+def reading_rows(entry, inflater):
+    compare = Comparer("h", inflater, entry["subjects"])
+    limit = {"zlib": (AT_MOST, 0.8), "libdeflate": (AT_MOST, 0.5)}.get(inflater, ())
+    yield compare.row("time of reading all / HDF5", TIME, f"moxread {inflater}", "HDF5", *limit)
+
+
+def reading_one_rows(entry, inflater):
+    compare = Comparer("i", inflater, entry["subjects"])
+    for name in READ_BLOCK_SIZES:
+        # The reader takes libdeflate where it is there.
+        is_aimed_at = inflater == "libdeflate" and name == "16 MiB"
+        yield compare.row(f"blocks of {name}: time of reading one dataset / HDF5", TIME,
+                          f"moxread {inflater}, {name}", "HDF5",
+                          *((AT_MOST, 1.5) if is_aimed_at else ()))
+
+
 def in_large_pages(size):
     return -(-size // LARGE_PAGE) * LARGE_PAGE
 
@@ -220,7 +236,8 @@ def thread_rows(entry, encoder):
 
 
 MAKERS = {"a": transient_rows, "b": part_rows, "c": path_rows, "d": model_rows, "e": large_rows,
-          "f": transient_in_threads_rows, "g": computing_rows, "threads": thread_rows}
+          "f": transient_in_threads_rows, "g": computing_rows, "h": reading_rows,
+          "i": reading_one_rows, "threads": thread_rows}
 
 
 def rows(measured):

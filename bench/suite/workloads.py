@@ -2,6 +2,7 @@
 
 import json
 import os
+import shutil
 import subprocess
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -15,6 +16,8 @@ KEYS = {
     "e": "memory for large datasets",
     "f": "a transient result, compressed by threads",
     "g": "a host that computes meanwhile",
+    "h": "reading a transient result",
+    "i": "reading one dataset of many",
     "threads": "paths, small and several models, with threads and without",
     "shuffle": "sorting values into byte planes",
 }
@@ -27,6 +30,8 @@ SIZES = {
     "e": {"bytes": 256 << 20, "few": 10, "many": 40, "block_limit": None},
     "f": {"edge": 100, "steps": 20},
     "g": {"edge": 100, "steps": 20},
+    "h": {"edge": 100, "steps": 20},
+    "i": {"bytes": 4000000, "datasets": 500},
     "threads": {"groups": 1000, "shapes": 1000, "models": 1000, "large_edge": 100, "large_steps": 4,
                 "bytes": 64 << 20},
     "shuffle": {},
@@ -41,6 +46,8 @@ QUICK_SIZES = {
     "e": {"bytes": 48 << 20, "few": 2, "many": 4, "block_limit": 40 << 20},
     "f": {"edge": 40, "steps": 8},
     "g": {"edge": 40, "steps": 8},
+    "h": {"edge": 40, "steps": 8},
+    "i": {"bytes": 400000, "datasets": 50},
     "threads": {"groups": 20, "shapes": 100, "models": 10, "large_edge": 40, "large_steps": 4,
                 "bytes": 24 << 20},
     "shuffle": {},
@@ -233,6 +240,70 @@ def computing_host(programs, encoders, sizes, _folder):
         for encoder in encoders if encoder != "isal" for count in (0, 1)])
 
 
+def bytes_of_transient(edge, steps):
+    nodes, cells = edge**3, (edge - 1)**3
+    mesh = nodes * (3 + 1) + cells * (8 + 1 + 1)
+    return 4 * (mesh + steps * nodes * (3 + 6))
+
+
+def make(program, workload, sizes, folder, environment=None):
+    """Writes what is read later."""
+    folder.mkdir(parents=True)
+    subprocess.run([*command(program, workload, sizes), "--output", folder], check=True,
+                   stdout=subprocess.DEVNULL, env={**os.environ, **(environment or {})})
+
+
+# zlib's streams are what HDF5 has.
+def written_for_reading(block_size):
+    return {"MOXWRITER_ENCODER": "zlib", "MOXWRITER_THREADS": "2",
+            "MOXWRITER_DEFAULT_BLOCK_SIZE": str(block_size)}
+
+
+def reading_all(programs, inflaters, sizes, folder):
+    here = folder / "reading"
+    model = here / "ours" / "result.mox"
+
+    def prepare():
+        make(programs.moxwriter, "transient", sizes, model.parent, written_for_reading(BLOCK_SIZE))
+        if "hdf5" in programs.peers:
+            make(programs.peers["hdf5"], "transient", sizes, here / "hdf5")
+
+    flags = {"bytes": bytes_of_transient(**sizes)}
+    subjects = of_hdf5(programs, "HDF5", "read-transient",
+                       {**flags, "steps": sizes["steps"], "model": here / "hdf5" / "result.h5"})
+    subjects += [Subject(f"moxread {inflater}",
+                         command(programs.read, "all",
+                                 {**flags, "inflater": inflater, "model": model}))
+                 for inflater in inflaters]
+    return Workload("h", sizes, subjects, prepare=prepare,
+                    clean_up=lambda: shutil.rmtree(here))
+
+
+# Of the model that one dataset is read from, in bytes.
+READ_BLOCK_SIZES = {"1 MiB": 1 << 20, "16 MiB": 16 << 20, "200 MiB": 200 << 20}
+
+
+def reading_one(programs, inflaters, sizes, folder):
+    here = folder / "reading"
+
+    def prepare():
+        for name, size in READ_BLOCK_SIZES.items():
+            make(programs.moxwriter, "large-results", sizes, here / name, written_for_reading(size))
+        if "hdf5" in programs.peers:
+            make(programs.peers["hdf5"], "large-results", sizes, here / "hdf5")
+
+    flags = {"bytes": sizes["bytes"], "step": sizes["datasets"] // 2}
+    subjects = of_hdf5(programs, "HDF5", "read-one",
+                       {**flags, "model": here / "hdf5" / "large.h5"})
+    subjects += [Subject(f"moxread {inflater}, {name}",
+                         command(programs.read, "one",
+                                 {**flags, "inflater": inflater,
+                                  "model": here / name / "large.mox"}))
+                 for inflater in inflaters for name in READ_BLOCK_SIZES]
+    return Workload("i", sizes, subjects, prepare=prepare,
+                    clean_up=lambda: shutil.rmtree(here))
+
+
 def threads_elsewhere(programs, _encoders, sizes, _folder):
     quick = is_quick("threads", sizes)
     flags = {"paths": {"groups": sizes["groups"], "shapes": sizes["shapes"]},
@@ -273,7 +344,8 @@ def shuffling(programs, _encoders, sizes, folder):
 
 
 MAKERS = {"a": transient, "b": parts, "c": paths, "d": small_models, "e": large_results,
-          "f": transient_in_threads, "g": computing_host, "threads": threads_elsewhere,
+          "f": transient_in_threads, "g": computing_host,
+          "h": reading_all, "i": reading_one, "threads": threads_elsewhere,
           "shuffle": shuffling}
 
 

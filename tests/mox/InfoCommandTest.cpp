@@ -1,6 +1,7 @@
 #include "mox/commands/InfoCommand.h"
 
 #include "mox/ModelFile.h"
+#include "mox/Outcome.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
 
@@ -17,13 +18,6 @@ namespace {
 
 using Mox::InfoArguments;
 using Mox::showInfo;
-
-struct Outcome
-{
-    int status = 0;
-    std::string out;
-    std::string err;
-};
 
 Outcome infoOf(std::string const& content, bool json)
 {

@@ -1,6 +1,7 @@
 #include "mox/commands/LsCommand.h"
 
 #include "mox/ModelFile.h"
+#include "mox/Outcome.h"
 #include "moxread/Bytes.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
@@ -20,13 +21,6 @@ namespace {
 
 using Mox::listFile;
 using Mox::LsArguments;
-
-struct Outcome
-{
-    int status = 0;
-    std::string out;
-    std::string err;
-};
 
 Outcome listedFile(std::string const& path, std::optional<std::string> const& node, bool json)
 {

@@ -1,5 +1,6 @@
 #include "mox/commands/VerifyCommand.h"
 
+#include "mox/Outcome.h"
 #include "moxread/Sample.h"
 #include "moxread/TestFile.h"
 
@@ -39,13 +40,6 @@ TEST(VerifyCommand, ABadFileGetsOneLineOnTheErrorStream)
 }
 
 namespace {
-
-struct Outcome
-{
-    int status = 0;
-    std::string out;
-    std::string err;
-};
 
 Outcome verdictOn(std::vector<std::string> const& files, bool json)
 {

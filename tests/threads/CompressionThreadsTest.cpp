@@ -150,7 +150,8 @@ TEST_F(CompressionThreadsTest, LeaveNoTraceInTheFile)
 {
     // More of them are a matter of time.
     char const* const wanted = std::getenv("MOXWRITER_RANDOM_HOSTS");
-    unsigned long const hosts = wanted == nullptr ? 12 : std::strtoul(wanted, nullptr, 10);
+    unsigned long const hosts =
+        wanted == nullptr ? RANDOM_HOSTS : std::strtoul(wanted, nullptr, 10);
     std::string const other = folder.File("b.mox");
     for (unsigned int seed = 1; seed <= hosts; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

@@ -451,6 +451,19 @@ public:
     /// \post after a failure the file is closed; a second call, the destructor's too, ends quietly
     void close();
 
+    /// Waits until all that was added so far is on the disk, so that `mox recover` gives it back
+    /// after a loss of power, too. What survives the process alone needs no checkpoint: see
+    /// `SaverOptions::recoverable`. The model is as it was.
+    ///
+    /// \return whether it is; false, without waiting, for a model that can't be recovered, or has
+    /// no
+    ///         file: so a host may call it and leave the choice to its users
+    /// \pre open for writing
+    /// \throws Exception::InvalidObjectState "File not open."
+    /// \throws Exception::FileWriteException "Unable to write to file": the system says that it is
+    ///         not on the disk
+    bool checkpoint();
+
     /// How long calls of this model have waited for its threads since `saveTo`, `close` included
     /// once it has returned. A host that waits for much of its time gains by another thread, a
     /// faster encoder or smaller blocks; one that doesn't wait has enough of them.

@@ -12,7 +12,9 @@ namespace Mox2 {
 /// How `Model::saveTo` opens a file and signs it, and how the file is compressed.
 struct SaverOptions
 {
-    SaverOptions() : overwrite(false), encoder(Encoder::Default), threads(-1), blockSize(0) {}
+    SaverOptions()
+        : overwrite(false), encoder(Encoder::Default), threads(-1), blockSize(0), recoverable(-1)
+    {}
 
     /// When false, an existing file at the path is an error.
     bool overwrite;
@@ -33,6 +35,12 @@ struct SaverOptions
     /// what the environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and for 209715200 (200 MiB)
     /// where that is not set. Threads have something to do as soon as one block is full.
     std::uint64_t blockSize;
+    /// Whether what was added survives the process: 1 or `true`, 0 or `false`. A negative number,
+    /// the default, stands for what the environment variable MOXWRITER_RECOVERABLE says (1 or 0),
+    /// and for 0 where that is not set or empty. Beside the file there is then a folder, which has
+    /// its name and ".recovery" behind it, until the file is closed; `mox recover` makes a whole
+    /// file of both. The bytes of the file do not depend on it.
+    int recoverable;
 };
 
 } // namespace Mox2

@@ -109,6 +109,25 @@ inline constexpr Site<FileOpenException> WideFileExists{
     "File exists.", Source, 124, "void Zyl2Wvf::WvFile::OpenFileForWriting(const wstring&, bool)"};
 } // namespace WvFile
 
+namespace Recovery {
+inline constexpr char const* Source = "Zyl2/Wvf/Recovery";
+/// The path and a quote follow the text.
+inline constexpr Site<MiscelleneousException> NotOpened{
+    "Unable to open file \"", Source, 1,
+    "Zyl2Wvf::RecoveryFolder Zyl2Wvf::RecoveryFolder::Make(const std::string&, bool)"};
+inline constexpr Site<FileOpenException> EarlierRun{
+    "File exists.", Source, 2,
+    "Zyl2Wvf::RecoveryFolder Zyl2Wvf::RecoveryFolder::Make(const std::string&, bool)"};
+inline constexpr Site<FileWriteException> NoRoomForLog{
+    "Unable to write to file", Source, 3, "void Zyl2Wvf::RecoveryLog::Reserve(std::size_t)"};
+inline constexpr Site<FileWriteException> NotKept{"Unable to write to file", Source, 4,
+                                                  "void Zyl2Wvf::KeptBlocks::Keep()"};
+inline constexpr Site<FileWriteException> NotRecorded{
+    "Unable to write to file", Source, 5, "void Zyl2::Mox2::Recovery::Recorder::begin()"};
+inline constexpr Site<MiscelleneousException> NotRecovered{
+    "Unable to recover", Source, 6, "Zyl2::Mox2::RecoveredRun Zyl2::Mox2::recoverRun()"};
+} // namespace Recovery
+
 namespace AdtTree {
 inline constexpr char const* Source = "Zyl2/Adt/AdtTree";
 inline constexpr Site<KeyNotFound> NoSuchChild{nullptr, Source, 106, nullptr};
@@ -206,6 +225,7 @@ inline constexpr char const* ExtractFrom =
 inline constexpr Site<InvalidArguments> NoSuchEncoder{nullptr, Source, 21, ExtractFrom};
 inline constexpr Site<InvalidArguments> TooManyThreads{nullptr, Source, 22, ExtractFrom};
 inline constexpr Site<InvalidArguments> BlockTooLarge{nullptr, Source, 23, ExtractFrom};
+inline constexpr Site<InvalidArguments> NeitherYesNorNo{nullptr, Source, 24, ExtractFrom};
 } // namespace Saver
 
 namespace Model {

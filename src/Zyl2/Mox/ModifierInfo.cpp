@@ -22,9 +22,8 @@ namespace Zyl2Mox {
 
 namespace {
 
-std::string LocalTimeStamp()
+std::string LocalTimeStamp(std::time_t now)
 {
-    std::time_t const now = std::time(nullptr);
     std::tm local{};
     // The host may have changed its time zone, which localtime_r alone need not notice.
     tzset();
@@ -72,13 +71,24 @@ void ModifierInfo::SetTexts(std::string const& text1, std::string const& text2)
     text2_ = text2;
 }
 
+std::string ModifierInfo::OwnHostName()
+{
+    return HostName();
+}
+
+std::string ModifierInfo::OwnLoginName()
+{
+    return LoginName({});
+}
+
 void ModifierInfo::Update(std::string const& formatVersion, std::string const& text)
 {
     formatVersion_ = formatVersion;
-    timeStamp_ = LocalTimeStamp();
+    timeStamp_ =
+        LocalTimeStamp(writing_ ? static_cast<std::time_t>(writing_->time) : std::time(nullptr));
     if (flag_ != 0) {
-        hostName_ = HostName();
-        loginName_ = LoginName(loginName_);
+        hostName_ = writing_ ? writing_->hostName : HostName();
+        loginName_ = writing_ ? writing_->loginName : LoginName(loginName_);
     }
     text_ = text;
 }

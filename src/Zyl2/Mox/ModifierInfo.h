@@ -4,6 +4,7 @@
 #include "Zyl2/Wvf/Block.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,17 @@ public:
     void SetFlag(std::uint8_t flag) { flag_ = flag; }
     std::uint8_t GetFlag() const { return flag_; }
 
+    /// From now on `Update` notes that the writing was done then, there and by that user.
+    /// \param time seconds since 1970
+    void SetWriting(std::int64_t time, std::string const& hostName, std::string const& loginName)
+    {
+        writing_ = Writing{time, hostName, loginName};
+    }
+
+    /// Names of this host and of the user who is logged in, as `Update` notes them.
+    static std::string OwnHostName();
+    static std::string OwnLoginName();
+
     /// Notes format version and text, the time and, if the flag is set, host and login name.
     void Update(std::string const& formatVersion, std::string const& text);
 
@@ -34,6 +46,14 @@ public:
     std::string const& GetText() const { return text_; }
 
 private:
+    struct Writing
+    {
+        std::int64_t time;
+        std::string hostName;
+        std::string loginName;
+    };
+
+    std::optional<Writing> writing_;
     std::uint8_t flag_ = 1;
     std::string text1_;
     std::string text2_;

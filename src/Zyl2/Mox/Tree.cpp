@@ -222,6 +222,13 @@ std::optional<BlockPositionType> Tree::WriteStreamDataset(Zyl2Util::StridedValue
     return WriteDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width, put);
 }
 
+BlockPositionType Tree::WriteStreamDataset(ShuffledValues const& values)
+{
+    std::size_t const bytes = values.rows * values.width * ValueSize;
+    return WriteWholeDataset(BOOST_CURRENT_FUNCTION, values.rows, values.width,
+                             [&](unsigned char* place) { std::memcpy(place, values.data, bytes); });
+}
+
 /// \param fill writes the shuffled values to the place that it is given
 template <typename FillT>
 BlockPositionType Tree::WriteWholeDataset(char const* function, std::size_t rows, std::size_t width,
@@ -263,6 +270,7 @@ std::optional<BlockPositionType> Tree::WriteDataset(char const* function, std::s
         return position;
     if (!put(index, values * ValueSize))
         return std::nullopt;
+    index.NoteFilled(BlockNames::HeavyData, position, values * ValueSize);
     index.FlushFrozen(file_.GetStream());
     return position;
 }

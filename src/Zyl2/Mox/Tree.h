@@ -9,6 +9,7 @@
 #include "Zyl2/Mox/NumericArray.h"
 #include "Zyl2/Mox/ResultAttributes.h"
 #include "Zyl2/Mox/Shape.h"
+#include "Zyl2/Mox/ShuffledValues.h"
 #include "Zyl2/Util/AttributeList.h"
 #include "Zyl2/Util/StridedValues.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -52,6 +53,9 @@ public:
     /// A tree that holds the root, without a node.
     Tree();
     ~Tree();
+
+    /// Makes a node current, and be it none, as it was when a call began that is made again.
+    void RestoreCurrentId(unsigned int id) { SetCurrentIdUnchecked(id); }
 
     /// Gives the root a group. The root becomes current.
     /// \throws InvalidObjectState "Root node properties are already set"
@@ -113,6 +117,9 @@ public:
     BlockPositionType
     WriteStreamDataset(std::size_t rows, std::size_t width,
                        std::function<Zyl2Util::StridedValues(std::size_t missing)> const& next);
+
+    /// The same for values that were shuffled before.
+    BlockPositionType WriteStreamDataset(ShuffledValues const& values);
 
     /// Writes all records and their nodes into the blocks of `file`.
     void SaveTree(Zyl2Wvf::WvFile& file);

@@ -89,6 +89,9 @@ using DatasetOf = ArrayProperty<Data::Data<typename PublicArrayT::Impl::ArrayTyp
 /// The dataset of values that the host holds.
 using ViewedDataset = ArrayProperty<Data::Data<ArrayView, Attributes>>;
 
+/// The dataset of values that a recovery has found.
+using RecoveredDataset = ArrayProperty<Data::Data<Recovery::RecoveredArray, Attributes>>;
+
 } // namespace Mox2
 } // namespace Zyl2
 

@@ -1,6 +1,7 @@
 #include "Zyl2/Mox2/Database.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mox2/Recovery/Recorder.h"
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -45,9 +46,34 @@ void Database::close()
     writtenInVain_ = false;
     if (tree == nullptr)
         return;
+    bool const hasFile = tree->GetFile().GetStream() != nullptr;
+    if (recorder != nullptr && hasFile)
+        noteClosing();
     if (openedForWriting)
         tree->FlushAndClose(tree->GetFile(), "");
+    if (recorder != nullptr && hasFile && !tree->GetFile().HasLostItsName())
+        recorder->forget();
     forgetTree();
+}
+
+/// When it can't be noted the file is closed all the same, as after any failure of `close`.
+void Database::noteClosing()
+{
+    try {
+        recorder->close();
+    } catch (...) {
+        tree->GetFile().CloseFile();
+        throw;
+    }
+}
+
+bool Database::checkpoint()
+{
+    assertOpenedForWriting();
+    if (recorder == nullptr)
+        return false;
+    recorder->checkpoint(tree->GetFile().GetStream());
+    return true;
 }
 
 void Database::closeOrForget()
@@ -75,6 +101,7 @@ void Database::forgetTree()
     writtenInVain_ = tree->GetFile().HasLostItsName();
     waitedSeconds_ = waitedSeconds();
     forgetDatasetPositions();
+    recorder.reset();
     tree.reset();
     accessMode = 1;
     openedForWriting = false;

@@ -10,6 +10,10 @@
 namespace Zyl2 {
 namespace Mox2 {
 
+namespace Recovery {
+class Recorder;
+}
+
 /// Holds the tree of the model that is being written; empty before a saver has run and after
 /// `close`.
 class Database : public Base::Database
@@ -32,6 +36,8 @@ public:
 
     std::shared_ptr<Zyl2Mox::Tree> tree;
     bool openedForReading = false;
+    /// Notes the calls of a model that can be recovered; null for one that can not.
+    std::unique_ptr<Recovery::Recorder> recorder;
     /// From the moment a saver has made the tree until `close`.
     bool openedForWriting = false;
     std::int32_t accessMode = 1;
@@ -49,6 +55,12 @@ public:
     /// Drops the tree and lets go of the file as it is.
     void abandon() noexcept;
 
+    /// Waits until all that was added can be had after a loss of power, too.
+    /// \return false, without waiting, where the model can't be recovered anyway
+    /// \throws InvalidObjectState "File not open."
+    /// \throws FileWriteException the system says that it is not on the disk
+    bool checkpoint();
+
     /// Seconds that this model's calls have waited for threads since it was saved, `close`
     /// included.
     double waitedSeconds() const;
@@ -56,6 +68,7 @@ public:
 private:
     void forgetDatasetPositions();
     void forgetTree();
+    void noteClosing();
 
     bool writtenInVain_ = false;
     /// Of the tree that was dropped last.

@@ -11,6 +11,7 @@
 #include "Zyl2/Mox2/GetStepList.h"
 #include "Zyl2/Mox2/Modifier/CurrentNodeId.h"
 #include "Zyl2/Mox2/Modifier/NodeData.h"
+#include "Zyl2/Mox2/Recovery/Recorder.h"
 #include "Zyl2/Mox2/Saver.h"
 
 #include <utility>
@@ -19,6 +20,8 @@ namespace Zyl2 {
 namespace Mox2 {
 
 namespace {
+
+using Recovery::CallKind;
 
 /// Joins names that may hold any other character.
 char const* const nameSeparator = "\x1E";
@@ -29,13 +32,23 @@ void save(Database& database, Base::File file, SaverOptions const& options)
     Saver(file, options).extractFrom(database);
 }
 
+/// Runs a command that changes the model; where that can be recovered, the call is noted.
+template <typename CommandT>
+void run(CommandT& command, CallKind kind, Database& database)
+{
+    if (database.recorder == nullptr)
+        command.update(database);
+    else
+        database.recorder->run(command, kind, database);
+}
+
 template <typename ContainerT>
-Array1d<unsigned int> addComponents(Database& database, ContainerT const& paths,
+Array1d<unsigned int> addComponents(Database& database, ContainerT const& paths, CallKind kind,
                                     std::string const& separator)
 {
     Adder::Components<ContainerT, ComponentArray> components(paths, nameSeparator);
     components.separator = separator;
-    components.update(database);
+    run(components, kind, database);
     ComponentArray const& ids = components.ids;
     return Array1d<unsigned int>(ids.data(), ids.data() + ids.size());
 }
@@ -49,7 +62,7 @@ void addDataset(Database& database, DatasetT const& dataset, ComponentArray cons
     // Single ids and steps come through storage that this thread's next conversion overwrites.
     adder.components = components;
     adder.steps = getStepList(steps);
-    adder.update(database);
+    run(adder, CallKind::AddArray, database);
 }
 
 ComponentArray componentsFrom(IdsView const& ids)
@@ -82,7 +95,7 @@ void addInPieces(Database& database, std::string const* name, DatasetType type, 
     adder.components = componentsFrom(components);
     adder.steps = getStepList(steps);
     adder.pieces = &values;
-    adder.update(database);
+    run(adder, CallKind::AddArray, database);
 }
 
 } // namespace
@@ -159,14 +172,15 @@ void Model::saveTo(wchar_t const* path, SaverOptions const& options)
 unsigned int Model::addNode(NodeType type, std::string const& name, Attributes const& attributes)
 {
     Adder::Node adder(type, name, attributes);
-    adder.update(database());
+    run(adder, CallKind::AddNode, database());
     return adder.getId();
 }
 
 void Model::setNodeData(unsigned int id, NodeProperties const& properties,
                         Attributes const& attributes)
 {
-    Modifier::NodeData(id, properties, attributes).update(database());
+    Modifier::NodeData nodeData(id, properties, attributes);
+    run(nodeData, CallKind::SetNodeData, database());
 }
 
 unsigned int Model::getNodeId(std::string const& path, std::string const& separator)
@@ -200,14 +214,14 @@ unsigned int Model::moveToParentNode()
 Array1d<unsigned int> Model::addAssemblyComponents(std::vector<std::string> const& names,
                                                    std::string const& separator)
 {
-    return addComponents(database(), names, separator);
+    return addComponents(database(), names, CallKind::AddPaths, separator);
 }
 
 Array1d<unsigned int>
 Model::addAssemblyComponents(std::map<std::string, Attributes> const& components,
                              std::string const& separator)
 {
-    return addComponents(database(), components, separator);
+    return addComponents(database(), components, CallKind::AddComponents, separator);
 }
 
 template <typename ArrayT, typename ComponentT, typename StepT>
@@ -268,6 +282,11 @@ void Model::close()
     if (database_->hasWrittenInVain())
         Exception::raise(Exception::Sites::Model::WrittenInVain,
                          "the file was removed or replaced while it was being written");
+}
+
+bool Model::checkpoint()
+{
+    return database().checkpoint();
 }
 
 double Model::waitedSeconds() const

@@ -16,6 +16,7 @@ namespace Sites = Exception::Sites::Saver;
 
 constexpr char const* encoderVariable = "MOXWRITER_ENCODER";
 constexpr char const* threadsVariable = "MOXWRITER_THREADS";
+constexpr char const* recoverableVariable = "MOXWRITER_RECOVERABLE";
 constexpr unsigned int mostThreads = 1024;
 /// A block is full at such a length; what is put into it last may be as long again.
 constexpr std::uint64_t largestBlock = 4294967294;
@@ -111,11 +112,29 @@ std::optional<std::uint32_t> chosenBlockSize(std::uint64_t bytes)
     return static_cast<std::uint32_t>(bytes);
 }
 
+[[noreturn]] void refuseRecoverable(std::string const& request)
+{
+    Exception::raise(
+        Sites::NeitherYesNorNo,
+        Exception::sentence(request, ", and a run is recoverable with 1, and not with 0"));
+}
+
+bool chosenRecoverable(int recoverable)
+{
+    if (recoverable >= 0)
+        return recoverable != 0;
+    std::string_view const text = environment(recoverableVariable);
+    if (!text.empty() && text != "0" && text != "1")
+        refuseRecoverable(std::string(recoverableVariable) + " is \"" + std::string(text) + '"');
+    return text == "1";
+}
+
 } // namespace
 
 SaveSettings::SaveSettings(SaverOptions const& options)
     : encoder(chosenEncoder(options.encoder)), threads(chosenThreads(options.threads)),
-      blockSize(chosenBlockSize(options.blockSize))
+      blockSize(chosenBlockSize(options.blockSize)),
+      isRecoverable(chosenRecoverable(options.recoverable))
 {}
 
 } // namespace Mox2

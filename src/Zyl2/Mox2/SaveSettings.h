@@ -21,6 +21,7 @@ struct SaveSettings
     unsigned int threads;
     /// Bytes; nothing where each key has to look into the environment for itself.
     std::optional<std::uint32_t> blockSize;
+    bool isRecoverable;
 };
 
 } // namespace Mox2

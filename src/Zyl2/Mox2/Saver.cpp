@@ -1,7 +1,14 @@
 #include "Zyl2/Mox2/Saver.h"
 
+#include "Zyl2/Mox/BlockNames.h"
+#include "Zyl2/Mox2/Recovery/Recorder.h"
 #include "Zyl2/Mox2/SaveSettings.h"
+#include "Zyl2/Util/Files.h"
 #include "Zyl2/Wvf/Globals.h"
+#include "Zyl2/Wvf/KeptBlocks.h"
+
+#include <memory>
+#include <utility>
 
 namespace Zyl2 {
 namespace Mox2 {
@@ -18,6 +25,9 @@ void Saver::extractFrom(Database& database)
     database.tree = std::make_shared<Zyl2Mox::Tree>();
 
     Zyl2Mox::Tree& tree = *database.tree;
+    std::unique_ptr<Zyl2Wvf::KeptBlocks> kept;
+    if (settings.isRecoverable && hasFile())
+        kept = std::make_unique<Zyl2Wvf::KeptBlocks>(path(), options.overwrite);
     Zyl2Wvf::Index& index = tree.GetFile().GetIndex();
     index.SetEncoder(settings.encoder);
     if (settings.blockSize)
@@ -27,9 +37,24 @@ void Saver::extractFrom(Database& database)
         tree.GetFile().WriteHeader();
         if (settings.threads != 0)
             index.CompressInThreads(settings.threads, tree.GetFile().GetStream());
+        if (kept != nullptr) {
+            database.recorder = std::make_unique<Recovery::Recorder>(*kept, settings, options);
+            tree.GetFile().KeepUnsaved(Zyl2Mox::BlockNames::HeavyData, std::move(kept));
+        }
     }
     if (!options.text1.empty())
         tree.GetScratchModifierInfo().SetTexts(options.text1, options.text2);
+}
+
+bool Saver::hasFile() const
+{
+    return !getFile().path.empty() || !getFile().widePath.empty();
+}
+
+/// As the system knows it.
+std::string Saver::path() const
+{
+    return getFile().path.empty() ? Zyl2Util::Narrowed(getFile().widePath) : getFile().path;
 }
 
 /// \return whether there is a file; without a path there is none

@@ -26,6 +26,8 @@ public:
     virtual void extractFrom(Database& database);
 
 private:
+    bool hasFile() const;
+    std::string path() const;
     bool openFile(Zyl2Mox::Tree& tree) const;
 };
 

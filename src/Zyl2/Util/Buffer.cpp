@@ -49,7 +49,8 @@ unsigned char* MoveToPages(unsigned char* data, std::size_t oldSize, std::size_t
 } // namespace
 
 Buffer::Buffer(Buffer&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0U))
+    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0U)),
+      isBorrowed_(std::exchange(other.isBorrowed_, false))
 {}
 
 Buffer& Buffer::operator=(Buffer&& other) noexcept
@@ -57,15 +58,27 @@ Buffer& Buffer::operator=(Buffer&& other) noexcept
     Buffer taken(std::move(other));
     std::swap(data_, taken.data_);
     std::swap(size_, taken.size_);
+    std::swap(isBorrowed_, taken.isBorrowed_);
     return *this;
 }
 
 Buffer::~Buffer()
 {
+    if (isBorrowed_)
+        return;
     if (IsMapped())
         munmap(data_, size_);
     else
         std::free(data_);
+}
+
+Buffer Buffer::Borrow(unsigned char* data, std::size_t size) noexcept
+{
+    Buffer borrowed;
+    borrowed.data_ = data;
+    borrowed.size_ = size;
+    borrowed.isBorrowed_ = true;
+    return borrowed;
 }
 
 bool Buffer::Grow(std::size_t size) noexcept
@@ -73,6 +86,8 @@ bool Buffer::Grow(std::size_t size) noexcept
     // realloc may release the buffer when asked for nothing.
     if (size <= size_)
         return true;
+    if (isBorrowed_)
+        return false;
     unsigned char* grown = nullptr;
     if (size < LargeSize)
         grown = static_cast<unsigned char*>(std::realloc(data_, size));
@@ -88,7 +103,7 @@ bool Buffer::Grow(std::size_t size) noexcept
 void Buffer::Shrink(std::size_t size) noexcept
 {
     std::size_t const kept = std::max(size, LargeSize);
-    if (kept >= size_)
+    if (kept >= size_ || isBorrowed_)
         return;
 #ifdef MREMAP_MAYMOVE
     if (mremap(data_, size_, kept, 0) == data_)

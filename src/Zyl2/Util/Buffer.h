@@ -22,6 +22,10 @@ public:
     Buffer& operator=(Buffer const&) = delete;
     ~Buffer();
 
+    /// A buffer over memory that somebody else holds for as long as it is used. It doesn't grow,
+    /// and releases nothing.
+    static Buffer Borrow(unsigned char* data, std::size_t size) noexcept;
+
     /// Gives the buffer `size` bytes, not fewer than it has. What it held stays.
     /// \return whether there was memory; without, nothing changes
     bool Grow(std::size_t size) noexcept;
@@ -36,12 +40,14 @@ public:
 
     unsigned char* GetData() const noexcept { return data_; }
     std::size_t GetSize() const noexcept { return size_; }
+    bool IsBorrowed() const noexcept { return isBorrowed_; }
 
 private:
-    bool IsMapped() const noexcept { return size_ >= LargeSize; }
+    bool IsMapped() const noexcept { return size_ >= LargeSize && !isBorrowed_; }
 
     unsigned char* data_ = nullptr;
     std::size_t size_ = 0;
+    bool isBorrowed_ = false;
 };
 
 } // namespace Zyl2Util

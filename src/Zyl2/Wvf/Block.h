@@ -88,6 +88,7 @@ public:
     /// goes to the end.
     void Adopt(Zyl2Util::Buffer buffer, std::uint32_t length) noexcept;
 
+    Zyl2Util::Buffer const& GetBuffer() const noexcept { return buffer_; }
     unsigned char const* GetData() const noexcept { return buffer_.GetData(); }
     std::uint64_t GetCapacity() const noexcept { return buffer_.GetSize(); }
     std::uint32_t GetLength() const noexcept { return length_; }

@@ -2,8 +2,10 @@
 
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Log/Statement.h"
+#include "Zyl2/Wvf/BlockKeeper.h"
 #include "Zyl2/Wvf/BlockZlibCompressor.h"
 #include "Zyl2/Wvf/CompressionThreads.h"
+#include "Zyl2/Wvf/KnownStreams.h"
 
 #include <optional>
 #include <utility>
@@ -36,6 +38,30 @@ void Log(char const* function, unsigned long line, Pieces const&... pieces)
 {
     Zyl2::Log::write(Sites::Source, function, line, pieces...);
 }
+
+/// Content that a keeper holds does not go with the block's buffer.
+class KeptContent
+{
+public:
+    explicit KeptContent(Block const& block)
+        : data_(block.GetBuffer().IsBorrowed() ? block.GetBuffer().GetData() : nullptr),
+          capacity_(block.GetCapacity()), length_(block.GetLength())
+    {}
+
+    /// \return whether there is some
+    bool Restore(Block& block) const
+    {
+        if (data_ == nullptr)
+            return false;
+        block.Adopt(Zyl2Util::Buffer::Borrow(data_, capacity_), length_);
+        return true;
+    }
+
+private:
+    unsigned char* data_;
+    std::size_t capacity_;
+    std::uint32_t length_;
+};
 
 } // namespace
 
@@ -73,6 +99,7 @@ void BlockSaver::WriteBuffer(std::size_t slot, std::FILE* stream)
         else
             item.state = State::Open;
         SaveBlock(slot, stream);
+        TellKeeper(slot, length, stream);
     } catch (...) {
         if (!item.IsFrozen())
             item.state = State::Open;
@@ -110,11 +137,42 @@ void BlockSaver::Compress(std::size_t slot)
         return;
     Block& block = slots_.GetBlock(slot);
     std::uint32_t const length = block.GetLength();
-    BlockZlibCompressor compress(SavingLevel, *encoder_, spares_);
-    compress(block);
-    CheckCompressed(block.GetLength() != 0);
+    if (!AdoptKnownStream(slot)) {
+        KeptContent const kept(block);
+        BlockZlibCompressor compress(SavingLevel, *encoder_, spares_);
+        compress(block);
+        if (block.GetLength() == 0 && kept.Restore(block))
+            raise(Sites::NotCompressed);
+        CheckCompressed(block.GetLength() != 0);
+    }
     item.Compress(length);
     MarkCompressed(slot);
+}
+
+/// \return whether the slot's block is compressed by that
+bool BlockSaver::AdoptKnownStream(std::size_t slot)
+{
+    if (known_ == nullptr)
+        return false;
+    Block& block = slots_.GetBlock(slot);
+    std::uint32_t const length = block.GetLength();
+    Zyl2Util::Buffer stream = BlockZlibCompressor::BufferFor(length, &spares_);
+    std::size_t const written = known_->Copy(slot, length, stream);
+    if (written == 0) {
+        spares_.stream.Leave(std::move(stream));
+        return false;
+    }
+    spares_.LeaveContent(block.Release());
+    block.Adopt(std::move(stream), static_cast<std::uint32_t>(written));
+    return true;
+}
+
+void BlockSaver::TellKeeper(std::size_t slot, std::uint32_t contentLength, std::FILE* stream)
+{
+    if (keeper_ == nullptr)
+        return;
+    IndexItem const& item = slots_.GetItem(slot);
+    keeper_->NoteSaved(slot, item.position, item.size, contentLength, stream);
 }
 
 void BlockSaver::MarkCompressed(std::size_t slot)
@@ -284,7 +342,8 @@ void BlockSaver::StopThreads() noexcept
 
 bool BlockSaver::IsForked() const
 {
-    return threads_ != nullptr && !threads_->IsOwnProcess();
+    return (threads_ != nullptr && !threads_->IsOwnProcess()) ||
+           (keeper_ != nullptr && !keeper_->IsOwnProcess());
 }
 
 double BlockSaver::GetWaitedSeconds() const
@@ -343,6 +402,10 @@ std::size_t BlockSaver::TakeBack()
     IndexItem& item = slots_.GetItem(task.slot);
     Block& block = slots_.GetBlock(task.slot);
     item.state = State::Open;
+    if (!task.written && task.content.IsBorrowed()) {
+        block.Adopt(std::move(task.content), task.length);
+        raise(Sites::NotCompressed);
+    }
     CheckCompressed(task.written.has_value());
     std::size_t const written = task.written.value_or(0);
     try {

@@ -13,7 +13,9 @@
 
 namespace Zyl2Wvf {
 
+class BlockKeeper;
 class CompressionThreads;
+class KnownStreams;
 
 /// Brings blocks into the file: compresses them, computes their places, writes them, and finishes
 /// the file with the tables that list them. What fails, and what is logged, bears the names of
@@ -30,6 +32,14 @@ public:
     /// From now on blocks are compressed by `encoder`, and no longer by zlib.
     void SetEncoder(BlockEncoder const& encoder) { encoder_ = &encoder; }
 
+    /// From now on blocks whose stream is known are not compressed again.
+    /// \param known has to outlive this object
+    void SetKnownStreams(KnownStreams& known) { known_ = &known; }
+
+    /// From now on `keeper` is told when a block is saved.
+    /// \param keeper has to outlive this object
+    void SetKeeper(BlockKeeper& keeper) { keeper_ = &keeper; }
+
     /// From now on full blocks are compressed by up to `count` threads, while the caller goes on.
     /// At most `count` + 2 blocks of a key that is saved early and `count` + 1 of its streams are
     /// in memory then: a caller that is faster than the threads waits for them. \param count  at
@@ -45,8 +55,8 @@ public:
     /// Ends the threads. Blocks that were with them are as they were before.
     void StopThreads() noexcept;
 
-    /// Whether this process was forked from the one that started the threads. It has none, and
-    /// nothing may be written here: the file belongs to the other one.
+    /// Whether this process was forked from the one that started the threads, or keeps blocks. It
+    /// has none, and nothing may be written here: the file belongs to the other one.
     bool IsForked() const;
 
     /// Seconds that the caller has waited for threads.
@@ -88,6 +98,8 @@ public:
 private:
     void FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream);
     void Compress(std::size_t slot);
+    bool AdoptKnownStream(std::size_t slot);
+    void TellKeeper(std::size_t slot, std::uint32_t contentLength, std::FILE* stream);
     void MarkCompressed(std::size_t slot);
     bool CompressElsewhere(std::size_t slot);
     void CompressAhead(std::size_t& slot);
@@ -105,6 +117,8 @@ private:
     SlotTable& slots_;
     LimiterMap& limiters_;
     BlockEncoder const* encoder_ = &ZlibEncoder();
+    KnownStreams* known_ = nullptr;
+    BlockKeeper* keeper_ = nullptr;
     SpareBuffers spares_;
     std::unique_ptr<CompressionThreads> threads_;
     /// Of the file that threads compress for.

@@ -8,6 +8,8 @@
 
 namespace Zyl2Wvf {
 
+class BlockKeeper;
+
 /// The blocks of one key, and the length from which on a block of the key counts as full.
 struct BlockSizeLimiter
 {
@@ -23,6 +25,8 @@ struct BlockSizeLimiter
     std::uint32_t limit;
     /// Whether a block is compressed when the next one is begun, rather than when it is saved.
     bool compressesFullBlocks = false;
+    /// Where the key's blocks are until they are saved; null where they are in memory alone.
+    BlockKeeper* keeper = nullptr;
 
     // What follows is remembered, so that nobody has to walk over all blocks of a key for it.
 

@@ -1,6 +1,7 @@
 #ifndef ZYL2_WVF_INDEX_H
 #define ZYL2_WVF_INDEX_H
 
+#include "Zyl2/Wvf/BlockKeeper.h"
 #include "Zyl2/Wvf/BlockSaver.h"
 #include "Zyl2/Wvf/KeyStreams.h"
 #include "Zyl2/Wvf/LimiterMap.h"
@@ -46,6 +47,29 @@ public:
 
     /// From now on blocks of new keys are full at so many bytes, whatever the environment says.
     void SetBlockSize(std::uint32_t bytes) { limiters_.SetLimit(bytes); }
+
+    /// From now on what is put under the key by `PutInPlace` is kept by `keeper`, which has to
+    /// outlive this object.
+    void KeepUnsaved(std::string const& key, BlockKeeper& keeper)
+    {
+        limiters_.GetOrAdd(key).keeper = &keeper;
+        saver_.SetKeeper(keeper);
+        keeper_ = &keeper;
+    }
+
+    /// The last bytes that were put under the key are what they shall be. Nothing, unless they are
+    /// kept.
+    /// \param position of the first of these bytes in the key's stream
+    void NoteFilled(std::string const& name, std::uint64_t position, std::size_t size)
+    {
+        if (keeper_ == nullptr)
+            return;
+        Key key(name);
+        keeper_->NoteFilled(position, streams_.GetLastBytes(key, size), size);
+    }
+
+    /// From now on blocks whose stream is known are not compressed again.
+    void SetKnownStreams(KnownStreams& known) { saver_.SetKnownStreams(known); }
 
     /// From now on full blocks are compressed by up to `count` threads, while the caller goes on.
     /// \param stream where blocks that are marked to freeze are saved when they are compressed
@@ -208,6 +232,7 @@ private:
     SlotTable slots_;
     BlockSaver saver_;
     KeyStreams streams_;
+    BlockKeeper* keeper_ = nullptr;
 };
 
 } // namespace Zyl2Wvf

@@ -1,5 +1,7 @@
 #include "Zyl2/Wvf/KeyStreams.h"
 
+#include "Zyl2/Wvf/BlockKeeper.h"
+
 #include <algorithm>
 
 namespace Zyl2Wvf {
@@ -37,7 +39,11 @@ unsigned char* KeyStreams::PutInPlace(Key& key, std::size_t size)
     std::size_t const slot = GetSlotWithRoom(key, size);
     if (slots_.GetItem(slot).IsFrozen())
         Zyl2::Exception::raise(Zyl2::Exception::Sites::Index::BytesIntoFrozenBlock);
-    return slots_.GetBlock(slot).Extend(size);
+    Block& block = slots_.GetBlock(slot);
+    BlockSizeLimiter const& limiter = *Find(key);
+    if (limiter.keeper != nullptr)
+        limiter.keeper->MakeRoom(block, slot, limiter.lengthBeforeLast, size);
+    return block.Extend(size);
 }
 
 void KeyStreams::TakeBack(Key& key, std::size_t size, std::size_t blocks)
@@ -68,6 +74,12 @@ std::size_t KeyStreams::GetPosition(Key& key)
     if (limiter == nullptr || limiter->blocks.empty())
         return 0;
     return limiter->lengthBeforeLast + slots_.GetLogicalLength(limiter->blocks.back());
+}
+
+unsigned char const* KeyStreams::GetLastBytes(Key& key, std::size_t size)
+{
+    Block const& block = slots_.GetBlock(Find(key)->blocks.back());
+    return block.GetData() + block.GetPosition() - size;
 }
 
 std::size_t KeyStreams::GetBlockCount(Key& key)

@@ -74,6 +74,9 @@ public:
     /// Logical offset at which the next `Put` starts; 0 for an unknown key.
     std::size_t GetPosition(Key& key);
 
+    /// The bytes that were put last, of a key that has some in its last block.
+    unsigned char const* GetLastBytes(Key& key, std::size_t size);
+
     /// Blocks that the key has; none for an unknown key.
     std::size_t GetBlockCount(Key& key);
 

@@ -44,10 +44,10 @@ private:
 /// memory from the system once. The first touch of a page may cost as much as compressing it.
 struct SpareBuffers
 {
-    /// Leaves the buffer of a block's content, if it is a large one.
+    /// Leaves the buffer of a block's content, if it is a large one and not somebody else's.
     void LeaveContent(Zyl2Util::Buffer buffer) noexcept
     {
-        if (buffer.GetSize() >= Zyl2Util::Buffer::LargeSize)
+        if (buffer.GetSize() >= Zyl2Util::Buffer::LargeSize && !buffer.IsBorrowed())
             content.Leave(std::move(buffer));
     }
 

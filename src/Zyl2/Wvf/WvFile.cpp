@@ -11,10 +11,12 @@
 #include "Zyl2/Log/Statement.h"
 #include "Zyl2/Util/Files.h"
 #include "Zyl2/Wvf/Globals.h"
+#include "Zyl2/Wvf/RecoveryFolder.h"
 
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace Zyl2Wvf {
 
@@ -44,6 +46,17 @@ bool CanBeAName(std::string const& path)
     raise(site, error == 0 ? "the path holds a zero byte" : std::strerror(error));
 }
 
+std::string SentenceOfExisting(std::string const& path)
+{
+    return Zyl2::Exception::sentence(
+        path, " exists",
+        RecoveryFolder::IsBeside(path)
+            ? Zyl2::Exception::sentence(", an earlier run of it can be recovered: mox recover ",
+                                        path)
+            : std::string(),
+        ", and overwriting was not asked for");
+}
+
 } // namespace
 
 WvFile::WvFile() : index_(HeaderLength) {}
@@ -71,17 +84,14 @@ void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
 void WvFile::OpenFileForWriting(std::string const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(path) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::FileExists,
-              Zyl2::Exception::sentence(path, " exists, and overwriting was not asked for"));
+        raise(Sites::FileExists, SentenceOfExisting(path));
     OpenFile(path, "wb");
 }
 
 void WvFile::OpenFileForWriting(std::wstring const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(Zyl2Util::Narrowed(path)) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::WideFileExists,
-              Zyl2::Exception::sentence(Zyl2Util::Narrowed(path),
-                                        " exists, and overwriting was not asked for"));
+        raise(Sites::WideFileExists, SentenceOfExisting(Zyl2Util::Narrowed(path)));
     OpenFile(path, L"wb");
 }
 
@@ -96,11 +106,20 @@ void WvFile::AddBlockTransformation(std::string const& name, BlockTransformation
     index_.AddTransformation(name, type);
 }
 
+void WvFile::KeepUnsaved(std::string const& key, std::unique_ptr<BlockKeeper> keeper)
+{
+    keeper_ = std::move(keeper);
+    index_.KeepUnsaved(key, *keeper_);
+    // Without its header the file would not be known as a model's. A failure shows as those of the
+    // header do.
+    std::fflush(stream_);
+}
+
 void WvFile::CloseFile()
 {
     Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     // What a forked process has in its copy of the stream is for the other one to write.
-    if (index_.IsForked())
+    if (stream_ != nullptr && index_.IsForked())
         Zyl2Util::ForgetUnwritten(stream_);
     index_.StopThreads();
     if (stream_ == nullptr)

@@ -1,10 +1,12 @@
 #ifndef ZYL2_WVF_WVFILE_H
 #define ZYL2_WVF_WVFILE_H
 
+#include "Zyl2/Wvf/BlockKeeper.h"
 #include "Zyl2/Wvf/BlockTransformation.h"
 #include "Zyl2/Wvf/Index.h"
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 namespace Zyl2Wvf {
@@ -41,6 +43,9 @@ public:
     /// Sets the bit of `type` on every block that the key has now.
     void AddBlockTransformation(std::string const& name, BlockTransformationType type);
 
+    /// From now on what is put under the key is kept beside the file until it is saved.
+    void KeepUnsaved(std::string const& key, std::unique_ptr<BlockKeeper> keeper);
+
     /// Ends the index's threads and closes the stream, if one is open. Saves nothing.
     virtual void CloseFile();
 
@@ -59,6 +64,8 @@ private:
     bool hadName_ = false;
     bool hasFailedToClose_ = false;
     bool hasLostItsName_ = false;
+    /// Blocks of the index are in its memory.
+    std::unique_ptr<BlockKeeper> keeper_;
     Index index_;
 };
 

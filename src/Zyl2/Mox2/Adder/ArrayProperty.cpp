@@ -56,6 +56,23 @@ Zyl2Mox::NumericArray describe(ArrayView const& view, std::uint8_t width)
     return {view.data(), view.rows() * view.columns() * sizeof(float), width, element};
 }
 
+Zyl2Mox::NumericArray describe(Recovery::RecoveredArray const& array, std::uint8_t width)
+{
+    auto const values =
+        static_cast<std::size_t>(array.rows()) * static_cast<std::size_t>(array.columns());
+    return {array.data(), values * sizeof(float), width, array.element()};
+}
+
+std::int64_t columnsOf(Recovery::RecoveredArray const& array)
+{
+    return array.columns();
+}
+
+std::int64_t rowsOf(Recovery::RecoveredArray const& array)
+{
+    return array.rows();
+}
+
 template <typename ArrayT>
 std::int64_t columnsOf(Data::StoredArray<ArrayT> const& array)
 {
@@ -132,6 +149,8 @@ std::uint64_t ArrayProperty<DatasetT, ComponentsT, StepListT>::write(Zyl2Mox::Tr
         if (!position)
             refuse(*Zyl2Util::FindMisfit(stridedFrom(array)));
         return *position;
+    } else if constexpr (std::is_same_v<DatasetT, RecoveredDataset>) {
+        return tree.WriteStreamDataset(array.values());
     } else {
         return tree.WriteStreamDataset(array.data(), static_cast<unsigned int>(array.rows()),
                                        dataset.width);
@@ -236,6 +255,7 @@ template class ArrayProperty<DatasetOf<Array2d<float>>, ComponentArray, std::vec
 template class ArrayProperty<DatasetOf<Array2d<unsigned int>>, ComponentArray,
                              std::vector<StepData>>;
 template class ArrayProperty<ViewedDataset, ComponentArray, std::vector<StepData>>;
+template class ArrayProperty<RecoveredDataset, ComponentArray, std::vector<StepData>>;
 
 } // namespace Adder
 } // namespace Mox2

@@ -71,6 +71,7 @@ extern template class ArrayProperty<DatasetOf<Array2d<float>>, ComponentArray,
 extern template class ArrayProperty<DatasetOf<Array2d<unsigned int>>, ComponentArray,
                                     std::vector<StepData>>;
 extern template class ArrayProperty<ViewedDataset, ComponentArray, std::vector<StepData>>;
+extern template class ArrayProperty<RecoveredDataset, ComponentArray, std::vector<StepData>>;
 
 } // namespace Adder
 } // namespace Mox2

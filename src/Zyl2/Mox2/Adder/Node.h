@@ -33,6 +33,10 @@ public:
     /// Id of the node that `update` made.
     unsigned int getId() const { return id_; }
 
+    NodeType getType() const { return type_; }
+    std::string const& getName() const { return name_; }
+    Attributes const& getAttributes() const { return attributes_; }
+
 private:
     NodeType type_;
     std::string name_;

@@ -4,6 +4,7 @@
 #include <Zyl2/Mox2/ArrayView.h>
 
 #include "Zyl2/Mox2/Data/StoredArray.h"
+#include "Zyl2/Mox2/Recovery/RecoveredArray.h"
 
 #include <type_traits>
 
@@ -29,8 +30,10 @@ public:
     Data& operator=(Data const&) = default;
     virtual ~Data() = default;
 
-    /// A host's own view is one already.
-    std::conditional_t<std::is_same_v<ArrayT, Mox2::ArrayView>, ArrayT, StoredArray<ArrayT>> array;
+    /// A host's own view is one already, and so is what a recovery has found.
+    static constexpr bool isView = std::is_same_v<ArrayT, Mox2::ArrayView> ||
+                                   std::is_same_v<ArrayT, Mox2::Recovery::RecoveredArray>;
+    std::conditional_t<isView, ArrayT, StoredArray<ArrayT>> array;
     AttrMapT attributes;
 };
 

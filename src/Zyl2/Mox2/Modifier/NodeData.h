@@ -30,6 +30,10 @@ public:
     /// \throws TemplateSpecializationNotDefined a value of another type than the property expects
     void update(Database& database) override;
 
+    unsigned int getId() const { return id_; }
+    NodeProperties const& getProperties() const { return properties_; }
+    Attributes const& getAttributes() const { return attributes_; }
+
     /// \return `node`
     /// \throws InvalidArguments "empty node": it is null
     template <typename PtrType>

@@ -16,7 +16,9 @@ enum class Place
     /// What the streams ask of the system: writing, seeking, closing.
     Device,
     /// The start of a thread.
-    ThreadStart
+    ThreadStart,
+    /// Room in a file: `posix_fallocate`, and files that are made (`openat`).
+    Reservation
 };
 
 enum class Repeat

@@ -7,6 +7,7 @@
 #include "mox/commands/InfoCommand.h"
 #include "mox/commands/JoinCommand.h"
 #include "mox/commands/LsCommand.h"
+#include "mox/commands/RecoverCommand.h"
 #include "mox/commands/TranslateCommand.h"
 #include "mox/commands/VerifyCommand.h"
 #include "mox/commands/ViewCommand.h"
@@ -45,6 +46,7 @@ int run(int argc, char** argv)
     addDumpCommand(commandLine);
     addDiffCommand(commandLine);
     addJoinCommand(commandLine);
+    addRecoverCommand(commandLine);
     int const exitStatus = commandLine.run(argc, argv);
     if (!std::cout.flush()) {
         std::cerr << "mox: the output cannot be written\n";

@@ -1,0 +1,728 @@
+#include "fault/Child.h"
+#include "fault/Faults.h"
+#include "fault/OwnDisk.h"
+#include "fault/RecoverableRun.h"
+
+#include "container/TemporaryFile.h"
+#include "mox/commands/DiffCommand.h"
+#include "moxread/Verify.h"
+#include "support/EnvironmentVariable.h"
+#include "support/WritingRecord.h"
+
+#include <Zyl2/Exception/Exception.h>
+#include <Zyl2/Mox2/InterruptedRun.h>
+#include <Zyl2/Mox2/Model.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <random>
+#include <sstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Fault {
+
+namespace {
+
+using namespace Zyl2::Mox2;
+namespace fs = std::filesystem;
+using Support::ReadFile;
+using Support::WriteFile;
+
+constexpr std::size_t HeaderLength = 16;
+constexpr std::size_t RecordHeaderLength = 16;
+
+std::uint32_t wanted(char const* variable, std::uint32_t usual)
+{
+    char const* const text = std::getenv(variable);
+    return text == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
+}
+
+SaverOptions recoverable(std::uint64_t blockSize = 1024, int threads = 0)
+{
+    SaverOptions options;
+    options.recoverable = 1;
+    options.blockSize = blockSize;
+    options.threads = threads;
+    return options;
+}
+
+std::vector<float> valuesOfStep(unsigned int step)
+{
+    std::vector<float> values(100);
+    for (std::size_t at = 0; at < values.size(); ++at)
+        values[at] = static_cast<float>(at * step);
+    return values;
+}
+
+/// Two arrays in each step: five steps are five blocks of 1 KiB and an open one.
+void addSteps(Model& model, unsigned int steps, unsigned int arraysOfLast = 2)
+{
+    model.addNode(NodeType::RootGroup, "root");
+    unsigned int const shape = model.addNode(NodeType::Shape, "shape");
+    for (unsigned int step = 1; step <= steps; ++step)
+        for (unsigned int array = 0; array < (step == steps ? arraysOfLast : 2); ++array)
+            model.addArrayProperty("array " + std::to_string(array), DatasetType::Result10,
+                                   valuesOfStep(step + array), shape, Step(std::to_string(step)));
+}
+
+struct Answer
+{
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+class RecoveryTest : public testing::Test
+{
+protected:
+    /// Leaves what a run of so many steps leaves that is killed.
+    void leaveRun(unsigned int steps = 5, SaverOptions const& options = recoverable(),
+                  unsigned int arraysOfLast = 2)
+    {
+        leaveRun(
+            path, [&](Model& model) { addSteps(model, steps, arraysOfLast); }, options);
+    }
+
+    template <typename Action>
+    static void leaveRun(std::string const& to, Action const& action,
+                         SaverOptions const& options = recoverable())
+    {
+        ASSERT_EQ(Child([&] {
+                      Model model;
+                      model.saveTo(to, options);
+                      action(model);
+                      ::_exit(0);
+                      return 1;
+                  }).wait(),
+                  "status 0");
+    }
+
+    std::string wholeFile(unsigned int steps = 5, unsigned int arraysOfLast = 2)
+    {
+        std::string const whole = folder.File("whole.mox");
+        fs::remove(whole);
+        SaverOptions options;
+        options.blockSize = 1024;
+        Model model;
+        model.saveTo(whole, options);
+        addSteps(model, steps, arraysOfLast);
+        model.close();
+        return Support::withoutWritingRecord(whole);
+    }
+
+    Answer mox(std::string const& arguments)
+    {
+        std::string const out = folder.File("out.txt");
+        std::string const err = folder.File("err.txt");
+        std::string const command =
+            std::string(MOX_COMMAND) + ' ' + arguments + " >" + out + " 2>" + err;
+        int const status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+    }
+
+    Answer recover(std::string const& more = "") { return mox("recover " + path + more); }
+
+    std::string logPath() const { return beside + "/log"; }
+
+    Support::TemporaryFolder folder;
+    std::string path = folder.File("a.mox");
+    std::string beside = path + ".recovery";
+};
+
+template <typename Action>
+std::string detailOf(Action const& action)
+{
+    try {
+        action();
+    } catch (std::exception const& failure) {
+        return std::string(failure.what()) + " | " + Zyl2::Exception::detail(failure);
+    }
+    return "nothing";
+}
+
+} // namespace
+
+TEST_F(RecoveryTest, ARunThatClosesLeavesTheSameFileAndNothingBesideIt)
+{
+    for (int const threads : {0, 2}) {
+        Model model;
+        model.saveTo(path, recoverable(1024, threads));
+        EXPECT_TRUE(fs::exists(logPath()));
+        addSteps(model, 5);
+        model.close();
+        EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+        EXPECT_FALSE(fs::exists(beside));
+        fs::remove(path);
+    }
+}
+
+TEST_F(RecoveryTest, WithoutItNothingIsBesideTheFile)
+{
+    Support::EnvironmentVariable const unset("MOXWRITER_RECOVERABLE", nullptr);
+    Model model;
+    model.saveTo(path);
+    addSteps(model, 2);
+    EXPECT_FALSE(fs::exists(beside));
+    EXPECT_FALSE(model.checkpoint());
+}
+
+TEST_F(RecoveryTest, TheEnvironmentDecidesWhereTheHostLeavesItOpen)
+{
+    auto const isRecoverable = [this](char const* text, int asked) {
+        Support::EnvironmentVariable const setting("MOXWRITER_RECOVERABLE", text);
+        SaverOptions options;
+        options.overwrite = true;
+        options.recoverable = asked;
+        Model model;
+        model.saveTo(path, options);
+        return fs::exists(beside);
+    };
+    EXPECT_TRUE(isRecoverable("1", -1));
+    EXPECT_FALSE(isRecoverable("0", -1));
+    EXPECT_FALSE(isRecoverable("", -1));
+    EXPECT_FALSE(isRecoverable("1", 0));
+    EXPECT_TRUE(isRecoverable("0", 1));
+    EXPECT_EQ(detailOf([&] { isRecoverable("yes", -1); }),
+              "Invalid arguments | MOXWRITER_RECOVERABLE is \"yes\", and a run is recoverable with "
+              "1, and not with 0");
+}
+
+TEST_F(RecoveryTest, TheCommandMakesTheFileOfWhatAKilledRunLeft)
+{
+    leaveRun(5, recoverable(), 1);
+    EXPECT_EQ(mox("verify " + path).status, 1);
+    Answer const first = recover();
+    EXPECT_EQ(first.out, path + ": recovered: complete up to step \"4\", and 1 array of step "
+                                "\"5\"; 9 datasets in all\n");
+    EXPECT_EQ(first.err, "");
+    EXPECT_EQ(first.status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(5, 1));
+    EXPECT_FALSE(fs::exists(beside));
+    Answer const second = recover();
+    EXPECT_EQ(second.out, path + ": whole; there is nothing to recover\n");
+    EXPECT_EQ(second.status, 0);
+}
+
+TEST_F(RecoveryTest, AnOutputLeavesAllAsItWasAndGivesTheSameBytesAgain)
+{
+    leaveRun();
+    std::string const log = ReadFile(logPath());
+    std::string const before = ReadFile(path);
+    std::string const output = folder.File("b.mox");
+    EXPECT_EQ(recover(" -o " + output).status, 0);
+    std::string const once = ReadFile(output);
+    EXPECT_EQ(recover(" -o " + output).err, path + ": File exists.\n");
+    EXPECT_EQ(recover(" -o " + output + " --overwrite").status, 0);
+    // The writing record, too, is the run's and not the recovery's.
+    EXPECT_TRUE(ReadFile(output) == once);
+    EXPECT_TRUE(Support::withoutWritingRecord(output) == wholeFile());
+    EXPECT_TRUE(ReadFile(logPath()) == log && ReadFile(path) == before);
+}
+
+TEST_F(RecoveryTest, ARunThatAddedNothingGivesAnEmptyModel)
+{
+    leaveRun(path, [](Model& /*model*/) {});
+    EXPECT_EQ(recover().out, path + ": recovered: no steps; 0 datasets in all\n");
+    EXPECT_NO_THROW(MoxRead::verify(path));
+}
+
+TEST_F(RecoveryTest, WhereTheRunWasNotRecoverableThereIsNothing)
+{
+    WriteFile(path, "");
+    Answer const answer = recover();
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.err, path + ": There is nothing to recover from: the run was not recoverable, "
+                                 "or another one has overwritten it.\n");
+}
+
+TEST_F(RecoveryTest, AnEarlierRunIsNotOverwrittenUnlessThatIsAskedFor)
+{
+    leaveRun();
+    std::string const before = ReadFile(path);
+    for (SaverOptions options : {SaverOptions(), recoverable()}) {
+        Model model;
+        std::string const told = detailOf([&] { model.saveTo(path, options); });
+        EXPECT_EQ(told.find("File exists. | "), 0U) << told;
+        EXPECT_NE(told.find("can be recovered: mox recover " + path), std::string::npos) << told;
+    }
+    EXPECT_TRUE(ReadFile(path) == before);
+    SaverOptions options = recoverable();
+    options.overwrite = true;
+    leaveRun(3, options);
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));
+}
+
+TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
+{
+    Model model;
+    model.saveTo(path, recoverable());
+    addSteps(model, 3);
+    std::string const process = std::to_string(::getpid());
+    EXPECT_EQ(recover().err,
+              path + ": Unable to recover: the file is still being written by process " + process +
+                  '\n');
+    EXPECT_EQ(inChild([&] {
+                  SaverOptions options = recoverable();
+                  options.overwrite = true;
+                  return detailOf([&] { Model().saveTo(path, options); });
+              }),
+              "File exists. | " + path + " is still being written by process " + process);
+    EXPECT_EQ(InterruptedRun::progressOf(path).datasets, 6U);
+    model.close();
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));
+}
+
+TEST_F(RecoveryTest, AForkedProcessAddsNothingAndRemovesNothing)
+{
+    Model model;
+    model.saveTo(path, recoverable());
+    addSteps(model, 2);
+    EXPECT_EQ(inChild([&] {
+                  std::string told = detailOf([&] { model.addNode(NodeType::Group, "child's"); });
+                  told += "; " + detailOf([&] { model.close(); });
+                  Model const taken(std::move(model));
+                  return told;
+              }),
+              "Unable to write to file | the file belongs to the process that this one was forked "
+              "from; Unable to write to file | the file belongs to the process that this one was "
+              "forked from");
+    model.setCurrentNodeId(3);
+    model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(9), 3, Step());
+    EXPECT_TRUE(fs::exists(logPath()));
+    model.close();
+    EXPECT_NO_THROW(MoxRead::verify(path));
+}
+
+TEST_F(RecoveryTest, NamesMayHaveAnyBytesAndFoldersMayMove)
+{
+    std::string const home = folder.File("home");
+    fs::create_directory(home);
+    std::string const name = "\xff b\n.mox";
+    leaveRun(home + '/' + name, [](Model& model) { addSteps(model, 5); });
+    leaveRun(home + "/other", [](Model& model) { addSteps(model, 3); });
+    std::string const moved = folder.File("moved");
+    fs::copy(home, moved, fs::copy_options::recursive);
+    fs::remove_all(home);
+    for (unsigned int const steps : {5U, 3U}) {
+        std::string const file = moved + '/' + (steps == 5 ? name : "other");
+        InterruptedRun(file).writeTo(path);
+        EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(steps));
+    }
+}
+
+TEST_F(RecoveryTest, AHostMayChangeItsFolderAndUseASymbolicLink)
+{
+    fs::create_symlink(path, folder.File("link"));
+    WriteFile(path, "");
+    std::string const home = fs::path(path).parent_path();
+    SaverOptions options = recoverable();
+    options.overwrite = true;
+    ASSERT_EQ(Child([&] {
+                  Model model;
+                  static_cast<void>(::chdir(home.c_str()) == 0);
+                  model.saveTo("link", options);
+                  static_cast<void>(::chdir("/") == 0);
+                  addSteps(model, 5);
+                  ::_exit(0);
+                  return 1;
+              }).wait(),
+              "status 0");
+    EXPECT_EQ(mox("recover " + folder.File("link")).status, 0);
+    EXPECT_TRUE(fs::is_symlink(folder.File("link")));
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+    EXPECT_FALSE(fs::exists(beside));
+}
+
+TEST_F(RecoveryTest, ACheckpointIsOnTheDiskAndChangesNothing)
+{
+    EXPECT_EQ(detailOf([] { Model().checkpoint(); }).find("File not open."), 0U);
+    Model model;
+    model.saveTo(path, recoverable());
+    addSteps(model, 2);
+    EXPECT_TRUE(model.checkpoint());
+    for (unsigned int step = 3; step <= 5; ++step)
+        for (unsigned int array = 0; array < 2; ++array)
+            model.addArrayProperty("array " + std::to_string(array), DatasetType::Result10,
+                                   valuesOfStep(step + array), 3, Step(std::to_string(step)));
+    EXPECT_TRUE(model.checkpoint());
+    model.close();
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, AWholeFileOfAnotherRunIsKept)
+{
+    leaveRun();
+    wholeFile(2);
+    fs::copy_file(folder.File("whole.mox"), path, fs::copy_options::overwrite_existing);
+    std::string const whole = ReadFile(path);
+    Answer const answer = recover();
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.err, path + ": The file is whole, and what is in " + beside +
+                              " is of another run: recover that with -o OUT, or remove it.\n");
+    EXPECT_TRUE(ReadFile(path) == whole);
+    EXPECT_TRUE(fs::exists(logPath()));
+}
+
+TEST_F(RecoveryTest, OtherVersionsAndWhatIsNoLogAreToldOfAndKept)
+{
+    leaveRun();
+    std::string log = ReadFile(logPath());
+    log[8] = 2;
+    WriteFile(logPath(), log);
+    EXPECT_EQ(recover().err, path + ": Unable to recover: the recovery log has version 2, and this "
+                                    "library reads version 1\n");
+    WriteFile(logPath(), "something else");
+    EXPECT_EQ(recover().err, path + ": Unable to recover: the recovery log is not one\n");
+    EXPECT_TRUE(fs::exists(beside + "/block-1"));
+}
+
+TEST_F(RecoveryTest, ATornRecordIsPassedOver)
+{
+    leaveRun();
+    std::string const log = ReadFile(logPath());
+    // The last record is the end of a call: without its checksum it is as it is being written.
+    std::size_t at = HeaderLength;
+    std::size_t last = at;
+    for (;;) {
+        std::uint64_t length = 0;
+        std::uint32_t type = 0;
+        std::memcpy(&length, log.data() + at, sizeof length);
+        std::memcpy(&type, log.data() + at + 8, sizeof type);
+        if (type == 0)
+            break;
+        last = at;
+        at += RecordHeaderLength + length;
+    }
+    for (std::size_t const kept : {12U, 8U, 20U}) {
+        std::string torn = log;
+        torn.replace(last + kept, at - last - kept, at - last - kept, '\0');
+        if (kept > 12)
+            torn.replace(last + 12, 4, 4, '\0');
+        WriteFile(logPath(), torn);
+        std::string const output = folder.File("torn.mox");
+        EXPECT_EQ(recover(" --overwrite -o " + output).out,
+                  output + ": recovered: complete up to step \"4\", and 1 array of step \"5\"; 9 "
+                           "datasets in all; 1 call was under way\n");
+    }
+}
+
+TEST_F(RecoveryTest, ADamagedLogIsToldOfAndGivesWhatComesBeforeElsewhere)
+{
+    leaveRun();
+    std::string log = ReadFile(logPath());
+    std::size_t const inStep3 = log.find(std::string("3\0\0\0\0", 5), log.find("array 1"));
+    ASSERT_NE(inStep3, std::string::npos);
+    log[inStep3] = '7';
+    WriteFile(logPath(), log);
+    std::string const before = ReadFile(path);
+    Answer const answer = recover();
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.err.find(path + ": the recovery log is damaged at byte "), 0U) << answer.err;
+    EXPECT_NE(answer.err.find("; mox recover -o OUT makes a file of 5 calls before"),
+              std::string::npos)
+        << answer.err;
+    EXPECT_TRUE(ReadFile(path) == before && ReadFile(logPath()) == log);
+    std::string const output = folder.File("b.mox");
+    Answer const elsewhere = recover(" -o " + output);
+    EXPECT_EQ(elsewhere.status, 0) << elsewhere.err;
+    EXPECT_NE(elsewhere.out.find("; the rest is lost: "), std::string::npos);
+    EXPECT_TRUE(Support::withoutWritingRecord(output) == wholeFile(2, 1));
+}
+
+TEST_F(RecoveryTest, DamagedValuesAreToldOfAndGiveWhatComesBeforeElsewhere)
+{
+    leaveRun(1);
+    std::string const block = beside + "/block-1";
+    std::string bytes = ReadFile(block);
+    bytes[450] = static_cast<char>(bytes[450] ^ 1);
+    WriteFile(block, bytes);
+    EXPECT_EQ(recover().err,
+              path + ": the values of call 4 of 4 are damaged; mox recover -o OUT makes "
+                     "a file of 3 calls before, and leaves all as it is.\n");
+    std::string const output = folder.File("b.mox");
+    EXPECT_EQ(recover(" -o " + output).status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(output) == wholeFile(1, 1));
+}
+
+TEST_F(RecoveryTest, AModelFileThatLostABlockIsToldOf)
+{
+    leaveRun();
+    std::string bytes = ReadFile(path);
+    ASSERT_GT(bytes.size(), 2900U);
+    bytes[2900] = static_cast<char>(bytes[2900] ^ 1);
+    WriteFile(path, bytes);
+    EXPECT_EQ(recover().err.find(path + ": the values of call 3 of 12 are damaged"), 0U);
+    fs::remove(path);
+    EXPECT_EQ(recover().err.find(path + ": the values of call 3 of 12 are damaged"), 0U);
+}
+
+TEST_F(RecoveryTest, ARecoveryThatIsKilledAtAnyMomentIsDoneAgain)
+{
+    std::uint32_t const kills = wanted("MOXWRITER_KILLED_RECOVERIES", 12);
+    leaveRun();
+    std::string const saved = folder.File("saved");
+    fs::copy(beside, saved, fs::copy_options::recursive);
+    std::string const incomplete = ReadFile(path);
+    std::string const expected = wholeFile();
+    std::uint32_t const seed = std::random_device()();
+    std::cout << "seed: " << seed << '\n';
+    std::mt19937 random(seed);
+    for (std::uint32_t kill = 0; kill < kills && !HasFailure(); ++kill) {
+        fs::remove_all(beside);
+        fs::copy(saved, beside, fs::copy_options::recursive);
+        WriteFile(path, incomplete);
+        Child child([&] {
+            ::execl(MOX_COMMAND, MOX_COMMAND, "recover", path.c_str(), nullptr);
+            return 1;
+        });
+        ::usleep(static_cast<useconds_t>(random() % 12000));
+        child.kill();
+        child.wait();
+        Answer const answer = recover();
+        ASSERT_EQ(answer.status, 0) << answer.err;
+        EXPECT_TRUE(Support::withoutWritingRecord(path) == expected);
+        EXPECT_FALSE(fs::exists(beside));
+    }
+}
+
+TEST_F(RecoveryTest, ARecoveryThatDiedWhenTheFileWasInItsPlaceHasNothingLeftToDo)
+{
+    leaveRun();
+    {
+        InterruptedRun run(path);
+        run.writeTo(run.temporaryPath());
+        run.noteWhole();
+        fs::rename(run.temporaryPath(), path);
+    }
+    EXPECT_EQ(recover().out, path + ": whole; there is nothing to recover\n");
+    EXPECT_FALSE(fs::exists(beside));
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, WhatIsLeftOfARunThatTidiedUpIsInNobodysWay)
+{
+    wholeFile(2);
+    fs::copy_file(folder.File("whole.mox"), path);
+    fs::create_directory(beside);
+    WriteFile(beside + "/block-1", "bytes");
+    EXPECT_EQ(recover().out, path + ": whole; there is nothing to recover\n");
+    EXPECT_FALSE(fs::exists(beside));
+    fs::remove(path);
+    fs::create_directory(beside);
+    WriteFile(beside + "/block-1", "bytes");
+    leaveRun(2);
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(2));
+}
+
+TEST_F(RecoveryTest, AFullDiskEndsACallAndLosesNothingOfWhatCameBefore)
+{
+    for (int const threads : {0, 2}) {
+        for (unsigned int const kilobytes : {80U, 100U, 116U, 136U, 172U, 208U}) {
+            SCOPED_TRACE(std::to_string(kilobytes) + " KiB, threads " + std::to_string(threads));
+            std::string const told = inChild([&] {
+                OwnDisk const disk(std::to_string(kilobytes) + "k");
+                std::string const full = disk.folder() + "/a.mox";
+                Model model;
+                std::size_t steps = 0;
+                try {
+                    model.saveTo(full, recoverable(8192, threads));
+                    model.addNode(NodeType::RootGroup, "root");
+                    model.addNode(NodeType::Shape, "shape");
+                    std::mt19937 random(kilobytes);
+                    for (; steps < 400; ++steps) {
+                        std::vector<float> values(400);
+                        for (float& value : values)
+                            value = static_cast<float>(random());
+                        model.addArrayProperty("noise", DatasetType::Result10, values, 3U,
+                                               Step(std::to_string(steps)));
+                    }
+                    return std::string("it was not full");
+                } catch (Zyl2::Exception::FileWriteException const&) {
+                    // As it is meant to end.
+                } catch (std::exception const& failure) {
+                    return std::string(failure.what()) + Zyl2::Exception::detail(failure);
+                }
+                std::size_t const added = steps;
+                RunProgress const progress = InterruptedRun(full).writeTo(path);
+                try {
+                    model.close();
+                } catch (std::exception const&) {
+                    // The disk is as full as before.
+                }
+                bool const isAll = progress.datasets == added && progress.damage.empty();
+                return isAll ? std::string("all")
+                             : std::to_string(progress.datasets) + " of " + std::to_string(added) +
+                                   progress.damage;
+            });
+            EXPECT_EQ(told, "all");
+            EXPECT_NO_THROW(MoxRead::verify(path));
+        }
+    }
+}
+
+namespace {
+
+/// Makes the calls of a run in which some operation fails, and judges what can be recovered.
+class FaultyRun
+{
+public:
+    FaultyRun(std::uint32_t seed, std::string folder)
+        : run_(seed, RecoverableRun::Cursor::Set), path_(folder + "/faulty.mox"),
+          recovered_(folder + "/recovered.mox"), expected_(folder + "/expected.mox")
+    {}
+
+    /// \return whether the run got as far as the fault
+    bool failAt(Place place, std::size_t ordinal, Repeat repeat)
+    {
+        std::vector<std::size_t> added;
+        bool isOpen = false;
+        bool hasStruck = false;
+        {
+            Model model;
+            {
+                Injection const injection(place, ordinal, repeat);
+                isOpen = run_.open(model, path_, true);
+                if (isOpen)
+                    added = run_.addedCalls(model);
+                hasStruck = injection.hasStruck();
+            }
+            if (isOpen)
+                expectRecovered(added);
+            try {
+                model.close();
+            } catch (std::exception const&) {
+                // It had failed before.
+            }
+        }
+        fs::remove_all(path_ + ".recovery");
+        return hasStruck;
+    }
+
+private:
+    void expectRecovered(std::vector<std::size_t> added)
+    {
+        RunProgress const progress = InterruptedRun(path_).writeTo(recovered_);
+        EXPECT_EQ(progress.damage, "");
+        std::string const difference = differenceFrom(added);
+        if (difference.empty())
+            return;
+        // A call may find no memory for its answer when all is done.
+        std::size_t first = 0;
+        while (first < added.size() && added[first] == first)
+            ++first;
+        added.insert(added.begin() + static_cast<std::ptrdiff_t>(first), first);
+        EXPECT_EQ(differenceFrom(added), "") << "without it: " << difference;
+    }
+
+    std::string differenceFrom(std::vector<std::size_t> const& calls)
+    {
+        {
+            Model model;
+            run_.open(model, expected_, false);
+            run_.makeCalls(model, calls);
+            model.close();
+        }
+        Mox::DiffArguments arguments;
+        arguments.left = expected_;
+        arguments.right = recovered_;
+        std::ostringstream out;
+        std::ostringstream err;
+        int const status = Mox::diffFiles(arguments, out, err);
+        return status == 0 ? "" : out.str() + err.str();
+    }
+
+    RecoverableRun run_;
+    std::string path_;
+    std::string recovered_;
+    std::string expected_;
+};
+
+} // namespace
+
+TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
+{
+    std::uint32_t const runs = wanted("MOXWRITER_FAULTY_RUNS", 1);
+    for (std::uint32_t seed = 1; seed <= runs; ++seed) {
+        for (Place const place :
+             {Place::Allocation, Place::StreamCall, Place::Device, Place::Reservation}) {
+            for (Repeat const repeat : {Repeat::Once, Repeat::FromThenOn}) {
+                FaultyRun run(seed, fs::path(path).parent_path());
+                // Most of the hundreds of allocations of a call are alike.
+                std::size_t const stride = place == Place::Allocation ? 13 : 1;
+                std::size_t ordinal = seed % stride;
+                for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
+                    SCOPED_TRACE("seed " + std::to_string(seed) + ", place " +
+                                 std::to_string(static_cast<int>(place)) + ", operation " +
+                                 std::to_string(ordinal));
+                    hasStruck = run.failAt(place, ordinal, repeat);
+                }
+            }
+        }
+    }
+}
+
+TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
+{
+    std::uint32_t const cases = wanted("MOXWRITER_DAMAGED_RUNS", 150);
+    std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
+    std::cout << "first seed: " << first << '\n';
+    int whole = 0;
+    int part = 0;
+    int refused = 0;
+    std::string const output = folder.File("b.mox");
+    for (std::uint32_t seed = first; seed != first + cases && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        RecoverableRun const run(seed % 16);
+        fs::remove_all(beside);
+        fs::remove(path);
+        leaveRun(
+            path,
+            [&](Model& model) {
+                model.close();
+                run.makeCalls(model, path, true, run.callCount());
+            },
+            SaverOptions());
+        std::vector<fs::path> files{path};
+        for (auto const& entry : fs::directory_iterator(beside))
+            files.push_back(entry.path());
+        files.push_back(logPath());
+        std::sort(files.begin(), files.end());
+        fs::path const damaged = files[random() % files.size()];
+        std::string bytes = ReadFile(damaged);
+        // The room behind what was written is of no interest.
+        std::size_t const used = bytes.find_last_not_of('\0') + 1;
+        if (used == 0)
+            continue;
+        if (random() % 4 == 0)
+            bytes.resize(random() % used);
+        else
+            for (auto left = 1 + random() % 3; left != 0; --left)
+                bytes[random() % used] = static_cast<char>(random());
+        WriteFile(damaged, bytes);
+        try {
+            RunProgress const progress = InterruptedRun(path).writeTo(output);
+            std::string const expected = folder.File("expected.mox");
+            run.writeWhole(expected, progress.calls);
+            EXPECT_TRUE(run.contentOf(output) == run.contentOf(expected));
+            (progress.damage.empty() ? whole : part) += 1;
+            EXPECT_TRUE(!progress.damage.empty() || progress.calls + 1 >= run.callCount())
+                << damaged << ": " << progress.calls << " of " << run.callCount();
+        } catch (Zyl2::Exception::Exception const& failure) {
+            EXPECT_NE(std::string(Zyl2::Exception::detail(failure)), "");
+            ++refused;
+        }
+    }
+    std::cout << whole << " whole, " << part << " in part, " << refused << " refused\n";
+}
+
+} // namespace Fault

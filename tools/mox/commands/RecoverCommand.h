@@ -1,0 +1,29 @@
+#ifndef MOX_COMMANDS_RECOVERCOMMAND_H
+#define MOX_COMMANDS_RECOVERCOMMAND_H
+
+#include <ostream>
+#include <string>
+
+namespace Mox {
+
+class CommandLine;
+
+struct RecoverArguments
+{
+    std::string file;
+    /// Empty for the file itself.
+    std::string output;
+    /// Whether an existing output is replaced.
+    bool overwrite = false;
+};
+
+/// Adds the command `recover`.
+void addRecoverCommand(CommandLine& commandLine);
+
+/// Makes a whole file of what a run has left that did not come to its end. What was saved, or why
+/// nothing could be, gets one line. Returns the exit status.
+int recoverFile(RecoverArguments const& arguments, std::ostream& out, std::ostream& err);
+
+} // namespace Mox
+
+#endif

@@ -8,7 +8,13 @@
 
 namespace {
 
-constexpr unsigned int SecondsToHang = 100;
+constexpr unsigned int SecondsToHang = 60;
+
+/// A rank that waits for ever ends all of them.
+class Watchdog : public testing::EmptyTestEventListener
+{
+    void OnTestStart(testing::TestInfo const& /*test*/) override { alarm(SecondsToHang); }
+};
 
 /// Of ranks that all say the same, one is enough; what is wrong is told by each.
 void silenceOtherRanks()
@@ -35,12 +41,11 @@ void silenceOtherRanks()
 
 int main(int argc, char** argv)
 {
-    // A rank that waits for ever ends all of them.
-    alarm(SecondsToHang);
     int provided = 0;
     MPI_Init_thread(&argc, &argv, MPI_THREAD_FUNNELED, &provided);
     testing::InitGoogleTest(&argc, argv);
     silenceOtherRanks();
+    testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);
     int result = RUN_ALL_TESTS();
     int worst = 0;
     MPI_Allreduce(&result, &worst, 1, MPI_INT, MPI_MAX, MPI_COMM_WORLD);

@@ -3,6 +3,8 @@
 
 #include <mpi.h>
 
+#include <utility>
+
 namespace Zyl2 {
 namespace Mpi {
 
@@ -18,7 +20,12 @@ public:
     {
         other.comm_ = MPI_COMM_NULL;
     }
-    Communicator& operator=(Communicator&&) = delete;
+    /// Frees this one with the other.
+    Communicator& operator=(Communicator&& other) noexcept
+    {
+        std::swap(comm_, other.comm_);
+        return *this;
+    }
     Communicator(Communicator const&) = delete;
     Communicator& operator=(Communicator const&) = delete;
 

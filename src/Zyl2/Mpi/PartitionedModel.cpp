@@ -43,13 +43,10 @@ void requireMpi()
         raise<Exception::InvalidObjectState>(BOOST_CURRENT_FUNCTION, "MPI is not initialised");
 }
 
-/// What is wrong shows on all ranks when the files are opened.
-PartitionedOptions usable(PartitionedOptions options)
+/// A negative number is refused when all ranks can be told.
+int ranksPerFileOf(PartitionedOptions const& options)
 {
-    options.ranksPerFile = std::max(options.ranksPerFile, 0);
-    options.messageBytes =
-        std::min(std::max(options.messageBytes, LeastMessageBytes), MostMessageBytes);
-    return options;
+    return std::max(options.ranksPerFile, 0);
 }
 
 void check(PartitionedOptions const& options)
@@ -113,13 +110,12 @@ private:
 class PartitionedModel::Impl
 {
 public:
-    Impl(MPI_Comm comm, PartitionedOptions const& options)
-        : all_(copyOf(comm)), file_(ranksOfFile(all_, usable(options).ranksPerFile)),
-          writers_(writersOf(all_, file_)), options_(options),
-          exceptions_(std::uncaught_exceptions())
+    explicit Impl(PartitionedOptions const& options)
+        : options_(options), exceptions_(std::uncaught_exceptions())
     {}
 
-    void open(std::string const& path);
+    /// \param all ranks, each of which has got so far
+    void open(Communicator all, std::string const& path);
     void step(CollectiveCall call);
     void close();
     void end() noexcept;
@@ -226,8 +222,11 @@ void PartitionedModel::Impl::numberFiles()
     fileCount_ = numbers[1];
 }
 
-void PartitionedModel::Impl::open(std::string const& path)
+void PartitionedModel::Impl::open(Communicator all, std::string const& path)
 {
+    all_ = std::move(all);
+    file_ = ranksOfFile(all_, ranksPerFileOf(options_));
+    writers_ = writersOf(all_, file_);
     numberFiles();
     tell(CollectiveCall::Open, [&] {
         check(options_);
@@ -463,8 +462,16 @@ PartitionedModel::PartitionedModel(MPI_Comm comm, std::string const& path,
                                    PartitionedOptions const& options)
 {
     requireMpi();
-    impl_.reset(new Impl(comm, options));
-    impl_->open(path);
+    Communicator all = copyOf(comm);
+    Failure failure;
+    try {
+        impl_.reset(new Impl(options));
+    } catch (...) {
+        failure.remember();
+    }
+    // From here on all ranks know of each other's failures, even of a lack of memory for this.
+    agree(all, CollectiveCall::Open, failure);
+    impl_->open(std::move(all), path);
 }
 
 PartitionedModel::~PartitionedModel() noexcept

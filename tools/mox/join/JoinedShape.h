@@ -52,7 +52,7 @@ private:
     void findDatasets();
     void mapRows();
     Variable const* find(std::size_t piece, char const* name) const;
-    bool haveAll(char const* name, char const* rowsOf) const;
+    bool haveAll(char const* name, char const* other) const;
     std::vector<std::vector<std::uint32_t>> wordsOf(char const* name);
     std::vector<std::size_t> rowsOf(char const* name) const;
 
@@ -61,7 +61,7 @@ private:
     std::vector<std::uint32_t> joined(Dataset const& dataset, RowMap const& map);
     std::vector<std::uint32_t> joinedConnectivity(Dataset const& dataset);
     std::vector<std::uint32_t> behindEachOther(Dataset const& dataset);
-    void compare(Dataset const& dataset, std::size_t equal, double difference, double largest);
+    void compare(Dataset const& dataset, std::size_t different, double difference, double largest);
     void requireAlike(Dataset const& dataset) const;
     void add(Zyl2::Mox2::Model& to, unsigned int shape, Dataset const& dataset,
              std::vector<std::uint32_t> const& words) const;

@@ -3,14 +3,30 @@
 #include <algorithm>
 #include <utility>
 
+#include <sys/mman.h>
+
 namespace MoxRead {
 
 namespace {
 
+constexpr std::size_t largePage = std::size_t{2} << 20U;
+
+// To touch a block's memory for the first time takes as long as to inflate into it, unless its
+// pages are large. That they are is a wish, which the system need not grant.
+void wishForLargePages(std::uint8_t* bytes, std::size_t size)
+{
+    std::size_t const behindBorder = reinterpret_cast<std::uintptr_t>(bytes) % largePage;
+    std::size_t const skipped = (largePage - behindBorder) % largePage;
+    if (size >= skipped + largePage)
+        ::madvise(bytes + skipped, (size - skipped) / largePage * largePage, MADV_HUGEPAGE);
+}
+
 std::unique_ptr<std::uint8_t[]> allocated(std::size_t size)
 {
     // What std::make_unique makes is set to zero first, which takes as long as half of inflating.
-    return std::unique_ptr<std::uint8_t[]>(new std::uint8_t[size]);
+    std::unique_ptr<std::uint8_t[]> bytes(new std::uint8_t[size]);
+    wishForLargePages(bytes.get(), size);
+    return bytes;
 }
 
 } // namespace

@@ -9,6 +9,8 @@
 #include "support/EnvironmentVariable.h"
 #include "support/WritingRecord.h"
 
+#include "Zyl2/Wvf/RecoveryLog.h"
+
 #include <Zyl2/Exception/Exception.h>
 #include <Zyl2/Mox2/InterruptedRun.h>
 #include <Zyl2/Mox2/Model.h>
@@ -723,6 +725,58 @@ TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
         }
     }
     std::cout << whole << " whole, " << part << " in part, " << refused << " refused\n";
+}
+
+TEST_F(RecoveryTest, AForgedLogEndsInAFileOrASentence)
+{
+    std::uint32_t const cases = wanted("MOXWRITER_FORGED_LOGS", 150);
+    std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
+    std::cout << "first seed: " << first << '\n';
+    RecoverableRun const run(first % 64);
+    leaveRun(
+        path,
+        [&](Model& model) {
+            model.close();
+            run.makeCalls(model, path, true, run.callCount());
+        },
+        SaverOptions());
+    std::string const log = ReadFile(logPath());
+    std::vector<std::size_t> records;
+    for (std::size_t at = HeaderLength;;) {
+        std::uint64_t length = 0;
+        std::memcpy(&length, log.data() + at, sizeof length);
+        if (length == 0)
+            break;
+        records.push_back(at);
+        at += RecordHeaderLength + length;
+    }
+    std::uint32_t made = 0;
+    std::uint32_t refused = 0;
+    for (std::uint32_t seed = first; seed != first + cases; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        std::string forged = log;
+        std::size_t const at = records[random() % records.size()];
+        std::uint64_t length = 0;
+        std::memcpy(&length, log.data() + at, sizeof length);
+        for (auto left = 1 + random() % 3; left != 0; --left)
+            forged[at + RecordHeaderLength + random() % length] = static_cast<char>(random());
+        auto const* const header = reinterpret_cast<unsigned char const*>(forged.data()) + at;
+        std::uint32_t const checksum =
+            Zyl2Wvf::RecoveryLog::ChecksumOf(header, header + RecordHeaderLength, length);
+        std::memcpy(forged.data() + at + 12, &checksum, sizeof checksum);
+        WriteFile(logPath(), forged);
+        try {
+            InterruptedRun(path).writeTo(folder.File("b.mox"));
+            ++made;
+        } catch (Zyl2::Exception::Exception const& failure) {
+            ++refused;
+            EXPECT_NE(std::string(Zyl2::Exception::detail(failure)), "");
+        }
+    }
+    std::cout << made << " made, " << refused << " refused\n";
+    EXPECT_EQ(made + refused, cases);
+    EXPECT_GT(refused, 0U);
 }
 
 } // namespace Fault

@@ -309,6 +309,8 @@ ArrayCall::ArrayCall(ByteReader& from)
       steps(readSteps(from)), attributes(readAttributes(from))
 {
     from.expectEnd();
+    if (element != Zyl2Mox::ElementCode::Float && element != Zyl2Mox::ElementCode::UnsignedInt)
+        throw DamagedRecord();
 }
 
 } // namespace Recovery

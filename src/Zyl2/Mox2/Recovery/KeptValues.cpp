@@ -147,10 +147,12 @@ bool KeptValues::inflate(BlockOfRun const& block)
     std::uint32_t length = 0;
     std::memcpy(&length, stream_.GetData(), lengthPrefix);
     uLongf inflated = saved.contentLength;
+    uLong const streamLength = saved.size - lengthPrefix;
+    uLong taken = streamLength;
     bool const isWhole = length == saved.contentLength &&
-                         uncompress(content_.GetData(), &inflated, stream_.GetData() + lengthPrefix,
-                                    saved.size - lengthPrefix) == Z_OK &&
-                         inflated == length;
+                         uncompress2(content_.GetData(), &inflated,
+                                     stream_.GetData() + lengthPrefix, &taken) == Z_OK &&
+                         inflated == length && taken == streamLength;
     if (isWhole)
         inflated_ = block.position;
     return isWhole;

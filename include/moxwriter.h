@@ -207,7 +207,22 @@ enum
     /// "Displacement", width 3.
     MOX_DISPLACEMENT = 29,
     /// "Displacement", width 6.
-    MOX_DISPLACEMENT6 = 30
+    MOX_DISPLACEMENT6 = 30,
+
+    /// On nodes, width 1, such as a temperature. No default name, as with all that follow.
+    MOX_NODE_SCALAR = MOX_RESULT10,
+    /// On nodes, width 3: x, y, z, such as a velocity.
+    MOX_NODE_VECTOR = MOX_RESULT11,
+    /// On nodes, width 6: translations along x, y, z, then rotations about them.
+    MOX_NODE_VECTOR6 = MOX_RESULT12,
+    /// On nodes, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    MOX_NODE_TENSOR = MOX_RESULT13,
+    /// On elements, width 1, such as a damage.
+    MOX_ELEMENT_SCALAR = MOX_RESULT14,
+    /// On elements, width 3: x, y, z.
+    MOX_ELEMENT_VECTOR = MOX_RESULT15,
+    /// On elements, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    MOX_ELEMENT_TENSOR = MOX_RESULT17
 };
 
 /// Type of the elements of an array. Floating-point numbers are stored as floats of 32 bits,

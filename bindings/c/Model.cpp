@@ -75,6 +75,13 @@ static_assert(MOX_NODE_IDS == static_cast<int>(DatasetType::NodeIds));
 static_assert(MOX_ELEMENT_IDS == static_cast<int>(DatasetType::ElementIds));
 static_assert(MOX_DISPLACEMENT == static_cast<int>(DatasetType::Displacement));
 static_assert(MOX_DISPLACEMENT6 == static_cast<int>(DatasetType::Displacement6));
+static_assert(static_cast<int>(MOX_NODE_SCALAR) == static_cast<int>(DatasetType::NodeScalar));
+static_assert(static_cast<int>(MOX_NODE_VECTOR) == static_cast<int>(DatasetType::NodeVector));
+static_assert(static_cast<int>(MOX_NODE_VECTOR6) == static_cast<int>(DatasetType::NodeVector6));
+static_assert(static_cast<int>(MOX_NODE_TENSOR) == static_cast<int>(DatasetType::NodeTensor));
+static_assert(static_cast<int>(MOX_ELEMENT_SCALAR) == static_cast<int>(DatasetType::ElementScalar));
+static_assert(static_cast<int>(MOX_ELEMENT_VECTOR) == static_cast<int>(DatasetType::ElementVector));
+static_assert(static_cast<int>(MOX_ELEMENT_TENSOR) == static_cast<int>(DatasetType::ElementTensor));
 
 namespace {
 

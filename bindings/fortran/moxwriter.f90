@@ -162,6 +162,20 @@ module moxwriter
   integer, parameter, public :: MOX_DISPLACEMENT = 29
   !> "Displacement", width 6.
   integer, parameter, public :: MOX_DISPLACEMENT6 = 30
+  !> On nodes, width 1, such as a temperature. No default name, as with all that follow.
+  integer, parameter, public :: MOX_NODE_SCALAR = MOX_RESULT10
+  !> On nodes, width 3: x, y, z, such as a velocity.
+  integer, parameter, public :: MOX_NODE_VECTOR = MOX_RESULT11
+  !> On nodes, width 6: translations along x, y, z, then rotations about them.
+  integer, parameter, public :: MOX_NODE_VECTOR6 = MOX_RESULT12
+  !> On nodes, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+  integer, parameter, public :: MOX_NODE_TENSOR = MOX_RESULT13
+  !> On elements, width 1, such as a damage.
+  integer, parameter, public :: MOX_ELEMENT_SCALAR = MOX_RESULT14
+  !> On elements, width 3: x, y, z.
+  integer, parameter, public :: MOX_ELEMENT_VECTOR = MOX_RESULT15
+  !> On elements, width 6: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+  integer, parameter, public :: MOX_ELEMENT_TENSOR = MOX_RESULT17
 
   !> What compresses a file; which of them there are is known when the library is built. What the environment variable
   !! MOXWRITER_ENCODER names, and zlib where it names none.

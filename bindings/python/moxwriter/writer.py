@@ -216,6 +216,22 @@ class DatasetType(enum.IntEnum):
     #: "Displacement", 6 columns; laid out as `Result12`.
     Displacement6 = 30
 
+    #: On nodes, 1 column, such as a temperature. No default name, as with
+    #: all that follow.
+    NodeScalar = Result10
+    #: On nodes, 3 columns: x, y, z, such as a velocity.
+    NodeVector = Result11
+    #: On nodes, 6 columns: translations along x, y, z, then rotations about them.
+    NodeVector6 = Result12
+    #: On nodes, 6 columns: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    NodeTensor = Result13
+    #: On elements, 1 column, such as a damage.
+    ElementScalar = Result14
+    #: On elements, 3 columns: x, y, z.
+    ElementVector = Result15
+    #: On elements, 6 columns: a symmetric tensor, xx, yy, zz, xy, yz, zx, such as a stress.
+    ElementTensor = Result17
+
 
 # --------------------------------------------------------------------------------------- failures
 

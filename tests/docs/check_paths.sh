@@ -14,10 +14,11 @@ anchors()
     sed -n '/^```/,/^```/!s/^#\+ //p' "$1" | tr '[:upper:]' '[:lower:]' | sed 's/[^a-z0-9_ -]//g; s/ /-/g'
 }
 
-# What is written between brackets behind a bracketed text, for links and pictures.
+# What is written between brackets behind a bracketed text, for links and pictures. Programs have such
+# brackets, too.
 links()
 {
-    grep -o '](\([^)]*\))' "$1" | sed 's/^](\(.*\))$/\1/'
+    sed '/^```/,/^```/d' "$1" | grep -o '](\([^)]*\))' | sed 's/^](\(.*\))$/\1/'
 }
 
 # Code without blanks that has a slash, and either begins with a folder of this tree or ends like a source

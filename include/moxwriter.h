@@ -523,6 +523,14 @@ MOX_API mox_status mox_model_add_array(mox_model* model, char const* name, size_
 ///         `MOX_MEMORY`. The file is closed then, too, and a second call does nothing.
 MOX_API mox_status mox_model_close(mox_model* model);
 
+/// Waits until all that was added so far is on the disk, so that `mox recover` gives it back after
+/// a loss of power, too: see `mox_options_set_recoverable`. The model is as it was. \param model
+/// any \param on_disk receives 1 where it is, and 0, without waiting, for a model that can't be
+/// recovered
+///                or has no file. May be null
+/// \return `MOX_INVALID_STATE` "File not open."; `MOX_FILE_WRITE` it is not on the disk
+MOX_API mox_status mox_model_checkpoint(mox_model* model, int* on_disk);
+
 /// How long calls of this model have waited for its threads since it was saved, `mox_model_close`
 /// included once it has returned.
 /// \param model   any
@@ -576,6 +584,15 @@ MOX_API mox_status mox_options_set_threads(mox_options* options, int threads);
 ///                (200 MiB) where that is not set
 /// \return `MOX_INVALID_HANDLE`
 MOX_API mox_status mox_options_set_block_size(mox_options* options, uint64_t bytes);
+
+/// Whether what was added survives the process: `mox recover` makes a whole file of it. Until the
+/// model is closed there is a folder beside the file, which has its name and ".recovery" behind it.
+/// The bytes of the file do not depend on it.
+/// \param options     any
+/// \param recoverable 1 or 0; a negative number for what the environment variable
+///                    MOXWRITER_RECOVERABLE says, and for 0 where that is not set
+/// \return `MOX_INVALID_HANDLE`
+MOX_API mox_status mox_options_set_recoverable(mox_options* options, int recoverable);
 
 /* Attributes */
 

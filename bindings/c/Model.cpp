@@ -293,6 +293,15 @@ mox_status mox_model_close(mox_model* model)
     return callOf(model, [](Model& content) { content.close(); });
 }
 
+mox_status mox_model_checkpoint(mox_model* model, int* on_disk)
+{
+    return callOf(model, [=](Model& content) {
+        bool const isOnDisk = content.checkpoint();
+        if (on_disk != nullptr)
+            *on_disk = isOnDisk ? 1 : 0;
+    });
+}
+
 mox_status mox_model_waited_seconds(mox_model* model, double* seconds)
 {
     return callOf(model, [=](Model const& content) {

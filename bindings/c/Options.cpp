@@ -66,3 +66,8 @@ mox_status mox_options_set_block_size(mox_options* options, uint64_t bytes)
 {
     return guarded([=] { contentOf(options).blockSize = bytes; });
 }
+
+mox_status mox_options_set_recoverable(mox_options* options, int recoverable)
+{
+    return guarded([=] { contentOf(options).recoverable = recoverable; });
+}

@@ -250,6 +250,7 @@ module moxwriter
     generic :: add_array => add_real32_list, add_real64_list, add_int32_list, add_int64_list, &
                             add_real32_table, add_real64_table, add_int32_table, add_int64_table
     procedure :: close => close_model
+    procedure :: checkpoint
     procedure :: waited_seconds
     generic :: assignment(=) => assign_model
     procedure, private :: add_real32_list, add_real64_list, add_int32_list, add_int64_list
@@ -310,12 +311,14 @@ contains
   !!                   says, and 0 where that is not set. The bytes of the file do not depend on it.
   !! \param block_size bytes from which on a block of the file is full: 1 to 4294967294. Absent, or 0: what the
   !!                   environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and 200 MiB where that is not set.
+  !! \param recoverable whether what was added survives the program, for `mox recover`. Absent: what the environment
+  !!                   variable MOXWRITER_RECOVERABLE says, and not where that is not set.
   !! \param stat       `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since; `MOX_FILE_OPEN` "File
   !!                   exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the system refuses. After each of the
   !!                   latter two the model must be closed before it can be saved again. `MOX_INVALID_ARGUMENTS` an
   !!                   encoder that the library does not have, a number of threads or a size of blocks out of range.
   !! \param errmsg     what was wrong
-  subroutine save_to(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, stat, errmsg)
+  subroutine save_to(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, recoverable, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*), intent(in), target :: path
     logical, intent(in), optional :: overwrite
@@ -325,13 +328,14 @@ contains
     integer, intent(in), optional :: encoder
     integer, intent(in), optional :: threads
     integer(int64), intent(in), optional :: block_size
+    logical, intent(in), optional :: recoverable
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
     type(c_ptr) :: options
     integer(c_int) :: status
 
-    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size)
+    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size, recoverable)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -343,7 +347,8 @@ contains
 
   !> The same with a wide path, which is narrowed to the low 8 bits of each character. A path of default characters is
   !! what `save_to` takes.
-  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, stat, errmsg)
+  subroutine save_to_wide(this, path, overwrite, text1, text2, text3, encoder, threads, block_size, &
+                          recoverable, stat, errmsg)
     class(mox_model), intent(inout) :: this
     character(*, kind=mox_wide), intent(in) :: path
     logical, intent(in), optional :: overwrite
@@ -353,6 +358,7 @@ contains
     integer, intent(in), optional :: encoder
     integer, intent(in), optional :: threads
     integer(int64), intent(in), optional :: block_size
+    logical, intent(in), optional :: recoverable
     integer, intent(out), optional :: stat
     character(*), intent(inout), optional :: errmsg
 
@@ -370,7 +376,7 @@ contains
     do index = 1, size(characters)
       characters(index) = ichar(path(index:index))
     end do
-    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size)
+    status = make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size, recoverable)
     if (status == MOX_OK) status = make_model(this)
     if (status /= MOX_OK) then
       call tell(status, c_last_error(), stat, errmsg)
@@ -673,6 +679,25 @@ contains
     character(*), intent(inout), optional :: errmsg
 
     if (is_made(this, stat, errmsg)) call tell_of(this, c_model_close(this%handle), stat, errmsg)
+  end subroutine
+
+  !> Waits until all that was added so far is on the disk, so that `mox recover` gives it back after a loss of power,
+  !! too. The model is as it was.
+  !!
+  !! \param on_disk whether it is; false, without waiting, for a model that can't be recovered or has no file
+  !! \param stat    `MOX_INVALID_STATE` "File not open."; `MOX_FILE_WRITE` it is not on the disk; `MOX_MEMORY`
+  !! \param errmsg  what was wrong
+  subroutine checkpoint(this, on_disk, stat, errmsg)
+    class(mox_model), intent(inout) :: this
+    logical, intent(out), optional :: on_disk
+    integer, intent(out), optional :: stat
+    character(*), intent(inout), optional :: errmsg
+
+    integer(c_int) :: is_on_disk
+
+    is_on_disk = 0
+    if (is_made(this, stat, errmsg)) call tell_of(this, c_model_checkpoint(this%handle, is_on_disk), stat, errmsg)
+    if (present(on_disk)) on_disk = is_on_disk /= 0
   end subroutine
 
   !> How long calls of this model have waited for its threads since `save_to`, `close` included once it has returned. A
@@ -1261,7 +1286,8 @@ contains
 
   !> Makes the options of a call, if it has any.
   !! \param options receives them, or null
-  function make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size) result(status)
+  function make_options(options, overwrite, text1, text2, text3, encoder, threads, block_size, recoverable) &
+    result(status)
     type(c_ptr), intent(out) :: options
     logical, intent(in), optional :: overwrite
     character(*), intent(in), optional :: text1
@@ -1270,6 +1296,7 @@ contains
     integer, intent(in), optional :: encoder
     integer, intent(in), optional :: threads
     integer(int64), intent(in), optional :: block_size
+    logical, intent(in), optional :: recoverable
     integer(c_int) :: status
 
     options = c_null_ptr
@@ -1285,6 +1312,8 @@ contains
     if (status == MOX_OK .and. present(encoder)) status = c_options_set_encoder(options, encoder)
     if (status == MOX_OK .and. present(threads)) status = c_options_set_threads(options, threads)
     if (status == MOX_OK .and. present(block_size)) status = c_options_set_block_size(options, block_size)
+    if (status == MOX_OK .and. present(recoverable)) &
+      status = c_options_set_recoverable(options, merge(1_c_int, 0_c_int, recoverable))
   end function
 
   function attributes_in(attributes) result(handle)

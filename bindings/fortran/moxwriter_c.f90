@@ -185,6 +185,13 @@ module moxwriter_c
       integer(c_int) :: status
     end function
 
+    function c_model_checkpoint(model, on_disk) result(status) bind(c, name="mox_model_checkpoint")
+      import :: c_int, c_ptr
+      type(c_ptr), value :: model
+      integer(c_int), intent(inout) :: on_disk
+      integer(c_int) :: status
+    end function
+
     function c_model_waited_seconds(model, seconds) result(status) bind(c, name="mox_model_waited_seconds")
       import :: c_double, c_int, c_ptr
       type(c_ptr), value :: model
@@ -198,6 +205,13 @@ module moxwriter_c
       import :: c_int, c_ptr
       type(c_ptr), value :: options
       integer(c_int), value :: threads
+      integer(c_int) :: status
+    end function
+
+    function c_options_set_recoverable(options, recoverable) result(status) bind(c, name="mox_options_set_recoverable")
+      import :: c_int, c_ptr
+      type(c_ptr), value :: options
+      integer(c_int), value :: recoverable
       integer(c_int) :: status
     end function
 

@@ -140,6 +140,7 @@ static void expect_no_model(mox_model* model)
                   MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_model_close(model), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_model_waited_seconds(model, NULL), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_model_checkpoint(model, NULL), MOX_INVALID_HANDLE);
     EXPECT(id == 7);
 }
 
@@ -155,6 +156,7 @@ static void expect_no_builders(mox_options* options, mox_attributes* attributes,
     EXPECT_STATUS(mox_options_set_encoder(options, MOX_ENCODER_ZLIB), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_threads(options, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_options_set_block_size(options, 1), MOX_INVALID_HANDLE);
+    EXPECT_STATUS(mox_options_set_recoverable(options, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_clear(attributes), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_float(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
     EXPECT_STATUS(mox_attributes_set_double(attributes, "a", 1, 1), MOX_INVALID_HANDLE);
@@ -588,6 +590,7 @@ static void threads_and_blocks_can_be_chosen(char const* path)
     mox_options* options = NULL;
     long size = 0;
     double waited = -1;
+    int on_disk = -1;
     EXPECT_OK(mox_options_create(&options));
     EXPECT_OK(mox_options_set_overwrite(options, 1));
     write_ids(path, options);
@@ -610,6 +613,18 @@ static void threads_and_blocks_can_be_chosen(char const* path)
     EXPECT(strstr(mox_model_error(model), "asks for blocks of 4294967295 bytes") != NULL);
     EXPECT_OK(mox_options_set_block_size(options, 0));
     EXPECT_OK(mox_model_save_to(model, "", 0, options));
+    EXPECT_OK(mox_model_destroy(model));
+    EXPECT_OK(mox_model_create(&model));
+    EXPECT_STATUS(mox_model_checkpoint(model, &on_disk), MOX_INVALID_STATE);
+    EXPECT_OK(mox_options_set_recoverable(options, 0));
+    EXPECT_OK(mox_model_save_to(model, path, MOX_TERMINATED, options));
+    EXPECT_OK(mox_model_checkpoint(model, &on_disk));
+    EXPECT(on_disk == 0);
+    EXPECT_OK(mox_model_close(model));
+    EXPECT_OK(mox_options_set_recoverable(options, 1));
+    EXPECT_OK(mox_model_save_to(model, path, MOX_TERMINATED, options));
+    EXPECT_OK(mox_model_checkpoint(model, &on_disk));
+    EXPECT(on_disk == 1);
     EXPECT_OK(mox_model_destroy(model));
     EXPECT_OK(mox_options_destroy(options));
 }

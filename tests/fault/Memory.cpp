@@ -101,6 +101,12 @@ void* operator new(std::size_t size)
     return memory;
 }
 
+// What sorting borrows is given back by the delete below.
+void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
+{
+    return allocate(size == 0 ? 1 : size);
+}
+
 void operator delete(void* memory) noexcept
 {
     __wrap_free(memory);

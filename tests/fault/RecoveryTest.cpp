@@ -212,6 +212,23 @@ TEST_F(RecoveryTest, TheCommandMakesTheFileOfWhatAKilledRunLeft)
     EXPECT_EQ(second.status, 0);
 }
 
+TEST_F(RecoveryTest, CommandsThatReadSayThatAKilledRunCanBeRecovered)
+{
+    leaveRun(5, recoverable(), 1);
+    std::string const advice = "; the run can be recovered (complete up to step \"4\", and 1 "
+                               "array of step \"5\"): mox recover " +
+                               path + '\n';
+    for (char const* command : {"verify ", "ls ", "info ", "check "}) {
+        Answer const answer = mox(command + path);
+        EXPECT_EQ(answer.status, 1) << command;
+        EXPECT_EQ(answer.err,
+                  path + ": incomplete: the root index at byte 12 was never written" + advice);
+    }
+    fs::remove_all(beside);
+    EXPECT_EQ(mox("verify " + path).err,
+              path + ": incomplete: the root index at byte 12 was never written\n");
+}
+
 TEST_F(RecoveryTest, AnOutputLeavesAllAsItWasAndGivesTheSameBytesAgain)
 {
     leaveRun();
@@ -277,6 +294,10 @@ TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
                   return detailOf([&] { Model().saveTo(path, options); });
               }),
               "File exists. | " + path + " is still being written by process " + process);
+    // In a process of its own, as looking takes this one's lock away.
+    EXPECT_EQ(mox("ls " + path).err,
+              path + ": incomplete: the root index at byte 12 was never written; the run goes on "
+                     "(complete up to step \"2\", and 2 arrays of step \"3\")\n");
     EXPECT_EQ(InterruptedRun::progressOf(path).datasets, 6U);
     model.close();
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));

@@ -70,7 +70,7 @@ contains
     call note(stat, sentence)
     call steps%add(long, attributes, stat, sentence)
     call note(stat, sentence)
-    call model%save_to(path, .true., long, long, long, MOX_ENCODER_ZLIB, 2, 1000_int64, stat, sentence)
+    call model%save_to(path, .true., long, long, long, MOX_ENCODER_ZLIB, 2, 1000_int64, .false., stat, sentence)
     call note(stat, sentence)
     call model%add_node(MOX_ROOT_GROUP, "Root", attributes, stat=stat, errmsg=sentence)
     call note(stat, sentence)

@@ -96,6 +96,7 @@ contains
     type(mox_model) :: other
     character(12) :: short
     real(real64) :: seconds
+    logical :: on_disk
 
     call model%save_to(path, overwrite=.true.)
     call other%save_to(path, stat=stat, errmsg=sentence)
@@ -122,6 +123,17 @@ contains
     call other%save_to("", encoder=MOX_ENCODER_ZLIB, threads=2, block_size=1000_int64)
     call other%waited_seconds(seconds)
     call expect(.not. seconds > 0, "seconds without a full block")
+    call other%close()
+    call other%save_to(path // ".recoverable", overwrite=.true., recoverable=.true.)
+    call other%checkpoint(on_disk)
+    call expect(on_disk, "a checkpoint")
+    call other%close()
+    call other%save_to(path // ".recoverable", overwrite=.true., recoverable=.false.)
+    call other%checkpoint(on_disk)
+    call expect(.not. on_disk, "a checkpoint of what can't be recovered")
+    call other%close()
+    call other%checkpoint(stat=stat, errmsg=sentence)
+    call expect_failure(MOX_INVALID_STATE, "File not open.")
     call model%close()
   end subroutine
 

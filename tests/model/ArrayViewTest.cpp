@@ -309,10 +309,10 @@ TEST(ArrayViewTest, RefusedLeavesTheFileAsItWasWhereverItsValuesWouldHaveGone)
     std::string const path = folder.path("a.mox").string();
     // Each dataset is 1,200 bytes, and fewer when it is compressed. In blocks that one fills, the
     // file has a second index after some of them.
-    for (std::uint64_t const blockSize : {0, 1200, 2400})
+    for (std::uint64_t const blockSize : {0U, 1200U, 2400U})
         for (int const threads : {0, 2})
-            for (std::size_t const before : {0, 1, 2, 3, 17, 18, 19, 20})
-                for (std::size_t const after : {0, 3}) {
+            for (std::size_t const before : {0U, 1U, 2U, 3U, 17U, 18U, 19U, 20U})
+                for (std::size_t const after : {0U, 3U}) {
                     SCOPED_TRACE(std::to_string(blockSize) + " bytes, " + std::to_string(threads) +
                                  " threads, " + std::to_string(before) + " before, " +
                                  std::to_string(after) + " after");
@@ -420,7 +420,7 @@ TEST(ModelMoveTest, TakesTheFileAlongAndLeavesAnEmptyModel)
     });
 }
 
-TEST(ArrayView, AnIdOf64BitsIsNotNarrowedToThatOfAnotherNode)
+TEST(ArrayViewTest, AnIdOf64BitsIsNotNarrowedToThatOfAnotherNode)
 {
     Model model;
     model.saveTo("");

@@ -138,6 +138,19 @@ def test_a_model_may_be_saved_anew(mox: str, tmp_path: Path) -> None:
         assert _is_sound(mox, tmp_path / name)
 
 
+def test_what_was_added_can_be_recovered(tmp_path: Path) -> None:
+    path = tmp_path / "a.mox"
+    with Model(path, recoverable=True) as model:
+        model.add_node(NodeType.RootGroup, "R")
+        assert model.checkpoint()
+        assert (tmp_path / "a.mox.recovery" / "log").exists()
+    assert [entry.name for entry in tmp_path.iterdir()] == ["a.mox"]
+    with Model(path, overwrite=True, recoverable=False) as model:
+        assert not model.checkpoint()
+    with pytest.raises(moxwriter.InvalidObjectState):
+        model.checkpoint()
+
+
 def test_threads_and_the_size_of_blocks_can_be_chosen(mox: str, tmp_path: Path) -> None:
     sizes = []
     for block_size in (None, 1000):

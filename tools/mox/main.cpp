@@ -11,6 +11,7 @@
 #include "mox/commands/TranslateCommand.h"
 #include "mox/commands/VerifyCommand.h"
 #include "mox/commands/ViewCommand.h"
+#include "mox/print/FileError.h"
 
 #include <Zyl2/Version.h>
 
@@ -34,6 +35,7 @@ void takeFailedWritesAsErrors()
 
 int run(int argc, char** argv)
 {
+    adviseOnIncompleteFiles(adviceOnRun);
     CommandLine commandLine("mox", "Looks into model files and makes them");
     commandLine.setVersion(Zyl2::versionString());
     addTranslateCommand(commandLine);

@@ -19,6 +19,9 @@ public:
     /// word has to be that one.
     FormatError within(std::string const& place) const;
 
+    /// Whether it is the error of a file that ends early.
+    bool isIncomplete() const { return incomplete_; }
+
 private:
     FormatError(std::string const& message, bool incomplete);
 

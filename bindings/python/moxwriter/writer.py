@@ -540,6 +540,7 @@ class Model:
         encoder: SupportsIndex = Encoder.Default,
         threads: Optional[SupportsIndex] = None,
         block_size: Optional[SupportsIndex] = None,
+        recoverable: Optional[bool] = None,
     ) -> None:
         """Creates the file, as `save_to` does; without a path there is none yet."""
         self._is_open = False
@@ -555,6 +556,7 @@ class Model:
                 encoder=encoder,
                 threads=threads,
                 block_size=block_size,
+                recoverable=recoverable,
             )
 
     def save_to(
@@ -568,6 +570,7 @@ class Model:
         encoder: SupportsIndex = Encoder.Default,
         threads: Optional[SupportsIndex] = None,
         block_size: Optional[SupportsIndex] = None,
+        recoverable: Optional[bool] = None,
     ) -> None:
         """Creates the file and makes the model ready for adding.
 
@@ -585,6 +588,9 @@ class Model:
             block_size: bytes from which on a block of the file is full, 1 to 4294967294. `None` or 0
                 stands for what the environment variable MOXWRITER_DEFAULT_BLOCK_SIZE says, and for
                 209715200 (200 MiB) where that is not set.
+            recoverable: whether what was added survives the process, for `mox recover`. `None` stands
+                for what the environment variable MOXWRITER_RECOVERABLE says, and for no where that is
+                not set.
 
         Raises:
             InvalidObjectState: "Not Empty": the model was saved and not closed since.
@@ -605,6 +611,7 @@ class Model:
             _signed(encoder),
             -1 if threads is None else _signed(threads),
             0 if block_size is None else _size(block_size),
+            -1 if recoverable is None else int(bool(recoverable)),
         )
         self._is_open = True
         self._name = os.fsdecode(raw) or "model"
@@ -806,6 +813,20 @@ class Model:
             self._is_open = False
             raise
         self._is_open = False
+
+    def checkpoint(self) -> bool:
+        """Waits until all that was added so far is on the disk.
+
+        `mox recover` then gives it back after a loss of power, too. The model is as it was.
+
+        Returns:
+            Whether it is; false, without waiting, for a model that can't be recovered or has no file.
+
+        Raises:
+            InvalidObjectState: "File not open.", or another thread is writing.
+            FileWriteException: it is not on the disk.
+        """
+        return self._model.checkpoint()
 
     @property
     def waited_seconds(self) -> float:

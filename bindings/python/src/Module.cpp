@@ -92,7 +92,8 @@ std::vector<unsigned int> listOf(Array1d<unsigned int> const& ids)
 }
 
 void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& text1,
-            Text const& text2, Text const& text3, int encoder, int threads, std::uint64_t blockSize)
+            Text const& text2, Text const& text3, int encoder, int threads, std::uint64_t blockSize,
+            int recoverable)
 {
     SaverOptions options;
     options.overwrite = overwrite;
@@ -102,6 +103,7 @@ void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& te
     options.encoder = static_cast<Encoder>(encoder);
     options.threads = threads;
     options.blockSize = blockSize;
+    options.recoverable = recoverable;
     model.write([&](Model& open) { open.saveTo(path, options); });
 }
 
@@ -233,6 +235,12 @@ PYBIND11_MODULE(_writer, module)
         .def("add_components", Python::addComponents)
         .def("add_components_with_attributes", Python::addComponentsWithAttributes)
         .def("add_array_property", Python::addArrayProperty)
+        .def("checkpoint",
+             [](SharedModel& model) {
+                 bool isOnDisk = false;
+                 model.write([&](Model& open) { isOnDisk = open.checkpoint(); });
+                 return isOnDisk;
+             })
         .def("waited_seconds",
              [](SharedModel& model) {
                  return model.run([](Model const& open) { return open.waitedSeconds(); });

@@ -12,7 +12,9 @@ namespace Mox2 {
 /// How far a run had come.
 struct RunProgress
 {
-    RunProgress() : calls(0), callsUnderWay(0), datasets(0), datasetsOfLastStep(0), isClosing(false)
+    RunProgress()
+        : calls(0), callsUnderWay(0), datasets(0), lastStep(), datasetsOfLastStep(0), stepBefore(),
+          isClosing(false), isGoingOn(false), damage()
     {}
 
     /// Calls that had ended, of those that change a model.
@@ -29,6 +31,8 @@ struct RunProgress
     std::string stepBefore;
     /// Whether the run had called `close`.
     bool isClosing;
+    /// Whether a process is still writing; only `InterruptedRun::progressOf` tells.
+    bool isGoingOn;
     /// What is wrong with the rest; empty when there is no such rest.
     std::string damage;
 };

@@ -52,6 +52,8 @@ public:
                 Exception::sentence("the file is still being written by process ", writer));
     }
 
+    bool isLocked() const { return RecoveryFolder::HolderOfLock(descriptor_) > 0; }
+
     std::vector<unsigned char> read() const
     {
         struct stat status
@@ -150,8 +152,11 @@ void InterruptedRun::removeRemains(std::string const& path)
 RunProgress InterruptedRun::progressOf(std::string const& path)
 {
     RecoveryFolder const folder = RecoveryFolder::Open(path);
-    LogContents const log(LogFile(folder, O_RDONLY).read());
-    return storyOf(log).progress;
+    LogFile const file(folder, O_RDONLY);
+    LogContents const log(file.read());
+    RunProgress progress = storyOf(log).progress;
+    progress.isGoingOn = file.isLocked();
+    return progress;
 }
 
 InterruptedRun::InterruptedRun(std::string const& path) : content_(new Content(path)) {}

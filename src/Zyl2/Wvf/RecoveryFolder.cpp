@@ -53,6 +53,15 @@ bool IsOfARun(char const* name)
            std::strcmp(name, RecoveryFolder::ResultName) == 0;
 }
 
+struct flock WholeFile()
+{
+    struct flock lock
+    {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
 } // namespace
 
 std::string RecoveryFolder::PathFor(std::string const& modelFile)
@@ -172,16 +181,20 @@ int RecoveryFolder::Synchronise() const noexcept
 
 int RecoveryFolder::Lock(int log) noexcept
 {
-    struct flock lock
-    {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
+    struct flock lock = WholeFile();
     if (::fcntl(log, F_SETLK, &lock) == 0)
         return 0;
     if (errno != EACCES && errno != EAGAIN)
         return -1;
+    int const holder = HolderOfLock(log);
+    return holder > 0 ? holder : -1;
+}
+
+int RecoveryFolder::HolderOfLock(int log) noexcept
+{
+    struct flock lock = WholeFile();
     if (::fcntl(log, F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK)
-        return -1;
+        return 0;
     return lock.l_pid;
 }
 

@@ -62,6 +62,8 @@ public:
     /// \param log descriptor of the log, open for writing
     /// \return 0, or the process that has it; -1 where the system knows no locks
     static int Lock(int log) noexcept;
+    /// \return the process that has the lock; 0 for none, or where the system knows no locks
+    static int HolderOfLock(int log) noexcept;
 
 private:
     RecoveryFolder(std::string path, int descriptor);

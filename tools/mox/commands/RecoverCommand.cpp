@@ -206,6 +206,20 @@ void addRecoverCommand(CommandLine& commandLine)
     command.run([arguments] { return recoverFile(*arguments, std::cout, std::cerr); });
 }
 
+std::string adviceOnRun(std::string const& file)
+{
+    try {
+        if (!InterruptedRun::isBeside(file))
+            return {};
+        RunProgress const progress = InterruptedRun::progressOf(file);
+        std::string const extent = " (" + extentOf(progress) + ')';
+        return progress.isGoingOn ? "the run goes on" + extent
+                                  : "the run can be recovered" + extent + ": mox recover " + file;
+    } catch (Zyl2::Exception::Exception const& failure) {
+        return "what the run has left beside it can't be read: " + sentenceOf(failure);
+    }
+}
+
 int recoverFile(RecoverArguments const& arguments, std::ostream& out, std::ostream& err)
 {
     return runOnFile(arguments.file, err, [&] {

@@ -24,6 +24,10 @@ void addRecoverCommand(CommandLine& commandLine);
 /// nothing could be, gets one line. Returns the exit status.
 int recoverFile(RecoverArguments const& arguments, std::ostream& out, std::ostream& err);
 
+/// How far the run of an incomplete file had come, or has, and that it can be recovered; empty
+/// where it left nothing to recover from. Disturbs no run.
+std::string adviceOnRun(std::string const& file);
+
 } // namespace Mox
 
 #endif

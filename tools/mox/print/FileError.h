@@ -15,6 +15,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// What can be done about a model file that is incomplete, in words that follow on what is wrong
+/// with it; empty for nothing.
+using Advice = std::function<std::string(std::string const& path)>;
+
+/// Sets what is asked for advice from here on. Reading knows nothing of writing: it has none.
+void adviseOnIncompleteFiles(Advice advice);
+
 /// Runs an action on a file; what it raises becomes a FileError that names the file.
 void inFile(std::string const& path, std::function<void()> const& action);
 

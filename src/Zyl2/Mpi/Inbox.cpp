@@ -1,10 +1,10 @@
 #include "Zyl2/Mpi/Inbox.h"
 
 #include "Zyl2/Mpi/Message.h"
+#include "Zyl2/Util/SignalsBlocked.h"
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstring>
 #include <stdexcept>
 #include <thread>
@@ -17,24 +17,6 @@ namespace {
 /// So many ranks may have a message on its way. More would take memory, and bring nothing: their
 /// turn comes one after the other.
 constexpr int MostSlots = 8;
-
-/// While one lives, threads that are started get none of the process's signals.
-class SignalsBlocked
-{
-public:
-    SignalsBlocked()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &previous_);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &previous_, nullptr); }
-    SignalsBlocked(SignalsBlocked const&) = delete;
-    SignalsBlocked& operator=(SignalsBlocked const&) = delete;
-
-private:
-    sigset_t previous_{};
-};
 
 } // namespace
 
@@ -58,7 +40,7 @@ std::exception_ptr Inbox::receive(std::function<void()> const& read)
     std::exception_ptr failure;
     std::thread reader;
     try {
-        SignalsBlocked const blocked;
+        Zyl2Util::SignalsBlocked const blocked;
         reader = std::thread([&] {
             try {
                 read();

@@ -1,39 +1,16 @@
 #include "Zyl2/Wvf/CompressionThreads.h"
 
 #include "Zyl2/Log/Statement.h"
+#include "Zyl2/Util/SignalsBlocked.h"
 #include "Zyl2/Wvf/BlockStream.h"
 
 #include <chrono>
-#include <csignal>
 #include <exception>
 #include <utility>
 
 #include <unistd.h>
 
 namespace Zyl2Wvf {
-
-namespace {
-
-/// While one lives, threads that are started get none of the process's signals: those are for the
-/// host's own threads.
-class SignalsBlocked
-{
-public:
-    SignalsBlocked()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &previous_);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &previous_, nullptr); }
-    SignalsBlocked(SignalsBlocked const&) = delete;
-    SignalsBlocked& operator=(SignalsBlocked const&) = delete;
-
-private:
-    sigset_t previous_{};
-};
-
-} // namespace
 
 CompressionThreads::CompressionThreads(unsigned int most, BlockEncoder const& encoder, int level)
     : encoder_(encoder), level_(level), process_(getpid()), most_(most), tasks_(most_ + 1)
@@ -66,7 +43,7 @@ bool CompressionThreads::PrepareThread()
 bool CompressionThreads::StartThread()
 {
     try {
-        SignalsBlocked const blocked;
+        Zyl2Util::SignalsBlocked const blocked;
         threads_.emplace_back([this] { Work(); });
         return true;
     } catch (std::exception const& failure) {

@@ -209,7 +209,14 @@ public:
     std::size_t elements() const noexcept { return elements_; }
 
 private:
-    void addResult(std::string const& name, DatasetType type, ArrayView const& values,
+    struct TypesByColumns
+    {
+        DatasetType one;
+        DatasetType three;
+        DatasetType six;
+    };
+
+    void addResult(std::string const& name, TypesByColumns const& types, ArrayView const& values,
                    Step const& step, Attributes const& attributes);
 
     Model* model_;

@@ -286,19 +286,11 @@ void Mesh::addNodeResult(std::string const& name, ArrayView const& values, Step 
     if (values.rows() != nodes_)
         refuse(Sites::Result, name_, "the result \"", name, "\" has ",
                counted(values.rows(), "row"), ", the mesh ", counted(nodes_, "node"));
-    switch (values.columns()) {
-    case 1:
-        return addResult(name, DatasetType::NodeScalar, values, step, attributes);
-    case 3:
-        return addResult(name, DatasetType::NodeVector, values, step, attributes);
-    case 6:
-        return addResult(
-            name, name == "Displacement" ? DatasetType::NodeVector6 : DatasetType::NodeTensor,
-            values, step, attributes);
-    default:
-        refuse(Sites::Result, name_, "a result has 1, 3 or 6 columns, \"", name, "\" has ",
-               values.columns());
-    }
+    bool const rotates = name == "Displacement";
+    addResult(name,
+              {DatasetType::NodeScalar, DatasetType::NodeVector,
+               rotates ? DatasetType::NodeVector6 : DatasetType::NodeTensor},
+              values, step, attributes);
 }
 
 void Mesh::addElementResult(std::string const& name, ArrayView const& values, Step const& step,
@@ -310,22 +302,28 @@ void Mesh::addElementResult(std::string const& name, ArrayView const& values, St
     if (values.rows() != elements_)
         refuse(Sites::Result, name_, "the result \"", name, "\" has ",
                counted(values.rows(), "row"), ", the mesh ", counted(elements_, "element"));
-    switch (values.columns()) {
-    case 1:
-        return addResult(name, DatasetType::ElementScalar, values, step, attributes);
-    case 3:
-        return addResult(name, DatasetType::ElementVector, values, step, attributes);
-    case 6:
-        return addResult(name, DatasetType::ElementTensor, values, step, attributes);
-    default:
-        refuse(Sites::Result, name_, "a result has 1, 3 or 6 columns, \"", name, "\" has ",
-               values.columns());
-    }
+    addResult(name,
+              {DatasetType::ElementScalar, DatasetType::ElementVector, DatasetType::ElementTensor},
+              values, step, attributes);
 }
 
-void Mesh::addResult(std::string const& name, DatasetType type, ArrayView const& values,
+void Mesh::addResult(std::string const& name, TypesByColumns const& types, ArrayView const& values,
                      Step const& step, Attributes const& attributes)
 {
+    auto const typeFrom = [&] {
+        switch (values.columns()) {
+        case 1:
+            return types.one;
+        case 3:
+            return types.three;
+        case 6:
+            return types.six;
+        default:
+            refuse(Sites::Result, name_, "a result has 1, 3 or 6 columns, \"", name, "\" has ",
+                   values.columns());
+        }
+    };
+    DatasetType const type = typeFrom();
     if (name.empty())
         refuse(Sites::Result, name_, "a result needs a name");
     model_->addArrayProperty(name, type, values, id_, step, attributes);

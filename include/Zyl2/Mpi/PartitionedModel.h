@@ -52,6 +52,9 @@ namespace Mpi {
 /// model.close();
 /// \endcode
 ///
+/// A failure of MPI itself, such as a machine that is gone, ends the program, whatever the
+/// communicator does with errors otherwise: what the others wait for would never come.
+///
 /// MPI is called by the thread that calls the model, and by no other. While values are received, a
 /// thread of the model's own compresses and writes them, so that MPI has to be initialised for
 /// `MPI_THREAD_FUNNELED` where an implementation minds that.
@@ -64,9 +67,11 @@ public:
     /// \param path    path of the index, which ends with ".moxs"; the same on all ranks. The files
     ///                are beside it: wave.moxs has wave.0.mox, wave.1.mox and so on.
     /// \param options the same on all ranks
-    /// \throws RankFailure an argument is not what it has to be, or one of the files can't be
-    ///         created: what a rank failed at. Files that this call created are removed again.
+    /// \throws RankFailure an argument is not what it has to be, or not the same on all ranks, or
+    ///         one of the files can't be created: what a rank failed at. Files that this call
+    ///         created are removed again.
     /// \throws Exception::InvalidObjectState MPI is not initialised
+    /// \throws Exception::InvalidArguments MPI refuses to copy `comm`
     PartitionedModel(MPI_Comm comm, std::string const& path,
                      PartitionedOptions const& options = PartitionedOptions());
 
@@ -80,7 +85,7 @@ public:
     /// As `Mox2::Model::addNode`. A root and groups that other ranks of the file add as well, in
     /// the same place under the same name, are the same one; of several of one name in one place,
     /// the first is that of another rank's first.
-    /// \throws and, from the next collective call, that two ranks give the root other names or
+    /// \throws RankFailure from the next collective call: two ranks give the root other names or
     ///         types, or an attribute of a group other values
     unsigned int addNode(Mox2::NodeType type, std::string const& name,
                          Mox2::Attributes const& attributes = Mox2::Model::emptyAttributes());
@@ -126,7 +131,8 @@ public:
     /// \param values an `ArrayView`, or what one can be made of. They are copied unless this rank
     ///               writes.
     /// \param steps  `Step` or `StepList`
-    /// \throws and Exception::InvalidArguments default text: an attribute `Rank` or `Ranks`
+    /// \throws Exception::InvalidArguments default text: an attribute `Rank` or `Ranks`; besides,
+    ///         all that `Mox2::Model::addArrayProperty` throws
     template <typename ValuesT, typename StepsT>
     void addArrayProperty(Mox2::DatasetType type, ValuesT const& values,
                           Mox2::IdsView const& components, StepsT const& steps,

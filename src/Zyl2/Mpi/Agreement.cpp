@@ -35,5 +35,15 @@ void agree(Communicator const& all, CollectiveCall call, Failure const& own)
                                              "some ranks call step, and others close");
 }
 
+bool areAlike(Communicator const& all, std::uint64_t number)
+{
+    // The lowest of them and, as its complement, the highest.
+    std::array<std::uint64_t, 2> const mine = {number, ~number};
+    std::array<std::uint64_t, 2> lowest = mine;
+    MPI_Allreduce(mine.data(), lowest.data(), static_cast<int>(mine.size()), MPI_UINT64_T, MPI_MIN,
+                  all.get());
+    return lowest[0] == ~lowest[1];
+}
+
 } // namespace Mpi
 } // namespace Zyl2

@@ -4,6 +4,8 @@
 #include "Zyl2/Mpi/Communicator.h"
 #include "Zyl2/Mpi/Failure.h"
 
+#include <cstdint>
+
 namespace Zyl2 {
 namespace Mpi {
 
@@ -21,6 +23,9 @@ enum class CollectiveCall : int
 /// \throws RankFailure one of the ranks has failed: the lowest of them
 /// \throws Exception::InvalidObjectState none has, but some make another call
 void agree(Communicator const& all, CollectiveCall call, Failure const& own);
+
+/// Whether all ranks give the same number. Collective; it takes no memory.
+bool areAlike(Communicator const& all, std::uint64_t number);
 
 } // namespace Mpi
 } // namespace Zyl2

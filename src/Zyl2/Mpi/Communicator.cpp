@@ -1,5 +1,7 @@
 #include "Zyl2/Mpi/Communicator.h"
 
+#include "Zyl2/Mpi/Failure.h"
+
 namespace Zyl2 {
 namespace Mpi {
 
@@ -29,7 +31,11 @@ int Communicator::size() const
 Communicator copyOf(MPI_Comm comm)
 {
     MPI_Comm copy = MPI_COMM_NULL;
-    MPI_Comm_dup(comm, &copy);
+    if (MPI_Comm_dup(comm, &copy) != MPI_SUCCESS)
+        raise<Exception::InvalidArguments>(BOOST_CURRENT_FUNCTION, "MPI can't copy the ranks");
+    // A host may have asked for errors to be returned, as Python does. Half of a message is of no
+    // use, and whoever waits for the rest of it would wait for ever.
+    MPI_Comm_set_errhandler(copy, MPI_ERRORS_ARE_FATAL);
     return Communicator(copy);
 }
 

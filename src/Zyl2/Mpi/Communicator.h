@@ -37,7 +37,9 @@ private:
     MPI_Comm comm_ = MPI_COMM_NULL;
 };
 
-/// What messages of the same ranks stay apart in.
+/// What messages of the same ranks stay apart in. An error of MPI in it, and in what is made of it,
+/// ends the program.
+/// \throws Exception::InvalidArguments MPI refuses
 Communicator copyOf(MPI_Comm comm);
 
 /// The ranks that share a file with this one, in their order.

@@ -8,6 +8,17 @@
 namespace Zyl2 {
 namespace Mpi {
 
+namespace {
+
+/// Comes back when the writer has begun to take the message: sent in any other way, small ones
+/// would all be on their way at once, and fill the memory of a writer that is not at this rank yet.
+void send(unsigned char const* message, std::size_t length, MPI_Comm file)
+{
+    MPI_Ssend(message, static_cast<int>(length), MPI_BYTE, 0, Message::Tag, file);
+}
+
+} // namespace
+
 void Outbox::put(void const* bytes, std::size_t count)
 {
     auto const* from = static_cast<unsigned char const*>(bytes);
@@ -24,11 +35,11 @@ void Outbox::sendTo(MPI_Comm file)
 {
     std::array<unsigned char, Message::HeaderBytes> const nothing = {1};
     if (messages_.empty())
-        MPI_Send(nothing.data(), static_cast<int>(nothing.size()), MPI_BYTE, 0, Message::Tag, file);
+        send(nothing.data(), nothing.size(), file);
     else
         messages_.back().front() = 1;
     for (std::vector<unsigned char> const& message : messages_)
-        MPI_Send(message.data(), static_cast<int>(message.size()), MPI_BYTE, 0, Message::Tag, file);
+        send(message.data(), message.size(), file);
     clear();
 }
 

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -41,6 +42,21 @@ void requireMpi()
     MPI_Finalized(&isFinalized);
     if (isInitialized == 0 || isFinalized != 0)
         raise<Exception::InvalidObjectState>(BOOST_CURRENT_FUNCTION, "MPI is not initialised");
+}
+
+/// Another number for another path or other options, as far as ranks would wait for each other, or
+/// write elsewhere, if these were not the same.
+std::uint64_t fingerprintOf(std::string const& path, PartitionedOptions const& options)
+{
+    constexpr std::uint64_t Prime = 0x100000001B3U;
+    std::uint64_t fingerprint = 0xCBF29CE484222325U;
+    auto const add = [&](std::uint64_t number) { fingerprint = (fingerprint ^ number) * Prime; };
+    for (char const character : path)
+        add(static_cast<unsigned char>(character));
+    add(static_cast<std::uint64_t>(options.ranksPerFile));
+    add(options.messageBytes);
+    add(options.saver.overwrite ? 1 : 0);
+    return fingerprint;
 }
 
 /// A negative number is refused when all ranks can be told.
@@ -464,6 +480,11 @@ PartitionedModel::PartitionedModel(MPI_Comm comm, std::string const& path,
     requireMpi();
     Communicator all = copyOf(comm);
     Failure failure;
+    // Before the ranks part into those of each file: they would wait for each other there.
+    if (!areAlike(all, fingerprintOf(path, options)))
+        failure.remember(
+            Exception::InvalidArguments().errorCode(),
+            "Invalid arguments: the path or the options are not the same on all ranks");
     try {
         impl_.reset(new Impl(options));
     } catch (...) {

@@ -19,8 +19,9 @@
 
 #include "Zyl2/Mpi/CallStream.h"
 
+#include "Zyl2/Mox2/AttributeMap.h"
+#include "Zyl2/Mox2/PropertyMap.h"
 #include "Zyl2/Mox2/StepData.h"
-#include "Zyl2/Mpi/Failure.h"
 #include "Zyl2/Mpi/StoredValues.h"
 
 #include <boost/variant/apply_visitor.hpp>
@@ -31,9 +32,6 @@
 
 namespace Zyl2 {
 namespace Mpi {
-
-using Mox2::AttributeMap;
-using Mox2::PropertyMap;
 
 namespace {
 
@@ -48,103 +46,237 @@ enum class AttributeType : std::uint8_t
     Long = 14
 };
 
+// The parts of each call in their order, for the one who writes as for the one who reads.
+
+template <typename StreamT, typename CallT>
+void passNode(StreamT& stream, CallT& call)
+{
+    stream.pass(call.id);
+    stream.pass(call.parent);
+    stream.pass(call.type);
+    stream.pass(call.name);
+    stream.pass(call.attributes);
+}
+
+template <typename StreamT, typename CallT>
+void passNodeData(StreamT& stream, CallT& call)
+{
+    stream.pass(call.id);
+    stream.pass(call.properties);
+    stream.pass(call.attributes);
+}
+
+template <typename StreamT, typename CallT>
+void passArray(StreamT& stream, CallT& call)
+{
+    stream.pass(call.hasName);
+    stream.pass(call.name);
+    stream.pass(call.type);
+    stream.pass(call.ids);
+    stream.pass(call.steps);
+    stream.pass(call.attributes);
+    stream.pass(call.element);
+    stream.pass(call.rows);
+    stream.pass(call.columns);
+}
+
 } // namespace
 
-template <typename T>
-void CallEncoder::putNumber(T value)
+/// Puts the parts of calls into an outbox.
+class CallEncoder::Parts
 {
-    static_assert(std::is_arithmetic_v<T> || std::is_enum_v<T>, "numbers only");
-    to_.put(&value, sizeof value);
-}
+public:
+    explicit Parts(Outbox& to) : to_(to) {}
 
-template <typename T>
-void CallEncoder::putAll(std::vector<T> const& values)
-{
-    putNumber(static_cast<std::uint64_t>(values.size()));
-    to_.put(values.data(), values.size() * sizeof(T));
-}
+    template <typename T>
+    void pass(T const& number)
+    {
+        static_assert(std::is_arithmetic_v<T> || std::is_enum_v<T>, "numbers only");
+        to_.put(&number, sizeof number);
+    }
 
-void CallEncoder::put(std::string const& text)
-{
-    putNumber(static_cast<std::uint64_t>(text.size()));
-    to_.put(text.data(), text.size());
-}
+    void pass(std::string const& text)
+    {
+        passCount(text.size());
+        to_.put(text.data(), text.size());
+    }
 
-void CallEncoder::put(AttributeMap const& attributes)
-{
-    putNumber(static_cast<std::uint64_t>(attributes.size()));
-    for (auto const& [name, value] : attributes) {
-        put(name);
-        putNumber(static_cast<std::uint8_t>(value.which()));
+    template <typename T>
+    void pass(std::vector<T> const& values)
+    {
+        passCount(values.size());
+        to_.put(values.data(), values.size() * sizeof(T));
+    }
+
+    void pass(Mox2::AttributeMap const& attributes)
+    {
+        passCount(attributes.size());
+        for (auto const& [name, value] : attributes) {
+            pass(name);
+            passValue(value);
+        }
+    }
+
+    void pass(Mox2::Attributes const& attributes) { pass(attributes.map()); }
+
+    void pass(Mox2::NodeProperties const& properties)
+    {
+        passCount(properties.map().size());
+        for (auto const& [type, value] : properties.map()) {
+            pass(type);
+            passValue(value);
+        }
+    }
+
+    void pass(Mox2::StepList const& steps)
+    {
+        passCount(steps.size());
+        for (Mox2::StepData const& step : steps.data()) {
+            pass(step.name);
+            pass(step.attributes);
+        }
+    }
+
+private:
+    void passCount(std::size_t count) { pass(static_cast<std::uint64_t>(count)); }
+
+    /// The reader refuses types that a model has refused before.
+    template <typename VariantT>
+    void passValue(VariantT const& value)
+    {
+        pass(static_cast<std::uint8_t>(value.which()));
         boost::apply_visitor(
             [this](auto const& one) {
                 using Value = std::decay_t<decltype(one)>;
-                if constexpr (std::is_same_v<Value, std::string>)
-                    put(one);
-                else if constexpr (std::is_arithmetic_v<Value>)
-                    putNumber(one);
-                else
-                    // A model has refused it before.
-                    throw std::logic_error("an attribute of a type that can't be stored");
+                if constexpr (std::is_arithmetic_v<Value> || std::is_same_v<Value, std::string> ||
+                              std::is_same_v<Value, std::vector<int>> ||
+                              std::is_same_v<Value, std::vector<float>>)
+                    pass(one);
             },
             value);
     }
-}
 
-void CallEncoder::put(PropertyMap const& properties)
+    Outbox& to_;
+};
+
+/// Takes the parts of calls from an inbox.
+class CallDecoder::Parts
 {
-    putNumber(static_cast<std::uint64_t>(properties.size()));
-    for (auto const& [type, value] : properties) {
-        putNumber(type);
-        putNumber(static_cast<std::uint8_t>(value.which()));
-        boost::apply_visitor(
-            [this](auto const& one) {
-                using Value = std::decay_t<decltype(one)>;
-                if constexpr (std::is_same_v<Value, std::string>)
-                    put(one);
-                else if constexpr (std::is_arithmetic_v<Value>)
-                    putNumber(one);
-                else
-                    putAll(one);
-            },
-            value);
+public:
+    explicit Parts(Inbox& from) : from_(from) {}
+
+    template <typename T>
+    void pass(T& number)
+    {
+        static_assert(std::is_arithmetic_v<T> || std::is_enum_v<T>, "numbers only");
+        from_.take(&number, sizeof number);
     }
-}
+
+    void pass(std::string& text)
+    {
+        text.resize(take<std::uint64_t>());
+        from_.take(&text[0], text.size());
+    }
+
+    template <typename T>
+    void pass(std::vector<T>& values)
+    {
+        values.resize(take<std::uint64_t>());
+        from_.take(values.data(), values.size() * sizeof(T));
+    }
+
+    void pass(Mox2::Attributes& attributes)
+    {
+        for (auto left = take<std::uint64_t>(); left != 0; --left) {
+            auto const name = take<std::string>();
+            passAttribute(attributes, name);
+        }
+    }
+
+    void pass(Mox2::NodeProperties& properties)
+    {
+        for (auto left = take<std::uint64_t>(); left != 0; --left) {
+            auto const type = take<Mox2::PropertyType>();
+            passProperty(properties, type);
+        }
+    }
+
+    void pass(Mox2::StepList& steps)
+    {
+        auto const count = take<std::uint64_t>();
+        steps = Mox2::StepList(count);
+        for (std::uint64_t i = 0; i < count; ++i) {
+            auto const name = take<std::string>();
+            steps.set(i, Mox2::Step(name, take<Mox2::Attributes>()));
+        }
+    }
+
+    template <typename T>
+    T take()
+    {
+        T value{};
+        pass(value);
+        return value;
+    }
+
+private:
+    void passAttribute(Mox2::Attributes& attributes, std::string const& name)
+    {
+        switch (take<AttributeType>()) {
+        case AttributeType::Float:
+            return attributes.set(name, take<float>());
+        case AttributeType::Int:
+            return attributes.set(name, take<int>());
+        case AttributeType::UnsignedInt:
+            return attributes.set(name, take<unsigned int>());
+        case AttributeType::Text:
+            return attributes.set(name, take<std::string>());
+        case AttributeType::Double:
+            return attributes.set(name, take<double>());
+        case AttributeType::Long:
+            return attributes.set(name, take<long>());
+        }
+        throw std::logic_error("an attribute of a type that can't be stored");
+    }
+
+    void passProperty(Mox2::NodeProperties& properties, Mox2::PropertyType type)
+    {
+        switch (take<std::uint8_t>()) {
+        case 0:
+            return properties.set(type, take<int>());
+        case 1:
+            return properties.set(type, take<float>());
+        case 2:
+            return properties.set(type, take<std::string>());
+        case 3:
+            return properties.set(type, take<std::vector<int>>());
+        default:
+            return properties.set(type, take<std::vector<float>>());
+        }
+    }
+
+    Inbox& from_;
+};
 
 void CallEncoder::put(NodeCall const& call)
 {
-    putNumber(CallKind::Node);
-    putNumber(call.id);
-    putNumber(call.parent);
-    putNumber(call.type);
-    put(call.name);
-    put(call.attributes.map());
+    Parts parts(to_);
+    parts.pass(CallKind::Node);
+    passNode(parts, call);
 }
 
 void CallEncoder::put(NodeDataCall const& call)
 {
-    putNumber(CallKind::NodeData);
-    putNumber(call.id);
-    put(call.properties.map());
-    put(call.attributes.map());
+    Parts parts(to_);
+    parts.pass(CallKind::NodeData);
+    passNodeData(parts, call);
 }
 
 void CallEncoder::put(ArrayCall const& call)
 {
-    putNumber(CallKind::Array);
-    putNumber(call.hasName);
-    put(call.name);
-    putNumber(call.type);
-    putAll(call.ids);
-    putNumber(static_cast<std::uint64_t>(call.steps.size()));
-    for (Mox2::StepData const& step : call.steps.data()) {
-        put(step.name);
-        put(step.attributes);
-    }
-    put(call.attributes.map());
-    putNumber(call.element);
-    putNumber(call.rows);
-    putNumber(call.columns);
+    Parts parts(to_);
+    parts.pass(CallKind::Array);
+    passArray(parts, call);
 }
 
 void CallEncoder::putValues(Mox2::ArrayView const& values)
@@ -152,129 +284,32 @@ void CallEncoder::putValues(Mox2::ArrayView const& values)
     visitStored(values, [this](void const* bytes, std::size_t count) { to_.put(bytes, count); });
 }
 
-template <typename T>
-T CallDecoder::takeNumber()
-{
-    T value;
-    from_.take(&value, sizeof value);
-    return value;
-}
-
-template <typename T>
-std::vector<T> CallDecoder::takeAll()
-{
-    std::vector<T> values(takeNumber<std::uint64_t>());
-    from_.take(values.data(), values.size() * sizeof(T));
-    return values;
-}
-
-std::string CallDecoder::takeText()
-{
-    std::string text(takeNumber<std::uint64_t>(), '\0');
-    from_.take(text.data(), text.size());
-    return text;
-}
-
-Mox2::Attributes CallDecoder::takeAttributes()
-{
-    Mox2::Attributes attributes;
-    auto const count = takeNumber<std::uint64_t>();
-    for (std::uint64_t i = 0; i < count; ++i) {
-        std::string const name = takeText();
-        switch (takeNumber<AttributeType>()) {
-        case AttributeType::Float:
-            attributes.set(name, takeNumber<float>());
-            break;
-        case AttributeType::Int:
-            attributes.set(name, takeNumber<int>());
-            break;
-        case AttributeType::UnsignedInt:
-            attributes.set(name, takeNumber<unsigned int>());
-            break;
-        case AttributeType::Text:
-            attributes.set(name, takeText());
-            break;
-        case AttributeType::Double:
-            attributes.set(name, takeNumber<double>());
-            break;
-        case AttributeType::Long:
-            attributes.set(name, takeNumber<long>());
-            break;
-        default:
-            throw std::logic_error("an attribute of a type that can't be stored");
-        }
-    }
-    return attributes;
-}
-
-Mox2::NodeProperties CallDecoder::takeProperties()
-{
-    Mox2::NodeProperties properties;
-    auto const count = takeNumber<std::uint64_t>();
-    for (std::uint64_t i = 0; i < count; ++i) {
-        auto const type = takeNumber<Mox2::PropertyType>();
-        switch (takeNumber<std::uint8_t>()) {
-        case 0:
-            properties.set(type, takeNumber<int>());
-            break;
-        case 1:
-            properties.set(type, takeNumber<float>());
-            break;
-        case 2:
-            properties.set(type, takeText());
-            break;
-        case 3:
-            properties.set(type, takeAll<int>());
-            break;
-        default:
-            properties.set(type, takeAll<float>());
-        }
-    }
-    return properties;
-}
-
 CallKind CallDecoder::takeKind()
 {
-    return takeNumber<CallKind>();
+    return Parts(from_).take<CallKind>();
 }
 
 NodeCall CallDecoder::takeNode()
 {
     NodeCall call;
-    call.id = takeNumber<std::uint32_t>();
-    call.parent = takeNumber<std::uint32_t>();
-    call.type = takeNumber<Mox2::NodeType>();
-    call.name = takeText();
-    call.attributes = takeAttributes();
+    Parts parts(from_);
+    passNode(parts, call);
     return call;
 }
 
 NodeDataCall CallDecoder::takeNodeData()
 {
     NodeDataCall call;
-    call.id = takeNumber<std::uint32_t>();
-    call.properties = takeProperties();
-    call.attributes = takeAttributes();
+    Parts parts(from_);
+    passNodeData(parts, call);
     return call;
 }
 
 ArrayCall CallDecoder::takeArray()
 {
     ArrayCall call;
-    call.hasName = takeNumber<bool>();
-    call.name = takeText();
-    call.type = takeNumber<Mox2::DatasetType>();
-    call.ids = takeAll<std::uint32_t>();
-    auto const steps = takeNumber<std::uint64_t>();
-    call.steps = Mox2::StepList(steps);
-    for (std::uint64_t i = 0; i < steps; ++i) {
-        std::string const name = takeText();
-        call.steps.set(i, Mox2::Step(name, takeAttributes()));
-    }
-    call.attributes = takeAttributes();
-    call.element = takeNumber<Mox2::ArrayView::Element>();
-    call.rows = takeNumber<std::uint64_t>();
-    call.columns = takeNumber<std::uint64_t>();
+    Parts parts(from_);
+    passArray(parts, call);
     return call;
 }
 

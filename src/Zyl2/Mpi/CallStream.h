@@ -1,14 +1,11 @@
 #ifndef ZYL2_MPI_CALLSTREAM_H
 #define ZYL2_MPI_CALLSTREAM_H
 
-#include "Zyl2/Mox2/AttributeMap.h"
-#include "Zyl2/Mox2/PropertyMap.h"
 #include "Zyl2/Mpi/Calls.h"
 #include "Zyl2/Mpi/Inbox.h"
 #include "Zyl2/Mpi/Outbox.h"
 
 #include <cstdint>
-#include <string>
 
 namespace Zyl2 {
 namespace Mpi {
@@ -35,15 +32,8 @@ public:
     /// \param values without one that does not fit
     void putValues(Mox2::ArrayView const& values);
 
-    void put(Mox2::AttributeMap const& attributes);
-    void put(std::string const& text);
-
 private:
-    template <typename T>
-    void putNumber(T value);
-    template <typename T>
-    void putAll(std::vector<T> const& values);
-    void put(Mox2::PropertyMap const& properties);
+    class Parts;
 
     Outbox& to_;
 };
@@ -60,13 +50,7 @@ public:
     ArrayCall takeArray();
 
 private:
-    template <typename T>
-    T takeNumber();
-    template <typename T>
-    std::vector<T> takeAll();
-    std::string takeText();
-    Mox2::Attributes takeAttributes();
-    Mox2::NodeProperties takeProperties();
+    class Parts;
 
     Inbox& from_;
 };

@@ -29,6 +29,11 @@ struct Piece
     std::vector<float> displacement;
     bool hasIds = true;
     std::string solver = "test";
+    /// An attribute of the temperature.
+    std::string unit = "K";
+    /// Numbers at the nodes, such as those of materials.
+    std::vector<unsigned int> materials = {};
+    float transparency = 0;
 };
 
 class JoinCommand : public testing::Test
@@ -61,22 +66,33 @@ protected:
                                std::vector<unsigned int>(piece.elements.size(), 2), bar, Step(),
                                own);
         model.addArrayProperty("Strain", DatasetType::Result14, onElements, bar, Step("S"), own);
+        own.set("Unit", piece.unit);
         if (!piece.displacement.empty())
             model.addArrayProperty("Temperature", DatasetType::Result10, piece.displacement, bar,
                                    Step("S"), own);
+        if (!piece.materials.empty())
+            model.addArrayProperty("Material", DatasetType::Result10, piece.materials, bar, Step());
+        Zyl2::Mox2::NodeProperties look;
+        look.set(Zyl2::Mox2::PropertyType::Transparency, piece.transparency);
+        model.setNodeData(bar, look);
         model.close();
     }
 
     /// \return what is said on the error stream
-    std::string join(Piece const& first, Piece const& second, std::optional<double> tolerance = {})
+    /// \param order of the ranks of the first and the second file
+    std::string join(Piece const& first, Piece const& second, std::optional<double> tolerance = {},
+                     std::pair<int, int> order = {0, 1})
     {
-        write("a.0.mox", 0, first);
-        write("a.1.mox", 1, second);
+        write("a.0.mox", order.first, first);
+        write("a.1.mox", order.second, second);
         Support::WriteFile(folder_.File("a.moxs"),
                            R"({"format": "moxwriter partitioned model", "version": 1,
                                "complete": false, "ranks": 2,
-                               "files": [{"name": "a.0.mox", "ranks": [[0, 0]]},
-                                         {"name": "a.1.mox", "ranks": [[1, 1]]}]})");
+                               "files": [{"name": "a.0.mox", "ranks": [[)" +
+                               std::to_string(order.first) + ", " + std::to_string(order.first) +
+                               R"(]]}, {"name": "a.1.mox", "ranks": [[)" +
+                               std::to_string(order.second) + ", " + std::to_string(order.second) +
+                               "]]}]}");
         JoinArguments arguments;
         arguments.index = folder_.File("a.moxs");
         arguments.output = folder_.File("joined.mox");
@@ -111,8 +127,6 @@ protected:
 };
 
 using Words = std::vector<std::uint32_t>;
-
-} // namespace
 
 TEST_F(JoinCommand, MergesNodesAndElementsByTheirIds)
 {
@@ -178,5 +192,83 @@ TEST_F(JoinCommand, TellsWhatFilesSayDifferentlyOfTheirGroups)
               "mox join: warning: \"a.1.mox\" has another value of the attribute \"Solver\" of the "
               "group \"Root\": that of an earlier file is taken\n");
 }
+
+TEST_F(JoinCommand, TakesTheLowestRankWhereverItsFileStands)
+{
+    Piece other = second_;
+    other.displacement = {3.25F, 1.5F, 4};
+    EXPECT_NE(join(first_, other, {}, {1, 0}), "");
+    MoxRead::Model model = joined();
+    EXPECT_EQ(floats(model, "Temperature\x1ES"), (std::vector<float>{1, 1.5F, 3.25F, 4}));
+}
+
+/// Ranks that number their elements from 1 each lose those of the others.
+TEST_F(JoinCommand, TellsOfElementsOfOneIdBetweenOtherNodes)
+{
+    Piece other = second_;
+    other.connectivity = {1, 2, 0, 2};
+    EXPECT_EQ(join(first_, other),
+              "mox join: warning: \"Connectivity\" of \"Root/Bar\" has other nodes among ranks for "
+              "1 element of the same id: those of the lowest rank are taken\n");
+    MoxRead::Model model = joined();
+    EXPECT_EQ(words(model, 3, "Connectivity"), (Words{0, 1, 1, 2, 2, 3}));
+}
+
+TEST_F(JoinCommand, TakesNoIntegerForAnotherThatIsClose)
+{
+    Piece first = first_;
+    Piece other = second_;
+    first.materials = {1, 5000000, 5000000};
+    other.materials = {5000000, 5000001, 1};
+    EXPECT_EQ(join(first, other),
+              "mox join: warning: \"Material\" of \"Root/Bar\" differs among ranks in 1 row, by 1 "
+              "at most: that of the lowest rank is taken\n");
+}
+
+TEST_F(JoinCommand, TellsOfAttributesAndMaterialsThatAreLost)
+{
+    Piece other = second_;
+    other.unit = "C";
+    other.transparency = 0.5F;
+    EXPECT_EQ(
+        join(first_, other),
+        "mox join: warning: \"Root/Bar\" has other materials in other files: that of the first "
+        "is taken\n"
+        "mox join: warning: \"Temperature\" step \"S\" of \"Root/Bar\" has other attributes "
+        "among ranks: those of the lowest rank are taken\n");
+}
+
+TEST_F(JoinCommand, TakesPiecesOfRanksThatHaveNothingThere)
+{
+    Piece none;
+    EXPECT_EQ(join(first_, none), "");
+    MoxRead::Model model = joined();
+    EXPECT_EQ(words(model, 3, "Node Ids"), (Words{10, 20, 30}));
+    EXPECT_EQ(words(model, 3, "Connectivity"), (Words{0, 1, 1, 2}));
+}
+
+TEST_F(JoinCommand, GoesThroughGroupsThatAreDeeperThanCallsCanBe)
+{
+    constexpr int depth = 40000;
+    Zyl2::Mox2::Model model;
+    model.saveTo(folder_.File("deep.0.mox"));
+    model.addNode(NodeType::RootGroup, "Root");
+    for (int level = 0; level < depth; ++level)
+        model.addNode(NodeType::Group, "Group");
+    model.close();
+    Support::WriteFile(folder_.File("deep.moxs"),
+                       R"({"format": "moxwriter partitioned model", "version": 1,
+                           "complete": false, "ranks": 1,
+                           "files": [{"name": "deep.0.mox", "ranks": [[0, 0]]}]})");
+    JoinArguments arguments;
+    arguments.index = folder_.File("deep.moxs");
+    arguments.output = folder_.File("joined.mox");
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(joinFiles(arguments, out, err), 0) << err.str();
+    EXPECT_EQ(joined().nodes().size(), depth + 1U);
+}
+
+} // namespace
 
 } // namespace Mox

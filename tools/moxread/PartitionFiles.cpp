@@ -52,13 +52,19 @@ Dataset PartitionFiles::read(Variable const& stored)
     std::size_t const file = fileOf(stored.dataPosition);
     if (open_ == nullptr || openFile_ != file) {
         open_.reset();
-        open_ = std::make_unique<Model>(index_.files()[file].path, options_);
+        open_ = std::make_unique<OpenFile>(index_.files()[file].path, options_);
         openFile_ = file;
         expectInOpenFile();
     }
-    Variable own = stored;
-    own.dataPosition -= starts_[file];
-    return open_->read(own);
+    return inContext([&] { return quoted(index_.files()[file].name); },
+                     [&] { return readFromOpen(stored, stored.dataPosition - starts_[file]); });
+}
+
+Dataset PartitionFiles::readFromOpen(Variable const& stored, std::uint64_t position)
+{
+    if (!open_->values.contains(position, stored.byteCount()))
+        throw FormatError("the file was changed while it was read");
+    return Dataset::decode(stored, open_->values.bytesAt(position));
 }
 
 void PartitionFiles::expect(std::vector<std::uint64_t> positions)
@@ -70,17 +76,11 @@ void PartitionFiles::expect(std::vector<std::uint64_t> positions)
 
 void PartitionFiles::expectInOpenFile()
 {
-    std::vector<Variable> own;
-    for (std::uint64_t const position : expected_) {
-        if (fileOf(position) != openFile_)
-            continue;
-        own.emplace_back();
-        own.back().dataPosition = position - starts_[openFile_];
-    }
-    Model::Variables variables;
-    for (Variable const& variable : own)
-        variables.push_back(&variable);
-    open_->expect(variables);
+    std::vector<std::uint64_t> own;
+    for (std::uint64_t const position : expected_)
+        if (fileOf(position) == openFile_)
+            own.push_back(position - starts_[openFile_]);
+    open_->values.expect(own);
 }
 
 void PartitionFiles::checkValues(ProgressVisitor const& tell) const

@@ -15,8 +15,6 @@
 
 namespace MoxRead {
 
-class Model;
-
 /// The files that an index names, seen as those of one model: their values lie one file behind the
 /// other. One file at a time is open.
 class PartitionFiles
@@ -47,7 +45,19 @@ public:
     std::uint64_t bytes() const { return bytes_; }
 
 private:
+    /// A file as far as its values need it: its tree is known.
+    struct OpenFile
+    {
+        OpenFile(std::string const& path, ReadOptions const& options)
+            : container(path, options), values(container)
+        {}
+
+        Container container;
+        HeavyData values;
+    };
+
     std::size_t fileOf(std::uint64_t position) const;
+    Dataset readFromOpen(Variable const& stored, std::uint64_t position);
     void expectInOpenFile();
 
     PartitionIndex index_;
@@ -61,7 +71,7 @@ private:
     std::uint64_t heavyLength_ = 0;
     std::size_t blockCount_ = 0;
     std::uint64_t bytes_ = 0;
-    std::unique_ptr<Model> open_;
+    std::unique_ptr<OpenFile> open_;
     std::size_t openFile_ = 0;
     /// In all files.
     std::vector<std::uint64_t> expected_;

@@ -94,6 +94,8 @@ PartitionFile readFile(Json const& entry, bool isComplete)
         throw FormatError("the name " + MoxRead::quoted(file.name) +
                           " leads out of the index's folder");
     file.ranks = member<std::vector<std::pair<std::uint32_t, std::uint32_t>>>(entry, "ranks");
+    if (file.ranks.empty())
+        throw FormatError("the index has no ranks of " + MoxRead::quoted(file.name));
     if (!isComplete)
         return file;
     file.size = member<std::uint64_t>(entry, "size");
@@ -165,13 +167,12 @@ void PartitionIndex::requireEachRankOnce() const
         all.insert(all.end(), file.ranks.begin(), file.ranks.end());
     std::sort(all.begin(), all.end());
     std::uint32_t next = 0;
+    bool isEachOnce = true;
     for (auto const& [first, last] : all) {
-        if (first != next || last < first || last >= mostRanks)
-            break;
+        isEachOnce = isEachOnce && first == next && last >= first && last < mostRanks;
         next = last + 1;
     }
-    bool const isEachThere = !all.empty() && next == all.back().second + 1 && next == ranks_;
-    if (!isEachThere)
+    if (!isEachOnce || next != ranks_)
         throw FormatError("the files of the index are not of each rank once");
 }
 
@@ -200,6 +201,15 @@ std::string PartitionIndex::complaintAbout(PartitionFile const& file) const
                (std::string(failure.what()).rfind("incomplete", 0) == 0 ? "" : "damaged: ") +
                failure.what();
     }
+}
+
+PartitionFile PartitionIndex::asFound(PartitionFile const& file)
+{
+    Container const container(file.path);
+    PartitionFile found = file;
+    found.size = container.file().size();
+    found.rootIndex = checksumOf(container.file());
+    return found;
 }
 
 void PartitionIndex::requireFiles() const

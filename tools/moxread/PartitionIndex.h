@@ -47,6 +47,10 @@ public:
     /// is wrong.
     std::string complaintAbout(PartitionFile const& file) const;
 
+    /// A file with the size and the checksum that it has now. Raises FormatError when it is no
+    /// container.
+    static PartitionFile asFound(PartitionFile const& file);
+
     /// Raises FormatError, with a line for each file that something is wrong with.
     void requireFiles() const;
 

@@ -47,8 +47,11 @@ void PartitionTree::add(PartitionFile const& file, std::vector<Node> nodes,
                         std::uint64_t heavyStart)
 {
     // Ranks that added nothing have a root without content.
-    if (nodes.size() == 1 && nodes[0].type.empty() && !nodes_.empty())
-        return;
+    if (nodes.size() == 1 && nodes[0].type.empty()) {
+        remarks_.push_back(quoted(file.name) + " of " + file.rankText() + " holds nothing");
+        if (!nodes_.empty())
+            return;
+    }
     requireOwn(index_, file, nodes);
     std::vector<std::uint32_t> ids(nodes.size() + 1);
     std::map<GroupName, std::size_t> seen;

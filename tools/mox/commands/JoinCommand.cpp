@@ -12,6 +12,8 @@
 
 #include <Zyl2/Exception/Exception.h>
 
+#include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -93,7 +95,8 @@ std::string complaintAbout(std::string const& text)
 {
     char* end = nullptr;
     double const value = std::strtod(text.c_str(), &end);
-    bool const isBound = !text.empty() && end == text.c_str() + text.size() && value >= 0;
+    bool const isBound =
+        !text.empty() && end == text.c_str() + text.size() && std::isfinite(value) && value >= 0;
     return isBound ? "" : text + " is no number from 0 on";
 }
 

@@ -5,9 +5,9 @@
 #include "moxread/Text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <limits>
+#include <numeric>
 #include <sstream>
 #include <unordered_map>
 
@@ -27,26 +27,6 @@ constexpr char const* connectivity = "Connectivity";
 constexpr char const* polylength = "Polylength";
 
 constexpr std::uint32_t noPiece = std::numeric_limits<std::uint32_t>::max();
-
-float floatFrom(std::uint32_t word)
-{
-    float value = 0;
-    std::memcpy(&value, &word, sizeof value);
-    return value;
-}
-
-double valueFrom(std::uint32_t word, ElementType type)
-{
-    return type == ElementType::Float ? static_cast<double>(floatFrom(word))
-                                      : static_cast<double>(word);
-}
-
-/// NaN where there is no value; integers have nothing of that kind.
-std::uint32_t noValue(ElementType type)
-{
-    constexpr std::uint32_t quietNaN = 0x7FC00000U;
-    return type == ElementType::Float ? quietNaN : 0;
-}
 
 DatasetType typeFor(std::uint32_t variableType)
 {
@@ -69,12 +49,18 @@ DatasetType typeFor(std::uint32_t variableType)
     }
 }
 
+MoxRead::Attributes withoutRank(MoxRead::Attributes attributes)
+{
+    attributes.erase("Rank");
+    attributes.erase("Ranks");
+    return attributes;
+}
+
 Zyl2::Mox2::Attributes attributesOf(MoxRead::Attributes const& attributes)
 {
     Zyl2::Mox2::Attributes result;
-    for (auto const& [name, value] : attributes)
-        if (name != "Rank" && name != "Ranks")
-            std::visit([&, &key = name](auto const& one) { result.set(key, one); }, value);
+    for (auto const& [name, value] : withoutRank(attributes))
+        std::visit([&, &key = name](auto const& one) { result.set(key, one); }, value);
     return result;
 }
 
@@ -167,6 +153,7 @@ void JoinedShape::write(Zyl2::Mox2::Model& to, unsigned int shape)
 {
     for (Dataset const& dataset : datasets_) {
         requireAlike(dataset);
+        tellOfOtherAttributes(dataset);
         RowMap const* const map = rowsFor(dataset);
         if (pieces_.size() == 1)
             add(to, shape, dataset, model_.read(dataset.first()).words);
@@ -190,6 +177,19 @@ void JoinedShape::requireAlike(Dataset const& dataset) const
             variable->variableType() != dataset.first().variableType())
             throw FormatError(titleOf(dataset) + " is not of the same type in all files");
     }
+}
+
+/// A dataset has one set of attributes: what other pieces say is lost.
+void JoinedShape::tellOfOtherAttributes(Dataset const& dataset) const
+{
+    MoxRead::Attributes const first = withoutRank(dataset.first().attributes);
+    bool const isOther =
+        std::any_of(dataset.ofPiece.begin(), dataset.ofPiece.end(), [&](Variable const* variable) {
+            return variable != nullptr && withoutRank(variable->attributes) != first;
+        });
+    if (isOther)
+        options_.warn(titleOf(dataset) +
+                      " has other attributes among ranks: those of the lowest rank are taken");
 }
 
 /// What the rows of a dataset are of; null when it can't be told.
@@ -221,73 +221,38 @@ bool JoinedShape::fits(Dataset const& dataset, RowMap const& map) const
 std::vector<std::uint32_t> JoinedShape::joined(Dataset const& dataset, RowMap const& map)
 {
     Variable const& form = model_.resolve(dataset.first());
-    ElementType const type = form.elementType();
-    std::size_t const width = form.width;
-    std::vector<std::uint32_t> words(map.count() * width, noValue(type));
-    std::vector<bool> isKnown(map.count());
-    std::size_t different = 0;
-    double difference = 0;
-    double largest = 0;
-    for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
-        if (dataset.ofPiece[piece] == nullptr)
-            continue;
-        std::vector<std::uint32_t> const own = model_.read(*dataset.ofPiece[piece]).words;
-        for (std::size_t row = 0; row < map.countOf(piece); ++row) {
-            std::size_t const to = map.rowOf(piece, row);
-            bool const isFirst = !isKnown[to];
-            bool isOther = false;
-            for (std::size_t column = 0; column < width; ++column) {
-                std::uint32_t const word = own[row * width + column];
-                std::uint32_t& place = words[to * width + column];
-                double const value = valueFrom(word, type);
-                if (std::isfinite(value))
-                    largest = std::max(largest, std::fabs(value));
-                if (isFirst)
-                    place = word;
-                else if (word != place) {
-                    double const distance = std::fabs(valueFrom(place, type) - value);
-                    // A number and none are as different as can be.
-                    bool const areBothNone =
-                        std::isnan(valueFrom(place, type)) && std::isnan(value);
-                    if (!areBothNone) {
-                        isOther = isOther || !(distance <= 0);
-                        difference =
-                            std::max(difference, std::isnan(distance) ? HUGE_VAL : distance);
-                    }
-                }
-            }
-            different += isOther ? 1 : 0;
-            isKnown[to] = true;
-        }
-    }
-    compare(dataset, different, difference, largest);
-    auto const missing = std::count(isKnown.begin(), isKnown.end(), false);
+    JoinedRows rows(map, form.elementType(), form.width);
+    for (std::size_t piece = 0; piece < pieces_.size(); ++piece)
+        if (dataset.ofPiece[piece] != nullptr)
+            rows.take(piece, model_.read(*dataset.ofPiece[piece]).words);
+    compare(dataset, rows);
+    std::size_t const missing = rows.missing();
     if (missing != 0)
         options_.warn(titleOf(dataset) + " has no values of " + std::to_string(missing) +
                       (missing == 1 ? " row" : " rows") + ": there is " +
-                      (type == ElementType::Float ? "NaN" : "0") + " instead");
-    return words;
+                      (form.elementType() == ElementType::Float ? "NaN" : "0") + " instead");
+    return rows.takeWords();
 }
 
-void JoinedShape::compare(Dataset const& dataset, std::size_t different, double difference,
-                          double largest)
+void JoinedShape::compare(Dataset const& dataset, JoinedRows const& rows)
 {
+    // Of integers, such as numbers of materials, the closest may mean something else.
     constexpr double usual = 1e-6;
-    double const tolerance = options_.tolerance ? *options_.tolerance : usual * largest;
-    if (difference <= tolerance)
+    bool const isFloat = model_.resolve(dataset.first()).elementType() == ElementType::Float;
+    double const unlessGiven = isFloat ? usual * rows.largest() : 0;
+    if (rows.difference() <= options_.tolerance.value_or(unlessGiven))
         return;
     std::ostringstream text;
-    text << titleOf(dataset) << " differs among ranks in " << different
-         << (different == 1 ? " row" : " rows") << ", by " << difference
+    text << titleOf(dataset) << " differs among ranks in " << rows.different()
+         << (rows.different() == 1 ? " row" : " rows") << ", by " << rows.difference()
          << " at most: that of the lowest rank is taken";
     options_.warn(text.str());
 }
 
-/// Rows of the pieces' nodes become those of the joined ones; elements that several pieces have are
-/// taken from the first.
-std::vector<std::uint32_t> JoinedShape::joinedConnectivity(Dataset const& dataset)
+/// Where the nodes of each joined element begin, and behind the last of them.
+std::vector<std::uint64_t>
+JoinedShape::startsOfElements(std::vector<std::vector<std::uint32_t>> const& lengths) const
 {
-    std::vector<std::vector<std::uint32_t>> const lengths = wordsOf(polylength);
     std::vector<std::uint64_t> starts(elements_.count() + 1);
     for (std::size_t piece = 0; piece < pieces_.size(); ++piece)
         for (std::size_t row = 0; row < elements_.countOf(piece); ++row)
@@ -295,29 +260,54 @@ std::vector<std::uint32_t> JoinedShape::joinedConnectivity(Dataset const& datase
                 starts[elements_.rowOf(piece, row) + 1] = lengths[piece][row];
     for (std::size_t row = 0; row < elements_.count(); ++row)
         starts[row + 1] += starts[row];
+    return starts;
+}
+
+/// Makes rows of the joined nodes of those of a piece's own.
+std::vector<std::uint32_t> JoinedShape::nodesOfPiece(Dataset const& dataset, std::size_t piece,
+                                                     std::vector<std::uint32_t> const& lengths)
+{
+    std::vector<std::uint32_t> nodes = model_.read(*dataset.ofPiece[piece]).words;
+    std::uint64_t const said = std::accumulate(lengths.begin(), lengths.end(), std::uint64_t{0});
+    if (nodes.size() != said)
+        throw FormatError(titleOf(dataset) + " has " + (nodes.size() < said ? "fewer" : "more") +
+                          " nodes than " + quoted(polylength) + " says");
+    for (std::uint32_t& node : nodes) {
+        if (node >= nodes_.countOf(piece))
+            throw FormatError(titleOf(dataset) + " names a node that is not there");
+        node = nodes_.rowOf(piece, node);
+    }
+    return nodes;
+}
+
+/// Elements that several pieces have are taken from the first.
+std::vector<std::uint32_t> JoinedShape::joinedConnectivity(Dataset const& dataset)
+{
+    std::vector<std::vector<std::uint32_t>> const lengths = wordsOf(polylength);
+    std::vector<std::uint64_t> const starts = startsOfElements(lengths);
     std::vector<std::uint32_t> words(starts.back());
+    std::size_t different = 0;
     for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
         if (dataset.ofPiece[piece] == nullptr)
             continue;
-        std::vector<std::uint32_t> const own = model_.read(*dataset.ofPiece[piece]).words;
-        std::uint64_t at = 0;
+        std::vector<std::uint32_t> const own = nodesOfPiece(dataset, piece, lengths[piece]);
+        auto element = own.begin();
         for (std::size_t row = 0; row < elements_.countOf(piece); ++row) {
-            std::uint32_t const length = lengths[piece][row];
             std::uint32_t const to = elements_.rowOf(piece, row);
-            if (own.size() - at < length)
-                throw FormatError(titleOf(dataset) + " has fewer nodes than " + quoted(polylength) +
-                                  " says");
-            for (std::uint32_t node = 0; node < length && ownerOfElement_[to] == piece; ++node) {
-                if (own[at + node] >= nodes_.countOf(piece))
-                    throw FormatError(titleOf(dataset) + " names a node that is not there");
-                words[starts[to] + node] = nodes_.rowOf(piece, own[at + node]);
-            }
-            at += length;
+            auto const end = element + lengths[piece][row];
+            auto const place = words.begin() + static_cast<std::ptrdiff_t>(starts[to]);
+            auto const behind = words.begin() + static_cast<std::ptrdiff_t>(starts[to + 1]);
+            if (ownerOfElement_[to] == piece)
+                std::copy(element, end, place);
+            else if (!std::equal(element, end, place, behind))
+                ++different;
+            element = end;
         }
-        if (at != own.size())
-            throw FormatError(titleOf(dataset) + " has more nodes than " + quoted(polylength) +
-                              " says");
     }
+    if (different != 0)
+        options_.warn(titleOf(dataset) + " has other nodes among ranks for " +
+                      std::to_string(different) + (different == 1 ? " element" : " elements") +
+                      " of the same id: those of the lowest rank are taken");
     return words;
 }
 

@@ -1,6 +1,7 @@
 #ifndef MOX_JOIN_JOINEDSHAPE_H
 #define MOX_JOIN_JOINEDSHAPE_H
 
+#include "JoinedRows.h"
 #include "RowMap.h"
 
 #include "moxread/Model.h"
@@ -17,7 +18,7 @@ namespace Mox::Join {
 struct Options
 {
     /// Difference up to which values of one node or element are the same; unless given, a millionth
-    /// of the largest value of the dataset.
+    /// of the largest value of the dataset, and none for integers.
     std::optional<double> tolerance;
     std::function<void(std::string const& warning)> warn;
 };
@@ -61,8 +62,13 @@ private:
     std::vector<std::uint32_t> joined(Dataset const& dataset, RowMap const& map);
     std::vector<std::uint32_t> joinedConnectivity(Dataset const& dataset);
     std::vector<std::uint32_t> behindEachOther(Dataset const& dataset);
-    void compare(Dataset const& dataset, std::size_t different, double difference, double largest);
+    void compare(Dataset const& dataset, JoinedRows const& rows);
+    std::vector<std::uint64_t>
+    startsOfElements(std::vector<std::vector<std::uint32_t>> const& lengths) const;
+    std::vector<std::uint32_t> nodesOfPiece(Dataset const& dataset, std::size_t piece,
+                                            std::vector<std::uint32_t> const& lengths);
     void requireAlike(Dataset const& dataset) const;
+    void tellOfOtherAttributes(Dataset const& dataset) const;
     void add(Zyl2::Mox2::Model& to, unsigned int shape, Dataset const& dataset,
              std::vector<std::uint32_t> const& words) const;
     std::string titleOf(Dataset const& dataset) const;
@@ -76,7 +82,6 @@ private:
     RowMap elements_;
     /// By row of the joined shape: the piece that an element is taken from.
     std::vector<std::uint32_t> ownerOfElement_;
-    std::vector<std::uint32_t> polylength_;
 };
 
 } // namespace Mox::Join

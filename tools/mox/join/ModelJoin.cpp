@@ -4,7 +4,8 @@
 #include "moxread/Text.h"
 
 #include <algorithm>
-#include <map>
+#include <limits>
+#include <tuple>
 #include <utility>
 
 namespace Mox::Join {
@@ -44,6 +45,25 @@ Zyl2::Mox2::Attributes attributesOf(MoxRead::Group const& group)
     return result;
 }
 
+/// The rank that a piece is of; those that don't say come last.
+std::uint32_t rankOf(Node const& geometry)
+{
+    MoxRead::Attributes const& attributes = geometry.geometry()->variables.front().attributes;
+    auto const found = attributes.find("Rank");
+    auto const* const rank =
+        found == attributes.end() ? nullptr : std::get_if<std::uint32_t>(&found->second);
+    return rank == nullptr ? std::numeric_limits<std::uint32_t>::max() : *rank;
+}
+
+bool areAlike(MoxRead::Material const& one, MoxRead::Material const& other)
+{
+    auto const parts = [](MoxRead::Material const& material) {
+        return std::tie(material.diffuse, material.specular, material.emissive, material.ambient,
+                        material.transparency, material.shininess);
+    };
+    return parts(one) == parts(other);
+}
+
 } // namespace
 
 ModelJoin::ModelJoin(MoxRead::Model& from, Zyl2::Mox2::Model& to, Options const& options,
@@ -63,30 +83,45 @@ void ModelJoin::run()
     } else if (root.group() != nullptr) {
         addGroup(root, 0);
     }
-    addChildren(1, 1);
+    addChildren();
 }
 
-void ModelJoin::addChildren(std::uint32_t parent, unsigned int to)
+/// Groups may be nested as deeply as there are nodes: deeper than calls can be.
+void ModelJoin::addChildren()
 {
-    // Shapes of a name stand where the first of them does.
-    std::map<std::string, std::vector<Node const*>> pieces;
-    std::vector<Node const*> children;
+    std::vector<Level> levels;
+    levels.push_back(levelOf(1, 1));
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        if (level.next == level.children.size()) {
+            levels.pop_back();
+            continue;
+        }
+        Node const& node = *level.children[level.next++];
+        if (node.shape() != nullptr)
+            addShape(level.pieces.at(node.name), level.to);
+        else
+            levels.push_back(levelOf(node.id, addGroup(node, level.to)));
+    }
+}
+
+/// Shapes of a name stand where the first of them does.
+ModelJoin::Level ModelJoin::levelOf(std::uint32_t parent, unsigned int to) const
+{
+    Level level;
+    level.to = to;
     for (std::uint32_t id = from_.node(parent).firstChild; id != 0;
          id = from_.node(id).nextSibling) {
         Node const& node = from_.node(id);
-        if (node.geometry() != nullptr)
-            continue;
-        if (node.shape() == nullptr || pieces[node.name].empty())
-            children.push_back(&node);
+        if (node.group() != nullptr || (node.shape() != nullptr && level.pieces[node.name].empty()))
+            level.children.push_back(&node);
         if (node.shape() != nullptr)
-            pieces[node.name].push_back(&node);
+            level.pieces[node.name].push_back(&node);
+        else if (node.group() == nullptr && node.geometry() == nullptr)
+            options_.warn(quoted(MoxRead::NodePath::of(from_, node)) +
+                          " is neither a group nor a shape, and is left out");
     }
-    for (Node const* const node : children) {
-        if (node->shape() != nullptr)
-            addShape(pieces.at(node->name), to);
-        else
-            addChildren(node->id, addGroup(*node, to));
-    }
+    return level;
 }
 
 unsigned int ModelJoin::addGroup(Node const& node, unsigned int parent)
@@ -114,6 +149,15 @@ void ModelJoin::addShape(std::vector<Node const*> const& pieces, unsigned int pa
         if (geometry != nullptr && !geometry->geometry()->variables.empty())
             geometries.push_back(geometry);
     }
+    std::stable_sort(geometries.begin(), geometries.end(), [](Node const* left, Node const* right) {
+        return rankOf(*left) < rankOf(*right);
+    });
+    bool const isColouredAlike = std::all_of(pieces.begin(), pieces.end(), [&](Node const* piece) {
+        return areAlike(piece->shape()->material, pieces.front()->shape()->material);
+    });
+    if (!isColouredAlike)
+        options_.warn(quoted(MoxRead::NodePath::of(from_, *pieces.front())) +
+                      " has other materials in other files: that of the first is taken");
     std::size_t const done = done_ + pieces.size();
     if (geometries.empty()) {
         addShapeNode(*pieces.front(), parent);

@@ -9,6 +9,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace Mox::Join {
@@ -26,7 +28,19 @@ public:
     std::size_t shapes() const { return shapes_; }
 
 private:
-    void addChildren(std::uint32_t parent, unsigned int to);
+    /// The nodes below one, as far as they are written.
+    struct Level
+    {
+        /// Groups, and the first shape of each name.
+        std::vector<MoxRead::Node const*> children;
+        std::map<std::string, std::vector<MoxRead::Node const*>> pieces;
+        std::size_t next = 0;
+        /// The node in the model that is written.
+        unsigned int to = 0;
+    };
+
+    void addChildren();
+    Level levelOf(std::uint32_t parent, unsigned int to) const;
     unsigned int addGroup(MoxRead::Node const& node, unsigned int parent);
     void addShape(std::vector<MoxRead::Node const*> const& pieces, unsigned int parent);
     unsigned int addShapeNode(MoxRead::Node const& node, unsigned int parent);

@@ -1,6 +1,9 @@
 #include "RowMap.h"
 
+#include "moxread/FormatError.h"
+
 #include <algorithm>
+#include <limits>
 
 namespace Mox::Join {
 
@@ -28,6 +31,9 @@ RowMap RowMap::inOrder(std::vector<std::size_t> const& counts)
     RowMap map;
     for (std::size_t const count : counts) {
         std::vector<std::uint32_t>& rows = map.rows_.emplace_back();
+        if (count > std::numeric_limits<std::uint32_t>::max() - map.count_)
+            throw MoxRead::FormatError("the pieces of a shape have more rows than a dataset can");
+        rows.reserve(count);
         for (std::size_t row = 0; row < count; ++row)
             rows.push_back(static_cast<std::uint32_t>(map.count_++));
     }

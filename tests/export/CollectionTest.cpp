@@ -1,8 +1,12 @@
 #include "Exported.h"
+#include "mox/Command.h"
 
 #include <vtkPointData.h>
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -71,6 +75,100 @@ TEST(Collection, OfSeveralShapesHasBlocksForEachStep)
     EXPECT_EQ(ReadBack::floats(fieldOf(*early, 1), "T"), Floats(3, 2));
     EXPECT_EQ(fieldOf(*late, 0)->HasArray("T"), 0);
     EXPECT_EQ(ReadBack::floats(fieldOf(*late, 1), "T"), Floats(3, 3));
+}
+
+/// The first file of an index.
+ModelFile firstPart()
+{
+    return ModelFile([](Model& model) {
+        model.addNode(NodeType::RootGroup, "root");
+        unsigned int const shape = addTriangle(model, "part");
+        addField(model, shape, "T", 1, timed("One", 0));
+        leaveShape(model);
+        addTriangle(model, "other");
+    });
+}
+
+/// Makes an index of three files, of which the second has a step more, and the third nothing.
+void addOtherParts(ModelFile const& file)
+{
+    Model second;
+    second.saveTo(file.path("second.mox"));
+    second.addNode(NodeType::RootGroup, "root");
+    unsigned int const shape = addTriangle(second, "part");
+    addField(second, shape, "T", 2, timed("Two", 1));
+    addField(second, shape, "T", 3, timed("One", 0));
+    second.close();
+    Model third;
+    third.saveTo(file.path("third.mox"));
+    third.close();
+    std::ofstream(file.path("set.moxs"))
+        << R"({"format": "moxwriter partitioned model", "version": 1, "complete": false, "ranks": 3,
+               "files": [{"name": "model.mox", "ranks": [[0, 0]]},
+                         {"name": "second.mox", "ranks": [[1, 1]]},
+                         {"name": "third.mox", "ranks": [[2, 2]]}]})";
+}
+
+TEST(Collection, OfAnIndexHasAGridForEachFileAndStep)
+{
+    ModelFile const file = firstPart();
+    addOtherParts(file);
+    Export::ExportSummary const summary =
+        Export::exportModel(file.path("set.moxs"), file.path("out.pvd"));
+    EXPECT_EQ(ReadBack::collection(file.path("out.pvd")), (Entries{{0, "out/part_1/step_1.vtu"},
+                                                                   {1, "out/part_1/step_2.vtu"},
+                                                                   {0, "out/part_2/step_1.vtu"},
+                                                                   {1, "out/part_2/step_2.vtu"}}));
+    auto const first = ReadBack::grid(file.path("out/part_1/step_1.vtu"));
+    EXPECT_EQ(first->GetNumberOfPoints(), 6);
+    EXPECT_EQ(ReadBack::floats(first->GetPointData(), "T")[0], 1);
+    EXPECT_EQ(ReadBack::grid(file.path("out/part_1/step_2.vtu"))->GetPointData()->HasArray("T"), 0);
+    auto const late = ReadBack::grid(file.path("out/part_2/step_2.vtu"));
+    EXPECT_EQ(ReadBack::floats(late->GetPointData(), "T"), Floats(3, 2));
+    EXPECT_EQ(summary.steps, (std::vector<std::string>{"One", "Two"}));
+    EXPECT_EQ(summary.shapes, 3U);
+    EXPECT_EQ(summary.files, 5U);
+    EXPECT_EQ(summary.warnings, std::vector<std::string>{"\"third.mox\" has no shapes."});
+}
+
+TEST(Collection, OfAnIndexMayHaveOneStepOnly)
+{
+    ModelFile const file = firstPart();
+    addOtherParts(file);
+    Export::ExportOptions options;
+    options.step = "Two";
+    Export::exportModel(file.path("set.moxs"), file.path("out.pvd"), options);
+    EXPECT_EQ(ReadBack::collection(file.path("out.pvd")),
+              (Entries{{1, "out/part_1/step_1.vtu"}, {1, "out/part_2/step_1.vtu"}}));
+    options.step = "Three";
+    EXPECT_THROW(Export::exportModel(file.path("set.moxs"), file.path("no.pvd"), options),
+                 Export::Error);
+}
+
+TEST(Collection, OfAnIndexIsNotMadeOfSomeOfItsFiles)
+{
+    ModelFile const file = firstPart();
+    addOtherParts(file);
+    std::filesystem::remove(file.path("second.mox"));
+    try {
+        Export::exportModel(file.path("set.moxs"), file.path("out.pvd"));
+        FAIL();
+    } catch (Export::Error const& error) {
+        EXPECT_EQ(error.what(), file.path("set.moxs") + ": \"second.mox\" of rank 1 is missing");
+    }
+    EXPECT_FALSE(std::filesystem::exists(file.path("out.pvd")));
+}
+
+TEST(Collection, OfAnIndexIsOneForEachFileIfWanted)
+{
+    ModelFile const file = firstPart();
+    addOtherParts(file);
+    MoxTest::Outcome const outcome =
+        MoxTest::run("export --parts " + file.path("set.moxs") + " " + file.path("out.vtu"));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(ReadBack::grid(file.path("out.0.vtu"))->GetNumberOfPoints(), 6);
+    EXPECT_EQ(ReadBack::grid(file.path("out.1.vtu"))->GetNumberOfPoints(), 3);
+    EXPECT_EQ(ReadBack::grid(file.path("out.2.vtu"))->GetNumberOfPoints(), 0);
 }
 
 TEST(Collection, OfAModelWithoutStepsHasOneEntry)

@@ -2,15 +2,17 @@
 
 #include "AboutFile.h"
 #include "BlockFiles.h"
+#include "ExportCount.h"
 #include "OutputFiles.h"
+#include "PartsExport.h"
 #include "Stages.h"
 #include "StepReader.h"
 #include "XmlFiles.h"
 #include "common/PartialFile.h"
+#include "moxread/PartitionIndex.h"
 
 #include <filesystem>
 #include <optional>
-#include <set>
 
 namespace Export {
 
@@ -37,30 +39,18 @@ private:
     void exportGrid(Step const& step);
     void exportWithFolder(std::vector<Step> const& steps);
     void writeAll(OutputFiles const& files, std::vector<Step> const& steps);
-    CollectionEntry writeEntry(OutputFiles const& files, std::string const& name, Step const& step);
+    fs::path writeEntry(OutputFiles const& files, std::string const& name, Step const& step);
     void open();
     void show(Step const& step);
     void write(fs::path const& file);
-    void countParts();
-    void countFiles(OutputFiles const& files);
-    void countFile(fs::path const& file);
 
     std::string input_;
     std::string output_;
     ExportOptions const& options_;
     StepReader reader_;
-    ExportSummary summary_;
-    std::set<std::string> fields_;
+    ExportCount count_;
     std::optional<Stages> stages_;
 };
-
-// So that a folder lists them in the order of the steps.
-std::string entryName(std::size_t number, std::size_t count)
-{
-    std::string const digits = std::to_string(number);
-    std::size_t const width = std::to_string(count).size();
-    return "step_" + std::string(width - digits.size(), '0') + digits;
-}
 
 Exporter::Exporter(std::string const& input, std::string const& output,
                    ExportOptions const& options)
@@ -78,9 +68,7 @@ ExportSummary Exporter::run()
         else
             exportWithFolder(steps);
     });
-    summary_.fields.assign(fields_.begin(), fields_.end());
-    summary_.warnings = reader_.warnings().sentences();
-    return summary_;
+    return count_.summary(reader_.warnings());
 }
 
 bool Exporter::isCollection() const
@@ -108,7 +96,7 @@ void Exporter::exportGrid(Step const& step)
     open();
     show(step);
     write(file.path());
-    countFile(file.path());
+    count_.addFile(file.path());
     file.publish();
 }
 
@@ -122,44 +110,42 @@ void Exporter::exportWithFolder(std::vector<Step> const& steps)
         show(steps.front());
         write(files.file());
     }
-    countFiles(files);
+    count_.addFiles(files);
     files.publish();
 }
 
 void Exporter::writeAll(OutputFiles const& files, std::vector<Step> const& steps)
 {
-    std::vector<CollectionEntry> entries;
-    entries.reserve(steps.size());
+    CollectionFile collection(files.file());
+    std::size_t number = 0;
     for (Step const& step : steps)
-        entries.push_back(writeEntry(files, entryName(entries.size() + 1, steps.size()), step));
-    writeCollection(entries, files.file());
+        collection.add(step.time, 0,
+                       writeEntry(files, numberedName("step_", ++number, steps.size()), step));
+    collection.finish();
 }
 
-CollectionEntry Exporter::writeEntry(OutputFiles const& files, std::string const& name,
-                                     Step const& step)
+fs::path Exporter::writeEntry(OutputFiles const& files, std::string const& name, Step const& step)
 {
     std::string const ending = layout() == StepReader::Layout::Apart ? ".vtm" : ".vtu";
     fs::path const file = files.folder() / (name + ending);
     show(step);
     write(file);
-    return {step.time, files.folder().filename() / file.filename()};
+    return files.folder().filename() / file.filename();
 }
 
 void Exporter::open()
 {
     aboutFile(input_, [this] { reader_.open(layout()); });
     stages_->finishOne();
-    countParts();
+    count_.addShapes(reader_);
 }
 
 void Exporter::show(Step const& step)
 {
     aboutFile(input_, [&] { reader_.show(step); });
     stages_->finishOne();
-    if (!step.name.empty())
-        summary_.steps.push_back(step.name);
-    for (auto const& grid : reader_.grids())
-        fields_.merge(grid->fieldNames());
+    count_.addStep(step);
+    count_.addFields(reader_);
 }
 
 void Exporter::write(fs::path const& file)
@@ -171,37 +157,14 @@ void Exporter::write(fs::path const& file)
     stages_->finishOne();
 }
 
-void Exporter::countParts()
-{
-    for (auto const& grid : reader_.grids()) {
-        for (Placement const& placement : grid->placements()) {
-            ++summary_.shapes;
-            summary_.nodes += placement.mesh.nodeCount;
-            summary_.elements += placement.mesh.hasElements() ? placement.mesh.elementCount : 0;
-        }
-    }
-}
-
-void Exporter::countFiles(OutputFiles const& files)
-{
-    countFile(files.file());
-    for (fs::directory_entry const& entry : fs::recursive_directory_iterator(files.folder()))
-        if (entry.is_regular_file())
-            countFile(entry.path());
-}
-
-void Exporter::countFile(fs::path const& file)
-{
-    ++summary_.files;
-    summary_.bytes += fs::file_size(file);
-}
-
 } // namespace
 
 ExportSummary exportModel(std::string const& input, std::string const& output,
                           ExportOptions const& options)
 {
-    return Exporter(input, output, options).run();
+    bool const isOfParts =
+        fs::path(output).extension() == ".pvd" && MoxRead::PartitionIndex::isIndex(input);
+    return isOfParts ? exportParts(input, output, options) : Exporter(input, output, options).run();
 }
 
 } // namespace Export

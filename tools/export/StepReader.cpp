@@ -1,10 +1,5 @@
 #include "StepReader.h"
 
-#include "Error.h"
-#include "moxread/Text.h"
-
-#include <algorithm>
-
 namespace Export {
 
 namespace {
@@ -29,23 +24,19 @@ ShapeGroups groupsOf(std::vector<ModelShape> const& shapes, StepReader::Layout l
 StepReader::StepReader(std::string const& path, MoxRead::ReadOptions const& options)
     : model_(path, options), shapes_(shapesOf(model_))
 {
+    StepOrder order;
+    order.add(shapes_);
     std::optional<std::string> warning;
-    steps_ = stepsOf(shapes_, warning);
+    steps_ = order.steps(warning);
     if (warning)
         warnings_.add(*warning);
-    if (steps_.empty())
-        steps_.emplace_back();
+    for (std::string const& remark : model_.remarks())
+        warnings_.add(remark + ".");
 }
 
 Step const& StepReader::step(std::optional<std::string> const& name) const
 {
-    if (!name)
-        return steps_.back();
-    auto const found = std::find_if(steps_.begin(), steps_.end(),
-                                    [&](Step const& step) { return step.name == *name; });
-    if (found == steps_.end() || name->empty())
-        throw Error("There is no step " + MoxRead::quoted(*name) + ".");
-    return *found;
+    return findStep(steps_, name);
 }
 
 void StepReader::open(Layout layout)

@@ -1,10 +1,11 @@
 #include "Steps.h"
 
+#include "Error.h"
+#include "moxread/Text.h"
+
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <map>
 #include <set>
 
 namespace Export {
@@ -12,14 +13,6 @@ namespace Export {
 namespace {
 
 constexpr std::array<char const*, 4> timeAttributes = {"TimeText", "Time", "Frequency", "Value"};
-
-/// All that the shapes' datasets say of one step.
-struct StepEntry
-{
-    std::string name;
-    /// By the place in `timeAttributes`; the first dataset that has one is believed.
-    std::array<std::optional<double>, timeAttributes.size()> times;
-};
 
 std::optional<double> numberIn(MoxRead::AttributeValue const& value)
 {
@@ -37,7 +30,9 @@ std::optional<double> numberIn(MoxRead::AttributeValue const& value)
     return static_cast<double>(std::get<std::uint32_t>(value));
 }
 
-void addTimes(StepEntry& entry, MoxRead::Attributes const& attributes)
+} // namespace
+
+void StepOrder::addTimes(Entry& entry, MoxRead::Attributes const& attributes)
 {
     for (std::size_t i = 0; i < timeAttributes.size(); ++i) {
         auto const found = attributes.find(timeAttributes[i]);
@@ -49,86 +44,92 @@ void addTimes(StepEntry& entry, MoxRead::Attributes const& attributes)
     }
 }
 
-std::vector<StepEntry> entriesOf(std::vector<ModelShape> const& shapes)
+void StepOrder::add(std::vector<ModelShape> const& shapes)
 {
-    std::vector<StepEntry> entries;
-    std::map<std::string, std::size_t> places;
     for (ModelShape const& shape : shapes) {
         for (MoxRead::Variable const& variable : shape.geometry->variables) {
             if (!variable.hasStep())
                 continue;
             std::string const name = variable.stepName();
-            auto const [place, isNew] = places.emplace(name, entries.size());
+            auto const [place, isNew] = places_.emplace(name, entries_.size());
             if (isNew)
-                entries.push_back({name, {}});
-            addTimes(entries[place->second], variable.attributes);
+                entries_.push_back({name, {}});
+            addTimes(entries_[place->second], variable.attributes);
         }
     }
-    return entries;
 }
 
-std::optional<double> timeOf(StepEntry const& entry)
+std::optional<double> StepOrder::timeOf(Entry const& entry)
 {
     auto const* const found = std::find_if(entry.times.begin(), entry.times.end(),
                                            [](auto const& time) { return time.has_value(); });
     return found == entry.times.end() ? std::nullopt : *found;
 }
 
-bool hasTrueTime(StepEntry const& entry)
+bool StepOrder::hasTrueTime(Entry const& entry)
 {
     return entry.times[0] || entry.times[1];
 }
 
-bool haveAll(std::vector<StepEntry> const& entries)
+bool StepOrder::haveAllTimes() const
 {
-    return std::all_of(entries.begin(), entries.end(),
-                       [](StepEntry const& entry) { return timeOf(entry).has_value(); });
+    return std::all_of(entries_.begin(), entries_.end(),
+                       [](Entry const& entry) { return timeOf(entry).has_value(); });
 }
 
-bool areDifferent(std::vector<StepEntry> const& entries)
+bool StepOrder::areDifferent() const
 {
     std::set<double> times;
-    for (StepEntry const& entry : entries)
+    for (Entry const& entry : entries_)
         times.insert(*timeOf(entry));
-    return times.size() == entries.size();
+    return times.size() == entries_.size();
 }
 
-std::vector<Step> numbered(std::vector<StepEntry> const& entries)
+std::vector<Step> StepOrder::numbered() const
 {
     std::vector<Step> steps;
-    steps.reserve(entries.size());
-    for (StepEntry const& entry : entries)
+    steps.reserve(entries_.size());
+    for (Entry const& entry : entries_)
         steps.push_back({entry.name, static_cast<double>(steps.size() + 1)});
     return steps;
 }
 
-std::vector<Step> timed(std::vector<StepEntry> const& entries)
+std::vector<Step> StepOrder::timed() const
 {
     std::vector<Step> steps;
-    steps.reserve(entries.size());
-    for (StepEntry const& entry : entries)
+    steps.reserve(entries_.size());
+    for (Entry const& entry : entries_)
         steps.push_back({entry.name, *timeOf(entry)});
     // Frequencies and buckling factors stay in the order of the modes.
-    if (std::all_of(entries.begin(), entries.end(), hasTrueTime))
+    if (std::all_of(entries_.begin(), entries_.end(), hasTrueTime))
         std::stable_sort(steps.begin(), steps.end(), [](Step const& left, Step const& right) {
             return left.time < right.time;
         });
     return steps;
 }
 
-} // namespace
-
-std::vector<Step> stepsOf(std::vector<ModelShape> const& shapes,
-                          std::optional<std::string>& warning)
+std::vector<Step> StepOrder::steps(std::optional<std::string>& warning) const
 {
-    std::vector<StepEntry> const entries = entriesOf(shapes);
-    if (!haveAll(entries))
-        return numbered(entries);
-    if (!areDifferent(entries)) {
+    if (entries_.empty())
+        return {Step()};
+    if (!haveAllTimes())
+        return numbered();
+    if (!areDifferent()) {
         warning = "Some steps have the same time, so that the steps are numbered instead.";
-        return numbered(entries);
+        return numbered();
     }
-    return timed(entries);
+    return timed();
+}
+
+Step const& findStep(std::vector<Step> const& steps, std::optional<std::string> const& name)
+{
+    if (!name)
+        return steps.back();
+    auto const found = std::find_if(steps.begin(), steps.end(),
+                                    [&](Step const& step) { return step.name == *name; });
+    if (found == steps.end() || name->empty())
+        throw Error("There is no step " + MoxRead::quoted(*name) + ".");
+    return *found;
 }
 
 } // namespace Export

@@ -5,6 +5,7 @@
 #include "vtk/Messages.h"
 
 #include <vtkErrorCode.h>
+#include <vtkIndent.h>
 #include <vtkNew.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLDataElement.h>
@@ -15,7 +16,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 
 namespace Export {
 
@@ -75,17 +75,6 @@ std::string shortestText(double value)
     return {text.data(), result.ptr};
 }
 
-void addEntry(vtkXMLDataElement& collection, CollectionEntry const& entry)
-{
-    vtkNew<vtkXMLDataElement> element;
-    element->SetName("DataSet");
-    element->SetAttribute("timestep", shortestText(entry.time).c_str());
-    element->SetAttribute("group", "");
-    element->SetAttribute("part", "0");
-    element->SetAttribute("file", entry.file.c_str());
-    collection.AddNestedElement(element);
-}
-
 } // namespace
 
 void writeGrid(vtkUnstructuredGrid& grid, std::filesystem::path const& file)
@@ -115,13 +104,31 @@ void writeXml(std::string const& type, vtkXMLDataElement& content,
         failWith(std::strerror(errno));
 }
 
-void writeCollection(std::vector<CollectionEntry> const& entries, std::filesystem::path const& file)
+CollectionFile::CollectionFile(std::filesystem::path const& file) : stream_(file, std::ios::binary)
 {
-    vtkNew<vtkXMLDataElement> collection;
-    collection->SetName("Collection");
-    for (CollectionEntry const& entry : entries)
-        addEntry(*collection, entry);
-    writeXml("Collection", *collection, file);
+    stream_ << "<?xml version=\"1.0\"?>\n"
+            << "<VTKFile type=\"Collection\" version=\"1.0\" byte_order=\"LittleEndian\">\n"
+            << "  <Collection>\n";
+}
+
+void CollectionFile::add(double time, std::size_t part, std::string const& file)
+{
+    vtkNew<vtkXMLDataElement> element;
+    element->SetName("DataSet");
+    element->SetAttribute("timestep", shortestText(time).c_str());
+    element->SetAttribute("group", "");
+    element->SetAttribute("part", std::to_string(part).c_str());
+    element->SetAttribute("file", file.c_str());
+    vtkIndent indent = vtkIndent().GetNextIndent().GetNextIndent();
+    vtkXMLUtilities::FlattenElement(element, stream_, &indent);
+}
+
+void CollectionFile::finish()
+{
+    stream_ << "  </Collection>\n</VTKFile>\n";
+    stream_.close();
+    if (!stream_)
+        failWith(std::strerror(errno));
 }
 
 } // namespace Export

@@ -1,9 +1,10 @@
 #ifndef EXPORT_XMLFILES_H
 #define EXPORT_XMLFILES_H
 
+#include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <string>
-#include <vector>
 
 class vtkUnstructuredGrid;
 class vtkXMLDataElement;
@@ -18,15 +19,22 @@ void writeGrid(vtkUnstructuredGrid& grid, std::filesystem::path const& file);
 void writeXml(std::string const& type, vtkXMLDataElement& content,
               std::filesystem::path const& file);
 
-struct CollectionEntry
+/// A collection of files by time, written as it goes along: it may have more entries than there is
+/// memory for.
+class CollectionFile
 {
-    double time = 0;
-    /// Relative to the collection.
-    std::string file;
-};
+public:
+    explicit CollectionFile(std::filesystem::path const& file);
 
-void writeCollection(std::vector<CollectionEntry> const& entries,
-                     std::filesystem::path const& file);
+    /// \param part number of the file among those of the same time, from 0
+    /// \param file relative to the collection
+    void add(double time, std::size_t part, std::string const& file);
+    /// To be called once.
+    void finish();
+
+private:
+    std::ofstream stream_;
+};
 
 } // namespace Export
 

@@ -1,6 +1,7 @@
 #include "CheckCommand.h"
 
 #include "CommandLine.h"
+#include "Parts.h"
 #include "mox/check/Kinds.h"
 #include "mox/check/ModelCheck.h"
 #include "mox/print/FileError.h"
@@ -184,32 +185,14 @@ void addCheckCommand(CommandLine& commandLine)
     command.run([options] { return checkFile(*options, std::cout, std::cerr); });
 }
 
-namespace {
-
-int checkParts(CheckArguments const& options, std::ostream& out, std::ostream& err)
-{
-    int worst = 0;
-    int const status = runOnFile(options.file, err, [&] {
-        MoxRead::PartitionIndex const index(options.file);
-        for (MoxRead::PartitionFile const& part : index.files()) {
-            std::string const complaint = index.complaintAbout(part);
-            if (!complaint.empty())
-                err << options.file << ": " << complaint << '\n';
-            CheckArguments own = options;
-            own.file = part.path;
-            own.parts = false;
-            worst = std::max(worst, complaint.empty() ? checkFile(own, out, err) : 1);
-        }
-    });
-    return std::max(status, worst);
-}
-
-} // namespace
-
 int checkFile(CheckArguments const& options, std::ostream& out, std::ostream& err)
 {
     if (options.parts && MoxRead::PartitionIndex::isIndex(options.file))
-        return checkParts(options, out, err);
+        return forEachPart(options.file, err, [&](Part const& part) {
+            CheckArguments own = options;
+            own.file = part.path;
+            return checkFile(own, out, err);
+        });
     bool isGood = false;
     int const status = runOnFile(options.file, err, [&] {
         Verdict const verdict(options);

@@ -1,6 +1,7 @@
 #include "DiffCommand.h"
 
 #include "CommandLine.h"
+#include "Parts.h"
 #include "mox/compare/ModelComparison.h"
 #include "mox/print/FileError.h"
 
@@ -8,6 +9,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <sstream>
 
 namespace Mox {
 
@@ -50,6 +52,21 @@ int diff(DiffArguments const& options, std::ostream& out)
     return comparison.differences().empty() ? 0 : 1;
 }
 
+int diffParts(DiffArguments const& options, std::ostream& out, std::ostream& err)
+{
+    return forEachPair(options.left, options.right, err, [&](Part const& left, Part const& right) {
+        DiffArguments own = options;
+        own.left = left.path;
+        own.right = right.path;
+        own.parts = false;
+        std::ostringstream found;
+        int const status = diffFiles(own, found, err);
+        if (!found.str().empty())
+            out << left.path << " and " << right.path << ":\n" << found.str();
+        return status;
+    });
+}
+
 std::string refuseUnlessBound(std::string const& text)
 {
     char* end = nullptr;
@@ -64,8 +81,10 @@ void addDiffCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<DiffArguments>();
     SubCommand command = commandLine.addCommand("diff", "Tell in what two model files differ");
-    command.add("A", options->left, "Model file").required();
-    command.add("B", options->right, "Model file to compare it with").required();
+    command.add("A", options->left, "Model file, or index of a partitioned model").required();
+    command.add("B", options->right, "The one to compare it with").required();
+    Argument const parts =
+        command.addFlag("--parts", options->parts, "Compare the files of two indices one by one");
     command
         .add("--tolerance", options->tolerance.absolute, "Difference up to which floats are equal")
         .placeholder("T")
@@ -75,7 +94,7 @@ void addDiffCommand(CommandLine& commandLine)
              "The same, as a part of the larger of the two")
         .placeholder("R")
         .check(refuseUnlessBound);
-    command.addFlag("--json", options->json, "Print JSON");
+    command.addFlag("--json", options->json, "Print JSON").excludes(parts);
     command.addThreads(options->reading.threads);
     command.explain("Example:\n  mox diff before.mox after.mox --relative 1e-5");
     command.run([options] { return diffFiles(*options, std::cout, std::cerr); });
@@ -83,6 +102,10 @@ void addDiffCommand(CommandLine& commandLine)
 
 int diffFiles(DiffArguments const& options, std::ostream& out, std::ostream& err)
 {
+    bool const areSets = MoxRead::PartitionIndex::isIndex(options.left) ||
+                         MoxRead::PartitionIndex::isIndex(options.right);
+    if (options.parts && areSets)
+        return diffParts(options, out, err);
     int status = 1;
     int const failure = runOnFile(options.left, err, [&] { status = diff(options, out); });
     return failure == 0 ? status : failure;

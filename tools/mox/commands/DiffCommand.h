@@ -16,6 +16,8 @@ struct DiffArguments
     std::string left;
     std::string right;
     Tolerance tolerance;
+    /// Whether the files of two indices are compared one by one.
+    bool parts = false;
     bool json = false;
     /// Of both files: they share the threads.
     MoxRead::ReadOptions reading;

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "DatasetSearch.h"
+#include "Parts.h"
 #include "mox/print/ComponentNames.h"
 #include "mox/print/DatasetPrinter.h"
 #include "mox/print/FileError.h"
@@ -116,13 +117,34 @@ void refuseBytesOnATerminal(DumpArguments const& options)
         throw UsageError("npy is not for a terminal: name a file with -o");
 }
 
+// Several arrays in one stream could not be told apart.
+void refuseArraysInARow(DumpArguments const& options)
+{
+    if (options.parts && options.output.empty() && formatOf(options) == "npy")
+        throw UsageError("npy of several files needs a name for them: -o");
+}
+
+int dumpParts(DumpArguments const& options, std::ostream& out, std::ostream& err)
+{
+    return forEachPart(options.file, err, [&](Part const& part) {
+        DumpArguments own = options;
+        own.file = part.path;
+        own.parts = false;
+        if (options.output.empty())
+            out << part.path << ":\n";
+        else
+            own.output = part.outputFor(options.output);
+        return dumpDataset(own, out, err);
+    });
+}
+
 } // namespace
 
 void addDumpCommand(CommandLine& commandLine)
 {
     auto const options = std::make_shared<DumpArguments>();
     SubCommand command = commandLine.addCommand("dump", "Write out the values of one dataset");
-    command.add("FILE", options->file, "Model file").required();
+    command.add("FILE", options->file, "Model file, or index of a partitioned model").required();
     command
         .add("PATH", options->node,
              "Shape with the dataset: names from the root down, joined by /, or #ID")
@@ -134,7 +156,10 @@ void addDumpCommand(CommandLine& commandLine)
         command.add("--format", options->format, "Unless given, the ending of OUT tells it")
             .placeholder("text|csv|npy")
             .oneOf({"text", "csv", "npy"});
-    command.addFlag("--json", options->json, "Write JSON").excludes(format);
+    Argument const parts =
+        command.addFlag("--parts", options->parts,
+                        "Write that of each file of an index, with -o into files of their own");
+    command.addFlag("--json", options->json, "Write JSON").excludes(format).excludes(parts);
     Argument const output =
         command.add("-o,--output", options->output, "File to write to").placeholder("OUT");
     command.addFlag("--overwrite", options->overwrite, "Replace OUT if it exists").needs(output);
@@ -143,12 +168,15 @@ void addDumpCommand(CommandLine& commandLine)
         "Example:\n  mox dump beam.mox Beam/Steel Displacement --step \"Load 1\" -o u.csv");
     command.run([options] {
         refuseBytesOnATerminal(*options);
+        refuseArraysInARow(*options);
         return dumpDataset(*options, std::cout, std::cerr);
     });
 }
 
 int dumpDataset(DumpArguments const& options, std::ostream& out, std::ostream& err)
 {
+    if (options.parts && MoxRead::PartitionIndex::isIndex(options.file))
+        return dumpParts(options, out, err);
     return runOnFile(options.file, err, [&] { dumpTo(out, options); });
 }
 

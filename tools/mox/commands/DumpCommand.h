@@ -22,6 +22,8 @@ struct DumpArguments
     /// Empty for the standard output.
     std::string output;
     bool overwrite = false;
+    /// Whether the dataset of each file of an index is written apart.
+    bool parts = false;
     bool json = false;
     MoxRead::ReadOptions reading;
 };

@@ -1,6 +1,7 @@
 #include "ExportCommand.h"
 
 #include "CommandLine.h"
+#include "Parts.h"
 #include "ViewerOutput.h"
 #include "mox/formats/Libraries.h"
 
@@ -21,14 +22,16 @@ std::string complaintAboutTarget(std::string const& path)
 
 void addArguments(SubCommand& command, ExportArguments& arguments)
 {
-    command.add("FILE", arguments.input, "Model file").required();
+    command.add("FILE", arguments.input, "Model file, or index of a partitioned model").required();
     command.add("OUT", arguments.output, "What to make: .vtu, .vtm or .pvd")
         .required()
         .check(complaintAboutTarget);
     command.add("--step", arguments.options.step,
                 "Write this step only (default: the last; for .pvd, all)");
     command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
-    command.addFlag("--json", arguments.json, "Say as JSON what was written");
+    Argument const parts = command.addFlag("--parts", arguments.parts,
+                                           "Make one of each file of an index: OUT with a number");
+    command.addFlag("--json", arguments.json, "Say as JSON what was written").excludes(parts);
     command.addThreads(arguments.options.reading.threads);
 }
 
@@ -51,6 +54,13 @@ void addExportCommand(CommandLine& commandLine)
 
 int exportFile(ExportArguments const& arguments, std::ostream& out, std::ostream& err)
 {
+    if (arguments.parts && MoxRead::PartitionIndex::isIndex(arguments.input))
+        return forEachPart(arguments.input, err, [&](Part const& part) {
+            ExportArguments own = arguments;
+            own.input = part.path;
+            own.output = part.outputFor(arguments.output);
+            return exportFile(own, out, err);
+        });
     ViewerOutput const target("export", arguments.output, arguments.json, out, err);
     return target.make(arguments.input, arguments.options, exportWithVtk);
 }

@@ -15,6 +15,8 @@ struct ExportArguments
     std::string input;
     std::string output;
     Export::ExportOptions options;
+    /// Whether each file of an index gets an output of its own.
+    bool parts = false;
     bool json = false;
 };
 

@@ -1,6 +1,7 @@
 #include "InfoCommand.h"
 
 #include "CommandLine.h"
+#include "Parts.h"
 #include "mox/print/BlockReport.h"
 #include "mox/print/FileError.h"
 #include "mox/print/JsonListing.h"
@@ -208,21 +209,12 @@ void printSet(std::ostream& out, std::string const& path, bool asJson)
 
 int showParts(InfoArguments const& options, std::ostream& out, std::ostream& err)
 {
-    int worst = 0;
-    int const status = runOnFile(options.file, err, [&] {
-        MoxRead::PartitionIndex const index(options.file);
-        for (MoxRead::PartitionFile const& part : index.files()) {
-            std::string const complaint = index.complaintAbout(part);
-            if (!complaint.empty())
-                err << options.file << ": " << complaint << '\n';
-            else
-                out << part.path << ":\n";
-            InfoArguments own = options;
-            own.file = part.path;
-            worst = std::max(worst, complaint.empty() ? showInfo(own, out, err) : 1);
-        }
+    return forEachPart(options.file, err, [&](Part const& part) {
+        out << part.path << ":\n";
+        InfoArguments own = options;
+        own.file = part.path;
+        return showInfo(own, out, err);
     });
-    return std::max(status, worst);
 }
 
 } // namespace

@@ -1,11 +1,13 @@
 #include "RecoverCommand.h"
 
 #include "CommandLine.h"
+#include "RecoverParts.h"
 #include "mox/print/FileError.h"
 
 #include "common/PartialFile.h"
 #include "common/Progress.h"
 #include "moxread/FormatError.h"
+#include "moxread/PartitionIndex.h"
 #include "moxread/Verify.h"
 
 #include <Zyl2/Exception/Exception.h>
@@ -195,7 +197,10 @@ void addRecoverCommand(CommandLine& commandLine)
     auto const arguments = std::make_shared<RecoverArguments>();
     SubCommand command = commandLine.addCommand(
         "recover", "Make a whole file of what a run has left that was killed or ran out of disk");
-    command.add("FILE", arguments->file, "Model file of a run that was recoverable").required();
+    command
+        .add("FILE", arguments->file,
+             "Model file of a run that was recoverable, or index of a partitioned model")
+        .required();
     Argument const output =
         command.add("-o,--output", arguments->output, "File to write to; all stays as it is")
             .placeholder("OUT");
@@ -222,6 +227,8 @@ std::string adviceOnRun(std::string const& file)
 
 int recoverFile(RecoverArguments const& arguments, std::ostream& out, std::ostream& err)
 {
+    if (MoxRead::PartitionIndex::isIndex(arguments.file))
+        return recoverParts(arguments, out, err);
     return runOnFile(arguments.file, err, [&] {
         try {
             recover(arguments, out);

@@ -1,6 +1,7 @@
 #include "ViewCommand.h"
 
 #include "CommandLine.h"
+#include "Parts.h"
 #include "ViewerOutput.h"
 #include "mox/formats/Libraries.h"
 
@@ -80,7 +81,7 @@ void addArguments(SubCommand& command, ViewArguments& arguments)
 {
     std::vector<std::string> const components = {"magnitude", "x",  "y",  "z",  "xx",   "yy",
                                                  "zz",        "xy", "yz", "zx", "mises"};
-    command.add("FILE", arguments.input, "Model file").required();
+    command.add("FILE", arguments.input, "Model file, or index of a partitioned model").required();
     command.add("OUT", arguments.output, "Picture to be made: .png")
         .required()
         .check(complaintAboutTarget);
@@ -94,7 +95,9 @@ void addArguments(SubCommand& command, ViewArguments& arguments)
         .oneOf(components);
     addAppearance(command, arguments);
     command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");
-    command.addFlag("--json", arguments.json, "Say as JSON what the picture shows");
+    Argument const parts = command.addFlag("--parts", arguments.parts,
+                                           "Make one of each file of an index: OUT with a number");
+    command.addFlag("--json", arguments.json, "Say as JSON what the picture shows").excludes(parts);
 }
 
 } // namespace
@@ -118,6 +121,13 @@ void addViewCommand(CommandLine& commandLine)
 
 int viewFile(ViewArguments const& arguments, std::ostream& out, std::ostream& err)
 {
+    if (arguments.parts && MoxRead::PartitionIndex::isIndex(arguments.input))
+        return forEachPart(arguments.input, err, [&](Part const& part) {
+            ViewArguments own = arguments;
+            own.input = part.path;
+            own.output = part.outputFor(arguments.output);
+            return viewFile(own, out, err);
+        });
     ViewerOutput const target("view", arguments.output, arguments.json, out, err);
     return target.make(arguments.input, arguments.options, viewWithVtk);
 }

@@ -17,6 +17,8 @@ struct ViewArguments
     std::string size;
     std::string camera;
     Export::ViewOptions options;
+    /// Whether each file of an index gets an output of its own.
+    bool parts = false;
     bool json = false;
 };
 

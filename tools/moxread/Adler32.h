@@ -7,7 +7,9 @@
 namespace MoxRead {
 
 /// The checksum at the end of a zlib stream.
-std::uint32_t adler32Of(std::uint8_t const* bytes, std::size_t count) noexcept;
+/// \param before of the bytes before these
+std::uint32_t adler32Of(std::uint8_t const* bytes, std::size_t count,
+                        std::uint32_t before = 1) noexcept;
 
 } // namespace MoxRead
 

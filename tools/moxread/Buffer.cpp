@@ -1,25 +1,13 @@
 #include "moxread/Buffer.h"
 
+#include "moxread/LargePages.h"
+
 #include <algorithm>
 #include <utility>
-
-#include <sys/mman.h>
 
 namespace MoxRead {
 
 namespace {
-
-constexpr std::size_t largePage = std::size_t{2} << 20U;
-
-// To touch a block's memory for the first time takes as long as to inflate into it, unless its
-// pages are large. That they are is a wish, which the system need not grant.
-void wishForLargePages(std::uint8_t* bytes, std::size_t size)
-{
-    std::size_t const behindBorder = reinterpret_cast<std::uintptr_t>(bytes) % largePage;
-    std::size_t const skipped = (largePage - behindBorder) % largePage;
-    if (size >= skipped + largePage)
-        ::madvise(bytes + skipped, (size - skipped) / largePage * largePage, MADV_HUGEPAGE);
-}
 
 std::unique_ptr<std::uint8_t[]> allocated(std::size_t size)
 {
@@ -40,10 +28,14 @@ Buffer& Buffer::operator=(Buffer&& other) noexcept
 void Buffer::reset(std::size_t size)
 {
     if (size > capacity_) {
+        // Blocks are hardly ever of one length: without some room to spare, each that is a little
+        // longer would have its memory touched for the first time again. What is not used of it is
+        // address space alone.
+        std::size_t const capacity = std::max(size, capacity_ + capacity_ / 4);
         // Never both at a time.
         *this = Buffer();
-        bytes_ = allocated(size);
-        capacity_ = size;
+        bytes_ = allocated(capacity);
+        capacity_ = capacity;
     }
     size_ = size;
 }

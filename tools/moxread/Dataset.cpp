@@ -6,6 +6,7 @@
 
 #include "moxread/Dataset.h"
 
+#include "moxread/LargePages.h"
 #include "moxread/LittleEndian.h"
 
 #include <algorithm>
@@ -46,20 +47,34 @@ void joinPlanes(std::uint8_t const* lowest, std::size_t planeSize, std::uint32_t
     }
 }
 
-// Tile by tile, so that rows are put together while they are in the cache.
+// Tile by tile, so that rows are put together while they are in the cache. They are put behind
+// those that there are: to make the words longer first would set all of them to zero.
 template <std::size_t width>
-void joinRows(std::uint8_t const* bytes, std::size_t rows, std::uint32_t* words)
+void joinRows(std::uint8_t const* bytes, std::size_t rows, std::vector<std::uint32_t>& words)
 {
     constexpr std::size_t tileRows = tileSize / width;
     std::array<std::array<std::uint32_t, tileRows>, width> columns;
+    std::array<std::uint32_t, tileRows * width> tile;
     for (std::size_t first = 0; first < rows; first += tileRows) {
         std::size_t const count = std::min(tileRows, rows - first);
         for (std::size_t column = 0; column < width; ++column)
             joinPlanes(bytes + column * 4 * rows + first, rows, columns[column].data(), count);
         for (std::size_t row = 0; row < count; ++row)
             for (std::size_t column = 0; column < width; ++column)
-                words[(first + row) * width + column] = columns[column][row];
+                tile[row * width + column] = columns[column][row];
+        words.insert(words.end(), tile.data(), tile.data() + count * width);
     }
+}
+
+void makeRoom(std::vector<std::uint32_t>& words, std::size_t count)
+{
+    words.clear();
+    if (count <= words.capacity())
+        return;
+    // Never both at a time.
+    words = std::vector<std::uint32_t>();
+    words.reserve(count);
+    wishForLargePages(words.data(), count * sizeof(std::uint32_t));
 }
 
 } // namespace
@@ -75,13 +90,13 @@ void Dataset::take(Variable const& variable, std::uint8_t const* bytes)
 {
     elementType = variable.elementType();
     width = variable.width;
-    words.resize(variable.valueCount);
+    makeRoom(words, variable.valueCount);
     if (width == 1)
-        joinPlanes(bytes, words.size(), words.data(), words.size());
+        joinRows<1>(bytes, variable.rows(), words);
     else if (width == 3)
-        joinRows<3>(bytes, variable.rows(), words.data());
+        joinRows<3>(bytes, variable.rows(), words);
     else
-        joinRows<6>(bytes, variable.rows(), words.data());
+        joinRows<6>(bytes, variable.rows(), words);
 }
 
 std::size_t Dataset::rows() const

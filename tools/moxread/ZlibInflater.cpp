@@ -12,6 +12,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace MoxRead {
@@ -20,6 +21,7 @@ namespace {
 
 constexpr std::size_t headSize = 2;
 constexpr std::size_t tailSize = 4;
+constexpr std::size_t pieceSize = std::size_t{1} << 17U;
 
 bool isSoundHead(std::uint8_t const* stream)
 {
@@ -32,20 +34,29 @@ bool isSoundHead(std::uint8_t const* stream)
            (flags & dictionaryFlag) == 0 && (method << 8U | flags) % 31 == 0;
 }
 
-// Whether all of the deflate stream inflates to exactly that length.
-bool inflateRaw(std::uint8_t const* stream, std::size_t size, std::uint8_t* to,
-                std::size_t length) noexcept
+// Puts the checksum of what the deflate stream inflates to into `sum`, and returns whether all of
+// the stream inflates to exactly that length. The sum of a piece is taken while it is in the cache.
+bool inflateRaw(std::uint8_t const* stream, std::size_t size, std::uint8_t* to, std::size_t length,
+                std::uint32_t& sum) noexcept
 {
     z_stream state = {};
     if (::inflateInit2(&state, -MAX_WBITS) != Z_OK)
         return false;
     state.next_in = const_cast<std::uint8_t*>(stream);
     state.avail_in = static_cast<uInt>(size);
-    state.next_out = to;
-    state.avail_out = static_cast<uInt>(length);
-    int const result = ::inflate(&state, Z_FINISH);
+    std::size_t done = 0;
+    int result = Z_OK;
+    while (result == Z_OK) {
+        std::size_t const piece = std::min(length - done, pieceSize);
+        state.next_out = to + done;
+        state.avail_out = static_cast<uInt>(piece);
+        result = ::inflate(&state, Z_NO_FLUSH);
+        std::size_t const got = piece - state.avail_out;
+        sum = adler32Of(to + done, got, sum);
+        done += got;
+    }
     ::inflateEnd(&state);
-    return result == Z_STREAM_END && state.avail_in == 0 && state.avail_out == 0;
+    return result == Z_STREAM_END && state.avail_in == 0 && done == length;
 }
 
 std::uint32_t bigEndian(std::uint8_t const* bytes)
@@ -61,8 +72,9 @@ bool inflateByZlib(std::uint8_t const* stream, std::size_t size, std::uint8_t* t
     constexpr std::size_t most = std::numeric_limits<uInt>::max();
     if (size < headSize + tailSize || size > most || length > most || !isSoundHead(stream))
         return false;
-    return inflateRaw(stream + headSize, size - headSize - tailSize, to, length) &&
-           adler32Of(to, length) == bigEndian(stream + size - tailSize);
+    std::uint32_t sum = 1;
+    return inflateRaw(stream + headSize, size - headSize - tailSize, to, length, sum) &&
+           sum == bigEndian(stream + size - tailSize);
 }
 
 } // namespace

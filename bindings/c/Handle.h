@@ -4,12 +4,12 @@
 #include <moxwriter.h>
 
 #include <Zyl2/Mox2/Attributes.h>
-#include <Zyl2/Mox2/Model.h>
 #include <Zyl2/Mox2/NodeProperties.h>
 #include <Zyl2/Mox2/SaverOptions.h>
 #include <Zyl2/Mox2/Step.h>
 
 #include "Failure.h"
+#include "model/FileCalls.h"
 
 #include <cstdint>
 #include <memory>
@@ -46,7 +46,10 @@ struct Shell
 
 struct ModelContent
 {
-    Mox2::Model model;
+    ModelContent() : model(std::make_unique<Bindings::FileCalls>()) {}
+    explicit ModelContent(std::unique_ptr<Bindings::ModelCalls> other) : model(std::move(other)) {}
+
+    std::unique_ptr<Bindings::ModelCalls> model;
     ErrorText error;
 };
 
@@ -127,18 +130,25 @@ ContentOf<HandleT> const& contentOr(HandleT const* handle, ContentOf<HandleT> co
 }
 
 /// \param handle receives the new one, or null
-template <typename HandleT>
-mox_status create(HandleT** handle) noexcept
+/// \param make   makes its content
+template <typename HandleT, typename Make>
+mox_status create(HandleT** handle, Make const& make) noexcept
 {
-    return guarded([=] {
+    return guarded([&] {
         if (handle == nullptr)
             refuse(Exception::sentence("nothing to return the ", Handled<HandleT>::name, " in"));
         *handle = nullptr;
-        auto content = std::make_unique<ContentOf<HandleT>>();
+        std::unique_ptr<ContentOf<HandleT>> content = make();
         Shell* const shell = Shell::take(Handled<HandleT>::kind, content.get());
         content.release(); // NOLINT(bugprone-unused-return-value): the shell has it
         *handle = reinterpret_cast<HandleT*>(shell);
     });
+}
+
+template <typename HandleT>
+mox_status create(HandleT** handle) noexcept
+{
+    return create(handle, [] { return std::make_unique<ContentOf<HandleT>>(); });
 }
 
 template <typename HandleT>

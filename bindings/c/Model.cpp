@@ -1,4 +1,5 @@
 #include "Handle.h"
+#include "OtherModels.h"
 #include "Text.h"
 
 #include <Zyl2/Mox2/ArrayView.h>
@@ -14,6 +15,7 @@
 #include <map>
 #include <string>
 
+using Bindings::ModelCalls;
 using Zyl2::C::contentOf;
 using Zyl2::C::contentOr;
 using Zyl2::C::guarded;
@@ -91,7 +93,19 @@ mox_status callOf(mox_model* model, Action action) noexcept
 {
     auto* const content = Zyl2::C::findContent(model);
     return guarded(content == nullptr ? nullptr : &content->error,
-                   [&] { action(contentOf(model).model); });
+                   [&] { action(*contentOf(model).model); });
+}
+
+/// The same for calls that add: where many ranks hold the model, each of them learns of what one
+/// was refused, even if it was refused here.
+template <typename Action>
+mox_status addTo(mox_model* model, Action action) noexcept
+{
+    mox_status const status = callOf(model, action);
+    auto* const content = Zyl2::C::findContent(model);
+    if (status != MOX_OK && content != nullptr)
+        content->model->fail(content->error.text(), status);
+    return status;
 }
 
 Attributes const& attributesFrom(mox_attributes const* attributes)
@@ -153,6 +167,33 @@ Mox2::StepList stepsFrom(mox_steps const* steps)
 
 } // namespace
 
+namespace Zyl2 {
+namespace C {
+
+mox_status createModel(mox_model** model, char const* path, std::size_t pathLength,
+                       mox_options const* options, ModelMaker& maker) noexcept
+{
+    bool isMaking = false;
+    mox_status const status = create(model, [&] {
+        std::string const text = textFrom(path, pathLength, "path");
+        Mox2::SaverOptions const given = contentOr(options, Mox2::SaverOptions());
+        isMaking = true;
+        return std::make_unique<ModelContent>(maker.make(text, given));
+    });
+    if (!isMaking)
+        maker.giveUp();
+    return status;
+}
+
+mox_status callModel(mox_model* model, void (*call)(ModelCalls& model, void* context),
+                     void* context) noexcept
+{
+    return callOf(model, [=](ModelCalls& content) { call(content, context); });
+}
+
+} // namespace C
+} // namespace Zyl2
+
 mox_status mox_model_create(mox_model** model)
 {
     return Zyl2::C::create(model);
@@ -177,7 +218,7 @@ char const* mox_model_error(mox_model const* model)
 mox_status mox_model_save_to(mox_model* model, char const* path, size_t path_length,
                              mox_options const* options)
 {
-    return callOf(model, [=](Model& content) {
+    return callOf(model, [=](ModelCalls& content) {
         content.saveTo(textFrom(path, path_length, "path"),
                        contentOr(options, Mox2::SaverOptions()));
     });
@@ -186,7 +227,7 @@ mox_status mox_model_save_to(mox_model* model, char const* path, size_t path_len
 mox_status mox_model_save_to_wide(mox_model* model, wchar_t const* path, size_t path_length,
                                   mox_options const* options)
 {
-    return callOf(model, [=](Model& content) {
+    return callOf(model, [=](ModelCalls& content) {
         content.saveTo(textFrom(path, path_length, "path"),
                        contentOr(options, Mox2::SaverOptions()));
     });
@@ -195,7 +236,7 @@ mox_status mox_model_save_to_wide(mox_model* model, wchar_t const* path, size_t 
 mox_status mox_model_add_node(mox_model* model, mox_node_type type, char const* name,
                               size_t name_length, mox_attributes const* attributes, uint32_t* id)
 {
-    return callOf(model, [=](Model& content) {
+    return addTo(model, [=](ModelCalls& content) {
         give(id, content.addNode(static_cast<NodeType>(type), textFrom(name, name_length, "name"),
                                  attributesFrom(attributes)));
     });
@@ -204,7 +245,7 @@ mox_status mox_model_add_node(mox_model* model, mox_node_type type, char const* 
 mox_status mox_model_set_node_data(mox_model* model, uint32_t id, mox_properties const* properties,
                                    mox_attributes const* attributes)
 {
-    return callOf(model, [=](Model& content) {
+    return addTo(model, [=](ModelCalls& content) {
         content.setNodeData(id, contentOr(properties, Mox2::NodeProperties()),
                             attributesFrom(attributes));
     });
@@ -213,7 +254,7 @@ mox_status mox_model_set_node_data(mox_model* model, uint32_t id, mox_properties
 mox_status mox_model_get_node_id(mox_model* model, char const* path, size_t path_length,
                                  char const* separator, size_t separator_length, uint32_t* id)
 {
-    return callOf(model, [=](Model& content) {
+    return callOf(model, [=](ModelCalls& content) {
         demandPlaceFor(id);
         *id = content.getNodeId(textFrom(path, path_length, "path"),
                                 separatorFrom(separator, separator_length));
@@ -224,7 +265,7 @@ mox_status mox_model_get_node_id_by_names(mox_model* model, char const* const* n
                                           size_t const* name_lengths, size_t name_count,
                                           uint32_t* id)
 {
-    return callOf(model, [=](Model& content) {
+    return callOf(model, [=](ModelCalls& content) {
         demandPlaceFor(id);
         *id = content.getNodeId(textsFrom(names, name_lengths, name_count, "name"));
     });
@@ -232,19 +273,19 @@ mox_status mox_model_get_node_id_by_names(mox_model* model, char const* const* n
 
 mox_status mox_model_set_current_node_id(mox_model* model, uint32_t id)
 {
-    return callOf(model, [=](Model& content) { content.setCurrentNodeId(id); });
+    return callOf(model, [=](ModelCalls& content) { content.setCurrentNodeId(id); });
 }
 
 mox_status mox_model_move_to_parent_node(mox_model* model, uint32_t* parent)
 {
-    return callOf(model, [=](Model& content) { give(parent, content.moveToParentNode()); });
+    return callOf(model, [=](ModelCalls& content) { give(parent, content.moveToParentNode()); });
 }
 
 mox_status mox_model_add_components(mox_model* model, char const* const* paths,
                                     size_t const* path_lengths, size_t path_count,
                                     char const* separator, size_t separator_length, uint32_t* ids)
 {
-    return callOf(model, [=](Model& content) {
+    return addTo(model, [=](ModelCalls& content) {
         give(ids, content.addAssemblyComponents(textsFrom(paths, path_lengths, path_count, "path"),
                                                 separatorFrom(separator, separator_length)));
     });
@@ -256,7 +297,7 @@ mox_status mox_model_add_component_map(mox_model* model, char const* const* path
                                        char const* separator, size_t separator_length,
                                        uint32_t* ids, size_t* id_count)
 {
-    return callOf(model, [=](Model& content) {
+    return addTo(model, [=](ModelCalls& content) {
         auto const texts = textsFrom(paths, path_lengths, path_count, "path");
         std::map<std::string, Attributes> components;
         for (size_t index = 0; index < path_count; ++index)
@@ -274,28 +315,27 @@ mox_status mox_model_add_array(mox_model* model, char const* name, size_t name_l
                                size_t id_count, mox_steps const* steps,
                                mox_attributes const* attributes)
 {
-    return callOf(model, [=](Model& content) {
+    return addTo(model, [=](ModelCalls& content) {
         auto const datasetType = static_cast<DatasetType>(type);
         ArrayView const view = viewFrom(values);
         Mox2::IdsView const nodes = idsFrom(ids, id_count);
         Mox2::StepList const stepList = stepsFrom(steps);
         Attributes const& given = attributesFrom(attributes);
         if (name == nullptr)
-            content.addArrayProperty(datasetType, view, nodes, stepList, given);
-        else
-            content.addArrayProperty(textFrom(name, name_length, "name"), datasetType, view, nodes,
-                                     stepList, given);
+            return content.addArray(nullptr, datasetType, view, nodes, stepList, given);
+        std::string const text = textFrom(name, name_length, "name");
+        content.addArray(&text, datasetType, view, nodes, stepList, given);
     });
 }
 
 mox_status mox_model_close(mox_model* model)
 {
-    return callOf(model, [](Model& content) { content.close(); });
+    return callOf(model, [](ModelCalls& content) { content.close(); });
 }
 
 mox_status mox_model_checkpoint(mox_model* model, int* on_disk)
 {
-    return callOf(model, [=](Model& content) {
+    return callOf(model, [=](ModelCalls& content) {
         bool const isOnDisk = content.checkpoint();
         if (on_disk != nullptr)
             *on_disk = isOnDisk ? 1 : 0;
@@ -304,7 +344,7 @@ mox_status mox_model_checkpoint(mox_model* model, int* on_disk)
 
 mox_status mox_model_waited_seconds(mox_model* model, double* seconds)
 {
-    return callOf(model, [=](Model const& content) {
+    return callOf(model, [=](ModelCalls const& content) {
         if (seconds != nullptr)
             *seconds = content.waitedSeconds();
     });

@@ -38,6 +38,6 @@ ctest --test-dir "$host" --output-on-failure --no-tests=error
 # How C finds and links the library does not depend on how that was optimised.
 [[ $config == Release ]] || exit 0
 cmake -S "$source/tests/host/project_c" -B "$host-c" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
-    -DCMAKE_C_COMPILER="$c_compiler" -DCMAKE_PREFIX_PATH="$prefix"
+    -DCMAKE_C_COMPILER="$c_compiler" -DCMAKE_PREFIX_PATH="$prefix" -DWITH_MPI=$with_mpi
 cmake --build "$host-c"
 ctest --test-dir "$host-c" --output-on-failure --no-tests=error

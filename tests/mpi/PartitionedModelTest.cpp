@@ -260,6 +260,25 @@ TEST(PartitionedModelTest, ComponentPathsOfARankLeadToItsOwnShapes)
     }
 }
 
+TEST(PartitionedModelTest, ACheckpointIsOfAllFiles)
+{
+    FirstRanks const ranks(4);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    for (int const recoverable : {0, 1}) {
+        PartitionedOptions options = sharing(2);
+        options.saver.recoverable = recoverable;
+        PartitionedModel model(ranks.comm(), folder + "/wave.moxs", options);
+        writePiece(model, Piece(ranks.rank(), 4));
+        EXPECT_EQ(model.checkpoint(), recoverable == 1);
+        model.close();
+    }
+    MPI_Barrier(ranks.comm());
+    if (ranks.rank() == 0)
+        std::filesystem::remove_all(folder);
+}
+
 TEST(PartitionedModelTest, WriterNeedsTwoBlocksAndAMessageOfEachSender)
 {
     // MOXWRITER_MPI_MEBIBYTES: size of an array; 64 for what large programs do.

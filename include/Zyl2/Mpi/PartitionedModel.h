@@ -26,10 +26,10 @@ namespace Mpi {
 /// and each of its datasets has the attributes `Rank` and `Ranks`, which a host can't give itself.
 ///
 /// Some calls are *collective*: all ranks of the communicator make them, in the same order. They
-/// are the constructor, `step` and `close`; the destructor is, too, unless `close` was called or
-/// one of them has failed. The others concern no other rank. One rank of those that share a file
-/// writes; the others keep what they add until the next collective call, which takes it to the
-/// writer.
+/// are the constructor, `step`, `checkpoint` and `close`; the destructor is, too, unless `close`
+/// was called or one of them has failed. The others concern no other rank. One rank of those that
+/// share a file writes; the others keep what they add until the next collective call, which takes
+/// it to the writer.
 ///
 /// A call that adds, and fails on one rank, throws there what `Mox2::Model` would throw. The next
 /// collective call then throws `RankFailure` on all ranks, as it does when it fails itself. That is
@@ -156,6 +156,23 @@ public:
     /// until then.
     /// \throws RankFailure what a rank failed at
     void step();
+
+    /// As `step`; then waits until all that was added so far is on the disk, as
+    /// `Mox2::Model::checkpoint` does. Collective.
+    /// \return whether it is, in all files; the same on all ranks
+    /// \throws RankFailure what a rank failed at
+    bool checkpoint();
+
+    /// Lets the next collective call fail on all ranks, for a host that can't go on for reasons of
+    /// its own, and calls `close`, or destroys the model, next. Unlike the collective calls it does
+    /// not wait for others. What fails later on this rank is not told.
+    /// \param sentence  what was wrong; terminated text, of which at most 1023 bytes are told
+    /// \param errorCode what `RankFailure::errorCode` is to return
+    void fail(char const* sentence, int errorCode = 1) noexcept;
+
+    /// As `Mox2::Model::waitedSeconds`, of this rank.
+    /// \return seconds; 0 on ranks that don't write
+    double waitedSeconds() const;
 
     /// As `step`; then finishes the files and the index. Collective.
     /// \throws RankFailure what a rank failed at. Files of others may be whole then; the index goes

@@ -32,7 +32,7 @@ void agree(Communicator const& all, CollectiveCall call, Failure const& own)
         raiseFailureOf(lowest[0], all, own);
     if (lowest[1] != -lowest[2])
         raise<Exception::InvalidObjectState>(BOOST_CURRENT_FUNCTION,
-                                             "some ranks call step, and others close");
+                                             "some ranks make another collective call than others");
 }
 
 bool areAlike(Communicator const& all, std::uint64_t number)

@@ -15,7 +15,8 @@ enum class CollectiveCall : int
     Open = 1,
     Step = 2,
     Close = 3,
-    Abandon = 4
+    Abandon = 4,
+    Checkpoint = 5
 };
 
 /// Lets all ranks know whether one of them has failed. Collective; it takes no memory.

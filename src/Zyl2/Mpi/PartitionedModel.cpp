@@ -133,6 +133,9 @@ public:
     /// \param all ranks, each of which has got so far
     void open(Communicator all, std::string const& path);
     void step(CollectiveCall call);
+    bool checkpoint();
+    void fail(char const* sentence, int errorCode) noexcept;
+    double waitedSeconds() const { return model_ ? model_->waitedSeconds() : 0; }
     void close();
     void end() noexcept;
 
@@ -407,6 +410,25 @@ void PartitionedModel::Impl::readArray(CallDecoder& decoder)
     tree_->add(call, pieces);
 }
 
+bool PartitionedModel::Impl::checkpoint()
+{
+    step(CollectiveCall::Checkpoint);
+    int isOnDisk = 1;
+    tell(CollectiveCall::Checkpoint, [&] {
+        if (writes())
+            isOnDisk = model_->checkpoint() ? 1 : 0;
+    });
+    int areAllOnDisk = 0;
+    MPI_Allreduce(&isOnDisk, &areAllOnDisk, 1, MPI_INT, MPI_MIN, all_.get());
+    return areAllOnDisk != 0;
+}
+
+void PartitionedModel::Impl::fail(char const* sentence, int errorCode) noexcept
+{
+    if (!isOver_)
+        failure_.remember(errorCode, sentence);
+}
+
 void PartitionedModel::Impl::close()
 {
     if (isOver_)
@@ -593,6 +615,21 @@ void PartitionedModel::addView(std::string const* name, Mox2::DatasetType type,
 void PartitionedModel::step()
 {
     impl_->step(CollectiveCall::Step);
+}
+
+bool PartitionedModel::checkpoint()
+{
+    return impl_->checkpoint();
+}
+
+void PartitionedModel::fail(char const* sentence, int errorCode) noexcept
+{
+    impl_->fail(sentence, errorCode);
+}
+
+double PartitionedModel::waitedSeconds() const
+{
+    return impl_->waitedSeconds();
 }
 
 void PartitionedModel::close()

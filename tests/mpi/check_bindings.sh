@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Lets programs in other languages write the bar that the one in C++ writes, and compares the models; then lets one
+# of their ranks fail in several ways, and looks whether all of them end, and know why.
+#
+#   check_bindings.sh MOX HOST BAR... -- MPIRUN...
+#
+# Each BAR is a program, or an interpreter and a program in one word with a colon between.
+set -euo pipefail
+
+mox=$1 host=$2
+shift 2
+bars=()
+while [[ $1 != -- ]]; do
+    bars+=("$1")
+    shift
+done
+shift
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+
+fail()
+{
+    echo "$1" >&2
+    exit 1
+}
+
+# How rank 1 is refused something, and what all ranks say then.
+declare -A sentences=(
+    [width]="Rank 1: Invalid arguments: Displacement needs 3 columns, the array has 1"
+    [name]="Rank 1: Invalid arguments: the name is null"
+    [own]="Rank 1: the solver does not converge"
+    [path]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks"
+    [handle]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks")
+
+"$@" -np 4 "$host" cpp.moxs 2
+for bar in "${bars[@]}"; do
+    IFS=: read -ra program <<<"$bar"
+    "$@" -np 4 "${program[@]}" bar.moxs 2
+    "$mox" verify bar.moxs >/dev/null
+    "$mox" diff cpp.moxs bar.moxs || fail "$bar writes another model"
+    for fault in $("${program[@]}" faults); do
+        status=0
+        timeout 30 "$@" -np 4 "${program[@]}" bar.moxs 2 "$fault" >said 2>log || status=$?
+        [[ $status -ne 124 ]] || fail "$bar hangs after $fault"
+        # Rank 1 may tell what it was refused itself.
+        [[ $(grep -cxF "${sentences[$fault]}" said) -ge 3 ]] || fail "$bar says after $fault: $(cat said log)"
+        ! "$mox" verify bar.moxs >/dev/null 2>&1 || fail "the model of $bar is whole after $fault"
+        rm -f bar.moxs
+    done
+done

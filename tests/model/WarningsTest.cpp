@@ -102,6 +102,19 @@ TEST_F(Warnings, ArraysForWhatIsNoShape)
                     "get it"});
 }
 
+TEST_F(Warnings, ShapesInARowThatNest)
+{
+    model_.addNode(NodeType::Shape, "Plate");
+    EXPECT_EQ(warnings(), Texts{});
+    model_.addNode(NodeType::Shape, "Frame");
+    EXPECT_EQ(warnings(),
+              Texts{"The node \"Frame\" is added below node 3, the geometry of a shape: to stand "
+                    "beside that shape it needs the shape's group to be current"});
+    model_.setCurrentNodeId(root_);
+    model_.addNode(NodeType::Shape, "Lid");
+    EXPECT_EQ(warnings(), Texts{});
+}
+
 TEST(StandardErrorLog, PrintsWhatMattersEnough)
 {
     Zyl2::Log::StandardErrorLog warnings;

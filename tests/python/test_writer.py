@@ -614,3 +614,21 @@ with moxwriter.Model("") as model:
 def test_an_array_takes_no_more_than_its_block_and_what_compression_makes_of_it() -> None:
     # 96 MiB of doubles are a dataset of 48 MiB, which has a block of its own.
     assert int(_run(_LARGE).stdout) < 80 << 10
+
+
+_LOSSES = """
+import os, sys
+os.environ["MOXWRITER_WARNINGS"] = sys.argv[1]
+import numpy as np, moxwriter
+with moxwriter.Model("") as model:
+    root = model.add_node(moxwriter.NodeType.RootGroup, "R")
+    model.add_node(moxwriter.NodeType.Shape, "S")
+    model.add_array_property(moxwriter.DatasetType.NodeScalar, np.zeros(2), root, name="T")
+"""
+
+
+def test_who_runs_a_program_may_see_what_is_not_taken_as_it_is_given() -> None:
+    assert _run(_LOSSES, 1).stderr == (
+        'moxwriter: warning: Result10 "T" was given to node 1, which is no shape and does not get it\n'
+    )
+    assert _run(_LOSSES, 0).stderr == ""

@@ -95,15 +95,15 @@ public:
     virtual void operator+=(Record<char> const& record);
 };
 
-/// The log system that records go to: the silent one until a host sets another.
-/// \return the active one
+/// The log system that records go to: first the silent one; with MOXWRITER_WARNINGS=1 one that
+/// prints. \return the active one
 ZYL2_EXPORT LogSystem& activeLogSystem();
 
 /// Sends all further records of this process to `logSystem`. A record that another thread is just
 /// handing over still goes to the one that was active before.
 /// \param logSystem not owned, must live until another one is set and no thread is in a call of it
 ///                  any more, say because the threads that drive models were joined; null restores
-///                  the silent one
+///                  the first one
 /// \return the one that was active before; never null
 ZYL2_EXPORT LogSystem* setActiveLogSystem(LogSystem* logSystem);
 

@@ -1,6 +1,10 @@
 #include "Zyl2/Log/Statement.h"
 
+#include <Zyl2/Log/StandardErrorLog.h>
+
 #include <atomic>
+#include <cstdlib>
+#include <string_view>
 
 namespace Zyl2 {
 namespace Log {
@@ -19,27 +23,44 @@ std::atomic<LogSystem*>& installedLogSystem()
     return installed;
 }
 
-LogSystem& orSilent(LogSystem* logSystem)
+/// Hosts in C, Fortran and Python have no log systems; this shows their warnings, too. It is never
+/// destroyed: models may live until the process ends.
+LogSystem& standardErrorLog()
 {
-    return logSystem == nullptr ? silentLogSystem() : *logSystem;
+    static auto* const log = new StandardErrorLog;
+    return *log;
+}
+
+/// What is active as long as no host has set another.
+LogSystem& defaultLogSystem()
+{
+    static bool const isAskedFor = [] {
+        char const* const text = std::getenv("MOXWRITER_WARNINGS");
+        return text != nullptr && std::string_view(text) == "1";
+    }();
+    return isAskedFor ? standardErrorLog() : silentLogSystem();
+}
+
+LogSystem& orDefault(LogSystem* logSystem)
+{
+    return logSystem == nullptr ? defaultLogSystem() : *logSystem;
 }
 
 } // namespace
 
 bool hasLogSystem()
 {
-    LogSystem const* const logSystem = installedLogSystem().load(std::memory_order_acquire);
-    return logSystem != nullptr && logSystem != &silentLogSystem();
+    return &activeLogSystem() != &silentLogSystem();
 }
 
 LogSystem& activeLogSystem()
 {
-    return orSilent(installedLogSystem().load(std::memory_order_acquire));
+    return orDefault(installedLogSystem().load(std::memory_order_acquire));
 }
 
 LogSystem* setActiveLogSystem(LogSystem* logSystem)
 {
-    return &orSilent(installedLogSystem().exchange(logSystem, std::memory_order_acq_rel));
+    return &orDefault(installedLogSystem().exchange(logSystem, std::memory_order_acq_rel));
 }
 
 } // namespace Log

@@ -26,6 +26,16 @@ void assertCurrentNodeExists(Zyl2Mox::Tree& tree)
     static_cast<void>(tree.GetCurrentNode());
 }
 
+/// Who adds one shape after the other rarely means the second to be a part of the first one.
+void warnBelowGeometry(Zyl2Mox::Tree& tree, std::string const& name)
+{
+    if (dynamic_cast<Zyl2Mox::Geometry const*>(tree.GetCurrentNode().value) != nullptr)
+        Log::warn("Zyl2/Mox2/Adder/Node", BOOST_CURRENT_FUNCTION, __LINE__, "The node \"", name,
+                  "\" is added below node ", tree.GetCurrentId(),
+                  ", the geometry of a shape: to stand beside that shape it needs the shape's "
+                  "group to be current");
+}
+
 } // namespace
 
 Node::Node(NodeType type, std::string const& name, Attributes const& attributes)
@@ -74,6 +84,7 @@ void Node::addNonRootNode(Zyl2Mox::Tree& tree)
         auto group = std::make_unique<Zyl2Mox::Group>(
             name_, Helper::Attributes::moxAttributeList(attributes_));
         assertCurrentNodeExists(tree);
+        warnBelowGeometry(tree, name_);
         tree.AddNode(std::move(group));
         break;
     }
@@ -81,6 +92,7 @@ void Node::addNonRootNode(Zyl2Mox::Tree& tree)
         auto shape = std::make_unique<Zyl2Mox::Shape>(name_);
         auto geometry = std::make_unique<Zyl2Mox::Geometry>(name_);
         assertCurrentNodeExists(tree);
+        warnBelowGeometry(tree, name_);
         tree.AddNode(std::move(shape));
         tree.AddNode(std::move(geometry));
         break;

@@ -128,7 +128,7 @@ class PropertyType(enum.IntEnum):
 
     #: Group: 3 floats x, y, z.
     Translation = 0
-    #: Group: 4 floats, the axis x, y, z and the angle.
+    #: Group: 4 floats, the axis x, y, z and the angle in radians.
     Rotation = 1
     #: Group: 3 floats, factors along x, y, z.
     Scale = 2
@@ -376,9 +376,18 @@ def _invalid(detail: str) -> InvalidArguments:
     return InvalidArguments("Invalid arguments", detail)
 
 
+def _typed(value: object) -> str:
+    return "%r of the type %s" % (value, type(value).__name__)
+
+
 def _enumerator(value: SupportsIndex) -> int:
     """Any integer of 32 bits: which of them are enumerators is for the library to say."""
-    number = operator.index(value)
+    try:
+        number = operator.index(value)
+    except TypeError:
+        raise TypeError(
+            "an enumerator such as NodeType.Shape is wanted, not %s" % _typed(value)
+        ) from None
     if not -(1 << 31) <= number < 1 << 32:
         raise _invalid("%d is no enumerator" % number)
     return number
@@ -405,7 +414,10 @@ def _low_32_bits(value: int) -> int:
 
 
 def _id(value: SupportsIndex) -> int:
-    number = operator.index(value)
+    try:
+        number = operator.index(value)
+    except TypeError:
+        raise TypeError("an id is an integer, not %s" % _typed(value)) from None
     if not 0 <= number < 1 << 32:
         raise OutOfBounds("Out of bounds error", "no node has the id %d" % number)
     return number

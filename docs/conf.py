@@ -59,13 +59,21 @@ def as_paragraphs(app, what, name, obj, options, lines):
         starts_code = rows[0].startswith("    ")
         if starts_code and not is_code:
             marked += ["::", ""]
-        elif not starts_code and any(row.startswith(" ") for row in rows):
+        elif not starts_code and not rows[0].startswith(":") and any(row.startswith(" ") for row in rows):
             rows = ["| " + row for row in rows if row.strip()]
         is_code = starts_code
         marked += rows + [""]
     lines[:] = marked
 
 
+def without_types(app, what, name, obj, options, lines):
+    """What an enumerator is begins with no type, though there may be a colon in it."""
+    if what == "attribute":
+        lines.insert(0, "")
+
+
 def setup(app):
+    # Before napoleon looks for types.
+    app.connect("autodoc-process-docstring", without_types, priority=400)
     app.connect("autodoc-process-docstring", as_paragraphs)
     app.connect("source-read", without_links_that_lead_out)

@@ -136,7 +136,7 @@ enum
 {
     /// Group: 3 floats x, y, z.
     MOX_TRANSLATION = 0,
-    /// Group: 4 floats, the axis x, y, z and the angle.
+    /// Group: 4 floats, the axis x, y, z and the angle in radians.
     MOX_ROTATION = 1,
     /// Group: 3 floats, factors along x, y, z.
     MOX_SCALE = 2,

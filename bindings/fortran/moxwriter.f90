@@ -96,7 +96,7 @@ module moxwriter
 
   !> Types of properties, which one call applies in ascending order. Group: 3 reals x, y, z.
   integer, parameter, public :: MOX_TRANSLATION = 0
-  !> Group: 4 reals, the axis x, y, z and the angle.
+  !> Group: 4 reals, the axis x, y, z and the angle in radians.
   integer, parameter, public :: MOX_ROTATION = 1
   !> Group: 3 reals, factors along x, y, z.
   integer, parameter, public :: MOX_SCALE = 2

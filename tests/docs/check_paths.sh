@@ -6,7 +6,7 @@
 set -euo pipefail
 
 cd "$1"
-documents=(README.md CONTRIBUTING.md CHANGELOG.md docs/*.md)
+documents=(README.md CONTRIBUTING.md CHANGELOG.md docs/*.md docs/*/*.md)
 
 # Headings as the anchors that they get: lower case, without punctuation, blanks as hyphens.
 anchors()

@@ -52,7 +52,7 @@ ZYL2_EXPORT std::size_t nodesOf(ElementType type);
 ZYL2_EXPORT unsigned int dimensionOf(ElementType type);
 
 /// In which order a host has the nodes of an element. They differ where there are nodes between the
-/// corners, and in how wedges are turned; docs/model-layout.md draws them.
+/// corners, and in how wedges are turned; docs/guides/meshes.md draws them.
 enum class NodeOrder : unsigned int
 {
     /// That of the file: bottom edges, top edges, upright edges, then faces.
@@ -84,9 +84,7 @@ struct Elements
 {
     /// \param elementType  type of all of them
     /// \param elementNodes elements x nodes: the nodes of each element, integers
-    /// \param elementIds   elements x 1, above 0 and unique, integers; without them elements have
-    /// no
-    ///                     ids
+    /// \param elementIds   elements x 1, above 0 and unique, integers; without them they have none
     Elements(ElementType elementType, ArrayView const& elementNodes,
              ArrayView const& elementIds = ArrayView())
         : type(elementType), nodes(elementNodes), ids(elementIds)
@@ -105,7 +103,7 @@ struct Elements
 /// \param name       any bytes
 /// \param attributes of the group
 /// \return id of the new group
-/// \throws what `Model::setCurrentNodeId` and `Model::addNode` throw
+/// \throws Exception::Exception as `Model::setCurrentNodeId` and `Model::addNode` do
 ZYL2_EXPORT unsigned int addGroup(Model& model, unsigned int parent, std::string const& name,
                                   Attributes const& attributes = Model::emptyAttributes());
 
@@ -115,7 +113,7 @@ ZYL2_EXPORT unsigned int addGroup(Model& model, unsigned int parent, std::string
 /// \param parent id of a group
 /// \param name   any bytes
 /// \return id of the new shape, for `Model::setNodeData` and `Model::addArrayProperty`
-/// \throws what `Model::setCurrentNodeId` and `Model::addNode` throw
+/// \throws Exception::Exception as `Model::setCurrentNodeId` and `Model::addNode` do
 ZYL2_EXPORT unsigned int addShape(Model& model, unsigned int parent, std::string const& name);
 
 /// One shape with its mesh and the results on it, checked as they are added.
@@ -131,10 +129,10 @@ ZYL2_EXPORT unsigned int addShape(Model& model, unsigned int parent, std::string
 /// model.saveTo("beam.mox");
 /// unsigned int const root = model.addNode(NodeType::RootGroup, "Beam");
 /// Mesh steel(model, root, "Steel", NodeOrder::Abaqus, NodeNumbering::Ids);
-/// steel.setNodes(ArrayView::table(coordinates, 3), nodeIds);
-/// steel.setElements({Elements(ElementType::Hexahedron20, ArrayView::table(nodes, 20),
-/// elementIds)}); steel.addNodeResult("Displacement", ArrayView::table(displacement, 3), Step("Load
-/// 1")); steel.addElementResult("Stress", ArrayView::table(stress, 6), Step("Load 1"));
+/// steel.setNodes(coordinates, nodeIds); // a std::vector of std::array<double, 3>, and one of int
+/// steel.setElements({Elements(ElementType::Hexahedron20, nodes, elementIds)});
+/// steel.addNodeResult("Displacement", displacement, Step("1"));
+/// steel.addElementResult("Stress", stress, Step("1"));
 /// model.close();
 /// \endcode
 ///
@@ -149,7 +147,7 @@ public:
     /// \param name      of the shape
     /// \param order     in which order elements have their nodes
     /// \param numbering what the numbers of the connectivity are
-    /// \throws what `addShape` throws
+    /// \throws Exception::Exception as `addShape` does
     Mesh(Model& model, unsigned int parent, std::string const& name,
          NodeOrder order = NodeOrder::Model, NodeNumbering numbering = NodeNumbering::FromZero);
 
@@ -163,7 +161,7 @@ public:
     /// \param coordinates nodes x 3: x, y, z in the units of the model, floats or doubles
     /// \param ids         nodes x 1, above 0 and unique, integers; without them nodes have no ids
     /// \throws Exception::InvalidArguments default text, with a detail
-    /// \throws what `Model::addArrayProperty` throws
+    /// \throws Exception::Exception as `Model::addArrayProperty` does
     void setNodes(ArrayView const& coordinates, ArrayView const& ids = ArrayView());
 
     /// Writes the elements.
@@ -171,7 +169,7 @@ public:
     ///                 none have ids
     /// \pre nodes are set, elements are not
     /// \throws Exception::InvalidArguments default text, with a detail
-    /// \throws what `Model::addArrayProperty` throws
+    /// \throws Exception::Exception as `Model::addArrayProperty` does
     void setElements(std::vector<Elements> const& elements);
 
     /// Adds a result with one row for each node.
@@ -185,7 +183,7 @@ public:
     /// \param attributes of the dataset
     /// \pre nodes are set
     /// \throws Exception::InvalidArguments default text, with a detail
-    /// \throws what `Model::addArrayProperty` throws
+    /// \throws Exception::Exception as `Model::addArrayProperty` does
     void addNodeResult(std::string const& name, ArrayView const& values, Step const& step = Step(),
                        Attributes const& attributes = Model::emptyAttributes());
 
@@ -198,14 +196,16 @@ public:
     /// \param attributes as above
     /// \pre elements are set
     /// \throws Exception::InvalidArguments default text, with a detail
-    /// \throws what `Model::addArrayProperty` throws
+    /// \throws Exception::Exception as `Model::addArrayProperty` does
     void addElementResult(std::string const& name, ArrayView const& values,
                           Step const& step = Step(),
                           Attributes const& attributes = Model::emptyAttributes());
 
     /// Id of the shape, for `Model::setNodeData` and `Model::addArrayProperty`.
     unsigned int id() const noexcept { return id_; }
+    /// Number of nodes; 0 before they are set.
     std::size_t nodes() const noexcept { return nodes_; }
+    /// Number of elements; 0 before they are set.
     std::size_t elements() const noexcept { return elements_; }
 
 private:

@@ -146,7 +146,7 @@ public:
     /// Closes this model, then takes the other's file and all that was added over.
     /// \param other is empty afterwards, and may be saved anew
     /// \return this model
-    /// \throws what `close` throws; this model is then empty and `other` as it was
+    /// \throws Exception::Exception as `close` does; this model is then empty and `other` as it was
     // NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor): closes
     Model& operator=(Model&& other);
 
@@ -378,7 +378,7 @@ public:
     ///         whose nearest float is infinite, a negative integer, or one above 4294967295; its
     ///         row and column, counted from 0, are in the detail
     /// \throws Exception::InvalidArguments default text: rows, but a null pointer
-    /// \throws what the forms above throw
+    /// \throws Exception::Exception as the forms above do
     template <typename ValuesT, typename ComponentT, typename StepT>
     typename IfViews<ValuesT, ComponentT, StepT>::type
     addArrayProperty(DatasetType type, ValuesT const& values, ComponentT const& components,
@@ -396,7 +396,7 @@ public:
     /// \param components as above
     /// \param steps      as above
     /// \param attributes as above
-    /// \throws as above
+    /// \throws Exception::Exception as above
     template <typename ValuesT, typename ComponentT, typename StepT>
     typename IfViews<ValuesT, ComponentT, StepT>::type
     addArrayProperty(std::string const& name, DatasetType type, ValuesT const& values,
@@ -418,8 +418,8 @@ public:
     /// \pre open for writing
     /// \throws Exception::InvalidArguments default text: elements of another type; a piece of other
     ///         elements or columns than were announced, without rows, or of more than are missing
-    /// \throws what `values` throws, and the forms above. When a piece is missing, the place of
-    ///         the values is taken in the file, filled with zeros, and no dataset refers to it.
+    /// \throws Exception::Exception as above, and whatever `values` throws. When a piece is missing
+    ///         the place is taken in the file, filled with zeros, and no dataset refers to it.
     void addArrayPieces(DatasetType type, ArrayPieces& values, IdsView const& components,
                         StepList const& steps, Attributes const& attributes = emptyAttributes());
 
@@ -431,7 +431,7 @@ public:
     /// \param components as above
     /// \param steps      as above
     /// \param attributes as above
-    /// \throws as above
+    /// \throws Exception::Exception as above
     void addArrayPieces(std::string const& name, DatasetType type, ArrayPieces& values,
                         IdsView const& components, StepList const& steps,
                         Attributes const& attributes = emptyAttributes());

@@ -10,7 +10,7 @@ enum class PropertyType : unsigned int
 {
     /// Group: 3 floats x, y, z.
     Translation = 0,
-    /// Group: 4 floats, the axis x, y, z and the angle.
+    /// Group: 4 floats, the axis x, y, z and the angle in radians.
     Rotation = 1,
     /// Group: 3 floats, factors along x, y, z.
     Scale = 2,

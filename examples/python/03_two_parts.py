@@ -78,8 +78,9 @@ def add_cap(model: moxwriter.Model, group: int) -> None:
     cap = add_shape(model, group, "Cap")
     add_mesh(model, cap, CAP_NODES, TETRAHEDRA)
     add_results(model, cap, CAP_NODES, TETRAHEDRA)
-    material = {PropertyType.DiffuseColor: (0.8, 0.1, 0.1), PropertyType.Transparency: 0.25}
-    model.set_node_data(cap, material)
+    model.set_node_data(
+        cap, {PropertyType.DiffuseColor: (0.8, 0.1, 0.1), PropertyType.Transparency: 0.25}
+    )
 
 
 def main() -> None:

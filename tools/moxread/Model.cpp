@@ -172,7 +172,7 @@ void Model::expect(Variables const& variables)
     for (Variable const* variable : variables)
         positions.push_back(resolve(*variable).dataPosition);
     if (files_ != nullptr)
-        files_->expect(std::move(positions));
+        files_->expect(positions);
     else
         heavy_.expect(positions);
 }

@@ -67,20 +67,21 @@ Dataset PartitionFiles::readFromOpen(Variable const& stored, std::uint64_t posit
     return Dataset::decode(stored, open_->values.bytesAt(position));
 }
 
-void PartitionFiles::expect(std::vector<std::uint64_t> positions)
+void PartitionFiles::expect(std::vector<std::uint64_t> const& positions)
 {
-    expected_ = std::move(positions);
+    expected_.clear();
+    if (options_.threads != 0)
+        for (std::uint64_t const position : positions) {
+            std::size_t const file = fileOf(position);
+            expected_[file].push_back(position - starts_[file]);
+        }
     if (open_ != nullptr)
         expectInOpenFile();
 }
 
 void PartitionFiles::expectInOpenFile()
 {
-    std::vector<std::uint64_t> own;
-    for (std::uint64_t const position : expected_)
-        if (fileOf(position) == openFile_)
-            own.push_back(position - starts_[openFile_]);
-    open_->values.expect(own);
+    open_->values.expect(expected_[openFile_]);
 }
 
 void PartitionFiles::checkValues(ProgressVisitor const& tell) const

@@ -35,7 +35,7 @@ public:
     /// The values of a variable that is not linked.
     Dataset read(Variable const& stored);
     /// As `HeavyData::expect`.
-    void expect(std::vector<std::uint64_t> positions);
+    void expect(std::vector<std::uint64_t> const& positions);
     /// As `Model::checkValues`.
     void checkValues(ProgressVisitor const& tell) const;
 
@@ -73,8 +73,8 @@ private:
     std::uint64_t bytes_ = 0;
     std::unique_ptr<OpenFile> open_;
     std::size_t openFile_ = 0;
-    /// In all files.
-    std::vector<std::uint64_t> expected_;
+    /// By the number of the file, where they are in it. Empty without threads.
+    std::unordered_map<std::size_t, std::vector<std::uint64_t>> expected_;
 };
 
 } // namespace MoxRead

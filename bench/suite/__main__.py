@@ -73,6 +73,7 @@ def measure(options, programs, folder, publication, results):
             "command": results["command"],
             "revision": results["revision"],
             "date": results["date"],
+            "machine": results["machine"],
             "encoders": encoders,
             "quick": options.quick,
             "sizes": workload.sizes,
@@ -85,13 +86,13 @@ def measure(options, programs, folder, publication, results):
 def main():
     options = parse_options()
     root = Path(__file__).resolve().parents[2]
-    programs = builds.build(root, options.encoders, options.jobs)
+    programs = builds.build(root, options.encoders, options.jobs, "f" in options.only)
     whole = not options.quick and set(programs.encoders) == set(ENCODERS)
     publication = report.Publication.recorded(root) if whole else report.Publication.tried(root)
     with tempfile.TemporaryDirectory(prefix="moxwriter-bench-", dir=options.output) as folder:
         results = machine.describe(root, Path(folder))
         results["command"] = shlex.join(["bench/run", *sys.argv[1:]])
-        results["workloads"] = publication.workloads_of_same_machine(results)
+        results["workloads"] = publication.earlier_workloads()
         measure(options, programs, Path(folder), publication, results)
     rows = targets.rows(results["workloads"])
     print(report.plain_table(rows))

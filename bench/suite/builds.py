@@ -1,12 +1,15 @@
 """The build tree of what is measured."""
 
 import os
+import shutil
 import subprocess
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
 
 PEERS = ("hdf5", "vtk", "exodus")
+# The last revision whose library could have no threads, and had one encoder, zlib.
+BEFORE_THREADS = "230e24f"
 
 
 @dataclass
@@ -22,14 +25,20 @@ class Programs:
     limits: Path = None
     shuffle: Path = None
     bare_encoders: list = field(default_factory=list)
+    before: Path = None
+    """The program that drives the library as it was before there were threads."""
 
 
-def configure(root, tree):
+def run_cmake(root, tree):
     command = ["cmake", "-S", root, "-B", tree, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                "-DMOXWRITER_BUILD_BENCH=ON", "-DMOXWRITER_BUILD_TESTS=OFF",
                "-DMOXWRITER_BUILD_TOOLS=OFF", "-DMOXWRITER_BUILD_EXAMPLES=OFF",
                "-DMOXWRITER_BUILD_PYTHON=OFF"]
-    done = subprocess.run(command, capture_output=True, text=True)
+    return subprocess.run(command, capture_output=True, text=True)
+
+
+def configure(root, tree):
+    done = run_cmake(root, tree)
     if done.returncode != 0:
         sys.exit(done.stderr)
     # What is not installed.
@@ -37,11 +46,30 @@ def configure(root, tree):
           end="")
 
 
-def compile_all(tree, jobs):
-    command = ["cmake", "--build", tree, "--parallel", str(jobs or os.cpu_count())]
+def compile_all(tree, jobs, target="all"):
+    command = ["cmake", "--build", tree, "--parallel", str(jobs or os.cpu_count()), "-t", target]
     done = subprocess.run(command, stdout=subprocess.PIPE, text=True)
     if done.returncode != 0:
         sys.exit(done.stdout)
+
+
+def build_before(root, jobs):
+    """With the flags of today; nothing where the clone does not reach so far back."""
+    folder = root / "build" / "bench" / "before"
+    program = folder / "tree" / "bench" / "bench_moxwriter"
+    shutil.rmtree(folder / "source", ignore_errors=True)
+    (folder / "source").mkdir(parents=True)
+    archive = subprocess.run(["git", "archive", BEFORE_THREADS], cwd=root, capture_output=True)
+    if archive.returncode != 0:
+        print(f"Nothing is compared with revision {BEFORE_THREADS}, which this clone lacks",
+              file=sys.stderr)
+        return None
+    subprocess.run(["tar", "-x", "-C", folder / "source"], input=archive.stdout, check=True)
+    done = run_cmake(folder / "source", folder / "tree")
+    if done.returncode != 0:
+        sys.exit(done.stderr)
+    compile_all(folder / "tree", jobs, "bench_moxwriter")
+    return program
 
 
 def words_of_usage(program):
@@ -55,7 +83,7 @@ def found_encoders(tree):
     return line.partition("=")[2].split(", ")
 
 
-def build(root, encoders, jobs):
+def build(root, encoders, jobs, is_compared_with_before):
     tree = root / "build" / "bench" / "release"
     print("Building", flush=True)
     configure(root, tree)
@@ -70,7 +98,8 @@ def build(root, encoders, jobs):
         limits=folder / "bench_limits",
         shuffle=folder / "bench_shuffle",
         bare_encoders=[name for name in ("zlib", "libdeflate", "isal")
-                       if name in words_of_usage(folder / "bench_limits")])
+                       if name in words_of_usage(folder / "bench_limits")],
+        before=build_before(root, jobs) if is_compared_with_before else None)
     if not programs.encoders:
         sys.exit("Nothing to measure")
     for encoder in encoders:

@@ -58,13 +58,25 @@ def origins(workloads):
                      for (command, revision, date), keys in keys_of.items())
 
 
+def by_machine(workloads):
+    """Only what was measured on one machine can be compared."""
+    parts = {}
+    for key, entry in workloads.items():
+        parts.setdefault(tuple(entry["machine"].items()), {})[key] = entry
+    return parts
+
+
+def machine_section(machine, workloads):
+    lines = "\n".join(f"| {name} | {value} |" for name, value in machine)
+    return f"| Machine | |\n|---|---|\n{lines}\n\nMeasured there by\n\n{origins(workloads)}"
+
+
 def page_section(results, rows):
-    machine = "\n".join(f"| {name} | {value} |" for name, value in results["machine"].items())
     return "\n\n".join([
         BEGIN,
         "![Throughput, file sizes and times compared](performance.svg)",
-        f"| Machine | |\n|---|---|\n{machine}",
-        "Measured by\n\n" + origins(results["workloads"]),
+        *(machine_section(machine, workloads)
+          for machine, workloads in by_machine(results["workloads"]).items()),
         markdown_table(rows),
         summary(rows) + ".",
         END])
@@ -94,11 +106,10 @@ class Publication:
         return Publication(folder / "results.json", folder / "performance.svg",
                            folder / "performance.md", root / "bench/plot.py")
 
-    def workloads_of_same_machine(self, results):
+    def earlier_workloads(self):
         if not self.figures.exists():
             return {}
-        earlier = json.loads(self.figures.read_text())
-        return earlier["workloads"] if earlier["machine"] == results["machine"] else {}
+        return json.loads(self.figures.read_text())["workloads"]
 
     def save(self, results):
         self.figures.write_text(json.dumps(results, indent=1) + "\n")

@@ -4,7 +4,7 @@ import json
 import os
 import shutil
 import subprocess
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 from pathlib import Path
 from typing import Callable
 
@@ -18,7 +18,8 @@ KEYS = {
     "g": "a host that computes meanwhile",
     "h": "reading a transient result",
     "i": "reading one dataset of many",
-    "threads": "paths, small and several models, with threads and without",
+    "j": "paths and small models, with threads and without",
+    "threads": "several models at once, and memory, with threads",
     "shuffle": "sorting values into byte planes",
 }
 
@@ -29,11 +30,11 @@ SIZES = {
     "d": {"models": 1000, "edge": 10},
     "e": {"bytes": 256 << 20, "few": 10, "many": 40, "block_limit": None},
     "f": {"edge": 100, "steps": 20},
-    "g": {"edge": 100, "steps": 20},
+    "g": {"edge": 100, "steps": 8},
     "h": {"edge": 100, "steps": 20},
     "i": {"bytes": 4000000, "datasets": 500},
-    "threads": {"groups": 1000, "shapes": 1000, "models": 1000, "large_edge": 100, "large_steps": 4,
-                "bytes": 64 << 20},
+    "j": {"groups": 1000, "shapes": 1000, "models": 1000},
+    "threads": {"edge": 100, "steps": 4, "bytes": 64 << 20},
     "shuffle": {},
 }
 
@@ -48,12 +49,14 @@ QUICK_SIZES = {
     "g": {"edge": 40, "steps": 8},
     "h": {"edge": 40, "steps": 8},
     "i": {"bytes": 400000, "datasets": 50},
-    "threads": {"groups": 20, "shapes": 100, "models": 10, "large_edge": 40, "large_steps": 4,
-                "bytes": 24 << 20},
+    "j": {"groups": 20, "shapes": 100, "models": 10},
+    "threads": {"edge": 40, "steps": 4, "bytes": 24 << 20},
     "shuffle": {},
 }
 
 UNLIMITED = 1 << 30
+# The library as it was before models could have threads.
+BEFORE = "moxwriter before threads"
 # For what takes long and has no target.
 ONCE = 1
 # Of the workloads with threads: a model of a few hundred megabytes then has blocks for all cores.
@@ -220,6 +223,9 @@ def transient_in_threads(programs, encoders, sizes, folder):
 
     encoders = [encoder for encoder in encoders if encoder != "isal"]
     subjects = of_hdf5(programs, "HDF5", "transient", sizes)
+    if programs.before is not None:
+        subjects.append(Subject(BEFORE, command(programs.before, "transient", sizes),
+                                environment=with_threads(0, quick)))
     for encoder in encoders:
         for count in (0, 2):
             subjects.append(of_encoder(programs, encoder, "transient", sizes, f", {count} threads",
@@ -275,6 +281,10 @@ def reading_all(programs, inflaters, sizes, folder):
                          command(programs.read, "all",
                                  {**flags, "inflater": inflater, "model": model}))
                  for inflater in inflaters]
+    subjects += [Subject(f"bare {inflater}",
+                         command(programs.read, "inflate",
+                                 {**flags, "inflater": inflater, "model": model}))
+                 for inflater in inflaters]
     return Workload("h", sizes, subjects, prepare=prepare,
                     clean_up=lambda: shutil.rmtree(here))
 
@@ -292,33 +302,46 @@ def reading_one(programs, inflaters, sizes, folder):
         if "hdf5" in programs.peers:
             make(programs.peers["hdf5"], "large-results", sizes, here / "hdf5")
 
-    flags = {"bytes": sizes["bytes"], "step": sizes["datasets"] // 2}
+    # In the middle of a block of 16 MiB, which has five of them.
+    flags = {"bytes": sizes["bytes"], "step": sizes["datasets"] // 2 + 2}
     subjects = of_hdf5(programs, "HDF5", "read-one",
                        {**flags, "model": here / "hdf5" / "large.h5"})
-    subjects += [Subject(f"moxread {inflater}, {name}",
-                         command(programs.read, "one",
-                                 {**flags, "inflater": inflater,
-                                  "model": here / name / "large.mox"}))
-                 for inflater in inflaters for name in READ_BLOCK_SIZES]
+    for name in READ_BLOCK_SIZES:
+        model = {**flags, "model": here / name / "large.mox"}
+        for inflater in inflaters:
+            reading = {"inflater": inflater, **model}
+            subjects += [Subject(f"moxread {inflater}, {name}",
+                                 command(programs.read, "one", reading)),
+                         Subject(f"bare {inflater}, {name}",
+                                 command(programs.read, "inflate-one", reading))]
     return Workload("i", sizes, subjects, prepare=prepare,
                     clean_up=lambda: shutil.rmtree(here))
 
 
-def threads_elsewhere(programs, _encoders, sizes, _folder):
-    quick = is_quick("threads", sizes)
+def with_and_without_threads(programs, key, sizes, flags):
+    quick = is_quick(key, sizes)
+    return [of_encoder(programs, "zlib", workload, flags[workload], f", {workload}, {count} threads",
+                       with_threads(count, quick))
+            for workload in flags for count in (0, 2)]
+
+
+def small_things_in_threads(programs, _encoders, sizes, _folder):
     flags = {"paths": {"groups": sizes["groups"], "shapes": sizes["shapes"]},
-             "small-models": {"models": sizes["models"], "edge": 10},
-             "models-at-once": {"models": 4, "edge": sizes["large_edge"],
-                                "steps": sizes["large_steps"]}}
-    subjects = [of_encoder(programs, "zlib", workload, flags[workload],
-                           f", {workload}, {count} threads", with_threads(count, quick))
-                for workload in flags for count in (0, 2)]
+             "small-models": {"models": sizes["models"], "edge": 10}}
+    return Workload("j", sizes, with_and_without_threads(programs, "j", sizes, flags))
+
+
+def many_threads(programs, _encoders, sizes, _folder):
+    flags = {"models-at-once": {"models": 4, "edge": sizes["edge"], "steps": sizes["steps"]}}
+    subjects = with_and_without_threads(programs, "threads", sizes, flags)
     memory = {"bytes": sizes["bytes"], "datasets": 12}
     for count in (1, 2, 4):
         environment = {"MOXWRITER_THREADS": str(count),
                        "MOXWRITER_DEFAULT_BLOCK_SIZE": str(sizes["bytes"])}
-        subjects.append(of_encoder(programs, "zlib", "large-results", memory,
-                                   f", memory, {count} threads", environment))
+        # Memory does not vary between runs as time does.
+        subjects += [replace(of_encoder(programs, "zlib", "large-results", memory,
+                                        f", memory, {count} threads", environment),
+                             most_rounds=ONCE)]
     return Workload("threads", sizes, subjects)
 
 
@@ -345,7 +368,7 @@ def shuffling(programs, _encoders, sizes, folder):
 
 MAKERS = {"a": transient, "b": parts, "c": paths, "d": small_models, "e": large_results,
           "f": transient_in_threads, "g": computing_host,
-          "h": reading_all, "i": reading_one, "threads": threads_elsewhere,
+          "h": reading_all, "i": reading_one, "j": small_things_in_threads, "threads": many_threads,
           "shuffle": shuffling}
 
 

@@ -16,10 +16,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <future>
 #include <iterator>
 #include <random>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -167,6 +169,43 @@ TEST_F(CompressionThreadsTest, LeaveNoTraceInTheFile)
             }
         }
     }
+}
+
+TEST_F(CompressionThreadsTest, OfSeveralModelsAtOnceWorkWithSeveralEncoders)
+{
+    constexpr unsigned int seed = 3;
+    std::vector<std::future<void>> writing;
+    std::vector<std::string> written;
+    for (Encoder const encoder : RandomHost::encoders())
+        for (int const threads : {0, 2}) {
+            written.push_back(folder.File(std::to_string(written.size())));
+            writing.push_back(std::async(std::launch::async, [=, to = written.back()] {
+                RandomHost(seed).write(to, encoder, threads);
+            }));
+        }
+    for (std::future<void>& one : writing)
+        one.get();
+    std::size_t number = 0;
+    for (Encoder const encoder : RandomHost::encoders()) {
+        RandomHost(seed).write(path, encoder, 0);
+        std::string const expected = Support::withoutWritingRecord(path);
+        for (int repetition = 0; repetition < 2; ++repetition)
+            EXPECT_TRUE(Support::withoutWritingRecord(written[number++]) == expected);
+    }
+}
+
+TEST_F(CompressionThreadsTest, CompressWhatIsLeftWhenTheModelIsClosed)
+{
+    std::ptrdiff_t const before = threadCount();
+    constexpr std::uint64_t neverFull = std::uint64_t(1) << 30U;
+    ArrayByArray host(path, withThreads(2, neverFull));
+    host.add(500000);
+    EXPECT_EQ(threadCount(), before);
+    host.model.close();
+    // Nothing else is to be done than to wait for the only block.
+    EXPECT_GT(host.model.waitedSeconds(), 0.0);
+    EXPECT_TRUE(comesDownTo(before));
+    EXPECT_NO_THROW(MoxRead::verify(path));
 }
 
 TEST_F(CompressionThreadsTest, AreNotStartedUnlessTheyAreAskedFor)

@@ -34,7 +34,8 @@ autodoc_typehints = "signature"
 
 html_theme = "furo"
 html_title = f"moxwriter {release}"
-html_static_path: list = []
+html_static_path = ["_static"]
+html_css_files = ["site.css"]
 
 
 def without_links_that_lead_out(app, docname, source):

@@ -39,6 +39,7 @@ void addResults(Mesh& mesh, std::vector<Point> const& nodes)
         Step const step("Step " + std::to_string(number), attributes);
 
         std::vector<Point> displacement;
+        displacement.reserve(nodes.size());
         for (Point const& node : nodes)
             displacement.push_back({{0, 0, -0.01 * number * node[2]}});
         mesh.addNodeResult("Displacement", displacement, step);

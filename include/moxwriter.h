@@ -368,6 +368,7 @@ MOX_API mox_status mox_model_save_to_wide(mox_model* model, wchar_t const* path,
                                           mox_options const* options);
 
 /// Adds a node below the current node and makes it current; the first node becomes the root.
+/// Nodes that are to be siblings make their group current first: `mox_model_set_current_node_id`.
 ///
 /// \param model       open for writing
 /// \param type        a group or a shape; root groups for the first node only

@@ -388,6 +388,7 @@ contains
   end subroutine
 
   !> Adds a node below the current node and makes it current; the first node becomes the root.
+  !! Nodes that are to be siblings make their group current first: `set_current_node_id`.
   !!
   !! \param type       a group or a shape; root groups for the first node only
   !! \param name       of the node

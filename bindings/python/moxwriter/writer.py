@@ -633,6 +633,8 @@ class Model:
     ) -> int:
         """Adds a node below the current node and makes it current; the first node becomes the root.
 
+        Nodes that are to be siblings make their group current first: `set_current_node_id`.
+
         Args:
             type: a `NodeType`; `RootGroup` and `FlaggedRootGroup` for the root only.
             name: any text.

@@ -177,7 +177,7 @@ public:
     void saveTo(wchar_t const* path, SaverOptions const& options = SaverOptions());
 
     /// Adds a node below the current node and makes it current; the first node becomes the root.
-    ///
+    /// Nodes that are to be siblings make their group current first, or take `Zyl2/Mox2/Mesh.h`.
     /// \param type       a group or a shape; `RootGroup` and `FlaggedRootGroup` for the root only
     /// \param name       any bytes
     /// \param attributes stored on a group; shapes have none, theirs are dropped

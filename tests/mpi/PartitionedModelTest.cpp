@@ -332,8 +332,8 @@ TEST(PartitionedModelTest, WriterNeedsTwoBlocksAndAMessageOfEachSender)
         std::printf("writer: %zu bytes for %zu arrays of %zu bytes, bound %zu\n", used, senders,
                     arrayBytes, bound);
 #ifndef SANITIZED
-        // Sanitizers keep memory that was freed.
-        EXPECT_LT(used, bound + bound / 8);
+        // Besides, a process takes some for all else. Sanitizers keep memory that was freed.
+        EXPECT_LT(used, bound + (std::size_t{1} << 20U));
 #endif
         std::filesystem::remove_all(folder);
     }

@@ -64,6 +64,12 @@ MOX_API mox_status mox_partitioned_model_create(mox_model** model, MPI_Comm comm
                                                 size_t path_length, int ranks_per_file,
                                                 size_t message_bytes, mox_options const* options);
 
+/// The same for a communicator as Fortran, and other languages, have it.
+MOX_API mox_status mox_partitioned_model_create_f(mox_model** model, MPI_Fint comm,
+                                                  char const* path, size_t path_length,
+                                                  int ranks_per_file, size_t message_bytes,
+                                                  mox_options const* options);
+
 /// Takes what was added since the last collective call to the files. Collective. To be called after
 /// each step of the program, or more often, since a rank that doesn't write keeps what it adds
 /// until then. \param model of many ranks \return what a rank failed at; `MOX_INVALID_STATE`
@@ -72,9 +78,10 @@ MOX_API mox_status mox_model_step(mox_model* model);
 
 /// Lets the next collective call fail on all ranks, for a program that can't go on for reasons of
 /// its own, and closes or destroys the model next. Does not wait for other ranks. \param model of
-/// many ranks; of another model nothing is changed \param sentence what was wrong; terminated text,
-/// of which at most 1023 bytes are told \return `MOX_INVALID_ARGUMENTS` `sentence` is null
-MOX_API mox_status mox_model_fail(mox_model* model, char const* sentence);
+/// many ranks; of another model nothing is changed \param status   what that call is to return;
+/// `MOX_UNKNOWN` for what is none of the kinds \param sentence what was wrong; terminated text, of
+/// which at most 1023 bytes are told \return `MOX_INVALID_ARGUMENTS` `sentence` is null
+MOX_API mox_status mox_model_fail(mox_model* model, mox_status status, char const* sentence);
 
 #ifdef __cplusplus
 }

@@ -349,3 +349,14 @@ mox_status mox_model_waited_seconds(mox_model* model, double* seconds)
             *seconds = content.waitedSeconds();
     });
 }
+
+// Declared where it is of use: in moxwriter_mpi.h, which needs MPI.
+extern "C" MOX_API mox_status mox_model_fail(mox_model* model, mox_status status,
+                                             char const* sentence)
+{
+    return callOf(model, [=](ModelCalls& content) {
+        if (sentence == nullptr)
+            refuse("the sentence is null");
+        content.fail(sentence, status);
+    });
+}

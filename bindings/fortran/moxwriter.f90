@@ -35,7 +35,7 @@
 module moxwriter
 
   use, intrinsic :: iso_c_binding, only: c_associated, c_char, c_f_pointer, c_int, c_int8_t, c_intptr_t, c_loc, &
-                                         c_null_ptr, c_ptr, c_size_t
+                                         c_null_char, c_null_ptr, c_ptr, c_size_t
   use, intrinsic :: iso_fortran_env, only: error_unit, int32, int64, real32, real64
   use moxwriter_c
 
@@ -259,6 +259,25 @@ module moxwriter
     final :: release_model
   end type
 
+  ! For modules that extend `mox_model`: its handle, and how its procedures begin and end.
+
+  public :: mox_handle, mox_give_handle, mox_length_of, mox_make_options, mox_start_of, mox_tell, mox_tell_of
+  interface mox_length_of
+    module procedure length_of
+  end interface
+  interface mox_make_options
+    module procedure make_options
+  end interface
+  interface mox_start_of
+    module procedure start_of
+  end interface
+  interface mox_tell
+    module procedure tell
+  end interface
+  interface mox_tell_of
+    module procedure tell_of
+  end interface
+
   !> Texts as C takes them, which have to stay where they are, and what belongs to each of them.
   type :: text_list
     type(c_ptr), allocatable :: addresses(:)
@@ -480,7 +499,7 @@ contains
 
     id = 0
     if (.not. is_made(this, stat, errmsg)) return
-    if (is_listed(names, list, stat, errmsg)) &
+    if (is_listed(this, names, list, stat, errmsg)) &
       call tell_of(this, c_model_get_node_id_by_names(this%handle, list%addresses, list%lengths, &
                                                       size(names, kind=c_size_t), id), stat, errmsg)
   end subroutine
@@ -541,9 +560,9 @@ contains
     type(text_list) :: list
 
     if (present(ids)) ids = 0
-    if (.not. has_room(ids, size(paths), stat, errmsg)) return
+    if (.not. has_room(this, ids, size(paths), stat, errmsg)) return
     if (.not. is_made(this, stat, errmsg)) return
-    if (.not. is_listed(paths, list, stat, errmsg)) return
+    if (.not. is_listed(this, paths, list, stat, errmsg)) return
     call tell_of(this, c_model_add_components(this%handle, list%addresses, list%lengths, &
                                               size(paths, kind=c_size_t), start_if(separator), &
                                               length_if(separator), list%ids), stat, errmsg)
@@ -577,12 +596,13 @@ contains
     found = 0
     if (present(ids)) ids = 0
     if (present(id_count)) id_count = 0
-    if (.not. has_room(ids, size(paths), stat, errmsg)) return
+    if (.not. has_room(this, ids, size(paths), stat, errmsg)) return
     if (.not. is_made(this, stat, errmsg)) return
-    if (.not. is_listed(paths, list, stat, errmsg)) return
+    if (.not. is_listed(this, paths, list, stat, errmsg)) return
     if (present(attributes)) then
       if (size(attributes) /= size(paths)) then
-        call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: attributes and paths differ in number", stat, errmsg)
+        call refuse_of(this, MOX_INVALID_ARGUMENTS, "Invalid arguments: attributes and paths differ in number", stat, &
+                       errmsg)
         return
       end if
       list%attributes = attributes%handle
@@ -1047,7 +1067,7 @@ contains
     integer(c_int) :: status
 
     if (present(steps) .and. (present(step) .or. present(step_attributes))) then
-      call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: steps, and another step beside them", stat, errmsg)
+      call refuse_of(this, MOX_INVALID_ARGUMENTS, "Invalid arguments: steps, and another step beside them", stat, errmsg)
       return
     end if
     if (.not. is_made(this, stat, errmsg)) return
@@ -1057,6 +1077,7 @@ contains
       if (c_associated(steps%handle)) given = steps%handle
     end if
     if (status /= MOX_OK) then
+      call fail_for(this, status, c_last_error())
       call tell(status, c_last_error(), stat, errmsg)
     else
       call tell_of(this, c_model_add_array(this%handle, start_if(name), length_if(name), type, view, ids, &
@@ -1129,7 +1150,8 @@ contains
   end function
 
   !> Lists texts as C takes them.
-  function is_listed(texts, list, stat, errmsg)
+  function is_listed(model, texts, list, stat, errmsg)
+    class(mox_model), intent(in) :: model
     character(*), intent(in), target :: texts(:)
     type(text_list), intent(inout) :: list
     integer, intent(out), optional :: stat
@@ -1143,6 +1165,7 @@ contains
               list%ids(size(texts)), stat=lack)
     is_listed = lack == 0
     if (.not. is_listed) then
+      call fail_for(model, MOX_MEMORY, c_status_text(MOX_MEMORY))
       call tell(MOX_MEMORY, c_status_text(MOX_MEMORY), stat, errmsg)
       return
     end if
@@ -1232,7 +1255,38 @@ contains
     end if
   end subroutine
 
-  function has_room(ids, count, stat, errmsg)
+  !> The same for those of a call of a model.
+  subroutine refuse_of(model, status, sentence, stat, errmsg)
+    class(mox_model), intent(in) :: model
+    integer, intent(in) :: status
+    character(*), intent(in) :: sentence
+    integer, intent(out), optional :: stat
+    character(*), intent(inout), optional :: errmsg
+
+    character(kind=c_char), target :: terminated(len(sentence) + 1)
+    integer :: index
+
+    do index = 1, len(sentence)
+      terminated(index) = sentence(index:index)
+    end do
+    terminated(size(terminated)) = c_null_char
+    call fail_for(model, status, c_loc(terminated))
+    call refuse(status, sentence, stat, errmsg)
+  end subroutine
+
+  !> Where many ranks hold the model, each of them learns of what one was refused, even if C does not see it.
+  subroutine fail_for(model, reason, sentence)
+    class(mox_model), intent(in) :: model
+    integer, intent(in) :: reason
+    type(c_ptr), intent(in) :: sentence
+
+    integer(c_int) :: status
+
+    if (c_associated(model%handle)) status = c_model_fail(model%handle, reason, sentence)
+  end subroutine
+
+  function has_room(model, ids, count, stat, errmsg)
+    class(mox_model), intent(in) :: model
     integer(int32), intent(in), optional :: ids(:)
     integer, intent(in) :: count
     integer, intent(out), optional :: stat
@@ -1242,10 +1296,27 @@ contains
     has_room = .true.
     if (present(ids)) has_room = size(ids) >= count
     if (.not. has_room) &
-      call refuse(MOX_INVALID_ARGUMENTS, "Invalid arguments: there are more paths than room for ids", stat, errmsg)
+      call refuse_of(model, MOX_INVALID_ARGUMENTS, "Invalid arguments: there are more paths than room for ids", stat, &
+                     errmsg)
   end function
 
   ! -------------------------------------------------------------------------------------------------------------- Handles
+
+  function mox_handle(model) result(handle)
+    class(mox_model), intent(in) :: model
+    type(c_ptr) :: handle
+
+    handle = model%handle
+  end function
+
+  !> Ends the handle that the model has had.
+  subroutine mox_give_handle(model, handle)
+    class(mox_model), intent(inout) :: model
+    type(c_ptr), intent(in) :: handle
+
+    call discard_model(model%handle)
+    model%handle = handle
+  end subroutine
 
   function make_model(model) result(status)
     class(mox_model), intent(inout) :: model

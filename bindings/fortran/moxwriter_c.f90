@@ -76,6 +76,14 @@ module moxwriter_c
       type(c_ptr) :: text
     end function
 
+    !> Of models that many ranks hold; nothing for others.
+    function c_model_fail(model, reason, sentence) result(status) bind(c, name="mox_model_fail")
+      import :: c_int, c_ptr
+      type(c_ptr), value :: model, sentence
+      integer(c_int), value :: reason
+      integer(c_int) :: status
+    end function
+
     function c_model_save_to(model, path, path_length, options) result(status) bind(c, name="mox_model_save_to")
       import :: c_int, c_ptr, c_size_t
       type(c_ptr), value :: model, path, options

@@ -23,8 +23,10 @@ cmake --build "$library"
 rm -rf "$prefix" "$host"
 cmake --install "$library" --prefix "$prefix"
 
+with_mpi=OFF
+[[ -z $(find "$prefix" -name moxwriterFortranMpiTargets.cmake) ]] || with_mpi=ON
 cmake -S "$source/tests/host/project_fortran" -B "$host" -G "$generator" -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_PREFIX_PATH="$prefix"
+    -DCMAKE_PREFIX_PATH="$prefix" -DWITH_MPI=$with_mpi
 cmake --build "$host"
 ctest --test-dir "$host" --output-on-failure --no-tests=error
 

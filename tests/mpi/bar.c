@@ -129,7 +129,7 @@ static mox_status write_bar(mox_model* model)
     if (meets("name"))
         return mox_model_add_node(model, MOX_GROUP, NULL, 0, NULL, NULL);
     if (meets("own"))
-        return mox_model_fail(model, "the solver does not converge");
+        return mox_model_fail(model, MOX_UNKNOWN, "the solver does not converge");
     for (number = 1; number <= steps && status == MOX_OK; ++number) {
         for (row = 0; row < nodes; ++row) {
             double const node = (double)(first + row);

@@ -28,6 +28,7 @@ fail()
 # How rank 1 is refused something, and what all ranks say then.
 declare -A sentences=(
     [width]="Rank 1: Invalid arguments: Displacement needs 3 columns, the array has 1"
+    [steps]="Rank 1: Invalid arguments: steps, and another step beside them"
     [name]="Rank 1: Invalid arguments: the name is null"
     [own]="Rank 1: the solver does not converge"
     [path]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks"

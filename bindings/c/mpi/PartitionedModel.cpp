@@ -54,20 +54,16 @@ mox_status mox_partitioned_model_create(mox_model** model, MPI_Comm comm, char c
     return Zyl2::C::createModel(model, path, path_length, options, maker);
 }
 
+mox_status mox_partitioned_model_create_f(mox_model** model, MPI_Fint comm, char const* path,
+                                          size_t path_length, int ranks_per_file,
+                                          size_t message_bytes, mox_options const* options)
+{
+    return mox_partitioned_model_create(model, MPI_Comm_f2c(comm), path, path_length,
+                                        ranks_per_file, message_bytes, options);
+}
+
 mox_status mox_model_step(mox_model* model)
 {
     return Zyl2::C::callModel(
         model, [](ModelCalls& called, void* /*context*/) { called.step(); }, nullptr);
-}
-
-mox_status mox_model_fail(mox_model* model, char const* sentence)
-{
-    return Zyl2::C::callModel(
-        model,
-        [](ModelCalls& called, void* context) {
-            if (context == nullptr)
-                Bindings::refuse<Zyl2::Exception::InvalidArguments>("the sentence is null");
-            called.fail(static_cast<char const*>(context), MOX_UNKNOWN);
-        },
-        const_cast<char*>(sentence));
 }

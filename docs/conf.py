@@ -28,7 +28,7 @@ cpp_id_attributes = ["ZYL2_EXPORT"]
 c_id_attributes = ["MOX_API"]
 
 # The extension module need not be built for its documentation.
-autodoc_mock_imports = ["moxwriter._writer"]
+autodoc_mock_imports = ["moxwriter._mpi", "moxwriter._writer"]
 autodoc_member_order = "bysource"
 autodoc_typehints = "signature"
 

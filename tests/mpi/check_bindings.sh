@@ -31,6 +31,9 @@ declare -A sentences=(
     [steps]="Rank 1: Invalid arguments: steps, and another step beside them"
     [name]="Rank 1: Invalid arguments: the name is null"
     [own]="Rank 1: the solver does not converge"
+    [type]="Rank 1: TypeError: a name, path or text is str or bytes, not int"
+    [block]="Rank 1: ArithmeticError: the time step is 0"
+    [options]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks"
     [path]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks"
     [handle]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks")
 

@@ -4,6 +4,8 @@ from typing import List, Sequence, Tuple, Union
 
 # Texts are bytes. Of attributes and properties, the type in Python says which one the library gets.
 _Attributes = Sequence[Tuple[bytes, Union[bytes, bool, int, float]]]
+# Whether to overwrite, three texts, the encoder, threads, size of blocks, whether to be recoverable.
+_Options = Tuple[bool, bytes, bytes, bytes, int, int, int, int]
 _Properties = Sequence[Tuple[int, Union[bytes, bool, int, float, List[int], List[float]]]]
 
 def version() -> str: ...
@@ -15,18 +17,7 @@ def view(values: object) -> Tuple[int, int, int, int, int, int]:
     """
 
 class Model:
-    def save_to(
-        self,
-        path: bytes,
-        overwrite: bool,
-        text1: bytes,
-        text2: bytes,
-        text3: bytes,
-        encoder: int,
-        threads: int,
-        block_size: int,
-        recoverable: int,
-    ) -> None: ...
+    def save_to(self, path: bytes, options: _Options) -> None: ...
     def add_node(self, type: int, name: bytes, attributes: _Attributes) -> int: ...
     def set_node_data(self, id: int, properties: _Properties, attributes: _Attributes) -> None: ...
     def get_node_id(self, path: bytes, separator: bytes) -> int: ...

@@ -409,6 +409,28 @@ def _size(value: SupportsIndex) -> int:
     return number
 
 
+def _options(
+    overwrite: bool,
+    text1: Text,
+    text2: Text,
+    text3: Text,
+    encoder: SupportsIndex,
+    threads: Optional[SupportsIndex],
+    block_size: Optional[SupportsIndex],
+    recoverable: Optional[bool],
+) -> Tuple[bool, bytes, bytes, bytes, int, int, int, int]:
+    return (
+        bool(overwrite),
+        _bytes(text1),
+        _bytes(text2),
+        _bytes(text3),
+        _signed(encoder),
+        -1 if threads is None else _signed(threads),
+        0 if block_size is None else _size(block_size),
+        -1 if recoverable is None else int(bool(recoverable)),
+    )
+
+
 def _low_32_bits(value: int) -> int:
     return (value + (1 << 31) & 0xFFFFFFFF) - (1 << 31)
 
@@ -616,14 +638,7 @@ class Model:
         raw = _path(path)
         self._model.save_to(
             raw,
-            bool(overwrite),
-            _bytes(text1),
-            _bytes(text2),
-            _bytes(text3),
-            _signed(encoder),
-            -1 if threads is None else _signed(threads),
-            0 if block_size is None else _size(block_size),
-            -1 if recoverable is None else int(bool(recoverable)),
+            _options(overwrite, text1, text2, text3, encoder, threads, block_size, recoverable),
         )
         self._is_open = True
         self._name = os.fsdecode(raw) or "model"

@@ -1,6 +1,6 @@
 #include "BufferView.h"
 
-#include "Refusal.h"
+#include "model/Refusal.h"
 
 #include <cstring>
 #include <string>
@@ -50,7 +50,7 @@ std::string elementName(PyObject* values, char const* format)
 
 [[noreturn]] void refuseValues(std::string const& detail)
 {
-    refuse<Zyl2::Exception::InvalidArguments>(detail);
+    Bindings::refuse<Zyl2::Exception::InvalidArguments>(detail);
 }
 
 [[noreturn]] void refuseElements(PyObject* values, char const* format)

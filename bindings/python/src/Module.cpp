@@ -1,8 +1,9 @@
 #include "BufferView.h"
+#include "Failures.h"
+#include "Options.h"
 #include "SharedModel.h"
+#include "model/FileCalls.h"
 
-#include <Zyl2/Exception/Exception.h>
-#include <Zyl2/Mox2/Model.h>
 #include <Zyl2/Version.h>
 
 #include <pybind11/pybind11.h>
@@ -10,9 +11,7 @@
 
 #include <cstdint>
 #include <map>
-#include <new>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -24,6 +23,7 @@ namespace {
 
 namespace py = pybind11;
 using namespace Zyl2::Mox2;
+using Bindings::ModelCalls;
 
 using Text = std::string;
 using Entries = std::vector<std::pair<Text, py::object>>;
@@ -91,25 +91,14 @@ std::vector<unsigned int> listOf(Array1d<unsigned int> const& ids)
     return std::vector<unsigned int>(ids.data(), ids.data() + ids.size());
 }
 
-void saveTo(SharedModel& model, Text const& path, bool overwrite, Text const& text1,
-            Text const& text2, Text const& text3, int encoder, int threads, std::uint64_t blockSize,
-            int recoverable)
+void saveTo(SharedModel& model, Text const& path, Options const& options)
 {
-    SaverOptions options;
-    options.overwrite = overwrite;
-    options.text1 = text1;
-    options.text2 = text2;
-    options.text3 = text3;
-    options.encoder = static_cast<Encoder>(encoder);
-    options.threads = threads;
-    options.blockSize = blockSize;
-    options.recoverable = recoverable;
-    model.write([&](Model& open) { open.saveTo(path, options); });
+    model.write([&](ModelCalls& open) { open.saveTo(path, saverOptionsOf(options)); });
 }
 
 unsigned int addNode(SharedModel& model, int type, Text const& name, Entries const& attributes)
 {
-    return model.run([&](Model& open) {
+    return model.run([&](ModelCalls& open) {
         return open.addNode(static_cast<NodeType>(type), name, attributesOf(attributes));
     });
 }
@@ -117,7 +106,7 @@ unsigned int addNode(SharedModel& model, int type, Text const& name, Entries con
 void setNodeData(SharedModel& model, unsigned int id, PropertyEntries const& properties,
                  Entries const& attributes)
 {
-    model.run([&](Model& open) {
+    model.run([&](ModelCalls& open) {
         open.setNodeData(id, propertiesOf(properties), attributesOf(attributes));
     });
 }
@@ -126,7 +115,7 @@ std::vector<unsigned int> addComponents(SharedModel& model, std::vector<Text> co
                                         Text const& separator)
 {
     return model.run(
-        [&](Model& open) { return listOf(open.addAssemblyComponents(paths, separator)); });
+        [&](ModelCalls& open) { return listOf(open.addAssemblyComponents(paths, separator)); });
 }
 
 std::vector<unsigned int> addComponentsWithAttributes(SharedModel& model, NamedEntries const& paths,
@@ -135,8 +124,9 @@ std::vector<unsigned int> addComponentsWithAttributes(SharedModel& model, NamedE
     std::map<Text, Attributes> components;
     for (auto const& path : paths)
         components[path.first] = attributesOf(path.second);
-    return model.run(
-        [&](Model& open) { return listOf(open.addAssemblyComponents(components, separator)); });
+    return model.run([&](ModelCalls& open) {
+        return listOf(open.addAssemblyComponents(components, separator));
+    });
 }
 
 void addArrayProperty(SharedModel& model, std::optional<Text> const& name, unsigned int type,
@@ -147,11 +137,9 @@ void addArrayProperty(SharedModel& model, std::optional<Text> const& name, unsig
     StepList const stepList = stepsOf(steps);
     Attributes const given = attributesOf(attributes);
     auto const datasetType = static_cast<DatasetType>(type);
-    model.write([&](Model& open) {
-        if (name)
-            open.addArrayProperty(*name, datasetType, buffer.view(), components, stepList, given);
-        else
-            open.addArrayProperty(datasetType, buffer.view(), components, stepList, given);
+    model.write([&](ModelCalls& open) {
+        open.addArray(name ? &*name : nullptr, datasetType, buffer.view(), components, stepList,
+                      given);
     });
 }
 
@@ -167,43 +155,14 @@ describe(py::handle values)
             view.columnStride()};
 }
 
-/// Sets Python's error: which class stands for a kind is known where these are defined.
-void setError(int code, char const* text, char const* detail)
-{
-    py::object const failure = py::module_::import("moxwriter.writer")
-                                   .attr("failure")(code, py::bytes(text), py::bytes(detail));
-    PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(failure.ptr())), failure.ptr());
-}
-
-void setErrorOfMemory()
-{
-    Zyl2::Exception::MemoryAllocationException const lack;
-    setError(lack.errorCode(), lack.what(), "");
-}
-
-void translate(std::exception_ptr failure)
-{
-    try {
-        std::rethrow_exception(std::move(failure));
-    } catch (Zyl2::Exception::Exception const& known) {
-        setError(known.errorCode(), known.what(), Zyl2::Exception::detail(known));
-    } catch (std::out_of_range const& outside) {
-        setError(Zyl2::Exception::OutOfBounds().errorCode(), outside.what(), "");
-    } catch (std::bad_alloc const&) {
-        setErrorOfMemory();
-    } catch (std::length_error const&) {
-        setErrorOfMemory();
-    }
-}
-
 } // namespace
 
 } // namespace Python
 
 PYBIND11_MODULE(_writer, module)
 {
+    using Bindings::ModelCalls;
     using Python::SharedModel;
-    using Zyl2::Mox2::Model;
     using Text = Python::Text;
 
     pybind11::register_local_exception_translator(Python::translate);
@@ -212,25 +171,27 @@ PYBIND11_MODULE(_writer, module)
     module.def("view", Python::describe);
 
     pybind11::class_<SharedModel>(module, "Model")
-        .def(pybind11::init<>())
+        .def(pybind11::init(
+            [] { return std::make_unique<SharedModel>(std::make_unique<Bindings::FileCalls>()); }))
         .def("save_to", Python::saveTo)
         .def("add_node", Python::addNode)
         .def("set_node_data", Python::setNodeData)
         .def("get_node_id",
              [](SharedModel& model, Text const& path, Text const& separator) {
-                 return model.run([&](Model& open) { return open.getNodeId(path, separator); });
+                 return model.run(
+                     [&](ModelCalls& open) { return open.getNodeId(path, separator); });
              })
         .def("get_node_id_of_names",
              [](SharedModel& model, std::vector<Text> const& names) {
-                 return model.run([&](Model& open) { return open.getNodeId(names); });
+                 return model.run([&](ModelCalls& open) { return open.getNodeId(names); });
              })
         .def("set_current_node_id",
              [](SharedModel& model, unsigned int id) {
-                 model.run([&](Model& open) { open.setCurrentNodeId(id); });
+                 model.run([&](ModelCalls& open) { open.setCurrentNodeId(id); });
              })
         .def("move_to_parent_node",
              [](SharedModel& model) {
-                 return model.run([](Model& open) { return open.moveToParentNode(); });
+                 return model.run([](ModelCalls& open) { return open.moveToParentNode(); });
              })
         .def("add_components", Python::addComponents)
         .def("add_components_with_attributes", Python::addComponentsWithAttributes)
@@ -238,12 +199,13 @@ PYBIND11_MODULE(_writer, module)
         .def("checkpoint",
              [](SharedModel& model) {
                  bool isOnDisk = false;
-                 model.write([&](Model& open) { isOnDisk = open.checkpoint(); });
+                 model.write([&](ModelCalls& open) { isOnDisk = open.checkpoint(); });
                  return isOnDisk;
              })
         .def("waited_seconds",
              [](SharedModel& model) {
-                 return model.run([](Model const& open) { return open.waitedSeconds(); });
+                 return model.run([](ModelCalls const& open) { return open.waitedSeconds(); });
              })
-        .def("close", [](SharedModel& model) { model.write([](Model& open) { open.close(); }); });
+        .def("close",
+             [](SharedModel& model) { model.write([](ModelCalls& open) { open.close(); }); });
 }

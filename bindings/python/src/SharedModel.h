@@ -1,13 +1,14 @@
 #ifndef BINDINGS_PYTHON_SHAREDMODEL_H
 #define BINDINGS_PYTHON_SHAREDMODEL_H
 
-#include "Refusal.h"
+#include "model/ModelCalls.h"
+#include "model/Refusal.h"
 
 #include <pybind11/pybind11.h>
 
-#include <Zyl2/Mox2/Model.h>
-
 #include <exception>
+#include <memory>
+#include <utility>
 
 namespace Python {
 
@@ -16,7 +17,7 @@ namespace Python {
 class SharedModel
 {
 public:
-    SharedModel() = default;
+    explicit SharedModel(std::unique_ptr<Bindings::ModelCalls> model) : model_(std::move(model)) {}
     SharedModel(SharedModel const&) = delete;
     SharedModel& operator=(SharedModel const&) = delete;
 
@@ -25,7 +26,7 @@ public:
     ~SharedModel()
     {
         try {
-            model_.close();
+            model_->close();
         } catch (std::exception const&) {
             // The file is incomplete, and its reader says so.
         }
@@ -35,10 +36,10 @@ public:
     /// \param call is given the model
     /// \throws Zyl2::Exception::InvalidObjectState another thread is writing
     template <typename CallT>
-    auto run(CallT const& call) -> decltype(call(std::declval<Zyl2::Mox2::Model&>()))
+    auto run(CallT const& call) -> decltype(call(std::declval<Bindings::ModelCalls&>()))
     {
         Turn const turn(isBusy_);
-        return call(model_);
+        return call(*model_);
     }
 
     /// Runs what writes, while other threads of Python go on. `call` must not touch their objects.
@@ -49,7 +50,7 @@ public:
     {
         Turn const turn(isBusy_);
         pybind11::gil_scoped_release const released;
-        call(model_);
+        call(*model_);
     }
 
 private:
@@ -60,7 +61,7 @@ private:
         explicit Turn(bool& isBusy) : isBusy_(isBusy)
         {
             if (isBusy)
-                refuse<Zyl2::Exception::InvalidObjectState>(
+                Bindings::refuse<Zyl2::Exception::InvalidObjectState>(
                     "another thread is just writing into the model");
             isBusy = true;
         }
@@ -72,7 +73,7 @@ private:
         bool& isBusy_;
     };
 
-    Zyl2::Mox2::Model model_;
+    std::unique_ptr<Bindings::ModelCalls> model_;
     bool isBusy_ = false;
 };
 

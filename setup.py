@@ -2,6 +2,7 @@
 
 import os
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -32,6 +33,7 @@ class BuildByCMake(build_ext):
             "MOXWRITER_PYTHON": sys.executable,
         }
         settings = ["-D%s=%s" % option for option in options.items()]
+        settings += shlex.split(os.environ.get("CMAKE_ARGS", ""))
         if shutil.which("ninja"):
             settings.append("-GNinja")
         subprocess.run(["cmake", "-S", ROOT, "-B", folder, *settings], check=True)

@@ -60,8 +60,13 @@ function(moxwriter_target_checks target)
     endif()
 endfunction()
 
-# Installs cmake/NAME.pc.in, as a file that finds its prefix by where it lies.
+# Installs cmake/NAME.pc.in, as a file that finds its prefix by where it lies. What a static library stands on
+# is told with --static, and in any case where there is no other library.
 function(moxwriter_install_pkg_config name)
+    set(private_libraries " ${MOXWRITER_PRIVATE_LIBRARIES}")
+    if(BUILD_SHARED_LIBS)
+        set(private_libraries "\nLibs.private:${private_libraries}")
+    endif()
     set(folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
     file(RELATIVE_PATH prefix_from_pc /${folder} /)
     string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})

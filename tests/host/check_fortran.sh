@@ -18,7 +18,7 @@ host=$folder/host-fortran
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE=Release \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF -DMOXWRITER_BUILD_FORTRAN=ON
+    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_WARNINGS_AS_ERRORS=ON -DMOXWRITER_BUILD_PYTHON=OFF -DMOXWRITER_BUILD_FORTRAN=ON
 cmake --build "$library"
 rm -rf "$prefix" "$host"
 cmake --install "$library" --prefix "$prefix"

@@ -23,7 +23,7 @@ esac
 
 cmake -S "$source" -B "$library" -G "$generator" -DCMAKE_BUILD_TYPE="$config" \
     -DBUILD_SHARED_LIBS=$shared -DMOXWRITER_BUILD_TOOLS=OFF -DMOXWRITER_BUILD_TESTS=OFF \
-    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_BUILD_PYTHON=OFF -DMOXWRITER_BUILD_FORTRAN=OFF
+    -DMOXWRITER_BUILD_EXAMPLES=OFF -DMOXWRITER_WARNINGS_AS_ERRORS=ON -DMOXWRITER_BUILD_PYTHON=OFF -DMOXWRITER_BUILD_FORTRAN=OFF
 cmake --build "$library"
 rm -rf "$prefix" "$host" "$host-c"
 cmake --install "$library" --prefix "$prefix"
@@ -41,3 +41,9 @@ cmake -S "$source/tests/host/project_c" -B "$host-c" -G "$generator" -DCMAKE_BUI
     -DCMAKE_C_COMPILER="$c_compiler" -DCMAKE_PREFIX_PATH="$prefix" -DWITH_MPI=$with_mpi
 cmake --build "$host-c"
 ctest --test-dir "$host-c" --output-on-failure --no-tests=error
+
+# Once for each kind of library: what pkg-config says is the same for all compilers.
+command -v pkg-config >/dev/null || exit 0
+encoders=$(sed -n 's/^MOXWRITER_ENCODERS:INTERNAL=//p' "$library/CMakeCache.txt")
+PKG_CONFIG_PATH=$prefix/lib/pkgconfig bash "$(dirname "$0")/check_pkg_config.sh" "$source/tests/host" \
+    "$folder/by_pkg_config" "$kind" ${encoders//,/}

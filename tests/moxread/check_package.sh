@@ -20,6 +20,13 @@ expected=$("$work/prefix/bin/mox" ls "$model" | grep -c '^ *dataset ')
 [ "$expected" -gt 0 ] || { echo "the model has no datasets" >&2; exit 1; }
 [ "$(wc -l <"$work/listed")" -eq "$expected" ] || { echo "$expected lines expected" >&2; exit 1; }
 
+# The same by pkg-config, which knows the library wherever it lies.
+export PKG_CONFIG_PATH=$work/prefix/lib/pkgconfig
+read -r -a flags <<<"$(pkg-config --cflags --libs moxread)"
+g++ -std=c++17 -o "$work/by_pkg_config" "$(dirname "$0")/project/list_datasets.cpp" "${flags[@]}" \
+    -Wl,-rpath,"$work/prefix/lib"
+"$work/by_pkg_config" "$model" | diff "$work/listed" -
+
 head -c 1000 "$model" >"$work/short.mox"
 status=0
 "$work/tool/list_datasets" "$work/short.mox" 2>"$work/refusal" || status=$?

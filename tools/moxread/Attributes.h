@@ -1,6 +1,7 @@
 #ifndef MOXREAD_ATTRIBUTES_H
 #define MOXREAD_ATTRIBUTES_H
 
+#include "moxread/Export.h"
 #include "moxread/KeyStream.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ using AttributeValue = std::variant<std::uint32_t, float, std::string, double>;
 using Attributes = std::map<std::string, AttributeValue>;
 
 /// Reads one attribute list.
-Attributes readAttributes(KeyStream& stream);
+MOXREAD_EXPORT Attributes readAttributes(KeyStream& stream);
 
 } // namespace MoxRead
 

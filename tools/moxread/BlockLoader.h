@@ -2,6 +2,7 @@
 #define MOXREAD_BLOCKLOADER_H
 
 #include "moxread/Buffer.h"
+#include "moxread/Export.h"
 #include "moxread/InputFile.h"
 #include "moxread/Slot.h"
 #include "moxread/WholeInflater.h"
@@ -14,7 +15,7 @@ class BlockReader;
 
 /// Reads whole blocks, one after the other, as fast as the inflater goes. What it refuses is read
 /// by `BlockReader`, which tells what is wrong.
-class BlockLoader
+class MOXREAD_EXPORT BlockLoader
 {
 public:
     BlockLoader(InputFile const& file, WholeInflater inflater) noexcept;

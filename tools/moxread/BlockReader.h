@@ -1,6 +1,7 @@
 #ifndef MOXREAD_BLOCKREADER_H
 #define MOXREAD_BLOCKREADER_H
 
+#include "moxread/Export.h"
 #include "moxread/InputFile.h"
 #include "moxread/Slot.h"
 
@@ -15,7 +16,7 @@ namespace MoxRead {
 
 /// Reads the content of one block from front to end, inflating it on the way when it is compressed.
 /// Needs a small fixed amount of memory, whatever the block's size is.
-class BlockReader
+class MOXREAD_EXPORT BlockReader
 {
 public:
     BlockReader(InputFile const& file, Slot const& slot);

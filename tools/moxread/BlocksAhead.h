@@ -4,6 +4,7 @@
 #include "moxread/BlockLoader.h"
 #include "moxread/Buffer.h"
 #include "moxread/Container.h"
+#include "moxread/Export.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -18,7 +19,7 @@ namespace MoxRead {
 ///
 /// Not more than one block for each thread, and one more, are worked on or wait to be taken. All
 /// functions are for the thread that made the object.
-class BlocksAhead
+class MOXREAD_EXPORT BlocksAhead
 {
 public:
     /// What is done with a block: it fills the buffer, or leaves it alone.

@@ -1,6 +1,8 @@
 #ifndef MOXREAD_BUFFER_H
 #define MOXREAD_BUFFER_H
 
+#include "moxread/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -8,7 +10,7 @@
 namespace MoxRead {
 
 /// Bytes that are not set to anything before they are written, in memory that is used again.
-class Buffer
+class MOXREAD_EXPORT Buffer
 {
 public:
     Buffer() = default;

@@ -1,6 +1,7 @@
 #ifndef MOXREAD_CONTAINER_H
 #define MOXREAD_CONTAINER_H
 
+#include "moxread/Export.h"
 #include "moxread/InputFile.h"
 #include "moxread/ReadOptions.h"
 #include "moxread/Slot.h"
@@ -14,7 +15,7 @@ namespace MoxRead {
 
 /// The outer layer of a file: header, index and blocks. Opening it checks all of them down to the
 /// file's last byte, but looks into no block other than the index blocks.
-class Container
+class MOXREAD_EXPORT Container
 {
 public:
     /// Raises FormatError at the first rule that the file breaks.

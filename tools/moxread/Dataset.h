@@ -1,6 +1,7 @@
 #ifndef MOXREAD_DATASET_H
 #define MOXREAD_DATASET_H
 
+#include "moxread/Export.h"
 #include "moxread/Variable.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 namespace MoxRead {
 
 /// The values of a dataset, in rows.
-struct Dataset
+struct MOXREAD_EXPORT Dataset
 {
     ElementType elementType = ElementType::Float;
     std::uint8_t width = 0;

@@ -1,13 +1,15 @@
 #ifndef MOXREAD_FORMATERROR_H
 #define MOXREAD_FORMATERROR_H
 
+#include "moxread/Export.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace MoxRead {
 
 /// Says in one line what is wrong with a file, and where.
-class FormatError : public std::runtime_error
+class MOXREAD_EXPORT FormatError : public std::runtime_error
 {
 public:
     explicit FormatError(std::string const& message);

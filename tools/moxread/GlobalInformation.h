@@ -1,6 +1,7 @@
 #ifndef MOXREAD_GLOBALINFORMATION_H
 #define MOXREAD_GLOBALINFORMATION_H
 
+#include "moxread/Export.h"
 #include "moxread/KeyStream.h"
 
 #include <array>
@@ -25,7 +26,7 @@ struct WritingRecord
 using ResultAttributes = std::array<std::uint8_t, 96>;
 
 /// What is said about the file as a whole.
-struct GlobalInformation
+struct MOXREAD_EXPORT GlobalInformation
 {
     std::vector<WritingRecord> writings;
     std::vector<ResultAttributes> resultAttributes;

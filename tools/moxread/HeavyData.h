@@ -5,6 +5,7 @@
 #include "moxread/BlocksAhead.h"
 #include "moxread/Buffer.h"
 #include "moxread/Container.h"
+#include "moxread/Export.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +20,7 @@ using ProgressVisitor = std::function<void(std::uint64_t done, std::uint64_t all
 
 /// The stream of the datasets' values, of which one block at a time is in memory; with threads, a
 /// few more of those that are asked for next.
-class HeavyData
+class MOXREAD_EXPORT HeavyData
 {
 public:
     explicit HeavyData(Container const& container);

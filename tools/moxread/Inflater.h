@@ -1,6 +1,8 @@
 #ifndef MOXREAD_INFLATER_H
 #define MOXREAD_INFLATER_H
 
+#include "moxread/Export.h"
+
 #include <string>
 #include <vector>
 
@@ -18,10 +20,10 @@ enum class Inflater
 };
 
 /// Those that the reader was built with, the fastest first. zlib is always there.
-std::vector<Inflater> builtInflaters();
+MOXREAD_EXPORT std::vector<Inflater> builtInflaters();
 
 /// Such as: libdeflate
-std::string nameOf(Inflater inflater);
+MOXREAD_EXPORT std::string nameOf(Inflater inflater);
 
 } // namespace MoxRead
 

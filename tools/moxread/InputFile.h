@@ -1,6 +1,8 @@
 #ifndef MOXREAD_INPUTFILE_H
 #define MOXREAD_INPUTFILE_H
 
+#include "moxread/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -8,7 +10,7 @@
 namespace MoxRead {
 
 /// A regular file, open for reading at any offset.
-class InputFile
+class MOXREAD_EXPORT InputFile
 {
 public:
     /// Raises FormatError when the system refuses or when it is no regular file.

@@ -3,6 +3,7 @@
 
 #include "moxread/BlockReader.h"
 #include "moxread/Container.h"
+#include "moxread/Export.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +15,7 @@ namespace MoxRead {
 
 /// Reads the values of one key from front to end, as if all its blocks were a single one. Positions
 /// count the bytes of the inflated blocks.
-class KeyStream
+class MOXREAD_EXPORT KeyStream
 {
 public:
     KeyStream(Container const& container, std::string key);

@@ -1,6 +1,7 @@
 #ifndef MOXREAD_MATERIAL_H
 #define MOXREAD_MATERIAL_H
 
+#include "moxread/Export.h"
 #include "moxread/KeyStream.h"
 
 #include <array>
@@ -10,7 +11,7 @@ namespace MoxRead {
 using Color = std::array<float, 4>;
 
 /// How a shape looks.
-struct Material
+struct MOXREAD_EXPORT Material
 {
     Color diffuse = {};
     Color specular = {};

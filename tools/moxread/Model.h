@@ -3,6 +3,7 @@
 
 #include "moxread/Container.h"
 #include "moxread/Dataset.h"
+#include "moxread/Export.h"
 #include "moxread/GlobalInformation.h"
 #include "moxread/HeavyData.h"
 #include "moxread/Node.h"
@@ -26,7 +27,7 @@ namespace MoxRead {
 ///         if (node.geometry() != nullptr)
 ///             for (MoxRead::Variable const& variable : node.geometry()->variables)
 ///                 use(node.name, variable, model.read(variable));
-class Model
+class MOXREAD_EXPORT Model
 {
 public:
     /// \param path of a model file, or of the index of a partitioned model, whose files are read as

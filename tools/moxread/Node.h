@@ -2,6 +2,7 @@
 #define MOXREAD_NODE_H
 
 #include "moxread/Attributes.h"
+#include "moxread/Export.h"
 #include "moxread/Material.h"
 #include "moxread/Variable.h"
 
@@ -34,7 +35,7 @@ struct Geometry
 };
 
 /// One node of the tree. The ids of its family are 0 where there is none.
-struct Node
+struct MOXREAD_EXPORT Node
 {
     std::uint32_t id = 0;
     std::uint32_t parent = 0;

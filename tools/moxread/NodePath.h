@@ -1,6 +1,7 @@
 #ifndef MOXREAD_NODEPATH_H
 #define MOXREAD_NODEPATH_H
 
+#include "moxread/Export.h"
 #include "moxread/Model.h"
 #include "moxread/Node.h"
 
@@ -12,7 +13,7 @@
 namespace MoxRead {
 
 /// Says in one line why a path leads to no node, or to several.
-class PathError : public std::runtime_error
+class MOXREAD_EXPORT PathError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -24,7 +25,7 @@ public:
 ///
 ///     MoxRead::Model model("beam.mox");
 ///     MoxRead::Node const& node = MoxRead::NodePath("Beam/Steel").find(model);
-class NodePath
+class MOXREAD_EXPORT NodePath
 {
 public:
     /// Raises PathError when the text is no path: "#" without a number, or a "\" at the end.
@@ -53,11 +54,11 @@ private:
 };
 
 /// The node that people name when they speak of a geometry's datasets: its shape.
-Node const& ownerOf(Model const& model, Node const& geometry);
+MOXREAD_EXPORT Node const& ownerOf(Model const& model, Node const& geometry);
 
 /// The geometry that carries the datasets of a node: the node itself, or for a shape its child.
 /// Null for other nodes.
-Node const* geometryOf(Model const& model, Node const& node);
+MOXREAD_EXPORT Node const* geometryOf(Model const& model, Node const& node);
 
 } // namespace MoxRead
 

@@ -1,6 +1,7 @@
 #ifndef MOXREAD_NODEVISIT_H
 #define MOXREAD_NODEVISIT_H
 
+#include "moxread/Export.h"
 #include "moxread/Model.h"
 #include "moxread/Node.h"
 
@@ -16,7 +17,7 @@ using NodeVisitor = std::function<void(Node const&, std::size_t depth)>;
 /// depth of the tree is.
 ///
 ///     visitNodes(model, model.node(1), [](Node const& node, std::size_t) { use(node); });
-void visitNodes(Model const& model, Node const& first, NodeVisitor const& visit);
+MOXREAD_EXPORT void visitNodes(Model const& model, Node const& first, NodeVisitor const& visit);
 
 } // namespace MoxRead
 

@@ -2,6 +2,7 @@
 #define MOXREAD_PARTITIONFILES_H
 
 #include "moxread/Dataset.h"
+#include "moxread/Export.h"
 #include "moxread/HeavyData.h"
 #include "moxread/Node.h"
 #include "moxread/PartitionIndex.h"
@@ -17,7 +18,7 @@ namespace MoxRead {
 
 /// The files that an index names, seen as those of one model: their values lie one file behind the
 /// other. One file at a time is open.
-class PartitionFiles
+class MOXREAD_EXPORT PartitionFiles
 {
 public:
     /// Reads all but the values of the datasets. Raises FormatError when a file is not as it has to

@@ -1,6 +1,8 @@
 #ifndef MOXREAD_PARTITIONINDEX_H
 #define MOXREAD_PARTITIONINDEX_H
 
+#include "moxread/Export.h"
+
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -9,7 +11,7 @@
 namespace MoxRead {
 
 /// A file that an index names.
-struct PartitionFile
+struct MOXREAD_EXPORT PartitionFile
 {
     /// As the index has it.
     std::string name;
@@ -27,7 +29,7 @@ struct PartitionFile
 };
 
 /// The index of the files that the ranks of a program have written one model into.
-class PartitionIndex
+class MOXREAD_EXPORT PartitionIndex
 {
 public:
     /// Whether a file is an index, by its first byte. False for one that can't be read.

@@ -1,6 +1,8 @@
 #ifndef MOXREAD_SLOT_H
 #define MOXREAD_SLOT_H
 
+#include "moxread/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -8,7 +10,7 @@
 namespace MoxRead {
 
 /// One entry of the index: a place for a block.
-struct Slot
+struct MOXREAD_EXPORT Slot
 {
     static constexpr std::size_t encodedSize = 139;
 

@@ -1,13 +1,15 @@
 #ifndef MOXREAD_TEXT_H
 #define MOXREAD_TEXT_H
 
+#include "moxread/Export.h"
+
 #include <string>
 
 namespace MoxRead {
 
 /// The text in double quotes, fit for one line of a terminal: control bytes, quotes and backslashes
 /// are escaped.
-std::string quoted(std::string const& text);
+MOXREAD_EXPORT std::string quoted(std::string const& text);
 
 } // namespace MoxRead
 

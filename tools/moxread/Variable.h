@@ -2,6 +2,7 @@
 #define MOXREAD_VARIABLE_H
 
 #include "moxread/Attributes.h"
+#include "moxread/Export.h"
 #include "moxread/KeyStream.h"
 
 #include <cstdint>
@@ -24,7 +25,7 @@ struct VariableReference
 
 /// A dataset as it is registered on a geometry. A linked one has no description of its own: it
 /// shares that of its target.
-struct Variable
+struct MOXREAD_EXPORT Variable
 {
     /// The name as it stands in the file: dataset name, and with a step, byte 0x1E and step name.
     std::string name;

@@ -1,6 +1,7 @@
 #ifndef MOXREAD_VERIFY_H
 #define MOXREAD_VERIFY_H
 
+#include "moxread/Export.h"
 #include "moxread/HeavyData.h"
 
 #include <cstddef>
@@ -20,8 +21,8 @@ struct Summary
 
 /// Checks every rule of the layout down to the last byte, in a model file or in all files of an
 /// index. Raises FormatError at the first that a file breaks.
-Summary verify(std::string const& path, ProgressVisitor const& tell = {},
-               ReadOptions const& options = ReadOptions());
+MOXREAD_EXPORT Summary verify(std::string const& path, ProgressVisitor const& tell = {},
+                              ReadOptions const& options = ReadOptions());
 
 } // namespace MoxRead
 

@@ -3,6 +3,7 @@
 
 #include "container/TemporaryFile.h"
 #include "moxread/Verify.h"
+#include "support/Wanted.h"
 
 #include <Zyl2/Mox2/InterruptedRun.h>
 
@@ -23,17 +24,12 @@ namespace Fault {
 namespace {
 
 using namespace Zyl2::Mox2;
+using Support::wanted;
 using Microseconds = std::chrono::microseconds;
 
 constexpr char const* WasKilled = "signal 9";
 constexpr char const* WasAborted = "signal 6";
 constexpr char const* HasFinished = "status 0";
-
-std::uint32_t wanted(char const* variable, std::uint32_t usual)
-{
-    char const* const text = std::getenv(variable);
-    return text == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
 
 std::uint32_t printedSeed()
 {

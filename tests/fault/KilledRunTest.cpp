@@ -5,6 +5,7 @@
 #include "container/TemporaryFile.h"
 #include "mox/commands/VerifyCommand.h"
 #include "support/Environment.h"
+#include "support/Wanted.h"
 #include "support/WritingRecord.h"
 
 #include <Zyl2/Mox2/Model.h>
@@ -32,7 +33,7 @@ using Mox::verifyFile;
 using namespace Zyl2::Mox2;
 using Microseconds = std::chrono::microseconds;
 
-constexpr std::uint32_t Runs = KILLED_RUNS;
+constexpr std::uint32_t Runs = Support::isSanitized ? 50 : 300;
 constexpr char const* WasKilled = "signal 9";
 constexpr char const* HasFinished = "status 0";
 

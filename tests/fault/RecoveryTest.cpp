@@ -7,6 +7,7 @@
 #include "mox/commands/DiffCommand.h"
 #include "moxread/Verify.h"
 #include "support/EnvironmentVariable.h"
+#include "support/Wanted.h"
 #include "support/WritingRecord.h"
 
 #include "Zyl2/Wvf/RecoveryLog.h"
@@ -35,16 +36,11 @@ namespace {
 using namespace Zyl2::Mox2;
 namespace fs = std::filesystem;
 using Support::ReadFile;
+using Support::wanted;
 using Support::WriteFile;
 
 constexpr std::size_t HeaderLength = 16;
 constexpr std::size_t RecordHeaderLength = 16;
-
-std::uint32_t wanted(char const* variable, std::uint32_t usual)
-{
-    char const* const text = std::getenv(variable);
-    return text == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
 
 SaverOptions recoverable(std::uint64_t blockSize = 1024, int threads = 0)
 {

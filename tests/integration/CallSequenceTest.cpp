@@ -1,6 +1,7 @@
 #include "integration/CallSequence.h"
 
 #include "support/Environment.h"
+#include "support/Wanted.h"
 
 #include "container/TemporaryFile.h"
 
@@ -15,13 +16,6 @@ namespace Integration {
 
 namespace {
 
-std::uint32_t sequences()
-{
-    char const* const wanted = std::getenv("MOXWRITER_SEQUENCES");
-    return wanted == nullptr ? SEQUENCES
-                             : static_cast<std::uint32_t>(std::strtoul(wanted, nullptr, 10));
-}
-
 class CallSequenceTest : public testing::TestWithParam<std::size_t>
 {};
 
@@ -31,7 +25,8 @@ TEST_P(CallSequenceTest, IsAnsweredRefusedAndWrittenAsItHasToBe)
 {
     Support::DefaultBlockSizeSetting const setting(blockSizes.at(GetParam()));
     Support::TemporaryFolder const folder;
-    for (auto seed = static_cast<std::uint32_t>(GetParam() + 1); seed <= sequences();
+    std::uint32_t const sequences = Support::wanted("MOXWRITER_SEQUENCES", 2000, 400);
+    for (auto seed = static_cast<std::uint32_t>(GetParam() + 1); seed <= sequences;
          seed += static_cast<std::uint32_t>(blockSizes.size())) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::string const path = folder.File(std::to_string(seed));

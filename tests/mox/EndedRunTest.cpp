@@ -2,6 +2,7 @@
 // there are, MOXWRITER_ENDED_SEED with which moments.
 
 #include "support/Folder.h"
+#include "support/Wanted.h"
 
 #include <moxread/Verify.h>
 
@@ -29,12 +30,6 @@ using Microseconds = std::chrono::microseconds;
 using Names = std::vector<std::string>;
 /// By the path below the folder; folders have no content.
 using Contents = std::map<std::string, std::string>;
-
-unsigned numberIn(char const* variable, unsigned otherwise)
-{
-    char const* const text = std::getenv(variable);
-    return text == nullptr ? otherwise : static_cast<unsigned>(std::stoul(text));
-}
 
 pid_t start(Names const& arguments, int ignored)
 {
@@ -91,7 +86,7 @@ protected:
         if (overwriting == Overwriting::Yes)
             call_.push_back("--overwrite");
         learn();
-        unsigned const runs = numberIn("MOXWRITER_ENDED_RUNS", 3);
+        unsigned const runs = Support::wanted("MOXWRITER_ENDED_RUNS", 3);
         for (unsigned run = 0; run < runs && !HasFailure(); ++run)
             endOnce(run, runs, overwriting == Overwriting::Yes);
         std::cout << call_.front() << ": " << ended_ << " of " << runs << " runs were ended within "
@@ -179,7 +174,7 @@ private:
         return names;
     }
 
-    std::mt19937 random_{numberIn("MOXWRITER_ENDED_SEED", 13)};
+    std::mt19937 random_{Support::wanted("MOXWRITER_ENDED_SEED", 13)};
 };
 
 char const* const solved = EXAMPLE_RESULTS "/cantilever.frd";

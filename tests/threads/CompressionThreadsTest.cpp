@@ -1,8 +1,10 @@
 #include "threads/RandomHost.h"
+#include "threads/ThreadCount.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Verify.h"
 #include "support/EnvironmentVariable.h"
+#include "support/Wanted.h"
 #include "support/WritingRecord.h"
 
 #include <Zyl2/Exception/Exception.h>
@@ -33,13 +35,6 @@ namespace {
 using namespace Zyl2::Mox2;
 using Support::EnvironmentVariable;
 using Zyl2::Exception::FileWriteException;
-
-/// Threads of this process.
-std::ptrdiff_t threadCount()
-{
-    std::filesystem::directory_iterator const tasks("/proc/self/task");
-    return std::distance(begin(tasks), end(tasks));
-}
 
 /// Whether there are no more threads than that again: the system lists one a moment longer than it
 /// is waited for.
@@ -151,11 +146,9 @@ protected:
 TEST_F(CompressionThreadsTest, LeaveNoTraceInTheFile)
 {
     // More of them are a matter of time.
-    char const* const wanted = std::getenv("MOXWRITER_RANDOM_HOSTS");
-    unsigned long const hosts =
-        wanted == nullptr ? RANDOM_HOSTS : std::strtoul(wanted, nullptr, 10);
+    std::uint32_t const hosts = Support::wanted("MOXWRITER_RANDOM_HOSTS", 12, 5);
     std::string const other = folder.File("b.mox");
-    for (unsigned int seed = 1; seed <= hosts; ++seed) {
+    for (std::uint32_t seed = 1; seed <= hosts; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomHost const host(seed);
         for (Encoder const encoder : RandomHost::encoders()) {

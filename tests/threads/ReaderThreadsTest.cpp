@@ -1,3 +1,5 @@
+#include "threads/ThreadCount.h"
+
 #include "container/TemporaryFile.h"
 #include "moxread/FormatError.h"
 #include "moxread/Model.h"
@@ -27,17 +29,11 @@ using MoxRead::ReadOptions;
 
 constexpr unsigned int arrayCount = 40;
 
-ReadOptions withThreads(unsigned int threads)
+ReadOptions readingWith(unsigned int threads)
 {
     ReadOptions options;
     options.threads = threads;
     return options;
-}
-
-std::ptrdiff_t threadCount()
-{
-    std::filesystem::directory_iterator const tasks("/proc/self/task");
-    return std::distance(begin(tasks), end(tasks));
 }
 
 /// What was visited, and the sentence that ended it; the same whatever the number of threads is.
@@ -122,17 +118,17 @@ protected:
 
 TEST_F(ReaderThreadsTest, LeaveNoTraceInWhatIsRead)
 {
-    Reading const expected = readAll(withThreads(0));
+    Reading const expected = readAll(readingWith(0));
     ASSERT_EQ(expected.steps.size(), arrayCount);
     ASSERT_EQ(expected.failure, "");
     ASSERT_GT(MoxRead::Container(path).slotsOf("Heavy Data").size(), 10U);
     for (unsigned int const threads : {1U, 2U, 5U, 100U}) {
         for (Inflater const inflater : MoxRead::builtInflaters()) {
-            ReadOptions options = withThreads(threads);
+            ReadOptions options = readingWith(threads);
             options.inflater = inflater;
             EXPECT_TRUE(readAll(options) == expected) << threads << " " << nameOf(inflater);
         }
-        EXPECT_EQ(verdict(withThreads(threads)), std::to_string(arrayCount));
+        EXPECT_EQ(verdict(readingWith(threads)), std::to_string(arrayCount));
     }
 }
 
@@ -141,21 +137,21 @@ TEST_F(ReaderThreadsTest, OfADamagedFileTellTheFirstBlockThatIsAfterAllBeforeWer
     damage(3);
     damage(6);
     damage(7);
-    Reading const expected = readAll(withThreads(0));
+    Reading const expected = readAll(readingWith(0));
     ASSERT_GT(expected.steps.size(), 0U);
     ASSERT_LT(expected.steps.size(), arrayCount);
     ASSERT_NE(expected.failure, "");
-    std::string const expectedVerdict = verdict(withThreads(0));
+    std::string const expectedVerdict = verdict(readingWith(0));
     for (unsigned int const threads : {1U, 2U, 5U}) {
-        EXPECT_TRUE(readAll(withThreads(threads)) == expected) << threads;
-        EXPECT_EQ(verdict(withThreads(threads)), expectedVerdict);
+        EXPECT_TRUE(readAll(readingWith(threads)) == expected) << threads;
+        EXPECT_EQ(verdict(readingWith(threads)), expectedVerdict);
     }
 }
 
 TEST_F(ReaderThreadsTest, EndWithTheReading)
 {
     std::ptrdiff_t const before = threadCount();
-    MoxRead::Model model(path, withThreads(3));
+    MoxRead::Model model(path, readingWith(3));
     EXPECT_EQ(threadCount(), before);
     unsigned int visits = 0;
     auto const giveUp = [&](MoxRead::Model::Variables const&, MoxRead::Dataset const&) {
@@ -182,8 +178,8 @@ TEST_F(ReaderThreadsTest, WithoutThemNoneIsStarted)
 
 TEST_F(ReaderThreadsTest, WhatWasExpectedMayBeReadOtherwise)
 {
-    Reading const expected = readAll(withThreads(0));
-    MoxRead::Model model(path, withThreads(2));
+    Reading const expected = readAll(readingWith(0));
+    MoxRead::Model model(path, readingWith(2));
     MoxRead::Model::Variables variables;
     for (MoxRead::Variable const& variable : model.nodes().back().geometry()->variables)
         variables.push_back(&variable);

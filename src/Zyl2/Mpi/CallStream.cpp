@@ -151,7 +151,7 @@ private:
                 if constexpr (std::is_arithmetic_v<Value> || std::is_same_v<Value, std::string> ||
                               std::is_same_v<Value, std::vector<int>> ||
                               std::is_same_v<Value, std::vector<float>>)
-                    pass(one);
+                    this->pass(one);
             },
             value);
     }

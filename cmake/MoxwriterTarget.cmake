@@ -26,7 +26,14 @@ endfunction()
 function(moxwriter_compile_together target)
     if(NOT CMAKE_CXX_CLANG_TIDY)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+        moxwriter_allow_compiling_together(${target})
     endif()
+endfunction()
+
+# What is unnamed in a source that is read by way of another one is taken for a part of a header by GCC.
+function(moxwriter_allow_compiling_together target)
+    target_compile_options(
+        ${target} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
 endfunction()
 
 # Lets compiler caches see what is precompiled.
@@ -50,6 +57,9 @@ function(moxwriter_target_checks target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     if(MOXWRITER_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(CMAKE_UNITY_BUILD)
+        moxwriter_allow_compiling_together(${target})
     endif()
     if(MOXWRITER_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${MOXWRITER_SANITIZE}

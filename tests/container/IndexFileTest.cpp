@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 #include "ContainerReader.h"
+#include "IndexContent.h"
 #include "InflatedBlock.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -19,18 +20,13 @@ using namespace Zyl2Wvf;
 using Support::DefaultBlockSizeSetting;
 using Support::Entry;
 using Support::Hex;
+using Support::IndexBlock;
+using Support::PutBytes;
 using Support::ReadSlot;
+using Support::Spare;
 
 std::string const Header = Hex("89 57 56 46 0D 0A 1A 0A 31 2E 33 00");
 std::string const RootIndexHead = Hex("E0 0A 00 00 14 00 00 00");
-std::string const IndexBlock = Hex("0B 49 6E 64 65 78 20 42 6C 6F 63 6B 20");
-std::string const Spare = Hex("0B 45 6D 70 74 79 20 42 6C 6F 63 6B 20");
-
-void PutBytes(Index& index, std::string const& key, std::string const& bytes)
-{
-    void const* const data = bytes.data();
-    index.Put(key, data, bytes.size());
-}
 
 /// The file that `fill` makes.
 std::string FileOf(std::function<void(WvFile&)> const& fill)

@@ -1,4 +1,5 @@
 #include "Bytes.h"
+#include "IndexContent.h"
 #include "LogCapture.h"
 #include "TemporaryFile.h"
 #include "Zyl2/Wvf/WvFile.h"
@@ -19,6 +20,7 @@ namespace {
 using namespace Zyl2Wvf;
 using Support::DefaultBlockSizeSetting;
 using Support::LogCapture;
+using Support::PutBytes;
 
 std::vector<std::string> operator+(std::vector<std::string> left,
                                    std::vector<std::string> const& right)
@@ -37,12 +39,6 @@ std::vector<std::string> SpareSlots(int first, int last, int position)
                                          "Writing buffer at position: " + std::to_string(position),
                                          "Buffer " + std::to_string(slot) + " written to stream."};
     return texts;
-}
-
-void PutBytes(Index& index, std::string const& key, std::string const& bytes)
-{
-    void const* const data = bytes.data();
-    index.Put(key, data, bytes.size());
 }
 
 TEST(IndexLog, TheWholeStoryOfAFileIsToldInOrder)

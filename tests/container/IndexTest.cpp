@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "ContainerReader.h"
 #include "FailingAllocation.h"
+#include "IndexContent.h"
 #include "InflatedBlock.h"
 #include "TemporaryFile.h"
 #include "support/Environment.h"
@@ -25,21 +26,15 @@ using namespace Zyl2Wvf;
 using Support::Content;
 using Support::DefaultBlockSizeSetting;
 using Support::Hex;
+using Support::IndexBlock;
+using Support::PutBytes;
+using Support::Spare;
 using Zyl2::Exception::FileWriteException;
 using Zyl2::Exception::InvalidObjectState;
 using Zyl2::Exception::KeyNotFound;
 using Zyl2::Exception::MemoryAllocationException;
 using Zyl2::Exception::MiscelleneousException;
 using Zyl2::Exception::NotYetImplemented;
-
-std::string const Spare = Hex("0B 45 6D 70 74 79 20 42 6C 6F 63 6B 20");
-std::string const IndexBlock = Hex("0B 49 6E 64 65 78 20 42 6C 6F 63 6B 20");
-
-void PutBytes(Index& index, std::string const& key, std::string const& bytes)
-{
-    void const* const data = bytes.data();
-    index.Put(key, data, bytes.size());
-}
 
 Support::Stream PipeWithoutReader()
 {

@@ -21,9 +21,6 @@ namespace Fuzz {
 
 namespace {
 
-constexpr std::size_t fixedMemory = std::size_t{256} << 10U;
-constexpr std::size_t memoryPerByte = 64;
-
 /// The files of a case, for as long as this lives.
 class CaseFiles
 {
@@ -113,7 +110,7 @@ bool canBeReadWithin(std::size_t bound, std::string const& path, bool mayBeLarge
     return false;
 }
 
-void requireSoundTranslation(std::string const& path)
+void requireSoundTranslationOfCase(std::string const& path)
 {
     std::string const model = CaseFiles::folder().File("model.mox");
     Exchange::TranslationOptions options;
@@ -133,8 +130,10 @@ void readEnSightCase(std::uint8_t const* bytes, std::size_t size)
     CaseFiles const files(text);
     bool const mayBeLarge =
         text.find("uniform") != std::string::npos || text.find("rectilinear") != std::string::npos;
+    constexpr std::size_t fixedMemory = std::size_t{256} << 10U;
+    constexpr std::size_t memoryPerByte = 64;
     if (canBeReadWithin(fixedMemory + memoryPerByte * size, files.path(), mayBeLarge))
-        requireSoundTranslation(files.path());
+        requireSoundTranslationOfCase(files.path());
 }
 
 } // namespace Fuzz

@@ -33,9 +33,6 @@ using Mox::listFile;
 using Mox::showInfo;
 using Mox::verifyFile;
 
-constexpr std::size_t fixedMemory = std::size_t{4} << 20U;
-constexpr std::size_t memoryPerByte = 32;
-
 struct Outcome
 {
     int status = 0;
@@ -155,6 +152,8 @@ std::size_t memoryBound(std::uint8_t const* bytes, std::size_t size)
 {
     auto const file = FileParts::of(std::string(bytes, bytes + size));
     std::size_t const inflated = file ? inflatedSizeOf(*file) : 0;
+    constexpr std::size_t fixedMemory = std::size_t{4} << 20U;
+    constexpr std::size_t memoryPerByte = 32;
     return fixedMemory + memoryPerByte * (size + inflated);
 }
 

@@ -18,9 +18,6 @@ namespace Fuzz {
 
 namespace {
 
-constexpr std::size_t fixedMemory = std::size_t{256} << 10U;
-constexpr std::size_t memoryPerByte = 32;
-
 /// \return whether the reader accepts the file as one that has nodes
 bool canBeRead(std::string const& path)
 {
@@ -63,6 +60,8 @@ void requireSoundTranslation(std::string const& path)
 void readResultFile(std::uint8_t const* bytes, std::size_t size)
 {
     MemoryFile const file(bytes, size);
+    constexpr std::size_t fixedMemory = std::size_t{256} << 10U;
+    constexpr std::size_t memoryPerByte = 32;
     if (canBeReadWithin(fixedMemory + memoryPerByte * size, file.path()))
         requireSoundTranslation(file.path());
 }

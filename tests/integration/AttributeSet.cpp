@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t longestText = 256;
 
-using Setter = void (*)(Zyl2::Mox2::Attributes&, std::string const&);
+using AttributeSetter = void (*)(Zyl2::Mox2::Attributes&, std::string const&);
 
 template <typename T>
 void setDefault(Zyl2::Mox2::Attributes& attributes, std::string const& name)
@@ -24,7 +24,7 @@ void setVector(Zyl2::Mox2::Attributes& attributes, std::string const& name)
     attributes.set(name, std::vector<T>(2));
 }
 
-constexpr std::array<Setter, 20> unstorableSetters{
+constexpr std::array<AttributeSetter, 20> unstorableSetters{
     setDefault<std::wstring>,  setDefault<unsigned long>, setDefault<bool>,
     setDefault<unsigned char>, setDefault<signed char>,   setDefault<unsigned short>,
     setDefault<short>,         setVector<float>,          setVector<int>,

@@ -1,3 +1,4 @@
+#include "integration/Overwriting.h"
 #include "integration/Values.h"
 #include "support/Environment.h"
 #include "support/FileSizeLimit.h"
@@ -17,13 +18,6 @@ namespace {
 
 using namespace Zyl2::Mox2;
 using Zyl2::Exception::FileWriteException;
-
-SaverOptions overwriting()
-{
-    SaverOptions options;
-    options.overwrite = true;
-    return options;
-}
 
 /// Adds datasets that hardly compress until one is refused.
 /// \return whether one was

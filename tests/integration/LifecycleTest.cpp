@@ -1,5 +1,6 @@
 #include "integration/Comparison.h"
 #include "integration/ExpectedModel.h"
+#include "integration/Overwriting.h"
 #include "support/Environment.h"
 
 #include "container/TemporaryFile.h"
@@ -44,13 +45,6 @@ struct Small
     ArrayCall call;
     ExpectedModel expected;
 };
-
-SaverOptions overwriting()
-{
-    SaverOptions options;
-    options.overwrite = true;
-    return options;
-}
 
 /// Makes another folder the current one for as long as it lives.
 class CurrentFolder

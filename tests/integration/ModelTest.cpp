@@ -1,6 +1,7 @@
 #include <Zyl2/Mox2/Model.h>
 
 #include "container/TemporaryFile.h"
+#include "integration/Overwriting.h"
 #include "model/Expectations.h"
 #include "moxread/FormatError.h"
 #include "moxread/Model.h"
@@ -20,6 +21,7 @@ namespace {
 
 using namespace ModelTests;
 using namespace Zyl2::Mox2;
+using Integration::overwriting;
 using Zyl2::Exception::FileOpenException;
 using Zyl2::Exception::FileWriteException;
 using Zyl2::Exception::InvalidObjectState;
@@ -38,13 +40,6 @@ Support::Thrown const idOutOfBounds{11, "Out of bounds error", "update",
 Support::Thrown const deviceIsFull{7, "Saving the buffer failed", "WriteBufferToFileStream",
                                    "Zyl2/Wvf/Index"};
 Support::Thrown const fileIsTooLarge{7, "Unable to write to file", "", "Zyl2/Wvf/Block"};
-
-SaverOptions overwriting()
-{
-    SaverOptions options;
-    options.overwrite = true;
-    return options;
-}
 
 /// Some rows at a time, and a failure in place of some.
 class SomeRows : public ArrayPieces

@@ -10,7 +10,7 @@ namespace {
 using Zyl2::Mox2::NodeProperties;
 using Zyl2::Mox2::PropertyType;
 
-using Setter = void (*)(NodeProperties&, PropertyType);
+using PropertySetter = void (*)(NodeProperties&, PropertyType);
 
 template <typename T>
 void setDefault(NodeProperties& properties, PropertyType type)
@@ -23,9 +23,9 @@ void setLiteral(NodeProperties& properties, PropertyType type)
     properties.set(type, "1");
 }
 
-constexpr std::array<Setter, 5> otherSetters{setDefault<int>, setDefault<bool>,
-                                             setDefault<std::string>, setDefault<std::vector<int>>,
-                                             setLiteral};
+constexpr std::array<PropertySetter, 5> otherSetters{setDefault<int>, setDefault<bool>,
+                                                     setDefault<std::string>,
+                                                     setDefault<std::vector<int>>, setLiteral};
 
 } // namespace
 

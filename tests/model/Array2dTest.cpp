@@ -35,8 +35,8 @@ template <typename T>
 class Array2dTest : public testing::Test
 {};
 
-using Elements = testing::Types<float, unsigned int>;
-TYPED_TEST_SUITE(Array2dTest, Elements, );
+using TableElements = testing::Types<float, unsigned int>;
+TYPED_TEST_SUITE(Array2dTest, TableElements, );
 
 TYPED_TEST(Array2dTest, OfRowsAndColumnsHasThatShape)
 {
@@ -161,21 +161,21 @@ TYPED_TEST(Array2dTest, OfTwoToThePowerOf31RowsOrColumnsCanNotBeHad)
 template <typename T>
 class Array2dDeathTest : public testing::Test
 {};
-TYPED_TEST_SUITE(Array2dDeathTest, Elements, );
+TYPED_TEST_SUITE(Array2dDeathTest, TableElements, );
 
-constexpr char const* IndexContract =
+constexpr char const* PlaceContract =
     "row >= 0 && row < rows\\(\\) && col >= 0 && col < cols\\(\\)";
 
 TYPED_TEST(Array2dDeathTest, ARowOrColumnOutsideTheTableEndsTheProcess)
 {
     Array2d<TypeParam> array(2, 3, TypeParam(1));
     Array2d<TypeParam> const& constant = array;
-    EXPECT_DEATH(array(2, 0), IndexContract);
-    EXPECT_DEATH(array(0, 3), IndexContract);
-    EXPECT_DEATH(constant(2, 0), IndexContract);
-    EXPECT_DEATH(constant(0, 3), IndexContract);
-    EXPECT_DEATH(array(~0UL, 0), IndexContract);
-    EXPECT_DEATH(array(0, ~0UL), IndexContract);
+    EXPECT_DEATH(array(2, 0), PlaceContract);
+    EXPECT_DEATH(array(0, 3), PlaceContract);
+    EXPECT_DEATH(constant(2, 0), PlaceContract);
+    EXPECT_DEATH(constant(0, 3), PlaceContract);
+    EXPECT_DEATH(array(~0UL, 0), PlaceContract);
+    EXPECT_DEATH(array(0, ~0UL), PlaceContract);
 }
 
 TYPED_TEST(Array2dTest, MovesWithoutACopyAndLeavesAnEmptyTableThatCanBeUsed)

@@ -117,9 +117,9 @@ template <typename From>
 class ArrayViewOfTest : public testing::Test
 {};
 
-using Elements = testing::Types<float, double, std::int32_t, std::uint32_t, std::int64_t,
-                                std::uint64_t, long long>;
-TYPED_TEST_SUITE(ArrayViewOfTest, Elements, );
+using ViewedElements = testing::Types<float, double, std::int32_t, std::uint32_t, std::int64_t,
+                                      std::uint64_t, long long>;
+TYPED_TEST_SUITE(ArrayViewOfTest, ViewedElements, );
 
 TYPED_TEST(ArrayViewOfTest, GivesTheFileOfTheTableWhateverItsStrides)
 {

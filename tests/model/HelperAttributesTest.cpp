@@ -13,12 +13,11 @@ using Zyl2::Exception::InvalidArguments;
 using Zyl2::Mox2::AttributeMap;
 using Zyl2::Mox2::Attributes;
 using Zyl2Util::AttributeList;
-using Zyl2Util::AttributeValue;
 using Helper = Zyl2::Mox2::Helper::Attributes;
 
 /// The value as a tree stores it.
 template <typename T>
-AttributeValue converted(T const& value)
+Zyl2Util::AttributeValue converted(T const& value)
 {
     AttributeMap entries;
     entries["key"] = value;
@@ -44,7 +43,7 @@ void expectVectorRefused()
 
 TEST(HelperAttributes, ADoubleStaysADouble)
 {
-    AttributeValue const value = converted(0.1);
+    Zyl2Util::AttributeValue const value = converted(0.1);
     ASSERT_EQ(value.GetTag(), 3);
     EXPECT_EQ(value.GetDouble(), 0.1);
 }

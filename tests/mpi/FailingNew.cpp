@@ -6,18 +6,18 @@
 
 namespace {
 
-std::atomic<long> others{-1};
+std::atomic<long> left{-1};
 
 } // namespace
 
 void failAllocationAfter(long count)
 {
-    others = count;
+    left = count;
 }
 
 void* operator new(std::size_t size)
 {
-    if (others >= 0 && others-- == 0)
+    if (left >= 0 && left-- == 0)
         throw std::bad_alloc();
     void* const memory = std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr)

@@ -54,11 +54,11 @@ bool removeEntries(int folder, char const* bytes, std::size_t size) noexcept
 void removeContent(int folder) noexcept
 {
     // What cannot be removed must not keep the process alive.
-    constexpr int patience = 1000;
+    constexpr int passes = 1000;
     alignas(std::uint64_t) char bytes[2048];
     bool hasEntries = true;
     // Entries that go may move others to where the list was read already.
-    for (int pass = 0; hasEntries && pass < patience; ++pass) {
+    for (int pass = 0; hasEntries && pass < passes; ++pass) {
         hasEntries = false;
         ::lseek(folder, 0, SEEK_SET);
         long size = 0;

@@ -14,7 +14,6 @@ namespace MoxRead {
 
 namespace {
 
-constexpr std::size_t lengthSize = 4;
 constexpr std::size_t alwaysCredible = std::size_t{1} << 20U;
 constexpr std::size_t credibleExpansion = 16;
 
@@ -58,9 +57,12 @@ bool BlockLoader::inflateAtOnce(Slot const& slot, std::size_t length, Buffer& co
 {
     if (!slot.isCompressed() || length == 0)
         return false;
-    stream_.reset(slot.size - lengthSize);
+    stream_.reset(slot.size - BlockReader::lengthSize);
     inContext([&] { return slot.describe(); },
-              [&] { file_->read(slot.position + lengthSize, stream_.data(), stream_.size()); });
+              [&] {
+                  file_->read(slot.position + BlockReader::lengthSize, stream_.data(),
+                              stream_.size());
+              });
     content.reset(length);
     return inflater_(stream_.data(), stream_.size(), content.data(), length);
 }

@@ -19,7 +19,6 @@ namespace MoxRead {
 
 namespace {
 
-constexpr std::uint32_t lengthSize = 4;
 constexpr std::size_t inputChunk = std::size_t{1} << 16U;
 constexpr std::size_t firstOutputChunk = std::size_t{1} << 20U;
 

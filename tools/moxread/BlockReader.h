@@ -19,6 +19,9 @@ namespace MoxRead {
 class MOXREAD_EXPORT BlockReader
 {
 public:
+    /// What a compressed block states of its content comes before the stream, in so many bytes.
+    static constexpr std::uint32_t lengthSize = 4;
+
     BlockReader(InputFile const& file, Slot const& slot);
     ~BlockReader();
     BlockReader(BlockReader const&) = delete;

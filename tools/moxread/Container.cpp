@@ -29,7 +29,7 @@ namespace MoxRead {
 namespace {
 
 constexpr std::array<std::uint8_t, 8> signature = {0x89, 0x57, 0x56, 0x46, 0x0D, 0x0A, 0x1A, 0x0A};
-constexpr std::array<std::uint8_t, 4> version = {0x31, 0x2E, 0x33, 0x00};
+constexpr std::array<std::uint8_t, 4> fileVersion = {0x31, 0x2E, 0x33, 0x00};
 constexpr std::uint64_t versionOffset = 8;
 constexpr std::uint64_t rootLengthOffset = 12;
 constexpr std::uint64_t rootCountOffset = 16;
@@ -131,9 +131,9 @@ void Container::readHeader() const
         throw FormatError::incomplete("the file ends at byte " + std::to_string(file_.size()) +
                                       ", within the header");
     }
-    std::array<std::uint8_t, version.size()> found = {};
+    std::array<std::uint8_t, fileVersion.size()> found = {};
     file_.read(versionOffset, found.data(), found.size());
-    if (found != version) {
+    if (found != fileVersion) {
         throw FormatError("version at byte 8 is " +
                           quoted(std::string(found.begin(), found.end())) +
                           R"(, not "1.3" and a zero byte)");

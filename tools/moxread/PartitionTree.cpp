@@ -109,21 +109,21 @@ void PartitionTree::merge(Node& known, Node const& other, PartitionFile const& f
         return;
     }
     if (known.id == 1 && (known.name != other.name || known.type != other.type))
-        throw FormatError("it is of another model: its root is " + quoted(other.name) + ", not " +
-                          quoted(known.name));
+        throw FormatError("it is of another model: its root is " + MoxRead::quoted(other.name) +
+                          ", not " + MoxRead::quoted(known.name));
     auto* const group = std::get_if<Group>(&known.content);
     if (group == nullptr)
         return;
     Group const& said = *other.group();
     if (group->translation != said.translation || group->rotation != said.rotation ||
         group->scale != said.scale)
-        remarks_.push_back(quoted(file.name) + " has another transform of the group " +
-                           quoted(known.name) + ": that of an earlier file is taken");
+        remarks_.push_back(MoxRead::quoted(file.name) + " has another transform of the group " +
+                           MoxRead::quoted(known.name) + ": that of an earlier file is taken");
     for (auto const& [name, value] : said.attributes)
         if (group->attributes.emplace(name, value).first->second != value)
-            remarks_.push_back(quoted(file.name) + " has another value of the attribute " +
-                               quoted(name) + " of the group " + quoted(known.name) +
-                               ": that of an earlier file is taken");
+            remarks_.push_back(MoxRead::quoted(file.name) + " has another value of the attribute " +
+                               MoxRead::quoted(name) + " of the group " +
+                               MoxRead::quoted(known.name) + ": that of an earlier file is taken");
 }
 
 std::vector<Node> PartitionTree::takeNodes()

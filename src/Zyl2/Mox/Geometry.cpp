@@ -32,7 +32,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Geometry;
+namespace GeometrySites = Zyl2::Exception::Sites::Geometry;
 constexpr std::uint32_t AnyType = 4294967295U;
 
 /// Keys that describe the source of the data rather than the variable.
@@ -140,7 +140,7 @@ void Geometry::WriteWv_l05(Zyl2Wvf::WvFile& file, std::string const& lightBlock,
     Zyl2Wvf::Index& index = file.GetIndex();
     index.Put<int>(lightBlock, static_cast<int>(GetVariables().size()));
     for (VarStruct const& variable : GetVariables()) {
-        std::uint64_t const position = GetPosition(variable, Sites::NoPositionInOldLayout);
+        std::uint64_t const position = GetPosition(variable, GeometrySites::NoPositionInOldLayout);
         index.Put<std::string>(lightBlock, variable.name);
         index.Put<unsigned int>(lightBlock, static_cast<std::uint32_t>(variable.type));
         index.Put<int>(lightBlock, variable.array.valueCount);
@@ -176,7 +176,7 @@ void Geometry::WriteDescription(Zyl2Wvf::Index& index, std::string const& lightB
     for (float const value : array.floats)
         index.Put<float>(lightBlock, value);
     index.Put<bool>(lightBlock, array.lastFlag);
-    std::uint64_t const position = GetPosition(variable, Sites::NoPosition);
+    std::uint64_t const position = GetPosition(variable, GeometrySites::NoPosition);
     if (widePosition)
         index.Put<unsigned long>(lightBlock, position);
     else

@@ -6,7 +6,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Group;
+namespace GroupSites = Zyl2::Exception::Sites::Group;
 
 } // namespace
 
@@ -30,19 +30,19 @@ void Group::Save() {}
 
 void Group::SetTranslation(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Sites::Translation);
+    CheckSize(values, 3, 3, GroupSites::Translation);
     CopyFirst(3, values, translation_);
 }
 
 void Group::SetRotation(std::vector<float> const& values)
 {
-    CheckSize(values, 4, 4, Sites::Rotation);
+    CheckSize(values, 4, 4, GroupSites::Rotation);
     CopyFirst(4, values, rotation_);
 }
 
 void Group::SetScale(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Sites::Scale);
+    CheckSize(values, 3, 3, GroupSites::Scale);
     CopyFirst(3, values, scale_);
 }
 

@@ -15,7 +15,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Material;
+namespace MaterialSites = Zyl2::Exception::Sites::Material;
 constexpr float DefaultAmbientIntensity = 0.2F;
 
 } // namespace
@@ -42,25 +42,25 @@ std::string Material::getVersion() const
 
 void Material::SetDiffuseColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 4, Sites::DiffuseColor);
+    CheckSize(values, 3, 4, MaterialSites::DiffuseColor);
     CopyFirst(3, values, diffuse_);
 }
 
 void Material::SetSpecularColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 4, Sites::SpecularColor);
+    CheckSize(values, 3, 4, MaterialSites::SpecularColor);
     CopyFirst(3, values, specular_);
 }
 
 void Material::SetEmissiveColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Sites::EmissiveColor);
+    CheckSize(values, 3, 3, MaterialSites::EmissiveColor);
     CopyFirst(3, values, emissive_);
 }
 
 void Material::SetAmbientColor(std::vector<float> const& values)
 {
-    CheckSize(values, 3, 3, Sites::AmbientColor);
+    CheckSize(values, 3, 3, MaterialSites::AmbientColor);
     CopyFirst(3, values, ambient_);
 }
 

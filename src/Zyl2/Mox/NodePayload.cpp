@@ -24,7 +24,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Tree;
+namespace TreeSites = Zyl2::Exception::Sites::Tree;
 
 template <typename Kind>
 Kind const& Expect(Node const& node, Zyl2::Exception::AssertionSite const& site)
@@ -89,14 +89,14 @@ void SaveNodePayload(Zyl2Wvf::WvFile& file, Node const& node)
 {
     std::string const type = node.GetType();
     if (type == "Group")
-        Save(file, Expect<Group>(node, Sites::NoGroup));
+        Save(file, Expect<Group>(node, TreeSites::NoGroup));
     else if (type == "Shape")
-        Save(file, Expect<Shape>(node, Sites::NoShape));
+        Save(file, Expect<Shape>(node, TreeSites::NoShape));
     else if (type == "Geometry")
-        Expect<Geometry>(node, Sites::NoGeometry)
+        Expect<Geometry>(node, TreeSites::NoGeometry)
             .WriteWv(file, BlockNames::LightData, BlockNames::HeavyData, BlockNames::Attributes);
     else if (type == "NodeSets")
-        Save(file, Expect<NodeSets>(node, Sites::NoNodeSets));
+        Save(file, Expect<NodeSets>(node, TreeSites::NoNodeSets));
 }
 
 } // namespace Zyl2Mox

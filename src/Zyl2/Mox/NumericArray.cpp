@@ -2,12 +2,6 @@
 
 namespace Zyl2Mox {
 
-namespace {
-
-constexpr std::size_t ValueSize = 4;
-
-} // namespace
-
 NumericArray::NumericArray(void const* data, std::size_t byteCount, std::uint8_t width,
                            ElementCode element)
     : data_(data), byteCount_(byteCount), width_(width), element_(element)
@@ -20,7 +14,8 @@ std::uint8_t NumericArray::GetWidth() const
 
 std::size_t NumericArray::GetNumElements() const
 {
-    return byteCount_ / ValueSize;
+    constexpr std::size_t valueSize = 4;
+    return byteCount_ / valueSize;
 }
 
 } // namespace Zyl2Mox

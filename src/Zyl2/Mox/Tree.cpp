@@ -32,7 +32,7 @@ namespace Zyl2Mox {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Tree;
+namespace TreeSites = Zyl2::Exception::Sites::Tree;
 using Transformation = Zyl2Wvf::BlockTransformationType;
 using Zyl2::Exception::raise;
 constexpr std::size_t ValueSize = 4;
@@ -68,7 +68,7 @@ void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& 
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        raise(Sites::SecondRootGroup);
+        raise(TreeSites::SecondRootGroup);
     SetRootNode(std::make_unique<Group>(name, attributes));
 }
 
@@ -77,7 +77,7 @@ void Tree::SetRootGroup(std::string const& name, Zyl2Util::AttributeList const& 
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        raise(Sites::SecondFlaggedRootGroup);
+        raise(TreeSites::SecondFlaggedRootGroup);
     auto group = std::make_unique<Group>(name, attributes);
     group->SetFlag(flag);
     SetRootNode(std::move(group));
@@ -87,7 +87,7 @@ void Tree::SetRootShape(std::string const& name)
 {
     SetCurrentId(RootId);
     if (RootHasNode())
-        raise(Sites::SecondRootShape);
+        raise(TreeSites::SecondRootShape);
     SetRootNode(std::make_unique<Shape>(name));
 }
 
@@ -145,7 +145,7 @@ void Tree::SetLink(VariableId const& target, VariableId const& source)
     SetCurrentId(target.first);
     auto* const geometry = dynamic_cast<Geometry*>(GetCurrentNode().value);
     if (geometry == nullptr)
-        Zyl2Util::AssertionFailed(Sites::LinkFromNoGeometry);
+        Zyl2Util::AssertionFailed(TreeSites::LinkFromNoGeometry);
     Geometry::VarStruct& variable = geometry->GetVariable(target.second);
     variable.linkedNode = source.first;
     variable.linkedVariable = source.second;
@@ -259,9 +259,9 @@ std::optional<BlockPositionType> Tree::WriteDataset(char const* function, std::s
                                                     std::size_t width, PutT const& put)
 {
     std::size_t const values = rows * width;
-    Zyl2::Log::write(Sites::Source, function, LogLines::WritingDataset, "Writing Dataset of size ",
-                     values, " width ", static_cast<unsigned int>(width), " datatype size ",
-                     ValueSize);
+    Zyl2::Log::write(TreeSites::Source, function, LogLines::WritingDataset,
+                     "Writing Dataset of size ", values, " width ",
+                     static_cast<unsigned int>(width), " datatype size ", ValueSize);
     Zyl2Wvf::Index& index = file_.GetIndex();
     // What threads failed at is told while nothing is added yet.
     index.SaveCompressed();
@@ -281,7 +281,7 @@ template BlockPositionType Tree::WriteStreamDataset(unsigned int const*, unsigne
 
 void Tree::SaveTree(Zyl2Wvf::WvFile& file)
 {
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingTree,
+    Zyl2::Log::write(TreeSites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingTree,
                      "Saving mox tree ... ");
     file.GetIndex().Put<int>(BlockNames::MoxTree, static_cast<int>(GetNodeCount()));
     RecordKeys keys;
@@ -290,13 +290,13 @@ void Tree::SaveTree(Zyl2Wvf::WvFile& file)
         if (record.value != nullptr)
             SaveNodePayload(file, *record.value);
     }
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::TreeSaved,
+    Zyl2::Log::write(TreeSites::Source, BOOST_CURRENT_FUNCTION, LogLines::TreeSaved,
                      "Mox tree saved. ");
 }
 
 void Tree::SaveGlobalInfo(Zyl2Wvf::WvFile& file, std::string const& text)
 {
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingGlobalInformation,
+    Zyl2::Log::write(TreeSites::Source, BOOST_CURRENT_FUNCTION, LogLines::SavingGlobalInformation,
                      "Saving global information ...");
     scratchModifierInfo_.Update(formatVersion_, text);
     modifierInfos_.push_back(scratchModifierInfo_);
@@ -304,7 +304,7 @@ void Tree::SaveGlobalInfo(Zyl2Wvf::WvFile& file, std::string const& text)
     file.GetIndex().Put(BlockNames::GlobalInformation, resultAttributes_);
     file.AddBlockTransformation(BlockNames::GlobalInformation,
                                 Zyl2Wvf::BlockTransformationType::Compress);
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, LogLines::GlobalInformationSaved,
+    Zyl2::Log::write(TreeSites::Source, BOOST_CURRENT_FUNCTION, LogLines::GlobalInformationSaved,
                      "Global information saved.");
 }
 
@@ -322,7 +322,7 @@ void Tree::FlushAndClose(Zyl2Wvf::WvFile& file, std::string const& text)
     file.CloseFile();
     // Network file systems tell of a full disk only now.
     if (file.HasFailedToClose())
-        raise(Sites::CloseFailed);
+        raise(TreeSites::CloseFailed);
 }
 
 void Tree::AddNodeBelow(Node& node)

@@ -8,7 +8,7 @@ namespace Mox2 {
 
 namespace {
 
-namespace Sites = Exception::Sites::Database;
+namespace DatabaseSites = Exception::Sites::Database;
 char const* const notSaved = "saveTo was not called, or the model was closed since";
 
 } // namespace
@@ -23,22 +23,22 @@ Database::~Database() noexcept
 void Database::assertEmpty() const
 {
     if (tree != nullptr)
-        Exception::raise(Sites::NotEmpty,
+        Exception::raise(DatabaseSites::NotEmpty,
                          "the model was saved before; close it, then it may be saved anew");
 }
 
 void Database::assertNotEmpty() const
 {
     if (tree == nullptr)
-        Exception::raise(Sites::NotInitialized, notSaved);
+        Exception::raise(DatabaseSites::NotInitialized, notSaved);
 }
 
 void Database::assertOpenedForWriting() const
 {
     if (tree == nullptr)
-        Exception::raise(Sites::FileNotOpen, notSaved);
+        Exception::raise(DatabaseSites::FileNotOpen, notSaved);
     if (!openedForWriting)
-        Exception::raise(Sites::FileNotWritable);
+        Exception::raise(DatabaseSites::FileNotWritable);
 }
 
 void Database::close()

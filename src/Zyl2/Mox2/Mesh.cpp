@@ -13,9 +13,9 @@ namespace Mox2 {
 
 namespace {
 
-namespace Sites = Exception::Sites::Mesh;
+namespace MeshSites = Exception::Sites::Mesh;
 using Numbers = std::vector<unsigned int>;
-using Site = decltype(Sites::Nodes);
+using Site = decltype(MeshSites::Nodes);
 
 constexpr std::size_t LargestCount = 2147483647;
 
@@ -97,7 +97,7 @@ public:
         check(block, description);
         std::vector<std::size_t> const places = placesIn(order_, block.type);
         if (places.empty())
-            refuse(Sites::Elements, mesh_, nameOf(order_), " has no ", description.name);
+            refuse(MeshSites::Elements, mesh_, nameOf(order_), " has no ", description.name);
         appendNodes(block, description, places);
         lengths.insert(lengths.end(), block.nodes.rows(),
                        static_cast<unsigned int>(description.nodes));
@@ -113,7 +113,7 @@ private:
         if (dimension == 0)
             dimension = description.dimension;
         else if (dimension != description.dimension)
-            refuse(Sites::Elements, mesh_, "a shape holds elements of one dimension; it has ",
+            refuse(MeshSites::Elements, mesh_, "a shape holds elements of one dimension; it has ",
                    dimension, ", and elements ", index, ", ", description.name, ", have ",
                    description.dimension);
     }
@@ -121,17 +121,17 @@ private:
     void check(Elements const& block, ElementDescription const& description) const
     {
         if (block.nodes.columns() != description.nodes)
-            refuse(Sites::Elements, mesh_, description.name, " needs ",
+            refuse(MeshSites::Elements, mesh_, description.name, " needs ",
                    counted(description.nodes, "column"), ", the nodes have ",
                    block.nodes.columns());
         if (!areIntegers(block.nodes))
-            refuse(Sites::Elements, mesh_, "the nodes of elements have to be integers");
+            refuse(MeshSites::Elements, mesh_, "the nodes of elements have to be integers");
         if (block.nodes.rows() > LargestCount / description.nodes ||
             nodes.size() > LargestCount - block.nodes.rows() * description.nodes)
-            refuse(Sites::Elements, mesh_, "the nodes of all elements are more than ",
+            refuse(MeshSites::Elements, mesh_, "the nodes of all elements are more than ",
                    LargestCount);
         if (block.nodes.rows() != 0)
-            checkPointer(Sites::Elements, mesh_, description.name, block.nodes);
+            checkPointer(MeshSites::Elements, mesh_, description.name, block.nodes);
     }
 
     void appendNodes(Elements const& block, ElementDescription const& description,
@@ -146,8 +146,9 @@ private:
         forEachInteger(block.nodes, [&](std::size_t row, std::size_t column, auto number) {
             unsigned int const node = rows_(number);
             if (node == NodeRows::None)
-                refuse(Sites::Elements, mesh_, "element ", row, " of ", description.name, ", node ",
-                       column, " (both counted from 0) is ", number, ", ", whatThereIs());
+                refuse(MeshSites::Elements, mesh_, "element ", row, " of ", description.name,
+                       ", node ", column, " (both counted from 0) is ", number, ", ",
+                       whatThereIs());
             nodes[first + row * description.nodes + targets[column]] = node;
         });
     }
@@ -191,12 +192,12 @@ Numbers elementIdsFrom(std::string const& mesh, std::vector<Elements> const& ele
             continue;
         ++withIds;
         Numbers const more =
-            idsFrom(Sites::Elements, mesh, "element", block.ids, block.nodes.rows());
+            idsFrom(MeshSites::Elements, mesh, "element", block.ids, block.nodes.rows());
         ids.insert(ids.end(), more.begin(), more.end());
     }
     if (withIds != 0 && withIds != withElements)
-        refuse(Sites::Elements, mesh, "some elements have ids and some have none");
-    checkUnique(Sites::Elements, mesh, "element", ids);
+        refuse(MeshSites::Elements, mesh, "some elements have ids and some have none");
+    checkUnique(MeshSites::Elements, mesh, "element", ids);
     return ids;
 }
 
@@ -228,21 +229,21 @@ Mesh::Mesh(Model& model, unsigned int parent, std::string const& name, NodeOrder
 void Mesh::setNodes(ArrayView const& coordinates, ArrayView const& ids)
 {
     if (nodes_ != 0)
-        refuse(Sites::Nodes, name_, "the nodes are set already");
+        refuse(MeshSites::Nodes, name_, "the nodes are set already");
     if (coordinates.rows() == 0)
-        refuse(Sites::Nodes, name_, "there are no nodes");
+        refuse(MeshSites::Nodes, name_, "there are no nodes");
     if (coordinates.columns() != 3)
-        refuse(Sites::Nodes, name_, "coordinates need 3 columns, these have ",
+        refuse(MeshSites::Nodes, name_, "coordinates need 3 columns, these have ",
                coordinates.columns());
     if (areIntegers(coordinates))
-        refuse(Sites::Nodes, name_, "coordinates have to be floats or doubles, not integers");
+        refuse(MeshSites::Nodes, name_, "coordinates have to be floats or doubles, not integers");
     if (coordinates.rows() > LargestCount)
-        refuse(Sites::Nodes, name_, "there are more than ", LargestCount, " nodes");
+        refuse(MeshSites::Nodes, name_, "there are more than ", LargestCount, " nodes");
     if (ids.rows() == 0 && numbering_ == NodeNumbering::Ids)
-        refuse(Sites::Nodes, name_, "elements name nodes by ids, but the nodes have none");
+        refuse(MeshSites::Nodes, name_, "elements name nodes by ids, but the nodes have none");
     Numbers numbers;
     if (ids.rows() != 0)
-        numbers = idsFrom(Sites::Nodes, name_, "node", ids, coordinates.rows());
+        numbers = idsFrom(MeshSites::Nodes, name_, "node", ids, coordinates.rows());
     model_->addArrayProperty(DatasetType::Coordinates, coordinates, id_, Step());
     if (!numbers.empty())
         model_->addArrayProperty(DatasetType::NodeIds, numbers, id_, Step());
@@ -254,17 +255,18 @@ void Mesh::setNodes(ArrayView const& coordinates, ArrayView const& ids)
 void Mesh::setElements(std::vector<Elements> const& elements)
 {
     if (nodes_ == 0)
-        refuse(Sites::Elements, name_, "elements need nodes: call setNodes first");
+        refuse(MeshSites::Elements, name_, "elements need nodes: call setNodes first");
     if (elements_ != 0)
-        refuse(Sites::Elements, name_,
+        refuse(MeshSites::Elements, name_,
                "the elements are set already; elements of all types go into one call");
     if (nameOf(order_) == nullptr)
-        refuse(Sites::Elements, name_, static_cast<unsigned int>(order_), " is no order of nodes");
+        refuse(MeshSites::Elements, name_, static_cast<unsigned int>(order_),
+               " is no order of nodes");
     Connectivity connectivity(name_, order_, numbering_, nodes_, ids_);
     for (std::size_t i = 0; i < elements.size(); ++i)
         connectivity.append(elements[i], i);
     if (connectivity.lengths.empty())
-        refuse(Sites::Elements, name_, "there are no elements");
+        refuse(MeshSites::Elements, name_, "there are no elements");
     Numbers const ids = elementIdsFrom(name_, elements);
     unsigned int const dimension = connectivity.dimension;
     model_->addArrayProperty(typeOf(DatasetType::Connectivity1, dimension), connectivity.nodes, id_,
@@ -282,9 +284,10 @@ void Mesh::addNodeResult(std::string const& name, ArrayView const& values, Step 
                          Attributes const& attributes)
 {
     if (nodes_ == 0)
-        refuse(Sites::Result, name_, "the result \"", name, "\" needs nodes: call setNodes first");
+        refuse(MeshSites::Result, name_, "the result \"", name,
+               "\" needs nodes: call setNodes first");
     if (values.rows() != nodes_)
-        refuse(Sites::Result, name_, "the result \"", name, "\" has ",
+        refuse(MeshSites::Result, name_, "the result \"", name, "\" has ",
                counted(values.rows(), "row"), ", the mesh ", counted(nodes_, "node"));
     bool const rotates = name == "Displacement";
     addResult(name,
@@ -297,10 +300,10 @@ void Mesh::addElementResult(std::string const& name, ArrayView const& values, St
                             Attributes const& attributes)
 {
     if (elements_ == 0)
-        refuse(Sites::Result, name_, "the result \"", name,
+        refuse(MeshSites::Result, name_, "the result \"", name,
                "\" needs elements: call setElements first");
     if (values.rows() != elements_)
-        refuse(Sites::Result, name_, "the result \"", name, "\" has ",
+        refuse(MeshSites::Result, name_, "the result \"", name, "\" has ",
                counted(values.rows(), "row"), ", the mesh ", counted(elements_, "element"));
     addResult(name,
               {DatasetType::ElementScalar, DatasetType::ElementVector, DatasetType::ElementTensor},
@@ -319,13 +322,13 @@ void Mesh::addResult(std::string const& name, TypesByColumns const& types, Array
         case 6:
             return types.six;
         default:
-            refuse(Sites::Result, name_, "a result has 1, 3 or 6 columns, \"", name, "\" has ",
+            refuse(MeshSites::Result, name_, "a result has 1, 3 or 6 columns, \"", name, "\" has ",
                    values.columns());
         }
     };
     DatasetType const type = typeFrom();
     if (name.empty())
-        refuse(Sites::Result, name_, "a result needs a name");
+        refuse(MeshSites::Result, name_, "a result needs a name");
     model_->addArrayProperty(name, type, values, id_, step, attributes);
 }
 

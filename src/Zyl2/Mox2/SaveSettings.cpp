@@ -12,7 +12,7 @@ namespace Mox2 {
 
 namespace {
 
-namespace Sites = Exception::Sites::Saver;
+namespace SaverSites = Exception::Sites::Saver;
 
 constexpr char const* encoderVariable = "MOXWRITER_ENCODER";
 constexpr char const* threadsVariable = "MOXWRITER_THREADS";
@@ -45,8 +45,9 @@ std::string_view nameOf(Encoder encoder)
 
 [[noreturn]] void refuseEncoder(std::string const& request)
 {
-    Exception::raise(Sites::NoSuchEncoder, Exception::sentence(request, ", and this library has ",
-                                                               Zyl2Wvf::NamesOfEncoders()));
+    Exception::raise(
+        SaverSites::NoSuchEncoder,
+        Exception::sentence(request, ", and this library has ", Zyl2Wvf::NamesOfEncoders()));
 }
 
 Zyl2Wvf::BlockEncoder const& encoderOfEnvironment()
@@ -76,7 +77,7 @@ Zyl2Wvf::BlockEncoder const& chosenEncoder(Encoder encoder)
 
 [[noreturn]] void refuseThreads(std::string const& request)
 {
-    Exception::raise(Sites::TooManyThreads,
+    Exception::raise(SaverSites::TooManyThreads,
                      Exception::sentence(request, ", and a model starts 0 to ", mostThreads));
 }
 
@@ -106,7 +107,7 @@ std::optional<std::uint32_t> chosenBlockSize(std::uint64_t bytes)
     if (bytes == 0)
         return std::nullopt;
     if (bytes > largestBlock)
-        Exception::raise(Sites::BlockTooLarge,
+        Exception::raise(SaverSites::BlockTooLarge,
                          Exception::sentence("the host asks for blocks of ", bytes,
                                              " bytes, and a block has at most ", largestBlock));
     return static_cast<std::uint32_t>(bytes);
@@ -115,7 +116,7 @@ std::optional<std::uint32_t> chosenBlockSize(std::uint64_t bytes)
 [[noreturn]] void refuseRecoverable(std::string const& request)
 {
     Exception::raise(
-        Sites::NeitherYesNorNo,
+        SaverSites::NeitherYesNorNo,
         Exception::sentence(request, ", and a run is recoverable with 1, and not with 0"));
 }
 

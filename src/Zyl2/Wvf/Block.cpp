@@ -13,7 +13,7 @@ namespace Zyl2Wvf {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Block;
+namespace BlockSites = Zyl2::Exception::Sites::Block;
 using Zyl2::Exception::raise;
 
 /// Bytes that a block grows by at least. A step that was read from the environment stays in force
@@ -57,14 +57,14 @@ void Block::FillAt(void const* const& source, unsigned int const& count, unsigne
 void Block::SetPosition(PositionType const& position)
 {
     if (position > length_)
-        raise(Sites::PositionPastEnd);
+        raise(BlockSites::PositionPastEnd);
     position_ = position;
 }
 
 void Block::AllocateAdditionalMemory(std::size_t const& count)
 {
     if (count > SIZE_MAX - buffer_.GetSize() || !buffer_.Grow(buffer_.GetSize() + count))
-        raise(Sites::NoMemory);
+        raise(BlockSites::NoMemory);
 }
 
 void Block::Write(std::FILE* stream, bool withLength) const
@@ -75,7 +75,7 @@ void Block::Write(std::FILE* stream, bool withLength) const
         std::fwrite(buffer_.GetData(), 1, length_, stream);
     // The stream's error flag is sticky, so that a write that failed earlier shows here too.
     if (std::ferror(stream) != 0 || std::feof(stream) != 0)
-        raise(Sites::WriteFailed);
+        raise(BlockSites::WriteFailed);
 }
 
 void Block::Reset() noexcept
@@ -102,7 +102,7 @@ void Block::Grow(std::uint64_t count, std::uint64_t at)
 {
     std::uint64_t const step = CurrentGrowthStep();
     if (count > MaximumLength - at)
-        raise(Sites::TooLong);
+        raise(BlockSites::TooLong);
     AllocateAdditionalMemory(std::max({count, step, at + count - buffer_.GetSize()}));
     // Decided by the bytes in use and not by the capacity, which is large in small models, too.
     if (at + count >= Zyl2Util::Buffer::LargeSize)

@@ -14,7 +14,7 @@ namespace Zyl2Wvf {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Index;
+namespace IndexSites = Zyl2::Exception::Sites::Index;
 using State = IndexItem::State;
 using Zyl2::Exception::raise;
 
@@ -36,7 +36,7 @@ constexpr char const* FlushFrozen = "void Zyl2Wvf::Index::FlushFrozen(FILE*)";
 template <typename... Pieces>
 void Log(char const* function, unsigned long line, Pieces const&... pieces)
 {
-    Zyl2::Log::write(Sites::Source, function, line, pieces...);
+    Zyl2::Log::write(IndexSites::Source, function, line, pieces...);
 }
 
 /// Content that a keeper holds does not go with the block's buffer.
@@ -79,7 +79,7 @@ void BlockSaver::WriteBuffer(std::size_t slot, std::FILE* stream)
     IndexItem& item = slots_.GetItem(slot);
     Block& block = slots_.GetBlock(slot);
     if (item.IsFrozen())
-        raise(Sites::SavedBefore);
+        raise(IndexSites::SavedBefore);
     std::uint32_t const length = slots_.GetContentLength(slot);
     if (length != 0)
         Log(LogFunctions::WriteBuffer, __LINE__, "Buffer length: ", length);
@@ -142,7 +142,7 @@ void BlockSaver::Compress(std::size_t slot)
         BlockZlibCompressor compress(SavingLevel, *encoder_, spares_);
         compress(block);
         if (block.GetLength() == 0 && kept.Restore(block))
-            raise(Sites::NotCompressed);
+            raise(IndexSites::NotCompressed);
         CheckCompressed(block.GetLength() != 0);
     }
     item.Compress(length);
@@ -188,7 +188,7 @@ void BlockSaver::CheckCompressed(bool isCompressed)
     if (isCompressed)
         return;
     damaged_ = true;
-    raise(Sites::NotCompressed);
+    raise(IndexSites::NotCompressed);
 }
 
 void BlockSaver::WriteIndexBuffer(std::size_t slot, std::FILE* stream)
@@ -215,7 +215,7 @@ void BlockSaver::WriteAll(std::FILE* stream)
 {
     Log(LogFunctions::WriteAll, __LINE__, "Writing all buffers to file stream ...");
     if (slots_.GetSlotCount() < SlotTable::RootEntryCount)
-        raise(Sites::NothingToWrite);
+        raise(IndexSites::NothingToWrite);
     CheckProcess();
     std::size_t ahead = GetFirstUnsavedSlot();
     for (std::size_t slot = ahead; slot < slots_.GetSlotCount(); ++slot) {
@@ -236,7 +236,7 @@ void BlockSaver::WriteAll(std::FILE* stream)
 void BlockSaver::CheckStream(std::FILE* stream) const
 {
     if (std::fflush(stream) != 0 || std::ferror(stream) != 0 || damaged_)
-        raise(Sites::WriteFailed);
+        raise(IndexSites::WriteFailed);
 }
 
 void BlockSaver::FlushFrozen(std::FILE* stream)
@@ -267,7 +267,7 @@ void BlockSaver::FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream)
         if (slots_.GetItem(GetFirstUnsavedSlot()).state == State::BeingCompressed)
             return;
         if (GetFirstUnsavedSlot() < slot)
-            raise(Sites::SavedOutOfOrder);
+            raise(IndexSites::SavedOutOfOrder);
         SaveEarly(slot, stream);
     }
 }
@@ -279,7 +279,7 @@ void BlockSaver::SaveBlock(std::size_t slot, std::FILE* stream)
     bool const isReached = fseeko(stream, static_cast<off_t>(position), SEEK_SET) == 0;
     if (std::exchange(flushFailed_, false) || !isReached) {
         Log(LogFunctions::WriteBuffer, __LINE__, "File positioning failed");
-        raise(Sites::SeekFailed);
+        raise(IndexSites::SeekFailed);
     }
     slots_.GetBlock(slot).Write(stream, false);
 }
@@ -364,7 +364,7 @@ void BlockSaver::CheckProcess()
     if (!IsForked())
         return;
     damaged_ = true;
-    raise(Sites::WriteFailed, "the file belongs to the process that this one was forked from");
+    raise(IndexSites::WriteFailed, "the file belongs to the process that this one was forked from");
 }
 
 /// \return whether a thread does it, or nothing is left to do
@@ -412,7 +412,7 @@ std::size_t BlockSaver::TakeBack()
     item.state = State::Open;
     if (!task.written && task.content.IsBorrowed()) {
         block.Adopt(std::move(task.content), task.length);
-        raise(Sites::NotCompressed);
+        raise(IndexSites::NotCompressed);
     }
     CheckCompressed(task.written.has_value());
     std::size_t const written = task.written.value_or(0);

@@ -11,7 +11,7 @@ namespace Zyl2Wvf {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::BlockZlibCompressor;
+namespace BlockZlibCompressorSites = Zyl2::Exception::Sites::BlockZlibCompressor;
 using Zyl2::Exception::raise;
 
 } // namespace
@@ -36,7 +36,7 @@ Zyl2Util::Buffer BlockZlibCompressor::BufferFor(std::uint32_t length, SpareBuffe
     if (spares != nullptr)
         buffer = spares->stream.Take();
     if (!buffer.Grow(BlockStreamCapacity(length)))
-        raise(Sites::NoMemory);
+        raise(BlockZlibCompressorSites::NoMemory);
     buffer.PreferHugePages();
     return buffer;
 }
@@ -44,7 +44,7 @@ Zyl2Util::Buffer BlockZlibCompressor::BufferFor(std::uint32_t length, SpareBuffe
 void BlockZlibCompressor::CheckLength(std::size_t written)
 {
     if (written > Block::MaximumLength)
-        raise(Sites::TooLong);
+        raise(BlockZlibCompressorSites::TooLong);
 }
 
 void BlockZlibCompressor::Replace(Block& block, Zyl2Util::Buffer stream, std::uint32_t length)

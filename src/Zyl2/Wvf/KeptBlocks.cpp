@@ -26,8 +26,8 @@ namespace {
 namespace Sites = Zyl2::Exception::Sites::Recovery;
 using Type = RecoveryLog::Type;
 
-constexpr std::size_t SmallestStep = 65536;
-constexpr std::size_t LargestStep = 16777216;
+constexpr std::size_t SmallestRoom = 65536;
+constexpr std::size_t LargestRoom = 16777216;
 
 [[noreturn]] void RaiseNotWritten(char const* what, int error)
 {
@@ -79,7 +79,7 @@ void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position
     // A block that would be filled to its last byte asks for more.
     std::size_t const needed = std::size_t(length) + size + 1;
     if (needed > file.GetSize()) {
-        std::size_t const step = std::clamp(needed / 8, SmallestStep, LargestStep);
+        std::size_t const step = std::clamp(needed / 8, SmallestRoom, LargestRoom);
         int const error = file.Grow((needed + step - 1) / step * step);
         if (error != 0)
             RaiseNotWritten("no room for a block beside the model file", error);

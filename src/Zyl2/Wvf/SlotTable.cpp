@@ -26,7 +26,7 @@ namespace Zyl2Wvf {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::Index;
+namespace IndexSites = Zyl2::Exception::Sites::Index;
 using Zyl2::Exception::raise;
 
 constexpr std::size_t ReservedNameLength = 13;
@@ -135,7 +135,7 @@ void SlotTable::FillPool()
         return;
     }
     if (pool->blocks.empty())
-        raise(Sites::PoolRanDry);
+        raise(IndexSites::PoolRanDry);
     if (pool->blocks.size() == 1)
         TurnLastSpareIntoIndexBlock();
 }
@@ -227,7 +227,7 @@ void SlotTable::UpdatePosition(std::size_t slot)
 void SlotTable::CopyFollowingItemsToBlock(std::size_t slot, Block& block) const
 {
     if (slot + IndexBlockEntryCount >= items_.size())
-        raise(Sites::TooFewSlotsFollow);
+        raise(IndexSites::TooFewSlotsFollow);
     IndexItem const* const first = items_.data() + slot + 1;
     CopyToBlock(block, first, first + IndexBlockEntryCount);
 }

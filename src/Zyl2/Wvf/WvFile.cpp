@@ -22,7 +22,7 @@ namespace Zyl2Wvf {
 
 namespace {
 
-namespace Sites = Zyl2::Exception::Sites::WvFile;
+namespace WvFileSites = Zyl2::Exception::Sites::WvFile;
 using Zyl2::Exception::raise;
 
 constexpr std::array<unsigned char, 8> Signature{0x89, 'W', 'V', 'F', 0x0D, 0x0A, 0x1A, 0x0A};
@@ -36,12 +36,12 @@ bool CanBeAName(std::string const& path)
 }
 
 /// \param error number of the system's error; 0 when the system was not asked
-[[noreturn]] void RaiseNotOpened(std::string const& path, int error)
+[[noreturn]] void RaiseFileNotOpened(std::string const& path, int error)
 {
     // An exception's text ends at the first zero byte, so a path with one is cut there: the text
     // keeps its closing quote.
-    std::string const message = Sites::NotOpened.text + path.substr(0, path.find('\0')) + '"';
-    auto site = Sites::NotOpened;
+    std::string const message = WvFileSites::NotOpened.text + path.substr(0, path.find('\0')) + '"';
+    auto site = WvFileSites::NotOpened;
     site.text = message.c_str();
     raise(site, error == 0 ? "the path holds a zero byte" : std::strerror(error));
 }
@@ -69,10 +69,10 @@ WvFile::~WvFile() noexcept
 void WvFile::OpenFile(std::string const& path, char const* mode)
 {
     if (stream_ != nullptr)
-        raise(Sites::StreamInUse);
+        raise(WvFileSites::StreamInUse);
     stream_ = CanBeAName(path) ? std::fopen(path.c_str(), mode) : nullptr;
     if (stream_ == nullptr)
-        RaiseNotOpened(path, CanBeAName(path) ? errno : 0);
+        RaiseFileNotOpened(path, CanBeAName(path) ? errno : 0);
     hadName_ = Zyl2Util::HasName(stream_);
 }
 
@@ -84,14 +84,14 @@ void WvFile::OpenFile(std::wstring const& path, wchar_t const* mode)
 void WvFile::OpenFileForWriting(std::string const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(path) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::FileExists, SentenceOfExisting(path));
+        raise(WvFileSites::FileExists, SentenceOfExisting(path));
     OpenFile(path, "wb");
 }
 
 void WvFile::OpenFileForWriting(std::wstring const& path, bool overwrite)
 {
     if (!overwrite && CanBeAName(Zyl2Util::Narrowed(path)) && Zyl2Util::FileExists(path.c_str()))
-        raise(Sites::WideFileExists, SentenceOfExisting(Zyl2Util::Narrowed(path)));
+        raise(WvFileSites::WideFileExists, SentenceOfExisting(Zyl2Util::Narrowed(path)));
     OpenFile(path, L"wb");
 }
 
@@ -117,7 +117,7 @@ void WvFile::KeepUnsaved(std::string const& key, std::unique_ptr<BlockKeeper> ke
 
 void WvFile::CloseFile()
 {
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
+    Zyl2::Log::write(WvFileSites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "Closing file ...");
     // What a forked process has in its copy of the stream is for the other one to write.
     if (stream_ != nullptr && index_.IsForked())
         Zyl2Util::ForgetUnwritten(stream_);
@@ -129,7 +129,7 @@ void WvFile::CloseFile()
     hasLostItsName_ = hadName_ && !Zyl2Util::HasName(stream_);
     hasFailedToClose_ = std::fclose(stream_) != 0;
     stream_ = nullptr;
-    Zyl2::Log::write(Sites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
+    Zyl2::Log::write(WvFileSites::Source, BOOST_CURRENT_FUNCTION, __LINE__, "File closed.");
 }
 
 } // namespace Zyl2Wvf

@@ -17,8 +17,6 @@ using Reals = Model::Reals;
 using Rows = std::vector<std::uint32_t>;
 using Ids = std::vector<std::int64_t>;
 
-constexpr std::size_t axisCount = 3;
-
 /// What one part of the source is to be, in rows of a part of the model.
 struct ExpectedPart
 {

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+constexpr std::size_t axisCount = 3;
+
 /// What a case of EnSight holds, and how its files hold it.
 struct Model
 {

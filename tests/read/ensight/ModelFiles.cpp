@@ -9,7 +9,6 @@ namespace {
 using Nodes = Model::Nodes;
 using Reals = Model::Reals;
 
-constexpr std::size_t axisCount = 3;
 constexpr std::size_t oldMarksPerLine = 10;
 constexpr float mark = -12345;
 constexpr std::size_t spreadStart = 3;

@@ -14,7 +14,6 @@ using Types = std::vector<std::string>;
 /// Of an unstructured part; enough for each type of element.
 constexpr std::size_t fewestNodes = 20;
 constexpr std::size_t mostNodes = 40;
-constexpr std::size_t axisCount = 3;
 
 std::vector<Types> const& linearFamilies()
 {

@@ -49,14 +49,14 @@ protected:
     Support::Folder const folder_;
 };
 
-std::string const format = "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n";
-std::string const nodes = "$Nodes\n3\n1 0 0 0\n2 1 0 0\n3 0 1 0\n$EndNodes\n";
+std::string const formatSection = "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n";
+std::string const nodesSection = "$Nodes\n3\n1 0 0 0\n2 1 0 0\n3 0 1 0\n$EndNodes\n";
 
-std::string const element = "$Elements\n1\n1 2 2 0 1 1 2 3\n$EndElements\n";
+std::string const elementSection = "$Elements\n1\n1 2 2 0 1 1 2 3\n$EndElements\n";
 
 TEST_F(DamagedGmshFile, OnlyItsOwnFilesAreRecognised)
 {
-    EXPECT_TRUE(Gmsh::hasBeginning(folder_.write("a", format)));
+    EXPECT_TRUE(Gmsh::hasBeginning(folder_.write("a", formatSection)));
     for (char const* const content :
          {"", "$", "$MeshForma", "$NOD\n", "$Comments\nSystemCall \"true\";\n$MeshFormat\n",
           "<?xml version=\"1.0\"?>", "CDF\x01", "Point(1) = {};"}) {
@@ -72,27 +72,29 @@ TEST_F(DamagedGmshFile, OnlyItsOwnFilesAreRecognised)
 
 TEST_F(DamagedGmshFile, FilesWithoutNodesAreRefused)
 {
-    EXPECT_EQ(errorOfContent(format), "Gmsh finds no nodes in the file.");
-    EXPECT_EQ(errorOfContent(format + "$Nodes\n0\n$EndNodes\n"),
+    EXPECT_EQ(errorOfContent(formatSection), "Gmsh finds no nodes in the file.");
+    EXPECT_EQ(errorOfContent(formatSection + "$Nodes\n0\n$EndNodes\n"),
               "Gmsh finds no nodes in the file.");
 }
 
 TEST_F(DamagedGmshFile, NodesThatAreNotThereAreTold)
 {
-    std::string const error =
-        errorOfContent(format + nodes + "$Elements\n1\n1 2 2 0 1 1 2 99\n$EndElements\n");
+    std::string const error = errorOfContent(formatSection + nodesSection +
+                                             "$Elements\n1\n1 2 2 0 1 1 2 99\n$EndElements\n");
     EXPECT_NE(error, "");
     EXPECT_EQ(error.find("/proc"), std::string::npos) << error;
 }
 
 TEST_F(DamagedGmshFile, UnknownVersionsAreRefused)
 {
-    EXPECT_NE(errorOfContent("$MeshFormat\n9.9 0 8\n$EndMeshFormat\n" + nodes + element), "");
+    EXPECT_NE(
+        errorOfContent("$MeshFormat\n9.9 0 8\n$EndMeshFormat\n" + nodesSection + elementSection),
+        "");
 }
 
 TEST_F(DamagedGmshFile, ASecondFileIsRefusedWhileOneIsOpen)
 {
-    auto const path = folder_.write("in.msh", format + nodes + element);
+    auto const path = folder_.write("in.msh", formatSection + nodesSection + elementSection);
     Exchange::Report report;
     {
         auto const source = Gmsh::open(path, report);

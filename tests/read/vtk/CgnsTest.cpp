@@ -19,15 +19,15 @@ using Rows = std::vector<std::uint32_t>;
 
 Rows const cube = {0, 1, 2, 3, 4, 5, 6, 7};
 
-auto const quad = CGNS_ENUMV(QUAD_4);
-auto const triangle = CGNS_ENUMV(TRI_3);
+auto const quads = CGNS_ENUMV(QUAD_4);
+auto const triangles = CGNS_ENUMV(TRI_3);
 auto const hexahedron = CGNS_ENUMV(HEXA_8);
 auto const mixed = CGNS_ENUMV(MIXED);
-auto const polygons = CGNS_ENUMV(NGON_n);
+auto const faces = CGNS_ENUMV(NGON_n);
 auto const polyhedra = CGNS_ENUMV(NFACE_n);
 
 std::vector<Numbers> const aQuadAndTriangles = {
-    {quad, 1, 2, 3, 4}, {triangle, 5, 6, 7}, {triangle, 5, 7, 8}};
+    {quads, 1, 2, 3, 4}, {triangles, 5, 6, 7}, {triangles, 5, 7, 8}};
 
 class Cgns : public ::testing::Test
 {
@@ -69,8 +69,8 @@ TEST_F(Cgns, BoundariesAreLeftOutWithAWarning)
         {
             CgnsFile const file(path_, type);
             file.addCube();
-            file.addSection("Walls", quad, 2, 2, {1, 2, 3, 4, 5, 6, 7, 8});
-            file.addSection("Inlet", quad, 4, 1, {1, 4, 8, 5});
+            file.addSection("Walls", quads, 2, 2, {1, 2, 3, 4, 5, 6, 7, 8});
+            file.addSection("Inlet", quads, 4, 1, {1, 4, 8, 5});
             file.addCondition("On nodes", CGNS_ENUMV(Vertex), {1, 2, 3, 4}, "Family of walls");
             file.addCondition("On a face", CGNS_ENUMV(FaceCenter), {4});
         }
@@ -103,11 +103,11 @@ TEST_F(Cgns, BoundariesOfPolygonsAreLeftOutWithAWarning)
 {
     {
         CgnsFile const file(path_);
-        file.addSection("Faces", polygons, 1,
+        file.addSection("Faces", faces, 1,
                         {{1, 4, 3, 2}, {5, 6, 7, 8}, {1, 2, 6, 5}, {2, 3, 7, 6}});
-        file.addSection("More faces", polygons, 5, {{3, 4, 8, 7}, {4, 1, 5, 8}});
+        file.addSection("More faces", faces, 5, {{3, 4, 8, 7}, {4, 1, 5, 8}});
         file.addSection("Cells", polyhedra, 7, {{-1, 2, 3, 4, 5, 6}});
-        file.addSection("Walls", polygons, 8, {{1, 2, 3, 4}});
+        file.addSection("Walls", faces, 8, {{1, 2, 3, 4}});
     }
     constexpr bool skipUnknown = true;
     EXPECT_EQ(opened(skipUnknown).warnings(),
@@ -131,8 +131,8 @@ TEST_F(Cgns, PolygonsAloneAreRead)
 {
     {
         CgnsFile const file(path_, CG_FILE_HDF5, 2);
-        file.addSection("Some", polygons, 1, {{1, 2, 3, 4}, {5, 6, 7, 8}});
-        file.addSection("More", polygons, 3, {{1, 2, 6, 5}});
+        file.addSection("Some", faces, 1, {{1, 2, 3, 4}, {5, 6, 7, 8}});
+        file.addSection("More", faces, 3, {{1, 2, 6, 5}});
     }
     OpenedFile const file = opened();
     EXPECT_EQ(file.parts[0].connectivity, (Rows{0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 5, 4}));
@@ -177,7 +177,7 @@ protected:
             else if (first == 2)
                 file.addSection("Tetrahedron", CGNS_ENUMV(TETRA_4), 2, 1, {8, 7, 6, 1});
             else
-                file.addSection("Walls", quad, first, 2, {1, 2, 3, 4, 5, 6, 7, 8});
+                file.addSection("Walls", quads, first, 2, {1, 2, 3, 4, 5, 6, 7, 8});
         }
     }
 };
@@ -205,7 +205,7 @@ TEST_F(Cgns, OneSectionOfCellsMayStandBehindBoundaries)
 {
     {
         CgnsFile const file(path_);
-        file.addSection("Walls", quad, 2, 2, {1, 2, 3, 4, 5, 6, 7, 8});
+        file.addSection("Walls", quads, 2, 2, {1, 2, 3, 4, 5, 6, 7, 8});
         file.addCube();
     }
     EXPECT_EQ(opened().parts[0].connectivity, cube);

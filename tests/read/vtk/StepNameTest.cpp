@@ -55,11 +55,11 @@ vtkSmartPointer<vtkPolyData> polygon()
     return polygon;
 }
 
-vtkSmartPointer<vtkImageData> image()
+vtkSmartPointer<vtkImageData> regularGrid()
 {
-    auto image = vtkSmartPointer<vtkImageData>::New();
-    image->SetDimensions(2, 2, 2);
-    return image;
+    auto grid = vtkSmartPointer<vtkImageData>::New();
+    grid->SetDimensions(2, 2, 2);
+    return grid;
 }
 
 vtkSmartPointer<vtkStructuredGrid> structured()
@@ -98,14 +98,14 @@ constexpr char const* anyAxes =
     "Name=\"y\"/><PDataArray type=\"Float64\" Name=\"z\"/></PCoordinates>";
 
 /// A kind of files, and how a test writes one with the name of a step in it.
-struct Kind
+struct WrittenKind
 {
     std::string ending;
     std::function<void(Folder const&, std::string const& file, std::string const& step)> write;
 };
 
 template <typename Writer, typename Make>
-Kind kind(std::string const& ending, Make const& make)
+WrittenKind kind(std::string const& ending, Make const& make)
 {
     return {ending, [make](Folder const& folder, std::string const& file, std::string const& step) {
                 auto const object = make();
@@ -114,7 +114,7 @@ Kind kind(std::string const& ending, Make const& make)
             }};
 }
 
-Kind inPieces(Kind const& piece, std::string const& type, std::string const& content)
+WrittenKind inPieces(WrittenKind const& piece, std::string const& type, std::string const& content)
 {
     return {"p" + piece.ending,
             [=](Folder const& folder, std::string const& file, std::string const& step) {
@@ -124,14 +124,14 @@ Kind inPieces(Kind const& piece, std::string const& type, std::string const& con
             }};
 }
 
-std::vector<Kind> kinds()
+std::vector<WrittenKind> writtenKinds()
 {
-    Kind const vtu = kind<vtkXMLUnstructuredGridWriter>("vtu", triangle);
-    Kind const vtp = kind<vtkXMLPolyDataWriter>("vtp", polygon);
-    Kind const vti = kind<vtkXMLImageDataWriter>("vti", image);
-    Kind const vts = kind<vtkXMLStructuredGridWriter>("vts", structured);
-    Kind const vtr = kind<vtkXMLRectilinearGridWriter>("vtr", rectilinear);
-    Kind const vtm = kind<vtkXMLMultiBlockDataWriter>("vtm", [] {
+    WrittenKind const vtu = kind<vtkXMLUnstructuredGridWriter>("vtu", triangle);
+    WrittenKind const vtp = kind<vtkXMLPolyDataWriter>("vtp", polygon);
+    WrittenKind const vti = kind<vtkXMLImageDataWriter>("vti", regularGrid);
+    WrittenKind const vts = kind<vtkXMLStructuredGridWriter>("vts", structured);
+    WrittenKind const vtr = kind<vtkXMLRectilinearGridWriter>("vtr", rectilinear);
+    WrittenKind const vtm = kind<vtkXMLMultiBlockDataWriter>("vtm", [] {
         auto blocks = vtkSmartPointer<vtkMultiBlockDataSet>::New();
         blocks->SetBlock(0, triangle());
         return blocks;
@@ -149,7 +149,7 @@ std::vector<Kind> kinds()
             inPieces(vtr, "PRectilinearGrid", anyAxes)};
 }
 
-class StepName : public ::testing::TestWithParam<Kind>
+class StepName : public ::testing::TestWithParam<WrittenKind>
 {
 protected:
     OpenedFile openedSeries(std::string const& first, std::string const& second) const
@@ -166,10 +166,10 @@ protected:
     Folder folder_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Kinds, StepName, ::testing::ValuesIn(kinds()),
+INSTANTIATE_TEST_SUITE_P(Kinds, StepName, ::testing::ValuesIn(writtenKinds()),
                          [](auto const& tested) { return tested.param.ending; });
 
-Names namesOf(OpenedFile const& file)
+Names stepNamesOf(OpenedFile const& file)
 {
     Names names;
     for (Exchange::StepInfo const& step : file.steps)
@@ -179,11 +179,11 @@ Names namesOf(OpenedFile const& file)
 
 TEST_P(StepName, OfEachFileIsTheOneInItsFieldData)
 {
-    Kind const& kind = GetParam();
+    WrittenKind const& kind = GetParam();
     kind.write(folder_, "a." + kind.ending, "wind");
     kind.write(folder_, "b." + kind.ending, "snow");
     OpenedFile const file = openedSeries("a." + kind.ending, "b." + kind.ending);
-    EXPECT_EQ(namesOf(file), (Names{"wind", "snow"}));
+    EXPECT_EQ(stepNamesOf(file), (Names{"wind", "snow"}));
     for (Exchange::StepInfo const& step : file.steps)
         EXPECT_TRUE(step.attributes.empty());
     ASSERT_EQ(file.parts.size(), 1U);

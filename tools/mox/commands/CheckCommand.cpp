@@ -28,8 +28,6 @@ using MoxRead::quoted;
 
 namespace {
 
-constexpr auto oneLine = JsonWriter::Layout::OneLine;
-
 struct Verdict
 {
     explicit Verdict(CheckArguments const& options) : file(options.file), model(options.file)
@@ -127,7 +125,7 @@ void writeOptional(JsonWriter& json, char const* name, bool isThere, std::string
 void writeFinding(JsonWriter& json, Verdict const& verdict, Finding const& finding)
 {
     MoxRead::Variable const* const variable = finding.variable;
-    json.beginObject(oneLine).member("severity", nameOf(finding.kind->severity));
+    json.beginObject(JsonWriter::OneLine).member("severity", nameOf(finding.kind->severity));
     json.member("kind", finding.kind->name);
     bool const hasNode = finding.node != nullptr;
     writeOptional(json, "path", hasNode, hasNode ? verdict.pathOf(finding) : "");
@@ -144,7 +142,7 @@ void writeCounts(JsonWriter& json, Findings const& findings)
     for (Kind const* kind : Check::Kinds::all) {
         if (findings.count(*kind) == 0)
             continue;
-        json.beginObject(oneLine).member("kind", kind->name);
+        json.beginObject(JsonWriter::OneLine).member("kind", kind->name);
         json.member("severity", nameOf(kind->severity));
         json.member("count", findings.count(*kind)).endObject();
     }

@@ -13,7 +13,7 @@ namespace Mox {
 
 namespace {
 
-std::string complaintAboutTarget(std::string const& path)
+std::string complaintAboutExport(std::string const& path)
 {
     std::string const ending = std::filesystem::path(path).extension().string();
     bool const isTarget = ending == ".vtu" || ending == ".vtm" || ending == ".pvd";
@@ -25,7 +25,7 @@ void addArguments(SubCommand& command, ExportArguments& arguments)
     command.add("FILE", arguments.input, "Model file, or index of a partitioned model").required();
     command.add("OUT", arguments.output, "What to make: .vtu, .vtm or .pvd")
         .required()
-        .check(complaintAboutTarget);
+        .check(complaintAboutExport);
     command.add("--step", arguments.options.step,
                 "Write this step only (default: the last; for .pvd, all)");
     command.addFlag("--overwrite", arguments.options.overwrite, "Replace OUT if it exists");

@@ -26,7 +26,6 @@ using MoxRead::Slot;
 
 namespace {
 
-constexpr auto oneLine = JsonWriter::Layout::OneLine;
 constexpr int keyWidth = 19;
 constexpr std::uint8_t writtenEarlyFlag = 32;
 
@@ -154,7 +153,7 @@ void writeBlocks(JsonWriter& json, BlockReport const& report)
     json.key("blocks").beginArray();
     for (BlockReport::Block const& block : report.blocks()) {
         Slot const& slot = block.slot;
-        json.beginObject(oneLine).member("slot", slot.number).member("key", block.key);
+        json.beginObject(JsonWriter::OneLine).member("slot", slot.number).member("key", block.key);
         json.member("id", unsigned{slot.id}).member("position", slot.position);
         json.member("size", slot.size).member("compressed", slot.isCompressed());
         json.member("writtenEarly", (slot.transformations & writtenEarlyFlag) != 0);
@@ -168,11 +167,11 @@ void writeSums(JsonWriter& json, std::vector<BlockReport::Sum> const& keys,
 {
     json.key("keys").beginArray();
     for (BlockReport::Sum const& sum : keys) {
-        json.beginObject(oneLine).member("key", sum.key);
+        json.beginObject(JsonWriter::OneLine).member("key", sum.key);
         writeSum(json, sum);
         json.endObject();
     }
-    json.endArray().key("total").beginObject(oneLine);
+    json.endArray().key("total").beginObject(JsonWriter::OneLine);
     writeSum(json, total);
     json.endObject();
 }

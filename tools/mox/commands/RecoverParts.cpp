@@ -96,7 +96,7 @@ void writeText(std::string const& path, PartitionIndex const& index)
 }
 
 /// The old index, of which the same can be recovered once more, goes only for one that is there.
-void putOnDisk(std::string const& path)
+void putIndexOnDisk(std::string const& path)
 {
     int const file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     bool const isDone = file >= 0 && ::fsync(file) == 0;
@@ -124,7 +124,7 @@ void finish(PartitionIndex const& index, std::string const& path, std::ostream& 
     StepCounts const steps = countSteps(index);
     Common::PartialFile file(path, true);
     writeText(file.path().string(), index);
-    putOnDisk(file.path().string());
+    putIndexOnDisk(file.path().string());
     file.publish();
     out << path << ": finished: all files are whole";
     if (steps.least != steps.greatest)

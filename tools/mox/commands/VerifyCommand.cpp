@@ -17,8 +17,6 @@ namespace Mox {
 
 namespace {
 
-constexpr auto oneLine = JsonWriter::Layout::OneLine;
-
 struct Verdict
 {
     std::string file;
@@ -55,7 +53,9 @@ void print(std::ostream& out, Verdict const& verdict)
 
 void write(JsonWriter& json, Verdict const& verdict)
 {
-    json.beginObject(oneLine).member("file", verdict.file).member("ok", verdict.isGood());
+    json.beginObject(JsonWriter::OneLine)
+        .member("file", verdict.file)
+        .member("ok", verdict.isGood());
     if (verdict.isGood()) {
         json.member("blockCount", verdict.summary.blocks);
         json.member("nodeCount", verdict.summary.nodes);

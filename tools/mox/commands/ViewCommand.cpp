@@ -18,7 +18,7 @@ namespace {
 constexpr int leastSize = 200;
 constexpr int greatestSize = 8192;
 
-std::string complaintAboutTarget(std::string const& path)
+std::string complaintAboutPicture(std::string const& path)
 {
     return std::filesystem::path(path).extension() == ".png" ? ""
                                                              : path + " does not end with .png";
@@ -84,7 +84,7 @@ void addArguments(SubCommand& command, ViewArguments& arguments)
     command.add("FILE", arguments.input, "Model file, or index of a partitioned model").required();
     command.add("OUT", arguments.output, "Picture to be made: .png")
         .required()
-        .check(complaintAboutTarget);
+        .check(complaintAboutPicture);
     command.add("--step", arguments.options.step, "Step to show (default: the last)");
     command.add("--field", arguments.options.field,
                 "Field to show (default: Displacement, else the first)");

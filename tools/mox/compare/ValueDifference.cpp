@@ -1,6 +1,6 @@
 #include "ValueDifference.h"
 
-#include "moxread/LittleEndian.h"
+#include "mox/print/ValueText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,11 +31,6 @@ void add(ValueDifference& result, ValueDifference::Place place)
     keepLarger(result.largestAbsolute, place);
     place.difference = relativeTo(place.difference, place.left, place.right);
     keepLarger(result.largestRelative, place);
-}
-
-double numberOf(std::uint32_t word, bool isFloat)
-{
-    return isFloat ? static_cast<double>(MoxRead::floatFromBits(word)) : word;
 }
 
 } // namespace

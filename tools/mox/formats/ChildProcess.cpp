@@ -19,7 +19,7 @@ namespace Mox {
 
 namespace {
 
-constexpr int failure = 1;
+constexpr int failedStatus = 1;
 
 /// A crash that is expected needs no image of the process on the disk.
 void leaveNoCore()
@@ -34,7 +34,7 @@ void dieWith(pid_t parent)
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     // A parent that ended before the call above sends no signal any more.
     if (::getppid() != parent)
-        std::_Exit(failure);
+        std::_Exit(failedStatus);
 }
 
 [[noreturn]] void runAndExit(std::function<int()> const& action)
@@ -42,12 +42,12 @@ void dieWith(pid_t parent)
     leaveNoCore();
     // A file that may not grow is told like any other failed write.
     std::signal(SIGXFSZ, SIG_IGN);
-    int status = failure;
+    int status = failedStatus;
     try {
         status = action();
         if (!std::cout.flush()) {
             std::cerr << "mox: the output cannot be written\n";
-            status = failure;
+            status = failedStatus;
         }
     } catch (std::exception const& error) {
         std::cerr << "mox: " << error.what() << '\n';

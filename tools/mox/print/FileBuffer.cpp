@@ -10,12 +10,12 @@ namespace Mox {
 
 namespace {
 
-constexpr std::size_t pieceSize = std::size_t{1} << 16U;
+constexpr std::size_t bytesAtATime = std::size_t{1} << 16U;
 
 } // namespace
 
 FileBuffer::FileBuffer(std::string const& path)
-    : piece_(pieceSize), descriptor_(::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC))
+    : piece_(bytesAtATime), descriptor_(::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC))
 {
     check(descriptor_ >= 0);
     setp(piece_.data(), piece_.data() + piece_.size());

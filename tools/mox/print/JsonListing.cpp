@@ -17,7 +17,6 @@ using MoxRead::WritingRecord;
 
 namespace {
 
-constexpr auto oneLine = JsonWriter::Layout::OneLine;
 // By the index of the alternative.
 constexpr std::array<char const*, 4> attributeTypes = {"uint32", "float", "string", "double"};
 
@@ -25,7 +24,7 @@ void writeAttributes(JsonWriter& json, Attributes const& attributes)
 {
     json.key("attributes").beginArray();
     for (auto const& [name, value] : attributes) {
-        json.beginObject(oneLine).member("name", name);
+        json.beginObject(JsonWriter::OneLine).member("name", name);
         json.member("type", attributeTypes[value.index()]).key("value");
         std::visit([&](auto const& content) { json.value(content); }, value);
         json.endObject();
@@ -58,7 +57,7 @@ void writeRange(JsonWriter& json, ValueRange const& range)
 {
     json.key("range");
     if (range.hasNumbers())
-        json.beginArray(oneLine);
+        json.beginArray(JsonWriter::OneLine);
     if (!range.hasNumbers())
         json.null();
     else if (range.isFloat)
@@ -151,7 +150,7 @@ void JsonListing::writeLink(JsonWriter& json, Variable const& variable) const
         json.null();
         return;
     }
-    json.beginObject(oneLine).member("node", variable.link.nodeId);
+    json.beginObject(JsonWriter::OneLine).member("node", variable.link.nodeId);
     writeDatasetName(json, model_.variable(variable.link));
     json.endObject();
 }
@@ -169,7 +168,7 @@ void JsonListing::writeSteps(JsonWriter& json) const
 
 void JsonListing::writeHeavyData(JsonWriter& json) const
 {
-    json.key("heavyData").beginObject(oneLine).member("bytes", model_.heavyLength());
+    json.key("heavyData").beginObject(JsonWriter::OneLine).member("bytes", model_.heavyLength());
     json.member("unused", model_.unusedHeavyLength()).endObject();
 }
 

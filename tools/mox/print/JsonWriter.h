@@ -27,6 +27,7 @@ public:
         Lines,
         OneLine
     };
+    static constexpr Layout OneLine = Layout::OneLine;
 
     explicit JsonWriter(std::ostream& out);
 

@@ -13,8 +13,6 @@ using MoxRead::quoted;
 
 namespace {
 
-constexpr auto oneLine = JsonWriter::Layout::OneLine;
-
 void printText(PartitionIndex const& index, std::ostream& out)
 {
     out << "mox set 1: " << index.files().size() << (index.files().size() == 1 ? " file" : " files")
@@ -36,9 +34,9 @@ void printJson(PartitionIndex const& index, std::string const& path, std::ostrea
     json.member("rankCount", index.ranks()).key("parts").beginArray();
     for (PartitionFile const& file : index.files()) {
         std::string const complaint = index.complaintAbout(file);
-        json.beginObject(oneLine).member("name", file.name).key("ranks").beginArray();
+        json.beginObject(JsonWriter::OneLine).member("name", file.name).key("ranks").beginArray();
         for (auto const& [first, last] : file.ranks)
-            json.beginArray(oneLine).value(first).value(last).endArray();
+            json.beginArray(JsonWriter::OneLine).value(first).value(last).endArray();
         json.endArray().member("ok", complaint.empty());
         if (!complaint.empty())
             json.member("error", complaint);

@@ -30,12 +30,12 @@ struct AttributeText
     std::string operator()(std::string const& value) const { return MoxRead::quoted(value); }
 };
 
+} // namespace
+
 double numberOf(std::uint32_t word, bool isFloat)
 {
     return isFloat ? static_cast<double>(MoxRead::floatFromBits(word)) : word;
 }
-
-} // namespace
 
 std::string textOf(float value)
 {

@@ -4,6 +4,7 @@
 #include "moxread/Dataset.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace Mox {
@@ -27,6 +28,9 @@ std::string textOf(Iterator begin, Iterator end)
 
 /// An attribute's value; numbers tell their type, unless they are integers, and texts are quoted.
 std::string textOf(MoxRead::AttributeValue const& value);
+
+/// A value of a dataset, which holds floats or unsigned integers.
+double numberOf(std::uint32_t word, bool isFloat);
 
 /// The least and the greatest value of a dataset.
 struct ValueRange

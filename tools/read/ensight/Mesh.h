@@ -14,6 +14,8 @@
 
 namespace EnSight {
 
+constexpr std::size_t axes = 3;
+
 /// The elements of one type of a part; "block" are the cells of a structured one.
 struct ElementBlock
 {

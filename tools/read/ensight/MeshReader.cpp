@@ -13,7 +13,6 @@ namespace {
 
 using Exchange::ElementType;
 
-constexpr std::size_t axes = 3;
 /// As many as a case without variables may have of those that its files have no bytes for.
 constexpr std::uint64_t freeLatticeNodes = std::uint64_t{1} << 22U;
 

@@ -29,8 +29,6 @@ using Exchange::Part;
 using Exchange::Report;
 using Exchange::StepInfo;
 
-constexpr std::size_t axes = 3;
-
 template <typename Value>
 std::size_t hashOf(std::vector<Value> const& values)
 {

@@ -25,6 +25,9 @@ void warnOfMore(ByteStream& stream, std::uint64_t found, std::uint64_t announced
 class Columns
 {
 public:
+    /// How wide a real number is.
+    static constexpr std::size_t realWidth = 12;
+
     /// The line must have been taken from `stream` last: messages give its place.
     Columns(ByteStream const& stream, std::string_view line) : stream_(&stream), rest_(line) {}
 

@@ -28,7 +28,6 @@ namespace Frd {
 
 namespace {
 
-constexpr std::size_t realWidth = 12;
 constexpr std::size_t elementHeadSize = 4 * sizeof(std::int32_t);
 
 } // namespace
@@ -69,9 +68,9 @@ void MeshBlockReader::readNodeLines(BlockHead const& head)
         Columns columns(stream_, line);
         columns.skip(3);
         std::int64_t const id = columns.integer(head.format.numberWidth(), "node number");
-        double const x = columns.real(realWidth, "x coordinate");
-        double const y = columns.real(realWidth, "y coordinate");
-        double const z = columns.real(realWidth, "z coordinate");
+        double const x = columns.real(Columns::realWidth, "x coordinate");
+        double const y = columns.real(Columns::realWidth, "y coordinate");
+        double const z = columns.real(Columns::realWidth, "z coordinate");
         columns.end();
         addNode(id, {x, y, z});
     }

@@ -27,7 +27,6 @@ namespace Frd {
 
 namespace {
 
-constexpr std::size_t realWidth = 12;
 constexpr std::size_t valuesPerLine = 6;
 constexpr char const* within = "a result block";
 
@@ -98,7 +97,7 @@ ResultBlockReader::BlockHead ResultBlockReader::parseHead(std::string const& hea
 {
     Columns columns(stream_, head);
     columns.skip(6 + 6);
-    block.value = columns.real(realWidth, "value of the step");
+    block.value = columns.real(Columns::realWidth, "value of the step");
     std::int64_t const count = columns.integer(12, "number of nodes");
     block.text = columns.text(20);
     std::int64_t const kind = columns.integer(2, "kind of analysis");
@@ -213,7 +212,7 @@ void ResultBlockReader::readLineOfNode(BlockHead const& head, std::string const&
             columns = Columns(stream_, continuation);
             columns.skip(3 + head.format.numberWidth());
         }
-        double const value = columns.real(realWidth, "value");
+        double const value = columns.real(Columns::realWidth, "value");
         if (isTaken)
             block.values.push_back(value);
     }

@@ -2,6 +2,7 @@
 
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Log/Statement.h"
+#include "Zyl2/Mox2/Adder/Node.h"
 #include "Zyl2/Mox2/AttributeMap.h"
 #include "Zyl2/Mox2/Component/PathSplitter.h"
 #include "Zyl2/Mox2/Component/Traits.h"
@@ -15,8 +16,7 @@ namespace Adder {
 
 namespace {
 
-namespace Sites = Exception::Sites::Components;
-constexpr unsigned int RootId = 1;
+namespace ComponentsSites = Exception::Sites::Components;
 
 /// Any character of the separator makes a path absolute, as any of them separates its names.
 bool isAbsolute(std::string const& path, std::string const& separator)
@@ -43,7 +43,7 @@ public:
         if (path.empty())
             return;
         if (!isAbsolute(path, separator_))
-            Exception::raiseFrom(Sites::RelativePath, BOOST_CURRENT_FUNCTION,
+            Exception::raiseFrom(ComponentsSites::RelativePath, BOOST_CURRENT_FUNCTION,
                                  Exception::sentence("path \"", path, "\" does not begin with \"",
                                                      separator_, "\""));
         Component::PathSplitter const names(path, separator_.c_str());
@@ -80,7 +80,7 @@ public:
             return;
         }
         if (root_->GetName() != name)
-            Exception::raiseFrom(Sites::OtherRoot, BOOST_CURRENT_FUNCTION,
+            Exception::raiseFrom(ComponentsSites::OtherRoot, BOOST_CURRENT_FUNCTION,
                                  Exception::sentence("a path begins with \"", name,
                                                      "\", the root is \"", root_->GetName(), "\""));
         tree_.SetCurrentId(RootId);

@@ -16,8 +16,7 @@ namespace Adder {
 
 namespace {
 
-namespace Sites = Exception::Sites::NodeAdder;
-constexpr unsigned int RootId = 1;
+namespace NodeAdderSites = Exception::Sites::NodeAdder;
 
 /// After data was given for an unknown id the cursor stands on no record; adding there would make
 /// one up.
@@ -71,7 +70,7 @@ void Node::addRootNode(Zyl2Mox::Tree& tree)
         tree.SetRootShape(name_);
         break;
     default:
-        Exception::raise(Sites::RootOfOtherType,
+        Exception::raise(NodeAdderSites::RootOfOtherType,
                          Exception::sentence("node \"", name_, "\" of type ",
                                              static_cast<int>(type_), " can't be the root"));
     }
@@ -98,7 +97,7 @@ void Node::addNonRootNode(Zyl2Mox::Tree& tree)
         break;
     }
     default:
-        Exception::raise(Sites::NodeOfOtherType,
+        Exception::raise(NodeAdderSites::NodeOfOtherType,
                          Exception::sentence("node \"", name_, "\" of type ",
                                              static_cast<int>(type_), " below node ",
                                              tree.GetCurrentId(),

@@ -13,6 +13,9 @@ namespace Zyl2 {
 namespace Mox2 {
 namespace Adder {
 
+/// Id of the node that every model begins with.
+constexpr unsigned int RootId = 1;
+
 /// Adds one node below the current one, or fills the root.
 class Node : public Base::Modifier<Database>
 {

@@ -18,7 +18,7 @@ namespace Modifier {
 
 namespace {
 
-namespace Sites = Exception::Sites::NodeData;
+namespace NodeDataSites = Exception::Sites::NodeData;
 
 struct PropertyUse
 {
@@ -80,14 +80,14 @@ void NodeData::update(Database& database)
     database.assertNotEmpty();
     Zyl2Mox::Tree& tree = *database.tree;
     if (id_ == 0 || id_ > tree.GetNodeCount())
-        Exception::raise(Sites::NoSuchNode,
+        Exception::raise(NodeDataSites::NoSuchNode,
                          Exception::sentence("no node has the id ", id_, "; the last one is ",
                                              tree.GetNodeCount()));
     Target const target = moveToTarget(tree);
     for (auto const& [type, value] : properties_.map()) {
         if (type > PropertyType::Unsupported)
             Exception::raise(
-                Sites::NoSuchProperty,
+                NodeDataSites::NoSuchProperty,
                 Exception::sentence(static_cast<unsigned int>(type), " is no property type"));
         try {
             apply(type, value, target);
@@ -107,7 +107,7 @@ void NodeData::update(Database& database)
 
 void NodeData::raiseEmptyNode(char const* function)
 {
-    Exception::raiseFrom(Sites::OtherKindOfNode, function);
+    Exception::raiseFrom(NodeDataSites::OtherKindOfNode, function);
 }
 
 /// A geometry's id stands for its shape: it is the id that a host has of a shape.

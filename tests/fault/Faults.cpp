@@ -1,7 +1,9 @@
 #include "fault/Faults.h"
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <optional>
 
 namespace Fault {
 
@@ -19,6 +21,9 @@ struct Plan
 std::mutex mutex;
 Plan plan;
 std::atomic<int> workers{0};
+/// Bytes that the disk takes yet, unless it is endless.
+std::optional<std::size_t> room;
+bool hasRunOut = false;
 bool isKilling = false;
 std::size_t leftUntilKilled = 0;
 std::atomic<long> live{0};
@@ -53,6 +58,25 @@ bool Injection::hasStruck() const // NOLINT: asks about the one that lives
     return plan.hasStruck;
 }
 
+FullDisk::FullDisk(std::size_t bytes)
+{
+    std::lock_guard<std::mutex> const lock(mutex);
+    room = bytes;
+    hasRunOut = false;
+}
+
+FullDisk::~FullDisk()
+{
+    std::lock_guard<std::mutex> const lock(mutex);
+    room.reset();
+}
+
+bool FullDisk::wasFull() const // NOLINT: asks about the one that lives
+{
+    std::lock_guard<std::mutex> const lock(mutex);
+    return hasRunOut;
+}
+
 Killing::Killing(std::size_t ordinal)
 {
     isKilling = true;
@@ -84,10 +108,21 @@ bool strikes(Place place)
     return true;
 }
 
+std::size_t takeRoom(std::size_t bytes)
+{
+    std::lock_guard<std::mutex> const lock(mutex);
+    if (!room)
+        return bytes;
+    hasRunOut = hasRunOut || bytes > *room;
+    std::size_t const taken = std::min(bytes, *room);
+    *room -= taken;
+    return taken;
+}
+
 bool isPlanned()
 {
     std::lock_guard<std::mutex> const lock(mutex);
-    return isKilling || plan.place != Place::None;
+    return isKilling || room || plan.place != Place::None;
 }
 
 bool kills()

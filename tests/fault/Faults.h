@@ -18,7 +18,10 @@ enum class Place
     /// The start of a thread.
     ThreadStart,
     /// Room in a file: `posix_fallocate`, and files that are made (`openat`).
-    Reservation
+    Reservation,
+    /// What is asked of files by their names and descriptors: `rename`, `ftruncate`, `pwrite`,
+    /// `fsync`, `fdatasync`.
+    File
 };
 
 enum class Repeat
@@ -52,6 +55,19 @@ public:
     bool hasStruck() const;
 };
 
+/// While one lives, files get so many bytes more, and then the disk is full.
+class FullDisk
+{
+public:
+    explicit FullDisk(std::size_t bytes);
+    ~FullDisk();
+    FullDisk(FullDisk const&) = delete;
+    FullDisk& operator=(FullDisk const&) = delete;
+
+    /// Whether more was asked for.
+    bool wasFull() const;
+};
+
 /// While one lives, this process is killed when the device is asked for the `ordinal`-th time; of
 /// a write, half of the bytes are there by then.
 class Killing
@@ -70,6 +86,9 @@ long liveAllocations();
 
 /// Counts an operation. \return whether it has to fail
 bool strikes(Place place);
+/// Takes room on the disk.
+/// \return how many of these bytes there are
+std::size_t takeRoom(std::size_t bytes);
 /// Whether some operation is to fail or to be the last.
 bool isPlanned();
 /// Counts an operation of the device. \return whether the process is to be killed

@@ -1,5 +1,6 @@
 #include "fault/Child.h"
 #include "fault/RecoverableRun.h"
+#include "fault/SharedNumber.h"
 
 #include "container/TemporaryFile.h"
 #include "moxread/Verify.h"
@@ -9,14 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <random>
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 namespace Fault {
@@ -37,29 +36,6 @@ std::uint32_t printedSeed()
     std::cout << "first seed: " << seed << '\n';
     return seed;
 }
-
-/// A number that a process tells until it is killed.
-class SharedNumber
-{
-public:
-    SharedNumber()
-        : place_(::mmap(nullptr, sizeof(std::atomic<std::size_t>), PROT_READ | PROT_WRITE,
-                        MAP_SHARED | MAP_ANONYMOUS, -1, 0))
-    {
-        new (place_) std::atomic<std::size_t>(0);
-    }
-    ~SharedNumber() { ::munmap(place_, sizeof(std::atomic<std::size_t>)); }
-    SharedNumber(SharedNumber const&) = delete;
-    SharedNumber& operator=(SharedNumber const&) = delete;
-
-    std::atomic<std::size_t>& get() const
-    {
-        return *static_cast<std::atomic<std::size_t>*>(place_);
-    }
-
-private:
-    void* place_;
-};
 
 class KilledRecoveryTest : public testing::Test
 {

@@ -2,9 +2,12 @@
 #include "fault/Faults.h"
 #include "fault/OwnDisk.h"
 #include "fault/RecoverableRun.h"
+#include "fault/SharedNumber.h"
 
 #include "container/TemporaryFile.h"
 #include "mox/commands/DiffCommand.h"
+#include "mox/commands/RecoverCommand.h"
+#include "moxread/Model.h"
 #include "moxread/Verify.h"
 #include "support/EnvironmentVariable.h"
 #include "support/Wanted.h"
@@ -23,6 +26,7 @@
 #include <cstring>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <random>
 #include <sstream>
 
@@ -134,6 +138,25 @@ protected:
     std::string beside = path + ".recovery";
 };
 
+/// What is thrown becomes a sentence.
+int recoverAsMainDoes(Mox::RecoverArguments const& arguments, std::ostream& out, std::ostream& err)
+{
+    try {
+        return Mox::recoverFile(arguments, out, err);
+    } catch (std::bad_alloc const& failure) {
+        err << failure.what();
+        return 1;
+    }
+}
+
+/// Leaves at another place what a run has left, or has so far.
+void copyRun(std::string const& from, std::string const& to)
+{
+    fs::remove_all(to + ".recovery");
+    fs::copy(from + ".recovery", to + ".recovery", fs::copy_options::recursive);
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+}
+
 template <typename Action>
 std::string detailOf(Action const& action)
 {
@@ -214,7 +237,7 @@ TEST_F(RecoveryTest, CommandsThatReadSayThatAKilledRunCanBeRecovered)
     std::string const advice = "; the run can be recovered (complete up to step \"4\", and 1 "
                                "array of step \"5\"): mox recover " +
                                path + '\n';
-    for (char const* command : {"verify ", "ls ", "info ", "check "}) {
+    for (char const* command : {"verify ", "check "}) {
         Answer const answer = mox(command + path);
         EXPECT_EQ(answer.status, 1) << command;
         EXPECT_EQ(answer.err,
@@ -223,6 +246,31 @@ TEST_F(RecoveryTest, CommandsThatReadSayThatAKilledRunCanBeRecovered)
     fs::remove_all(beside);
     EXPECT_EQ(mox("verify " + path).err,
               path + ": incomplete: the root index at byte 12 was never written\n");
+}
+
+TEST_F(RecoveryTest, WhatAKilledRunHadAddedIsListed)
+{
+    leaveRun(5, recoverable(), 1);
+    std::string const state = "incomplete: the run can be recovered (complete up to step \"4\", "
+                              "and 1 array of step \"5\"): mox recover " +
+                              path + '\n';
+    Answer const listing = mox("ls " + path);
+    EXPECT_EQ(listing.err, "");
+    EXPECT_EQ(listing.status, 0);
+    EXPECT_EQ(listing.out.find(state + "mox 1.3: 3 nodes, 9 datasets\nwritten \""), 0U)
+        << listing.out;
+    EXPECT_NE(listing.out.find("    dataset \"array 0\" step \"5\": type 12, float, width 1, 100 "
+                               "rows\n"),
+              std::string::npos)
+        << listing.out;
+    Answer const blocks = mox("info " + path);
+    EXPECT_EQ(blocks.status, 0);
+    EXPECT_EQ(blocks.out.find(state), 0U) << blocks.out;
+    // Three arrays of 400 bytes fill a block; those of three blocks are all there are.
+    EXPECT_NE(blocks.out.find("\n     0  Heavy Data                 2800 "), std::string::npos)
+        << blocks.out;
+    EXPECT_EQ(mox("ls --json " + path).out.find("\"bytes\""), std::string::npos);
+    EXPECT_EQ(mox("info --json " + path).status, 0);
 }
 
 TEST_F(RecoveryTest, AnOutputLeavesAllAsItWasAndGivesTheSameBytesAgain)
@@ -290,13 +338,101 @@ TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
                   return detailOf([&] { Model().saveTo(path, options); });
               }),
               "File exists. | " + path + " is still being written by process " + process);
-    // In a process of its own, as looking takes this one's lock away.
-    EXPECT_EQ(mox("ls " + path).err,
+    // Looking takes this process's lock away neither here nor there.
+    EXPECT_EQ(InterruptedRun::progressOf(path).datasets, 6U);
+    EXPECT_EQ(mox("verify " + path).err,
               path + ": incomplete: the root index at byte 12 was never written; the run goes on "
                      "(complete up to step \"2\", and 2 arrays of step \"3\")\n");
-    EXPECT_EQ(InterruptedRun::progressOf(path).datasets, 6U);
+    EXPECT_EQ(detailOf([&] { InterruptedRun const run(path); }),
+              "Unable to recover | the file is still being written");
     model.close();
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));
+}
+
+TEST_F(RecoveryTest, AForkedProcessThatLivesOnDoesNotPassForTheRun)
+{
+    SharedNumber isRecovered;
+    ASSERT_EQ(Child([&] {
+                  Model model;
+                  model.saveTo(path, recoverable());
+                  addSteps(model, 5);
+                  if (::fork() == 0)
+                      while (isRecovered.get() == 0)
+                          ::usleep(1000);
+                  ::_exit(0);
+                  return 1;
+              }).wait(),
+              "status 0");
+    Answer const answer = recover();
+    isRecovered.get() = 1;
+    EXPECT_EQ(answer.err, "");
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, WhatCanNotBeLookedAtIsNotTakenForRemains)
+{
+    leaveRun();
+    SaverOptions options = recoverable();
+    options.overwrite = true;
+    {
+        AtWork const atWork;
+        Injection const noDescriptor(Place::Reservation, 0, Repeat::Once);
+        EXPECT_NE(detailOf([&] { Model().saveTo(path, options); }).find("/log\" | "),
+                  std::string::npos);
+    }
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, APathWithAZeroByteIsRefusedAndTouchesNothing)
+{
+    leaveRun();
+    SaverOptions options = recoverable();
+    options.overwrite = true;
+    EXPECT_EQ(detailOf([&] { Model().saveTo(path + '\0' + "b", options); }),
+              "Unable to open file \"" + path + "\" | the path holds a zero byte");
+    EXPECT_TRUE(fs::exists(logPath()));
+}
+
+TEST_F(RecoveryTest, CallsThatFailedWithTheirValuesHalfThereAreInNobodysWay)
+{
+    class NoPieces : public ArrayPieces
+    {
+    public:
+        NoPieces() : ArrayPieces(ArrayView::Element::Float32, 300, 1) {}
+        ArrayView next() override { throw std::runtime_error("the host gives up"); }
+    };
+    leaveRun(path, [](Model& model) {
+        addSteps(model, 2);
+        StepList steps(1);
+        steps.set(0, Step("3"));
+        // Each of them fills a block.
+        for (int call = 0; call < 3; ++call) {
+            NoPieces pieces;
+            EXPECT_THROW(
+                model.addArrayPieces("pieces", DatasetType::Result10, pieces, IdsView(3U), steps),
+                std::runtime_error);
+        }
+        model.addArrayProperty("array 0", DatasetType::Result10, valuesOfStep(3), 3U, Step("3"));
+    });
+    EXPECT_EQ(recover().out, path + ": recovered: complete up to step \"2\", and 1 array of step "
+                                    "\"3\"; 5 datasets in all\n");
+    MoxRead::Model model(path);
+    EXPECT_EQ(model.unusedHeavyLength(), 3600U);
+    MoxRead::Variable const* const last = model.variable(3, "array 0\x1E"
+                                                            "3");
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(model.read(*last).floats(), valuesOfStep(3));
+}
+
+TEST_F(RecoveryTest, AnOutputIsNotTheFileItself)
+{
+    leaveRun();
+    Answer const answer = recover(" --overwrite -o " + path);
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.err, path + ": This is what -o OUT is to leave as it is; without, the file "
+                                 "is recovered in its place.\n");
+    EXPECT_TRUE(fs::exists(logPath()));
 }
 
 TEST_F(RecoveryTest, AForkedProcessAddsNothingAndRemovesNothing)
@@ -571,7 +707,8 @@ TEST_F(RecoveryTest, AFullDiskEndsACallAndLosesNothingOfWhatCameBefore)
                     return std::string(failure.what()) + Zyl2::Exception::detail(failure);
                 }
                 std::size_t const added = steps;
-                RunProgress const progress = InterruptedRun(full).writeTo(path);
+                copyRun(full, path);
+                RunProgress const progress = InterruptedRun::progressOf(path);
                 try {
                     model.close();
                 } catch (std::exception const&) {
@@ -583,6 +720,7 @@ TEST_F(RecoveryTest, AFullDiskEndsACallAndLosesNothingOfWhatCameBefore)
                                    progress.damage;
             });
             EXPECT_EQ(told, "all");
+            EXPECT_EQ(recover().status, 0);
             EXPECT_NO_THROW(MoxRead::verify(path));
         }
     }
@@ -602,18 +740,42 @@ public:
     /// \return whether the run got as far as the fault
     bool failAt(Place place, std::size_t ordinal, Repeat repeat)
     {
-        std::vector<std::size_t> added;
-        bool isOpen = false;
+        std::optional<Injection> injection;
         bool hasStruck = false;
+        run([&] { injection.emplace(place, ordinal, repeat); },
+            [&] {
+                hasStruck = injection->hasStruck();
+                injection.reset();
+            });
+        return hasStruck;
+    }
+
+    /// \param bytes that the disk takes before it is full
+    /// \return whether that was less than the run needed
+    bool fillDisk(std::size_t bytes)
+    {
+        std::optional<FullDisk> disk;
+        bool wasFull = false;
+        run([&] { disk.emplace(bytes); },
+            [&] {
+                wasFull = disk->wasFull();
+                disk.reset();
+            });
+        return wasFull;
+    }
+
+private:
+    template <typename Begin, typename End>
+    void run(Begin const& beginFault, End const& endFault)
+    {
+        std::vector<std::size_t> added;
         {
             Model model;
-            {
-                Injection const injection(place, ordinal, repeat);
-                isOpen = run_.open(model, path_, true);
-                if (isOpen)
-                    added = run_.addedCalls(model);
-                hasStruck = injection.hasStruck();
-            }
+            beginFault();
+            bool const isOpen = run_.open(model, path_, true);
+            if (isOpen)
+                added = run_.addedCalls(model);
+            endFault();
             if (isOpen)
                 expectRecovered(added);
             try {
@@ -623,14 +785,18 @@ public:
             }
         }
         fs::remove_all(path_ + ".recovery");
-        return hasStruck;
     }
 
-private:
+    /// As after the end of the process, when there is room again.
     void expectRecovered(std::vector<std::size_t> added)
     {
-        RunProgress const progress = InterruptedRun(path_).writeTo(recovered_);
-        EXPECT_EQ(progress.damage, "");
+        copyRun(path_, recovered_);
+        Mox::RecoverArguments arguments;
+        arguments.file = recovered_;
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ(Mox::recoverFile(arguments, out, err), 0) << err.str();
+        EXPECT_FALSE(fs::exists(recovered_ + ".recovery"));
         std::string const difference = differenceFrom(added);
         if (difference.empty())
             return;
@@ -676,7 +842,8 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
             for (Repeat const repeat : {Repeat::Once, Repeat::FromThenOn}) {
                 FaultyRun run(seed, fs::path(path).parent_path());
                 // Most of the hundreds of allocations of a call are alike.
-                std::size_t const stride = place == Place::Allocation ? 13 : 1;
+                std::size_t const stride =
+                    place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 13) : 1;
                 std::size_t ordinal = seed % stride;
                 for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
                     SCOPED_TRACE("seed " + std::to_string(seed) + ", place " +
@@ -686,6 +853,60 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
                 }
             }
         }
+    }
+}
+
+TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
+{
+    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30);
+    std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
+    std::cout << "first seed: " << first << '\n';
+    int full = 0;
+    for (std::uint32_t seed = first; seed != first + disks && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        FaultyRun run(seed, fs::path(path).parent_path());
+        // The smallest log takes 64 KiB, and so does the first block.
+        full += run.fillDisk(60000 + random() % (random() % 2 == 0 ? 150000 : 600000)) ? 1 : 0;
+    }
+    std::cout << full << " of " << disks << " disks were full\n";
+    EXPECT_GT(full, 0);
+}
+
+TEST_F(RecoveryTest, WhateverFailsInARecoveryALaterOneSucceeds)
+{
+    leaveRun();
+    std::string const left = folder.File("left.mox");
+    copyRun(path, left);
+    std::string const expected = wholeFile();
+    Mox::RecoverArguments arguments;
+    arguments.file = path;
+    for (Place const place :
+         {Place::File, Place::StreamCall, Place::Device, Place::Reservation, Place::Allocation}) {
+        // Hundreds of allocations are alike.
+        std::size_t const stride =
+            place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 97) : 1;
+        std::size_t ordinal = 0;
+        for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
+            SCOPED_TRACE("place " + std::to_string(static_cast<int>(place)) + ", operation " +
+                         std::to_string(ordinal));
+            copyRun(left, path);
+            std::ostringstream out;
+            std::ostringstream err;
+            int status = 0;
+            {
+                AtWork const atWork;
+                Injection const injection(place, ordinal, Repeat::Once);
+                status = recoverAsMainDoes(arguments, out, err);
+                hasStruck = injection.hasStruck();
+            }
+            EXPECT_EQ(status == 0, err.str().empty());
+            EXPECT_TRUE(status != 0 || Support::withoutWritingRecord(path) == expected);
+            EXPECT_EQ(Mox::recoverFile(arguments, out, err), 0) << err.str();
+            EXPECT_TRUE(Support::withoutWritingRecord(path) == expected);
+            EXPECT_FALSE(fs::exists(beside));
+        }
+        EXPECT_GT(ordinal, stride) << "nothing was made to fail";
     }
 }
 

@@ -18,6 +18,8 @@ int __wrap_posix_fallocate(int file, off_t offset, off_t size)
 {
     if (Fault::strikes(Fault::Place::Reservation))
         return ENOSPC;
+    if (Fault::takeRoom(static_cast<std::size_t>(size)) < static_cast<std::size_t>(size))
+        return ENOSPC;
     return __real_posix_fallocate(file, offset, size);
 }
 

@@ -48,11 +48,15 @@ ssize_t writeToDevice(void* device, char const* bytes, std::size_t count)
 {
     bool const isKilled = Fault::kills();
     bool const fails = deviceIsFull || Fault::strikes(Fault::Place::Device);
-    ssize_t const written =
-        ::write(descriptorOf(device), bytes, isKilled || fails ? count / 2 : count);
+    std::size_t const room = Fault::takeRoom(count);
+    bool const isFull = room < count;
+    ssize_t const written = ::write(descriptorOf(device), bytes,
+                                    isFull              ? room
+                                    : isKilled || fails ? count / 2
+                                                        : count);
     if (isKilled)
         endProcess();
-    if (fails)
+    if (fails || isFull)
         errno = ENOSPC;
     return written < 0 ? 0 : written;
 }

@@ -42,6 +42,10 @@ void readEnSightCase(std::uint8_t const* bytes, std::size_t size);
 /// reported as failures of GoogleTest, too.
 void buildModel(std::uint8_t const* bytes, std::size_t size);
 
+/// Takes the bytes as the log of a run that can be recovered, as if each record had its checksum,
+/// and all values were zero. It gives a listing and a sound file, or one sentence.
+void replayLog(std::uint8_t const* bytes, std::size_t size);
+
 } // namespace Fuzz
 
 #endif

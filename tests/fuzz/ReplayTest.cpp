@@ -54,6 +54,11 @@ TEST(Replay, EveryEnSightCaseGetsAVerdict)
     replay("fuzz_ensight", Fuzz::readEnSightCase);
 }
 
+TEST(Replay, EveryRecoveryLogGetsAVerdict)
+{
+    replay("fuzz_log", Fuzz::replayLog);
+}
+
 TEST(Replay, EveryModelIsAsItsCallsDemand)
 {
     replay("fuzz_model", Fuzz::buildModel);

@@ -33,6 +33,8 @@ ModelWriter::ModelWriter(std::filesystem::path const& path, Signature const& sig
 {
     SaverOptions options;
     options.overwrite = true;
+    // The file goes with the process that makes it, and nobody could recover it.
+    options.recoverable = 0;
     options.text1 = signature.application;
     options.text2 = signature.sourceName;
     model_.saveTo(path.string(), options);

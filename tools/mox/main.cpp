@@ -9,9 +9,11 @@
 #include "mox/commands/LsCommand.h"
 #include "mox/commands/RecoverCommand.h"
 #include "mox/commands/TranslateCommand.h"
+#include "mox/commands/UnfinishedRun.h"
 #include "mox/commands/VerifyCommand.h"
 #include "mox/commands/ViewCommand.h"
 #include "mox/print/FileError.h"
+#include "mox/print/UnfinishedFile.h"
 
 #include <Zyl2/Version.h>
 
@@ -36,6 +38,7 @@ void takeFailedWritesAsErrors()
 int run(int argc, char** argv)
 {
     adviseOnIncompleteFiles(adviceOnRun);
+    lookForUnfinishedFiles(findUnfinishedRun);
     CommandLine commandLine("mox", "Looks into model files and makes them");
     commandLine.setVersion(Zyl2::versionString());
     addTranslateCommand(commandLine);

@@ -46,7 +46,8 @@ private:
 } // namespace
 
 Model::Model(std::string const& path, ReadOptions const& options)
-    : files_(PartitionIndex::isIndex(path) ? std::make_unique<PartitionFiles>(path, options)
+    : hasValues_(!options.isOutline),
+      files_(PartitionIndex::isIndex(path) ? std::make_unique<PartitionFiles>(path, options)
                                            : nullptr),
       container_(std::make_unique<Container>(files_ ? files_->firstPath() : path, options)),
       nodes_(files_ ? files_->takeNodes() : TreeLoader(*container_).load()),
@@ -54,7 +55,10 @@ Model::Model(std::string const& path, ReadOptions const& options)
 {
     if (files_ == nullptr) {
         checkViewPoints();
-        VariableCheck(nodes_, heavy_).run();
+        VariableCheck const check(nodes_, heavy_);
+        check.run();
+        if (hasValues_)
+            check.checkExtents();
     }
     findTargets();
 }

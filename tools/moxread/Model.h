@@ -39,6 +39,8 @@ public:
     Container const& container() const noexcept;
     /// What files of a partitioned model say differently of what they share, a sentence each.
     std::vector<std::string> remarks() const;
+    /// False for an outline: what asks for values, or for their lengths, must not be called.
+    bool hasValues() const noexcept { return hasValues_; }
     /// How many blocks there are, index blocks included, in all files.
     std::size_t blockCount() const;
     /// How many bytes there are, in all files.
@@ -95,6 +97,7 @@ private:
     void findTargets();
     void findTarget(Variable const& variable);
 
+    bool hasValues_;
     /// Null for a model in one file.
     std::unique_ptr<PartitionFiles> files_;
     std::unique_ptr<Container> container_;

@@ -17,6 +17,10 @@ struct ReadOptions
     /// and n + 1 streams are at most. Where a thread can't be started, those that there are have to
     /// do.
     unsigned int threads = 0;
+
+    /// Whether the file is an outline: its datasets have positions of values that it lacks. They
+    /// are not looked for then, and can't be read.
+    bool isOutline = false;
 };
 
 } // namespace MoxRead

@@ -35,7 +35,6 @@ void VariableCheck::run() const
     checkLinks();
     checkCycles();
     checkLinkedAttributes();
-    checkExtents();
 }
 
 std::string VariableCheck::describe(VariableReference const& reference) const

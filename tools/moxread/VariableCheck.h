@@ -15,7 +15,10 @@ class VariableCheck
 public:
     VariableCheck(std::vector<Node> const& nodes, HeavyData const& heavy);
 
+    /// Checks all that needs no values.
     void run() const;
+    /// Checks where the values are.
+    void checkExtents() const;
 
 private:
     struct Extent
@@ -32,7 +35,6 @@ private:
     void checkCycles() const;
     void checkLinkedAttributes() const;
     std::vector<Extent> extents() const;
-    void checkExtents() const;
 
     std::vector<Node> const& nodes_;
     HeavyData const& heavy_;

@@ -5,16 +5,32 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace Zyl2 {
 namespace Mox2 {
+
+/// A block of values of a run.
+struct RunBlock
+{
+    RunBlock() : slot(0), position(0), size(0), content(0) {}
+
+    /// In the index that the file is to have.
+    std::uint64_t slot;
+    /// Of its first byte in the model file; 0 while it is not there.
+    std::uint64_t position;
+    /// Bytes that it takes in the model file; 0 while it is not there.
+    std::uint64_t size;
+    /// Bytes of values that it holds.
+    std::uint64_t content;
+};
 
 /// How far a run had come.
 struct RunProgress
 {
     RunProgress()
         : calls(0), callsUnderWay(0), datasets(0), lastStep(), datasetsOfLastStep(0), stepBefore(),
-          isClosing(false), isGoingOn(false), damage()
+          isClosing(false), isGoingOn(false), damage(), blocks()
     {}
 
     /// Calls that had ended, of those that change a model.
@@ -31,10 +47,12 @@ struct RunProgress
     std::string stepBefore;
     /// Whether the run had called `close`.
     bool isClosing;
-    /// Whether a process is still writing; only `InterruptedRun::progressOf` tells.
+    /// Whether a process is still writing; only `progressOf` and `writeOutlineOf` tell.
     bool isGoingOn;
     /// What is wrong with the rest; empty when there is no such rest.
     std::string damage;
+    /// In the order in which they lie in the file.
+    std::vector<RunBlock> blocks;
 };
 
 /// A run that was recoverable (`SaverOptions::recoverable`), and did not come to its end.
@@ -58,7 +76,16 @@ public:
     /// \throws what the constructor throws, but for a run that goes on
     static RunProgress progressOf(std::string const& path);
 
-    /// Finds what a run has left, and keeps others from it as long as this object lives.
+    /// Writes a file of the nodes and datasets that a run has added so far, without the values. It
+    /// may still be going on, which it does not notice. Whoever reads that file finds everything
+    /// in its place but blocks of values.
+    /// \param path   of the model file
+    /// \param output is overwritten
+    /// \throws what `progressOf` and `writeTo` throw
+    static RunProgress writeOutlineOf(std::string const& path, std::string const& output);
+
+    /// Finds what a run has left, and keeps others from it as long as this object lives; where
+    /// nothing may be written, it only looks whether others are at it.
     /// \param path of the model file
     /// \throws Exception::MiscelleneousException "Unable to open file ...": there is no such run;
     ///         "Unable to recover": it goes on, is of another version, or its log is none

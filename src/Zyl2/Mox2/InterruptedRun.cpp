@@ -5,6 +5,7 @@
 #include "Zyl2/Mox2/Recovery/LogContents.h"
 #include "Zyl2/Mox2/Recovery/Replay.h"
 #include "Zyl2/Util/Files.h"
+#include "Zyl2/Wvf/LogLock.h"
 #include "Zyl2/Wvf/RecoveryFolder.h"
 
 #include <fcntl.h>
@@ -14,6 +15,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -26,6 +28,8 @@ namespace Sites = Exception::Sites::Recovery;
 using Recovery::DamagedRecord;
 using Recovery::LogContents;
 using Recovery::Story;
+using Zyl2Wvf::LogHolder;
+using Zyl2Wvf::LogLock;
 using Zyl2Wvf::RecoveryFolder;
 using Zyl2Wvf::RecoveryLog;
 
@@ -33,26 +37,29 @@ using Zyl2Wvf::RecoveryLog;
 class LogFile
 {
 public:
-    LogFile(RecoveryFolder const& folder, int flags)
-        : descriptor_(folder.OpenFile(RecoveryFolder::LogName, flags))
+    enum class Use
     {
-        if (descriptor_ < 0)
-            refuse("the recovery log can't be read");
+        Look,
+        Recover
+    };
+
+    LogFile(RecoveryFolder const& folder, Use use)
+        : descriptor_(opened(folder, use == Use::Look ? O_RDONLY : O_RDWR))
+    {
+        auto const holder = use == Use::Look ? LogLock::HolderOf(descriptor_) : lock();
+        isHeld_ = holder.has_value();
+        if (use == Use::Look || !isHeld_)
+            return;
+        ::close(descriptor_);
+        Exception::raise(Sites::NotRecovered,
+                         Exception::sentence("the file is still being written", holder->GetText()));
     }
     ~LogFile() { ::close(descriptor_); }
     LogFile(LogFile const&) = delete;
     LogFile& operator=(LogFile const&) = delete;
 
-    void lock() const
-    {
-        int const writer = RecoveryFolder::Lock(descriptor_);
-        if (writer > 0)
-            Exception::raise(
-                Sites::NotRecovered,
-                Exception::sentence("the file is still being written by process ", writer));
-    }
-
-    bool isLocked() const { return RecoveryFolder::HolderOfLock(descriptor_) > 0; }
+    /// Whether somebody else had the lock when this object was made.
+    bool isHeld() const { return isHeld_; }
 
     std::vector<unsigned char> read() const
     {
@@ -82,8 +89,7 @@ public:
         std::memcpy(record.data() + sizeof(std::uint64_t), &type, sizeof type);
         std::uint32_t const checksum = RecoveryLog::ChecksumOf(record.data(), record.data(), 0);
         std::memcpy(record.data() + record.size() - sizeof checksum, &checksum, sizeof checksum);
-        if (::ftruncate(descriptor_, static_cast<off_t>(end)) != 0 ||
-            ::pwrite(descriptor_, record.data(), record.size(), static_cast<off_t>(end)) !=
+        if (::pwrite(descriptor_, record.data(), record.size(), static_cast<off_t>(end)) !=
                 static_cast<ssize_t>(record.size()) ||
             ::fdatasync(descriptor_) != 0)
             Exception::raise(Sites::NotKept,
@@ -91,6 +97,24 @@ public:
     }
 
 private:
+    static int opened(RecoveryFolder const& folder, int flags)
+    {
+        int descriptor = folder.OpenFile(RecoveryFolder::LogName, flags);
+        // What somebody else has left, or what lies on a medium that can't be written, can be
+        // recovered to another place.
+        if (descriptor < 0 && (errno == EACCES || errno == EROFS))
+            descriptor = folder.OpenFile(RecoveryFolder::LogName, O_RDONLY);
+        if (descriptor < 0)
+            refuse("the recovery log can't be read");
+        return descriptor;
+    }
+
+    std::optional<LogHolder> lock() const
+    {
+        std::optional<LogHolder> const holder = LogLock::HolderOf(descriptor_);
+        return holder ? holder : LogLock::Take(descriptor_);
+    }
+
     [[noreturn]] static void refuse(char const* what)
     {
         Exception::raise(Sites::NotRecovered,
@@ -98,6 +122,7 @@ private:
     }
 
     int descriptor_;
+    bool isHeld_ = false;
 };
 
 /// \throws MiscelleneousException a record is whole, and yet can't be what a run writes
@@ -122,13 +147,52 @@ void closeQuietly(Database& database) noexcept
     }
 }
 
+/// \param values null for a file without them
+RunProgress replay(LogContents const& log, Recovery::KeptValues* values, Story const& story,
+                   std::string const& output)
+{
+    if (!log.hasStart())
+        Exception::raise(Sites::NotRecovered, "the run had not begun to write");
+    Database database;
+    try {
+        return Recovery::Replay(log, values, database).writeTo(output, story);
+    } catch (DamagedRecord const& error) {
+        closeQuietly(database);
+        Exception::raise(Sites::NotRecovered,
+                         Exception::sentence("the recovery log is damaged: ", error.what()));
+    } catch (...) {
+        closeQuietly(database);
+        throw;
+    }
+}
+
+/// What there is of a run that may still be going on, at one moment.
+struct Glance
+{
+    explicit Glance(std::string const& path)
+        : Glance(LogFile(RecoveryFolder::Open(path), LogFile::Use::Look))
+    {}
+
+    explicit Glance(LogFile const& file) : log(file.read()), story(storyOf(log))
+    {
+        story.progress.isGoingOn = file.isHeld();
+        // Where a record was being noted, the next look finds it whole, or others behind it.
+        if (file.isHeld() && !story.progress.damage.empty() &&
+            LogContents(file.read()).end() != log.end())
+            story.progress.damage.clear();
+    }
+
+    LogContents log;
+    Story story;
+};
+
 } // namespace
 
 struct InterruptedRun::Content
 {
     explicit Content(std::string const& path)
-        : modelFile(path), folder(RecoveryFolder::Open(path)), file(folder, O_RDWR),
-          log((file.lock(), file.read())), story(storyOf(log))
+        : modelFile(path), folder(RecoveryFolder::Open(path)), file(folder, LogFile::Use::Recover),
+          log(file.read()), story(storyOf(log))
     {}
 
     std::string modelFile;
@@ -151,11 +215,14 @@ void InterruptedRun::removeRemains(std::string const& path)
 
 RunProgress InterruptedRun::progressOf(std::string const& path)
 {
-    RecoveryFolder const folder = RecoveryFolder::Open(path);
-    LogFile const file(folder, O_RDONLY);
-    LogContents const log(file.read());
-    RunProgress progress = storyOf(log).progress;
-    progress.isGoingOn = file.isLocked();
+    return Glance(path).story.progress;
+}
+
+RunProgress InterruptedRun::writeOutlineOf(std::string const& path, std::string const& output)
+{
+    Glance const glance(path);
+    RunProgress progress = replay(glance.log, nullptr, glance.story, output);
+    progress.isGoingOn = glance.story.progress.isGoingOn;
     return progress;
 }
 
@@ -178,20 +245,8 @@ std::string InterruptedRun::temporaryPath() const
 
 RunProgress InterruptedRun::writeTo(std::string const& output)
 {
-    if (!content_->log.hasStart())
-        Exception::raise(Sites::NotRecovered, "the run ended before it had begun to write");
     Recovery::KeptValues values(content_->folder, content_->modelFile);
-    Database database;
-    try {
-        return Recovery::Replay(content_->log, values, database).writeTo(output, content_->story);
-    } catch (DamagedRecord const& error) {
-        closeQuietly(database);
-        Exception::raise(Sites::NotRecovered,
-                         Exception::sentence("the recovery log is damaged: ", error.what()));
-    } catch (...) {
-        closeQuietly(database);
-        throw;
-    }
+    return replay(content_->log, &values, content_->story, output);
 }
 
 void InterruptedRun::noteWhole()

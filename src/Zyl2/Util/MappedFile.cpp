@@ -21,7 +21,8 @@ int MappedFile::Grow(std::size_t size) noexcept
         return 0;
     int error = EINTR;
     while (error == EINTR)
-        error = posix_fallocate(descriptor_, 0, static_cast<off_t>(size));
+        error = posix_fallocate(descriptor_, static_cast<off_t>(size_),
+                                static_cast<off_t>(size - size_));
     if (error != 0)
         return error;
     void* pages = nullptr;

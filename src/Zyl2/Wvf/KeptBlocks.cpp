@@ -10,6 +10,7 @@
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Wvf/Block.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -38,12 +39,18 @@ constexpr std::size_t LargestRoom = 16777216;
 int MakeLog(RecoveryFolder const& folder)
 {
     int const log = folder.MakeFile(RecoveryFolder::LogName);
-    if (log < 0) {
-        int const error = errno;
-        folder.Remove();
-        RaiseNotWritten("no recovery log", error);
-    }
-    RecoveryFolder::Lock(log);
+    if (log < 0)
+        RaiseNotWritten("no recovery log", errno);
+    return log;
+}
+
+/// A file of its own: descriptors of one that was opened once share its lock, and a forked process
+/// gets copies of them.
+int OpenForLock(RecoveryFolder const& folder)
+{
+    int const log = folder.OpenFile(RecoveryFolder::LogName, O_RDWR);
+    if (log < 0)
+        RaiseNotWritten("no recovery log", errno);
     return log;
 }
 
@@ -54,6 +61,8 @@ KeptBlocks::KeptBlocks(std::string const& modelFile, bool overwrite)
 {
     try {
         log_.emplace(MakeLog(folder_));
+        lock_.emplace(OpenForLock(folder_));
+        static_cast<void>(lock_->Take());
     } catch (...) {
         folder_.Remove();
         throw;
@@ -73,7 +82,8 @@ void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position
     if (size > Block::MaximumLength - length)
         return;
     Region* region = Find(slot);
-    if (region == nullptr)
+    // A slot that was given back without a byte in it may have come to another place since.
+    if (region == nullptr || region->position != position)
         region = &Begin(slot, position);
     Zyl2Util::MappedFile& file = region->file;
     // A block that would be filled to its last byte asks for more.
@@ -161,10 +171,13 @@ KeptBlocks::Region* KeptBlocks::Find(std::optional<std::size_t> slot)
 
 KeptBlocks::Region& KeptBlocks::Begin(std::size_t slot, std::uint64_t position)
 {
-    Region* const waiting = Find(std::nullopt);
-    Region& region = waiting == nullptr ? AddRegion() : *waiting;
+    Region* reusable = Find(slot);
+    if (reusable == nullptr)
+        reusable = Find(std::nullopt);
+    Region& region = reusable == nullptr ? AddRegion() : *reusable;
     log_->Append(Type::BlockBegun, Packed(std::uint64_t(slot), region.number, position));
     region.slot = slot;
+    region.position = position;
     return region;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Zyl2/Util/MappedFile.h"
 #include "Zyl2/Wvf/BlockKeeper.h"
+#include "Zyl2/Wvf/LogLock.h"
 #include "Zyl2/Wvf/RecoveryFolder.h"
 #include "Zyl2/Wvf/RecoveryLog.h"
 
@@ -63,6 +64,8 @@ private:
         std::uint64_t number;
         /// None while it waits for another one.
         std::optional<std::size_t> slot;
+        /// Of the block's first byte in the stream of its key.
+        std::uint64_t position = 0;
         /// Whether what it holds was part of a checkpoint.
         bool isOnDisk = false;
     };
@@ -73,6 +76,7 @@ private:
 
     RecoveryFolder folder_;
     std::optional<RecoveryLog> log_;
+    std::optional<LogLock> lock_;
     std::vector<std::unique_ptr<Region>> regions_;
     pid_t process_;
     bool hasBegun_ = false;

@@ -1,6 +1,7 @@
 #include "Zyl2/Wvf/RecoveryFolder.h"
 
 #include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Wvf/LogLock.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace Zyl2Wvf {
@@ -34,12 +36,17 @@ std::string Resolved(std::string const& path)
     return resolved == nullptr ? path : resolved.get();
 }
 
-[[noreturn]] void RaiseNotOpened(std::string const& path, int error)
+[[noreturn]] void RaiseNotOpened(std::string const& path, char const* reason)
 {
     std::string const message = Sites::NotOpened.text + path + '"';
     auto site = Sites::NotOpened;
     site.text = message.c_str();
-    raise(site, std::strerror(error));
+    raise(site, reason);
+}
+
+[[noreturn]] void RaiseNotOpened(std::string const& path, int error)
+{
+    RaiseNotOpened(path, std::strerror(error));
 }
 
 int OpenFolder(std::string const& path)
@@ -53,13 +60,9 @@ bool IsOfARun(char const* name)
            std::strcmp(name, RecoveryFolder::ResultName) == 0;
 }
 
-struct flock WholeFile()
+bool HasZeroByte(std::string const& path)
 {
-    struct flock lock
-    {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    return lock;
+    return path.find('\0') != std::string::npos;
 }
 
 } // namespace
@@ -79,13 +82,16 @@ void RecoveryFolder::RefuseUnless(bool overwrite, std::string const& modelFile)
 {
     RecoveryFolder const earlier = Open(modelFile);
     int const log = earlier.OpenFile(LogName, O_RDWR);
-    int const writer = log < 0 ? 0 : Lock(log);
+    int const error = log < 0 ? errno : 0;
+    // Without a log there are but the remains of a run that had removed it. One that can't be
+    // opened is there all the same.
+    if (log < 0 && error != ENOENT)
+        RaiseNotOpened(earlier.GetPath() + '/' + LogName, error);
+    std::optional<LogHolder> const writer = log < 0 ? std::nullopt : LogLock::HolderOf(log);
     if (log >= 0)
         ::close(log);
-    if (writer > 0)
-        raise(Sites::EarlierRun, sentence(modelFile, " is still being written by process ",
-                                          static_cast<std::int64_t>(writer)));
-    // Without a log there are but the remains of a run that had removed it.
+    if (writer)
+        raise(Sites::EarlierRun, sentence(modelFile, " is still being written", writer->GetText()));
     if (!overwrite && log >= 0)
         raise(Sites::EarlierRun,
               sentence("an earlier run of ", modelFile, " can be recovered: mox recover ",
@@ -95,6 +101,9 @@ void RecoveryFolder::RefuseUnless(bool overwrite, std::string const& modelFile)
 
 RecoveryFolder RecoveryFolder::Make(std::string const& modelFile, bool overwrite)
 {
+    // The system would take what comes before the zero byte for another path.
+    if (HasZeroByte(modelFile))
+        RaiseNotOpened(modelFile.substr(0, modelFile.find('\0')), "the path holds a zero byte");
     std::string path = PathFor(modelFile);
     if (::mkdir(path.c_str(), AllMayRead) != 0) {
         if (errno != EEXIST)
@@ -177,25 +186,6 @@ int RecoveryFolder::Synchronise() const noexcept
     int const error = isDone ? 0 : errno;
     ::close(parent);
     return error;
-}
-
-int RecoveryFolder::Lock(int log) noexcept
-{
-    struct flock lock = WholeFile();
-    if (::fcntl(log, F_SETLK, &lock) == 0)
-        return 0;
-    if (errno != EACCES && errno != EAGAIN)
-        return -1;
-    int const holder = HolderOfLock(log);
-    return holder > 0 ? holder : -1;
-}
-
-int RecoveryFolder::HolderOfLock(int log) noexcept
-{
-    struct flock lock = WholeFile();
-    if (::fcntl(log, F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK)
-        return 0;
-    return lock.l_pid;
 }
 
 } // namespace Zyl2Wvf

@@ -58,13 +58,6 @@ public:
 
     std::string const& GetPath() const { return path_; }
 
-    /// Takes the log's lock, which ends with this process.
-    /// \param log descriptor of the log, open for writing
-    /// \return 0, or the process that has it; -1 where the system knows no locks
-    static int Lock(int log) noexcept;
-    /// \return the process that has the lock; 0 for none, or where the system knows no locks
-    static int HolderOfLock(int log) noexcept;
-
 private:
     RecoveryFolder(std::string path, int descriptor);
 

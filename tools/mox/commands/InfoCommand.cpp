@@ -7,6 +7,7 @@
 #include "mox/print/JsonListing.h"
 #include "mox/print/JsonWriter.h"
 #include "mox/print/Listing.h"
+#include "mox/print/UnfinishedFile.h"
 
 #include "moxread/FormatError.h"
 #include "moxread/GlobalInformation.h"
@@ -27,15 +28,20 @@ using MoxRead::Slot;
 namespace {
 
 constexpr int keyWidth = 19;
+constexpr char const* valuesKey = "Heavy Data";
 constexpr std::uint8_t writtenEarlyFlag = 32;
+
+MoxRead::GlobalInformation globalOf(MoxRead::Container const& container)
+{
+    MoxRead::KeyStream stream(container, "Global Information");
+    return MoxRead::GlobalInformation::read(stream);
+}
 
 struct FileInfo
 {
-    explicit FileInfo(std::string const& path) : container(path), blocks(container)
-    {
-        MoxRead::KeyStream stream(container, "Global Information");
-        global = MoxRead::GlobalInformation::read(stream);
-    }
+    explicit FileInfo(std::string const& path)
+        : container(path), blocks(container), global(globalOf(container))
+    {}
 
     MoxRead::Container container;
     BlockReport blocks;
@@ -189,6 +195,36 @@ void printJson(std::ostream& out, FileInfo const& info, std::string const& file)
     json.endObject();
 }
 
+void printUnfinished(std::ostream& out, UnfinishedFile const& file)
+{
+    out << "incomplete: " << file.state << '\n';
+    printWritings(out, globalOf(MoxRead::Container(file.outline)).writings);
+    out << "\n  slot  " << std::left << std::setw(keyWidth) << "key" << std::right
+        << "    position        size     content\n";
+    for (UnfinishedFile::Block const& block : file.blocks) {
+        bool const isSaved = block.size != 0;
+        out << std::setw(6) << block.slot << "  " << std::left << std::setw(keyWidth) << valuesKey
+            << std::right << std::setw(12) << (isSaved ? std::to_string(block.position) : "-")
+            << std::setw(12) << (isSaved ? std::to_string(block.size) : "-") << std::setw(12)
+            << block.content << '\n';
+    }
+}
+
+void printUnfinishedJson(std::ostream& out, UnfinishedFile const& file, std::string const& path)
+{
+    JsonWriter json(out);
+    json.beginObject().member("file", path).member("format", "1.3");
+    json.member("incomplete", file.state);
+    writeWritings(json, globalOf(MoxRead::Container(file.outline)).writings);
+    json.key("blocks").beginArray();
+    for (UnfinishedFile::Block const& block : file.blocks) {
+        json.beginObject(oneLine).member("slot", block.slot).member("key", valuesKey);
+        json.member("saved", block.size != 0).member("position", block.position);
+        json.member("size", block.size).member("content", block.content).endObject();
+    }
+    json.endArray().endObject();
+}
+
 void printSet(std::ostream& out, std::string const& path, bool asJson)
 {
     MoxRead::PartitionIndex const index(path);
@@ -204,6 +240,15 @@ void printSet(std::ostream& out, std::string const& path, bool asJson)
     json.member("rankCount", index.ranks()).member("bytes", sums.bytes);
     writeSums(json, sums.keys, sums.total);
     json.endObject();
+}
+
+void showWhole(InfoArguments const& options, std::ostream& out)
+{
+    FileInfo const info(options.file);
+    if (options.json)
+        printJson(out, info, options.file);
+    else
+        printText(out, info);
 }
 
 int showParts(InfoArguments const& options, std::ostream& out, std::ostream& err)
@@ -239,11 +284,14 @@ int showInfo(InfoArguments const& options, std::ostream& out, std::ostream& err)
     return runOnFile(options.file, err, [&] {
         if (isSet)
             return printSet(out, options.file, options.json);
-        FileInfo const info(options.file);
-        if (options.json)
-            printJson(out, info, options.file);
-        else
-            printText(out, info);
+        onWholeOrUnfinished(
+            options.file, [&] { showWhole(options, out); },
+            [&](UnfinishedFile const& file) {
+                if (options.json)
+                    printUnfinishedJson(out, file, options.file);
+                else
+                    printUnfinished(out, file);
+            });
     });
 }
 

@@ -47,6 +47,7 @@ void writeJoined(MoxRead::Model& from, std::filesystem::path const& path,
 {
     Zyl2::Mox2::SaverOptions saver;
     saver.overwrite = true;
+    saver.recoverable = 0;
     saver.text1 = application;
     saver.text2 = std::filesystem::path(options.index).filename().string();
     Join::Options how;

@@ -6,6 +6,7 @@
 #include "mox/print/Listing.h"
 #include "mox/print/ModelContents.h"
 #include "mox/print/PartListing.h"
+#include "mox/print/UnfinishedFile.h"
 
 #include "moxread/NodePath.h"
 #include "moxread/PartitionIndex.h"
@@ -17,18 +18,32 @@ namespace Mox {
 
 namespace {
 
-void list(LsArguments const& options, std::ostream& out)
+void list(MoxRead::Model& model, std::string const* state, LsArguments const& options,
+          std::ostream& out)
 {
-    MoxRead::Model model(options.file);
     MoxRead::Node const& first =
         options.node ? MoxRead::NodePath(*options.node).find(model) : model.node(1);
     Common::Progress progress("ls " + options.file);
     ModelContents const contents(model, first, progress);
     progress.wipe();
     if (options.json)
-        JsonListing(contents, options.file).print(out);
+        JsonListing(contents, options.file, state).print(out);
     else
-        Listing(contents).print(out);
+        Listing(contents, state).print(out);
+}
+
+void listWhole(LsArguments const& options, std::ostream& out)
+{
+    MoxRead::Model model(options.file);
+    list(model, nullptr, options, out);
+}
+
+void listUnfinished(UnfinishedFile const& file, LsArguments const& options, std::ostream& out)
+{
+    MoxRead::ReadOptions how;
+    how.isOutline = true;
+    MoxRead::Model model(file.outline, how);
+    list(model, &file.state, options, out);
 }
 
 } // namespace
@@ -52,7 +67,9 @@ int listFile(LsArguments const& options, std::ostream& out, std::ostream& err)
         if (options.parts && MoxRead::PartitionIndex::isIndex(options.file))
             listParts(options.file, options.json, out);
         else
-            list(options, out);
+            onWholeOrUnfinished(
+                options.file, [&] { listWhole(options, out); },
+                [&](UnfinishedFile const& file) { listUnfinished(file, options, out); });
     });
 }
 

@@ -118,8 +118,17 @@ void tell(std::ostream& out, std::string const& file, Recovered const& recovered
     out << '\n';
 }
 
+void refuseTheFileItself(RecoverArguments const& arguments)
+{
+    std::error_code ignored;
+    if (std::filesystem::equivalent(arguments.file, arguments.output, ignored))
+        throw std::runtime_error("This is what -o OUT is to leave as it is; without, the file is "
+                                 "recovered in its place.");
+}
+
 void recoverTo(InterruptedRun& run, RecoverArguments const& arguments, std::ostream& out)
 {
+    refuseTheFileItself(arguments);
     Common::PartialFile file(arguments.output, arguments.overwrite);
     Recovered const recovered = write(run, arguments.file, file.path());
     file.publish();
@@ -151,6 +160,7 @@ void replace(std::string const& file, std::string const& made)
         std::filesystem::permissions(made, std::filesystem::status(target).permissions(), ignored);
     if (::rename(made.c_str(), target.c_str()) != 0)
         failBySystem("What was recovered cannot take the file's place");
+    putOnDisk(target.has_parent_path() ? target.parent_path() : ".");
 }
 
 void recoverInPlace(InterruptedRun& run, std::string const& file, std::ostream& out)
@@ -211,15 +221,23 @@ void addRecoverCommand(CommandLine& commandLine)
     command.run([arguments] { return recoverFile(*arguments, std::cout, std::cerr); });
 }
 
+std::string stateOfRun(RunProgress const& progress, std::string const& file)
+{
+    std::string const extent =
+        " (" + extentOf(progress) + ')' +
+        (progress.damage.empty() ? "" : "; the rest is lost: " + progress.damage);
+    std::string const from = progress.damage.empty() ? "" : " -o OUT";
+    return progress.isGoingOn
+               ? "the run goes on" + extent
+               : "the run can be recovered" + extent + ": mox recover " + file + from;
+}
+
 std::string adviceOnRun(std::string const& file)
 {
     try {
         if (!InterruptedRun::isBeside(file))
             return {};
-        RunProgress const progress = InterruptedRun::progressOf(file);
-        std::string const extent = " (" + extentOf(progress) + ')';
-        return progress.isGoingOn ? "the run goes on" + extent
-                                  : "the run can be recovered" + extent + ": mox recover " + file;
+        return stateOfRun(InterruptedRun::progressOf(file), file);
     } catch (Zyl2::Exception::Exception const& failure) {
         return "what the run has left beside it can't be read: " + sentenceOf(failure);
     }

@@ -72,8 +72,8 @@ void writeRange(JsonWriter& json, ValueRange const& range)
 
 } // namespace
 
-JsonListing::JsonListing(ModelContents const& contents, std::string file)
-    : contents_(contents), model_(contents.model()), file_(std::move(file))
+JsonListing::JsonListing(ModelContents const& contents, std::string file, std::string const* state)
+    : contents_(contents), model_(contents.model()), file_(std::move(file)), state_(state)
 {}
 
 void JsonListing::print(std::ostream& out) const
@@ -83,15 +83,20 @@ void JsonListing::print(std::ostream& out) const
     writeFile(json);
     writeNodes(json);
     writeSteps(json);
-    writeHeavyData(json);
+    if (contents_.hasValues())
+        writeHeavyData(json);
     json.endObject();
 }
 
 void JsonListing::writeFile(JsonWriter& json) const
 {
     json.member("file", file_).member("format", "1.3");
-    json.member("bytes", model_.bytes());
-    json.member("blockCount", model_.blockCount());
+    if (state_ != nullptr) {
+        json.member("incomplete", *state_);
+    } else {
+        json.member("bytes", model_.bytes());
+        json.member("blockCount", model_.blockCount());
+    }
     json.member("nodeCount", model_.nodes().size());
     json.member("datasetCount", model_.variableCount());
     writeWritings(json, model_.globalInformation().writings);
@@ -136,7 +141,8 @@ void JsonListing::writeDataset(JsonWriter& json, Variable const& variable) const
     json.member("type", variable.variableType());
     json.member("elementType", isFloat ? "float" : "uint32");
     json.member("rows", stored.rows()).member("width", unsigned{stored.width});
-    writeRange(json, contents_.rangeOf(stored));
+    if (contents_.hasValues())
+        writeRange(json, contents_.rangeOf(stored));
     json.member("vibration", variable.vibration);
     writeLink(json, variable);
     writeAttributes(json, variable.attributes);

@@ -16,7 +16,9 @@ namespace Mox {
 class JsonListing
 {
 public:
-    JsonListing(ModelContents const& contents, std::string file);
+    /// \param state of a file that is not whole, in words; null for one that is
+    JsonListing(ModelContents const& contents, std::string file,
+                std::string const* state = nullptr);
 
     void print(std::ostream& out) const;
 
@@ -33,6 +35,7 @@ private:
     ModelContents const& contents_;
     MoxRead::Model const& model_;
     std::string file_;
+    std::string const* state_;
 };
 
 /// The member "writings": who wrote the file, and when.

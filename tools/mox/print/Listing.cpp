@@ -73,7 +73,9 @@ std::string nameOf(Variable const& variable)
 
 } // namespace
 
-Listing::Listing(ModelContents const& contents) : contents_(contents), model_(contents.model()) {}
+Listing::Listing(ModelContents const& contents, std::string const* state)
+    : contents_(contents), model_(contents.model()), state_(state)
+{}
 
 void Listing::print(std::ostream& out) const
 {
@@ -81,14 +83,21 @@ void Listing::print(std::ostream& out) const
         printSummary(out);
     printTree(out);
     printSteps(out);
-    if (contents_.isWholeModel())
+    if (contents_.isWholeModel() && contents_.hasValues())
         printHeavyData(out);
 }
 
 void Listing::printSummary(std::ostream& out) const
 {
-    out << "mox 1.3: " << model_.blockCount() << " blocks, " << model_.nodes().size() << " nodes, "
-        << model_.variableCount() << " datasets, " << model_.bytes() << " bytes\n";
+    if (state_ != nullptr)
+        out << "incomplete: " << *state_ << '\n';
+    out << "mox 1.3: ";
+    if (state_ == nullptr)
+        out << model_.blockCount() << " blocks, ";
+    out << model_.nodes().size() << " nodes, " << model_.variableCount() << " datasets";
+    if (state_ == nullptr)
+        out << ", " << model_.bytes() << " bytes";
+    out << '\n';
     printWritings(out, model_.globalInformation().writings);
     const std::size_t results = model_.globalInformation().resultAttributes.size();
     if (results > 0)
@@ -123,7 +132,9 @@ void Listing::printVariable(std::ostream& out, Variable const& variable,
     bool const isFloat = stored.elementType() == MoxRead::ElementType::Float;
     out << indent << "dataset " << nameOf(variable) << ": type " << variable.variableType() << ", "
         << (isFloat ? "float" : "uint32") << ", width " << unsigned{stored.width} << ", "
-        << stored.rows() << " rows, " << contents_.rangeOf(stored).text();
+        << stored.rows() << " rows";
+    if (contents_.hasValues())
+        out << ", " << contents_.rangeOf(stored).text();
     if (variable.vibration)
         out << ", vibration";
     if (variable.linked) {

@@ -15,7 +15,8 @@ namespace Mox {
 class Listing
 {
 public:
-    explicit Listing(ModelContents const& contents);
+    /// \param state of a file that is not whole, in words; null for one that is
+    explicit Listing(ModelContents const& contents, std::string const* state = nullptr);
 
     /// Of the whole model, also what is known about the file.
     void print(std::ostream& out) const;
@@ -31,6 +32,7 @@ private:
 
     ModelContents const& contents_;
     MoxRead::Model const& model_;
+    std::string const* state_;
 };
 
 /// Who wrote the file, and when: a line for each time.

@@ -14,7 +14,8 @@ ModelContents::ModelContents(MoxRead::Model& model, MoxRead::Node const& first,
                              Common::Progress& progress)
     : model_(model), first_(first), steps_(stepsOf(model, first))
 {
-    readRanges(progress);
+    if (hasValues())
+        readRanges(progress);
 }
 
 ValueRange const& ModelContents::rangeOf(Variable const& variable) const

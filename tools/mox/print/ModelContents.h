@@ -24,6 +24,8 @@ public:
     MoxRead::Node const& first() const { return first_; }
     bool isWholeModel() const { return first_.parent == 0; }
     std::vector<StepUse> const& steps() const { return steps_; }
+    /// False for an outline, which has no ranges either.
+    bool hasValues() const { return model_.hasValues(); }
     /// The range of a dataset's own values, or of those that it shares with another.
     ValueRange const& rangeOf(MoxRead::Variable const& variable) const;
 

@@ -150,7 +150,7 @@ std::uint64_t ArrayProperty<DatasetT, ComponentsT, StepListT>::write(Zyl2Mox::Tr
             refuse(*Zyl2Util::FindMisfit(stridedFrom(array)));
         return *position;
     } else if constexpr (std::is_same_v<DatasetT, RecoveredDataset>) {
-        return tree.WriteStreamDataset(array.values());
+        return array.isElsewhere() ? array.position() : tree.WriteStreamDataset(array.values());
     } else {
         return tree.WriteStreamDataset(array.data(), static_cast<unsigned int>(array.rows()),
                                        dataset.width);

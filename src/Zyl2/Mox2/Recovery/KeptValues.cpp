@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <new>
 
 namespace Zyl2 {
@@ -17,6 +18,8 @@ namespace Recovery {
 namespace {
 
 constexpr std::size_t lengthPrefix = sizeof(std::uint32_t);
+/// Bytes that a byte of a stream can stand for.
+constexpr std::uint32_t mostOfOneByte = 1032;
 
 /// \return whether the file has so many bytes there
 bool readAt(int file, std::uint64_t offset, unsigned char* place, std::size_t count)
@@ -74,10 +77,17 @@ bool KeptValues::noteSaved(std::uint64_t slot, std::uint64_t offset, std::uint32
 {
     auto const position = slots_.find(slot);
     auto const block = position == slots_.end() ? blocks_.end() : blocks_.find(position->second);
-    if (block == blocks_.end() || block->second.slot != slot)
+    if (block == blocks_.end() || block->second.slot != slot ||
+        contentLength / mostOfOneByte > size)
         return false;
     block->second.saved = Saved{offset, size, contentLength};
     return true;
+}
+
+std::uint64_t KeptValues::nextBegun(std::uint64_t position) const
+{
+    auto const next = blocks_.upper_bound(position);
+    return next == blocks_.end() ? std::numeric_limits<std::uint64_t>::max() : next->first;
 }
 
 bool KeptValues::has(std::uint64_t position, std::uint64_t length) const
@@ -88,7 +98,8 @@ bool KeptValues::has(std::uint64_t position, std::uint64_t length) const
     BlockOfRun const& block = std::prev(next)->second;
     std::uint64_t const from = position - block.position;
     if (block.saved)
-        return from <= block.saved->contentLength && length <= block.saved->contentLength - from;
+        return from <= block.saved->contentLength && length <= block.saved->contentLength - from &&
+               hasBytes(modelFile_, block.saved->offset, block.saved->size);
     int const file = folder_.OpenFile("block-" + std::to_string(block.number), O_RDONLY);
     bool const isThere = hasBytes(file, from, length);
     if (file >= 0)

@@ -27,9 +27,12 @@ public:
 
     /// A block was begun at `position`, in the file of that number.
     void noteBegun(std::uint64_t slot, std::uint64_t number, std::uint64_t position);
-    /// \return whether the block was begun before
+    /// \return whether the block was begun before, and can have so much content
     bool noteSaved(std::uint64_t slot, std::uint64_t offset, std::uint32_t size,
                    std::uint32_t contentLength);
+
+    /// Where the first block behind `position` begins; the greatest number when there is none.
+    std::uint64_t nextBegun(std::uint64_t position) const;
 
     /// Whether so many bytes from `position` on are within a block that was begun, as far as that
     /// is known without looking at them.

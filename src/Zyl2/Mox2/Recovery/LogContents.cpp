@@ -54,16 +54,14 @@ LogContents::LogContents(std::vector<unsigned char> bytes) : bytes_(std::move(by
     takeStart();
 }
 
-/// \return whether there was one
+/// \return whether there was one that others may follow
 bool LogContents::takeRecord()
 {
     std::size_t const left = bytes_.size() - end_;
     unsigned char const* const header = bytes_.data() + end_;
     // Behind the last record there is always room for the head of another.
     if (left < RecoveryLog::RecordHeaderLength) {
-        bool const isClosed = !records_.empty() && records_.back().type == Type::Closing;
-        if (!isClosed)
-            damage_ = "the recovery log is cut off at byte " + std::to_string(bytes_.size());
+        damage_ = "the recovery log is cut off at byte " + std::to_string(bytes_.size());
         return false;
     }
     if (valueAt<std::uint64_t>(header + typeAt) == 0) {
@@ -80,7 +78,8 @@ bool LogContents::takeRecord()
     if (fits && isKnown(type) && checksum == RecoveryLog::ChecksumOf(header, payload, length)) {
         records_.push_back({static_cast<Type>(type), payload, static_cast<std::size_t>(length)});
         end_ += RecoveryLog::RecordHeaderLength + static_cast<std::size_t>(length);
-        return true;
+        // A recovery notes that it is done where a torn record may have been.
+        return records_.back().type != Type::Closing;
     }
     // The checksum comes last.
     bool const isTorn =

@@ -22,6 +22,18 @@ public:
         : data_(data), rows_(rows), columns_(columns), element_(element)
     {}
 
+    /// The same without values: they are elsewhere, in a block that is not to be written.
+    /// \param position that they have in the stream of all values
+    RecoveredArray at(std::uint64_t position) const
+    {
+        RecoveredArray array = *this;
+        array.isElsewhere_ = true;
+        array.position_ = position;
+        return array;
+    }
+    bool isElsewhere() const { return isElsewhere_; }
+    std::uint64_t position() const { return position_; }
+
     unsigned char const* data() const { return data_; }
     std::int64_t rows() const { return rows_; }
     std::int64_t columns() const { return columns_; }
@@ -37,6 +49,8 @@ private:
     std::int64_t rows_ = 0;
     std::int64_t columns_ = 1;
     Zyl2Mox::ElementCode element_ = Zyl2Mox::ElementCode::None;
+    bool isElsewhere_ = false;
+    std::uint64_t position_ = 0;
 };
 
 } // namespace Recovery

@@ -6,6 +6,7 @@
 #include "Zyl2/Mox2/Saver.h"
 #include "Zyl2/Wvf/BlockEncoder.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -28,92 +29,12 @@ Encoder encoderOf(std::string const& name)
 
 } // namespace
 
-Story::Story(LogContents const& log)
-{
-    for (LogContents::Record const& record : log.records())
-        add(record);
-    progress.callsUnderWay = underWay_ ? 1 : 0;
-    progress.damage = log.damage();
-}
-
-void Story::add(LogContents::Record const& record)
-{
-    switch (record.type) {
-    case Type::Call:
-        if (underWay_)
-            throw DamagedRecord();
-        underWay_.emplace();
-        underWay_->call = &record;
-        break;
-    case Type::Filled: {
-        if (!underWay_ || underWay_->filled)
-            throw DamagedRecord();
-        ByteReader from = record.reader();
-        CallOfRun::Filled filled{};
-        filled.position = from.get<std::uint64_t>();
-        filled.length = from.get<std::uint64_t>();
-        filled.checksum = from.get<std::uint32_t>();
-        from.expectEnd();
-        underWay_->filled = filled;
-        break;
-    }
-    case Type::End:
-        addEnd(record);
-        break;
-    case Type::Closing:
-        progress.isClosing = true;
-        break;
-    case Type::Start:
-        throw DamagedRecord();
-    case Type::BlockBegun:
-    case Type::BlockSaved:
-        break;
-    }
-}
-
-void Story::addEnd(LogContents::Record const& record)
-{
-    if (!underWay_)
-        throw DamagedRecord();
-    ByteReader from = record.reader();
-    auto const outcome = from.get<std::uint32_t>();
-    if (outcome > static_cast<std::uint32_t>(Outcome::Failed))
-        throw DamagedRecord();
-    underWay_->outcome = static_cast<Outcome>(outcome);
-    underWay_->nodes = from.get<std::uint32_t>();
-    underWay_->time = from.get<std::int64_t>();
-    from.expectEnd();
-    calls.push_back(*underWay_);
-    countDataset(progress, *underWay_);
-    underWay_.reset();
-}
-
-void countDataset(RunProgress& progress, CallOfRun const& call)
-{
-    ++progress.calls;
-    if (!call.filled || call.outcome != Outcome::Returned)
-        return;
-    ++progress.datasets;
-    ByteReader from = call.call->reader();
-    from.get<std::uint8_t>();
-    from.get<std::uint32_t>();
-    ArrayCall const arguments(from);
-    if (arguments.steps.empty() || arguments.steps.back().name.empty())
-        return;
-    std::string const& step = arguments.steps.back().name;
-    if (step != progress.lastStep) {
-        progress.stepBefore = std::exchange(progress.lastStep, step);
-        progress.datasetsOfLastStep = 0;
-    }
-    ++progress.datasetsOfLastStep;
-}
-
 RunProgress Replay::writeTo(std::string const& output, Story const& story)
 {
     open(output);
-    noteBlocks();
     RunProgress progress;
     progress.damage = story.progress.damage;
+    progress.blocks = story.progress.blocks;
     progress.isClosing = story.progress.isClosing;
     progress.callsUnderWay = story.progress.callsUnderWay;
     std::int64_t time = log_.start().time;
@@ -152,25 +73,22 @@ void Replay::open(std::string const& output)
     Saver(file, options).extractFrom(database_);
     Zyl2Wvf::Index& index = database_.tree->GetFile().GetIndex();
     index.SetBlockSize(start.blockSize);
-    index.SetKnownStreams(values_);
+    if (values_ == nullptr)
+        return;
+    index.SetKnownStreams(*values_);
+    noteBlocks();
 }
 
 void Replay::noteBlocks()
 {
     for (LogContents::Record const& record : log_.records()) {
-        ByteReader from = record.reader();
         if (record.type == Type::BlockBegun) {
-            auto const slot = from.get<std::uint64_t>();
-            auto const number = from.get<std::uint64_t>();
-            values_.noteBegun(slot, number, from.get<std::uint64_t>());
-            from.expectEnd();
+            BlockBegun const begun(record);
+            values_->noteBegun(begun.slot, begun.number, begun.position);
         } else if (record.type == Type::BlockSaved) {
-            auto const slot = from.get<std::uint64_t>();
-            auto const offset = from.get<std::uint64_t>();
-            auto const size = from.get<std::uint32_t>();
-            if (!values_.noteSaved(slot, offset, size, from.get<std::uint32_t>()))
+            BlockSaved const saved(record);
+            if (!values_->noteSaved(saved.slot, saved.offset, saved.size, saved.contentLength))
                 throw DamagedRecord();
-            from.expectEnd();
         }
     }
 }
@@ -179,27 +97,36 @@ void Replay::noteBlocks()
 bool Replay::findValues(CallOfRun const& call)
 {
     found_ = nullptr;
-    if (!call.filled)
+    if (!call.filled || values_ == nullptr)
         return true;
-    passOver(call.filled->position);
-    found_ = values_.find(call.filled->position, call.filled->length, call.filled->checksum);
+    if (!passOver(call.filled->position))
+        return false;
+    found_ = values_->find(call.filled->position, call.filled->length, call.filled->checksum);
     return found_ != nullptr;
 }
 
-/// Fills what a call had put that failed before it could note what.
+/// Fills what calls had put that failed before they could note what.
 /// \param position that the next values have
-void Replay::passOver(std::uint64_t position)
+/// \return whether it was put into blocks that there are
+bool Replay::passOver(std::uint64_t position)
 {
     Zyl2Mox::Tree& tree = *database_.tree;
-    std::uint64_t const reached =
+    std::uint64_t reached =
         tree.GetFile().GetIndex().GetBlockPosition(Zyl2Mox::BlockNames::HeavyData);
-    if (position == reached)
-        return;
-    std::uint64_t const gap = position - reached;
-    if (position < reached || gap % valueSize != 0 || !values_.has(reached, gap))
+    if (position < reached)
         throw DamagedRecord();
-    std::vector<unsigned char> const nothing(gap);
-    tree.WriteStreamDataset(Zyl2Mox::ShuffledValues{nothing.data(), gap / valueSize, 1});
+    // Several of them may have failed one after the other; each had put its values into one block.
+    while (reached != position) {
+        std::uint64_t const gap = std::min(position, values_->nextBegun(reached)) - reached;
+        if (gap % valueSize != 0)
+            throw DamagedRecord();
+        if (!values_->has(reached, gap))
+            return false;
+        std::vector<unsigned char> const nothing(gap);
+        tree.WriteStreamDataset(Zyl2Mox::ShuffledValues{nothing.data(), gap / valueSize, 1});
+        reached += gap;
+    }
+    return true;
 }
 
 void Replay::repeat(CallOfRun const& call)
@@ -252,16 +179,16 @@ void Replay::addArray(CallOfRun const& call, ArrayCall const& arguments)
 {
     if (call.outcome != Outcome::Returned && !call.filled)
         return;
+    if (call.outcome == Outcome::Failed && values_ == nullptr)
+        return;
     if (call.outcome == Outcome::Failed) {
         // What follows stands behind these values, though nothing refers to them.
         database_.tree->WriteStreamDataset(
             Zyl2Mox::ShuffledValues{found_, call.filled->length / valueSize, 1});
         return;
     }
-    RecoveredDataset const dataset(
-        arguments.name, arguments.type,
-        RecoveredArray(found_, arguments.rows, arguments.columns, arguments.element),
-        arguments.attributes);
+    RecoveredDataset const dataset(arguments.name, arguments.type, arrayOf(call, arguments),
+                                   arguments.attributes);
     bool const hasValues = arguments.rows != 0 && arguments.components.size() != 0;
     bool const fits = call.filled && arguments.rows > 0 && call.filled->length % valueSize == 0 &&
                       arguments.columns == dataset.width &&
@@ -275,6 +202,12 @@ void Replay::addArray(CallOfRun const& call, ArrayCall const& arguments)
     command.components = arguments.components;
     command.steps = arguments.steps;
     update(command, call);
+}
+
+RecoveredArray Replay::arrayOf(CallOfRun const& call, ArrayCall const& arguments) const
+{
+    RecoveredArray const array(found_, arguments.rows, arguments.columns, arguments.element);
+    return values_ == nullptr && call.filled ? array.at(call.filled->position) : array;
 }
 
 /// \throws DamagedRecord the call does not end as it did

@@ -9,7 +9,7 @@ import tempfile
 
 
 def run_once(subject, folder):
-    output = tempfile.mkdtemp(prefix="run-", dir=folder)
+    output = tempfile.mkdtemp(prefix="run-", dir=subject.folder or folder)
     # What earlier runs left to be written to the disk is not for this one to wait for.
     os.sync()
     environment = {**os.environ, **subject.environment}

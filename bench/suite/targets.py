@@ -4,7 +4,7 @@ import operator
 import statistics
 from dataclasses import dataclass, field
 
-from workloads import BEFORE, READ_BLOCK_SIZES, ours
+from workloads import BEFORE, READ_BLOCK_SIZES, ours, recoverable_cases
 
 AT_LEAST, AT_MOST = ">=", "<="
 COMPARISONS = {AT_LEAST: operator.ge, AT_MOST: operator.le}
@@ -248,9 +248,20 @@ def thread_rows(entry, encoder):
         yield bounded_memory_row(entry, count)
 
 
+def recoverable_rows(entry, encoder):
+    compare = Comparer("recoverable", encoder, entry["subjects"])
+    of_large = {"zlib": (AT_MOST, 1.05), "isal": (AT_MOST, 1.3)}.get(encoder, ())
+    for name, *_ in recoverable_cases(entry["sizes"], None):
+        limit = of_large if name.startswith("a, ") else (AT_MOST, 1.3)
+        yield compare.row(f"{name}: time recoverable / as ever", TIME,
+                          ours(encoder, f", {name}, recoverable"),
+                          ours(encoder, f", {name}, as ever"), *limit)
+
+
 MAKERS = {"a": transient_rows, "b": part_rows, "c": path_rows, "d": model_rows, "e": large_rows,
           "f": transient_in_threads_rows, "g": computing_rows, "h": reading_rows,
-          "i": reading_one_rows, "j": small_thing_rows, "threads": thread_rows}
+          "i": reading_one_rows, "j": small_thing_rows, "threads": thread_rows,
+          "recoverable": recoverable_rows}
 
 
 def rows(measured):

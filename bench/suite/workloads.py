@@ -21,6 +21,7 @@ KEYS = {
     "j": "paths and small models, with threads and without",
     "threads": "several models at once, and memory, with threads",
     "shuffle": "sorting values into byte planes",
+    "recoverable": "runs that can be recovered",
 }
 
 SIZES = {
@@ -36,6 +37,8 @@ SIZES = {
     "j": {"groups": 1000, "shapes": 1000, "models": 1000},
     "threads": {"edge": 100, "steps": 4, "bytes": 64 << 20},
     "shuffle": {},
+    "recoverable": {"edge": 100, "steps": 20, "parts": 10000, "datasets": 20, "groups": 1000,
+                    "shapes": 1000},
 }
 
 QUICK_SIZES = {
@@ -52,6 +55,8 @@ QUICK_SIZES = {
     "j": {"groups": 20, "shapes": 100, "models": 10},
     "threads": {"edge": 40, "steps": 4, "bytes": 24 << 20},
     "shuffle": {},
+    "recoverable": {"edge": 40, "steps": 8, "parts": 100, "datasets": 20, "groups": 20,
+                    "shapes": 100},
 }
 
 UNLIMITED = 1 << 30
@@ -70,6 +75,8 @@ class Subject:
     command: list
     most_rounds: int = UNLIMITED
     environment: dict = field(default_factory=dict)
+    # Where it writes, if not where all others do.
+    folder: Path = None
 
 
 def nothing():
@@ -345,6 +352,37 @@ def many_threads(programs, _encoders, sizes, _folder):
     return Workload("threads", sizes, subjects)
 
 
+RECOVERABLE_BLOCK_SIZES = {"200 MiB": 200 << 20, "16 MiB": 16 << 20}
+
+
+def recoverable_cases(sizes, disk):
+    """What is written once as ever and once recoverably: name, workload, flags, bytes of a block,
+    folder."""
+    def flags(*names):
+        return {name: sizes[name] for name in names}
+
+    for place, folder in (("memory", None), ("disk", disk)):
+        for name, size in RECOVERABLE_BLOCK_SIZES.items():
+            yield f"a, {place}, blocks of {name}", "transient", flags("edge", "steps"), size, folder
+    yield "b", "parts", flags("parts", "datasets"), 200 << 20, None
+    yield "c", "paths", flags("groups", "shapes"), 200 << 20, None
+
+
+def recoverable_runs(programs, encoders, sizes, _folder):
+    # Next to the build tree: what is in memory elsewhere is on a disk there.
+    disk = programs.moxwriter.parent
+    subjects = []
+    for encoder in encoders:
+        for name, workload, flags, size, folder in recoverable_cases(sizes, disk):
+            for detail, value in (("as ever", "0"), ("recoverable", "1")):
+                subject = of_encoder(programs, encoder, workload, flags, f", {name}, {detail}",
+                                     {"MOXWRITER_RECOVERABLE": value,
+                                      "MOXWRITER_DEFAULT_BLOCK_SIZE": str(size)})
+                subject.folder = folder
+                subjects.append(subject)
+    return Workload("recoverable", sizes, subjects)
+
+
 def kernel_runs(report):
     """Bandwidths of the kernels' repetitions, by kernel and width."""
     runs = {}
@@ -369,7 +407,7 @@ def shuffling(programs, _encoders, sizes, folder):
 MAKERS = {"a": transient, "b": parts, "c": paths, "d": small_models, "e": large_results,
           "f": transient_in_threads, "g": computing_host,
           "h": reading_all, "i": reading_one, "j": small_things_in_threads, "threads": many_threads,
-          "shuffle": shuffling}
+          "shuffle": shuffling, "recoverable": recoverable_runs}
 
 
 def chosen(keys, programs, encoders, quick, folder: Path):

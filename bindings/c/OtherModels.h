@@ -22,6 +22,7 @@ class ModelMaker
 {
 public:
     ModelMaker() = default;
+    virtual ~ModelMaker() = default;
     ModelMaker(ModelMaker const&) = delete;
     ModelMaker& operator=(ModelMaker const&) = delete;
 
@@ -29,9 +30,6 @@ public:
                                                        Mox2::SaverOptions const& options) = 0;
     /// Called instead where the arguments are not what they have to be.
     virtual void giveUp() noexcept = 0;
-
-protected:
-    ~ModelMaker() = default;
 };
 
 /// \param model   receives the handle, or null

@@ -108,6 +108,7 @@ void Recorder::noteState(Zyl2Mox::Tree const& tree)
 }
 
 /// There is always room for it.
+// NOLINTNEXTLINE(bugprone-exception-escape): the log has room, and every tree a root
 void Recorder::end(Outcome outcome, Zyl2Mox::Tree const& tree) noexcept
 {
     auto const nodes = static_cast<std::uint32_t>(tree.GetNodeCount());

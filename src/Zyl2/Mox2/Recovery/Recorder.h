@@ -88,6 +88,7 @@ private:
     void assertOwnProcess() const;
     void assertRecording() const;
     void noteState(Zyl2Mox::Tree const& tree);
+    // NOLINTNEXTLINE(bugprone-exception-escape): the log has room, and every tree a root
     void end(Outcome outcome, Zyl2Mox::Tree const& tree) noexcept;
 
     Zyl2Wvf::KeptBlocks& kept_;

@@ -16,7 +16,6 @@ namespace Recovery {
 
 namespace {
 
-namespace Sites = Exception::Sites::Recovery;
 using Type = LogContents::Type;
 constexpr std::uint64_t valueSize = 4;
 

@@ -31,7 +31,7 @@ void Buffer::reset(std::size_t size)
         // Blocks are hardly ever of one length: without some room to spare, each that is a little
         // longer would have its memory touched for the first time again. What is not used of it is
         // address space alone.
-        std::size_t const capacity = std::max(size, capacity_ + capacity_ / 4);
+        std::size_t const capacity = std::max(size, 2 * capacity_);
         // Never both at a time.
         *this = Buffer();
         bytes_ = allocated(capacity);

@@ -23,7 +23,7 @@ int __wrap_fdatasync(int file);
 
 namespace {
 
-bool callFails()
+bool fileCallFails()
 {
     bool const fails = Fault::strikes(Fault::Place::File);
     if (fails)
@@ -36,27 +36,27 @@ bool callFails()
 extern "C" {
 int __wrap_rename(char const* from, char const* to)
 {
-    return callFails() ? -1 : __real_rename(from, to);
+    return fileCallFails() ? -1 : __real_rename(from, to);
 }
 
 int __wrap_ftruncate(int file, off_t size)
 {
-    return callFails() ? -1 : __real_ftruncate(file, size);
+    return fileCallFails() ? -1 : __real_ftruncate(file, size);
 }
 
 ssize_t __wrap_pwrite(int file, void const* bytes, std::size_t count, off_t offset)
 {
-    return callFails() ? -1 : __real_pwrite(file, bytes, count, offset);
+    return fileCallFails() ? -1 : __real_pwrite(file, bytes, count, offset);
 }
 
 int __wrap_fsync(int file)
 {
-    return callFails() ? -1 : __real_fsync(file);
+    return fileCallFails() ? -1 : __real_fsync(file);
 }
 
 int __wrap_fdatasync(int file)
 {
-    return callFails() ? -1 : __real_fdatasync(file);
+    return fileCallFails() ? -1 : __real_fdatasync(file);
 }
 }
 // NOLINTEND(bugprone-reserved-identifier)

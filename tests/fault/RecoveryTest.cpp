@@ -858,7 +858,7 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
 
 TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
 {
-    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30);
+    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 10);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     int full = 0;
@@ -885,7 +885,7 @@ TEST_F(RecoveryTest, WhateverFailsInARecoveryALaterOneSucceeds)
          {Place::File, Place::StreamCall, Place::Device, Place::Reservation, Place::Allocation}) {
         // Hundreds of allocations are alike.
         std::size_t const stride =
-            place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 97) : 1;
+            place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 97, 397) : 1;
         std::size_t ordinal = 0;
         for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
             SCOPED_TRACE("place " + std::to_string(static_cast<int>(place)) + ", operation " +

@@ -6,13 +6,13 @@
 #include "mox/commands/LsCommand.h"
 #include "mox/commands/UnfinishedRun.h"
 #include "mox/print/UnfinishedFile.h"
+#include "support/Wanted.h"
 
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <random>
@@ -27,14 +27,9 @@ namespace Fault {
 namespace {
 
 using nlohmann::json;
+using Support::wanted;
 
 constexpr useconds_t BetweenCalls = 300;
-
-std::uint32_t wanted(char const* variable, std::uint32_t usual)
-{
-    char const* const text = std::getenv(variable);
-    return text == nullptr ? usual : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
 
 json listed(std::string const& path)
 {
@@ -133,7 +128,7 @@ protected:
 
 TEST_F(RunningListingTest, ARunIsListedCallByCallAndDoesNotNoticeIt)
 {
-    std::uint32_t const enough = wanted("MOXWRITER_LISTED_RUNS", 40);
+    std::uint32_t const enough = wanted("MOXWRITER_LISTED_RUNS", 40, 20);
     std::uint32_t seed = wanted("MOXWRITER_KILLED_SEED", std::random_device()());
     std::cout << "first seed: " << seed << '\n';
     for (; listings < enough && !HasFailure(); ++seed) {

@@ -238,6 +238,41 @@ TEST_F(JoinCommand, TellsOfAttributesAndMaterialsThatAreLost)
         "among ranks: those of the lowest rank are taken\n");
 }
 
+/// What is named like ids may be something else.
+TEST_F(JoinCommand, TakesNoVectorsForIds)
+{
+    for (char const* const name : {"a.0.mox", "a.1.mox"}) {
+        Zyl2::Mox2::Model model;
+        model.saveTo(folder_.File(name));
+        model.addNode(NodeType::RootGroup, "Root");
+        unsigned int const bar = model.addNode(NodeType::Shape, "Bar");
+        std::vector<unsigned int> const three = {1, 2, 3};
+        model.addArrayProperty(DatasetType::Coordinates,
+                               ArrayView::table(std::vector<float>{0, 0, 0}, 3), bar, Step());
+        model.addArrayProperty(DatasetType::NodeIds, std::vector<unsigned int>{1}, bar, Step());
+        model.addArrayProperty("Element IDs", DatasetType::Result11, ArrayView::table(three, 3),
+                               bar, Step());
+        model.addArrayProperty(DatasetType::Connectivity1, std::vector<unsigned int>{0}, bar,
+                               Step());
+        model.addArrayProperty(DatasetType::Polylength1, std::vector<unsigned int>{1}, bar, Step());
+        model.close();
+    }
+    Support::WriteFile(folder_.File("a.moxs"),
+                       R"({"format": "moxwriter partitioned model", "version": 1,
+                           "complete": false, "ranks": 2,
+                           "files": [{"name": "a.0.mox", "ranks": [[0, 0]]},
+                                     {"name": "a.1.mox", "ranks": [[1, 1]]}]})");
+    JoinArguments arguments;
+    arguments.index = folder_.File("a.moxs");
+    arguments.output = folder_.File("joined.mox");
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(joinFiles(arguments, out, err), 0) << err.str();
+    MoxRead::Model model = joined();
+    EXPECT_EQ(words(model, 3, "Polylength"), (Words{1, 1}));
+    EXPECT_EQ(words(model, 3, "Element IDs"), (Words{1, 2, 3}));
+}
+
 TEST_F(JoinCommand, TakesPiecesOfRanksThatHaveNothingThere)
 {
     Piece none;

@@ -73,7 +73,7 @@ public:
 
     /// How far a run has come that may still be going on, which it does not notice.
     /// \param path of the model file
-    /// \throws what the constructor throws, but for a run that goes on
+    /// \throws Exception::Exception as the constructor does, but for a run that goes on
     static RunProgress progressOf(std::string const& path);
 
     /// Writes a file of the nodes and datasets that a run has added so far, without the values. It
@@ -81,7 +81,7 @@ public:
     /// in its place but blocks of values.
     /// \param path   of the model file
     /// \param output is overwritten
-    /// \throws what `progressOf` and `writeTo` throw
+    /// \throws Exception::Exception as `progressOf` and `writeTo` do
     static RunProgress writeOutlineOf(std::string const& path, std::string const& output);
 
     /// Finds what a run has left, and keeps others from it as long as this object lives; where
@@ -105,7 +105,7 @@ public:
     /// \return how far the file goes; its `damage` says what could not be had of the rest
     /// \throws Exception::MiscelleneousException "Unable to recover": the log tells of calls that
     ///         this library can't make
-    /// \throws what `Model` throws
+    /// \throws Exception::Exception as `Model` does
     RunProgress writeTo(std::string const& output);
 
     /// Notes that a whole file is about to take the model file's place.

@@ -20,7 +20,7 @@
 namespace Zyl2Wvf {
 
 /// Keeps blocks in files that are mapped, and notes in the log which file has what.
-class KeptBlocks : public BlockKeeper
+class KeptBlocks final : public BlockKeeper
 {
 public:
     /// Makes folder and log of a model file, before that is opened.

@@ -218,7 +218,7 @@ void printUnfinishedJson(std::ostream& out, UnfinishedFile const& file, std::str
     writeWritings(json, globalOf(MoxRead::Container(file.outline)).writings);
     json.key("blocks").beginArray();
     for (UnfinishedFile::Block const& block : file.blocks) {
-        json.beginObject(oneLine).member("slot", block.slot).member("key", valuesKey);
+        json.beginObject(JsonWriter::OneLine).member("slot", block.slot).member("key", valuesKey);
         json.member("saved", block.size != 0).member("position", block.position);
         json.member("size", block.size).member("content", block.content).endObject();
     }

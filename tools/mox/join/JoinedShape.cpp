@@ -78,7 +78,9 @@ JoinedShape::JoinedShape(MoxRead::Model& model, std::vector<MoxRead::Node const*
 {
     findDatasets();
     bool const isOne = pieces_.size() == 1;
-    canBeJoined_ = isOne || (haveAll(nodeIds, coordinates) && haveAll(polylength, connectivity));
+    canBeJoined_ =
+        isOne || (haveAll(nodeIds, coordinates) && haveAll(polylength, connectivity) &&
+                  areNumbers(nodeIds) && areNumbers(polylength) && areNumbers(connectivity));
     if (canBeJoined_)
         mapRows();
 }
@@ -119,6 +121,20 @@ bool JoinedShape::haveAll(char const* name, char const* other) const
     return true;
 }
 
+/// Whether a dataset, where there is one, has one integer in each row.
+bool JoinedShape::areNumbers(char const* name) const
+{
+    for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
+        Variable const* const variable = find(piece, name);
+        if (variable == nullptr)
+            continue;
+        Variable const& stored = model_.resolve(*variable);
+        if (stored.width != 1 || stored.elementType() != ElementType::Uint32)
+            return false;
+    }
+    return true;
+}
+
 std::vector<std::vector<std::uint32_t>> JoinedShape::wordsOf(char const* name)
 {
     std::vector<std::vector<std::uint32_t>> words(pieces_.size());
@@ -141,7 +157,8 @@ void JoinedShape::mapRows()
 {
     bool const isOne = pieces_.size() == 1;
     nodes_ = isOne ? RowMap::inOrder(rowsOf(coordinates)) : RowMap::byIds(wordsOf(nodeIds));
-    bool const haveIds = !isOne && rowsOf(elementIds) == rowsOf(polylength);
+    bool const haveIds =
+        !isOne && areNumbers(elementIds) && rowsOf(elementIds) == rowsOf(polylength);
     elements_ = haveIds ? RowMap::byIds(wordsOf(elementIds)) : RowMap::inOrder(rowsOf(polylength));
     ownerOfElement_.assign(elements_.count(), noPiece);
     for (std::size_t piece = pieces_.size(); piece-- > 0;)

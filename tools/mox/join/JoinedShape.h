@@ -54,6 +54,7 @@ private:
     void mapRows();
     Variable const* find(std::size_t piece, char const* name) const;
     bool haveAll(char const* name, char const* other) const;
+    bool areNumbers(char const* name) const;
     std::vector<std::vector<std::uint32_t>> wordsOf(char const* name);
     std::vector<std::size_t> rowsOf(char const* name) const;
 

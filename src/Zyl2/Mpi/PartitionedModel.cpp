@@ -486,8 +486,14 @@ void PartitionedModel::Impl::end() noexcept
     MPI_Finalized(&isFinalized);
     if (isFinalized != 0)
         return letGo();
-    if (std::uncaught_exceptions() <= exceptions_)
-        return close();
+    if (std::uncaught_exceptions() <= exceptions_) {
+        try {
+            return close();
+        } catch (...) {
+            // A host that wants to know closes the model itself.
+            std::terminate();
+        }
+    }
     failure_.remember(1, "the model was destroyed by an exception of the host");
     try {
         agreeOn(CollectiveCall::Abandon);
@@ -588,6 +594,7 @@ PartitionedModel::addAssemblyComponents(std::map<std::string, Mox2::Attributes> 
         Mox2::Array1d<unsigned int> ids =
             local.model().addAssemblyComponents(components, separator);
         std::vector<std::string> names;
+        names.reserve(components.size());
         for (auto const& [name, attributes] : components)
             names.push_back(name);
         for (NodeCall const& call : local.newNodesOf(names, separator, ids))

@@ -10,16 +10,12 @@
 
 namespace Bench {
 
-namespace {
-
 std::uint64_t peakResidentBytes()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
 }
-
-} // namespace
 
 std::uint64_t residentBytes()
 {

@@ -19,6 +19,9 @@ struct Measurement
 /// Resident memory of this process, now.
 std::uint64_t residentBytes();
 
+/// The most that it has had.
+std::uint64_t peakResidentBytes();
+
 /// All bytes in the regular files of a folder.
 std::uint64_t bytesOfFolder(std::string const& folder);
 

@@ -7,20 +7,7 @@
 #include <exception>
 #include <iostream>
 
-#include <sys/resource.h>
-
 namespace Bench {
-
-namespace {
-
-std::uint64_t peakResidentBytes()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
-}
-
-} // namespace
 
 Ranks::Ranks(int* argc, char*** argv)
 {

@@ -6,24 +6,11 @@
 #
 # Each BAR is a program, or an interpreter and a program in one word with a colon between.
 set -euo pipefail
+. "${BASH_SOURCE%/*}/scratch.sh"
 
 mox=$1 host=$2
 shift 2
-bars=()
-while [[ $1 != -- ]]; do
-    bars+=("$1")
-    shift
-done
-shift
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
-
-fail()
-{
-    echo "$1" >&2
-    exit 1
-}
+take_programs "$@"
 
 # How rank 1 is refused something, and what all ranks say then.
 declare -A sentences=(
@@ -37,15 +24,15 @@ declare -A sentences=(
     [path]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks"
     [handle]="Rank 0: Invalid arguments: the path or the options are not the same on all ranks")
 
-"$@" -np 4 "$host" cpp.moxs 2
-for bar in "${bars[@]}"; do
+"${mpirun[@]}" -np 4 "$host" cpp.moxs 2
+for bar in "${programs[@]}"; do
     IFS=: read -ra program <<<"$bar"
-    "$@" -np 4 "${program[@]}" bar.moxs 2
+    "${mpirun[@]}" -np 4 "${program[@]}" bar.moxs 2
     "$mox" verify bar.moxs >/dev/null
     "$mox" diff cpp.moxs bar.moxs || fail "$bar writes another model"
     for fault in $("${program[@]}" faults); do
         status=0
-        timeout 30 "$@" -np 4 "${program[@]}" bar.moxs 2 "$fault" >said 2>log || status=$?
+        timeout 30 "${mpirun[@]}" -np 4 "${program[@]}" bar.moxs 2 "$fault" >said 2>log || status=$?
         [[ $status -ne 124 ]] || fail "$bar hangs after $fault"
         # Rank 1 may tell what it was refused itself.
         [[ $(grep -cxF "${sentences[$fault]}" said) -ge 3 ]] || fail "$bar says after $fault: $(cat said log)"

@@ -3,24 +3,17 @@
 #
 #   check_examples.sh MOX SOLVER... -- MPIRUN...
 set -euo pipefail
+. "${BASH_SOURCE%/*}/scratch.sh"
 
 mox=$1
 shift
-solvers=()
-while [[ $1 != -- ]]; do
-    solvers+=("$1")
-    shift
-done
-shift
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
+take_programs "$@"
 
-"$@" -np 1 "${solvers[0]}" one.moxs
+"${mpirun[@]}" -np 1 "${programs[0]}" one.moxs
 "$mox" join one.moxs one.mox
-for solver in "${solvers[@]}"; do
+for solver in "${programs[@]}"; do
     for ranks in 1 4 6; do
-        "$@" -np $ranks "$solver" some.moxs
+        "${mpirun[@]}" -np $ranks "$solver" some.moxs
         "$mox" verify some.moxs >/dev/null
         "$mox" check some.moxs >/dev/null
         said=$("$mox" join some.moxs some.mox --overwrite 2>&1)

@@ -6,12 +6,10 @@
 #
 # MOXWRITER_MPI_KILLS: how often, 6 unless set.
 set -euo pipefail
+. "${BASH_SOURCE%/*}/scratch.sh"
 
 mox=$1 host=$2
 shift 2
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
 
 runs=${MOXWRITER_MPI_KILLS:-6}
 ended=0

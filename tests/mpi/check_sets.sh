@@ -3,18 +3,10 @@
 #
 #   check_sets.sh MOX HOST MPIRUN...
 set -euo pipefail
+. "${BASH_SOURCE%/*}/scratch.sh"
 
 mox=$1 host=$2
 shift 2
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder"
-
-fail()
-{
-    echo "$1" >&2
-    exit 1
-}
 
 # The text that a command prints, all of it, has to have this in it.
 expect()

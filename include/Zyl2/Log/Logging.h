@@ -95,8 +95,9 @@ public:
     virtual void operator+=(Record<char> const& record);
 };
 
-/// The log system that records go to: first the silent one; with MOXWRITER_WARNINGS=1 one that
-/// prints. \return the active one
+/// The log system that records go to: first the silent one, or with MOXWRITER_WARNINGS=1 in the
+/// environment one that prints warnings to `stderr`.
+/// \return the active one
 ZYL2_EXPORT LogSystem& activeLogSystem();
 
 /// Sends all further records of this process to `logSystem`. A record that another thread is just

@@ -108,7 +108,7 @@ protected:
 
 TEST_F(KilledRecoveryTest, ARunThatIsKilledAtARandomMomentIsRecoveredAsAfterItsLastCall)
 {
-    std::uint32_t const runs = wanted("MOXWRITER_KILLED_RUNS", 80);
+    std::uint32_t const runs = wanted("MOXWRITER_KILLED_RUNS", 80, 25);
     std::uint32_t const first = printedSeed();
     int recovered = 0;
     int finished = 0;
@@ -138,7 +138,7 @@ TEST_F(KilledRecoveryTest, ARunThatIsKilledAtARandomMomentIsRecoveredAsAfterItsL
 
 TEST_F(KilledRecoveryTest, ARunThatAbortsBetweenTwoCallsIsRecoveredWhole)
 {
-    std::uint32_t const runs = wanted("MOXWRITER_ABORTED_RUNS", 20);
+    std::uint32_t const runs = wanted("MOXWRITER_ABORTED_RUNS", 20, 8);
     std::uint32_t const first = printedSeed();
     for (std::uint32_t seed = first; seed != first + runs && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

@@ -912,7 +912,7 @@ TEST_F(RecoveryTest, WhateverFailsInARecoveryALaterOneSucceeds)
 
 TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
 {
-    std::uint32_t const cases = wanted("MOXWRITER_DAMAGED_RUNS", 150);
+    std::uint32_t const cases = wanted("MOXWRITER_DAMAGED_RUNS", 150, 30);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     int whole = 0;
@@ -967,7 +967,7 @@ TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
 
 TEST_F(RecoveryTest, AForgedLogEndsInAFileOrASentence)
 {
-    std::uint32_t const cases = wanted("MOXWRITER_FORGED_LOGS", 150);
+    std::uint32_t const cases = wanted("MOXWRITER_FORGED_LOGS", 150, 50);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     RecoverableRun const run(first % 64);

@@ -39,8 +39,8 @@ hosts_by_cmake() {
     say "hosts by CMake"
     export OMPI_ALLOW_RUN_AS_ROOT=1 OMPI_ALLOW_RUN_AS_ROOT_CONFIRM=1
     by_cmake "$hosts/host/project" cpp -DWITH_MPI=ON
-    by_cmake "$hosts/host/project_c" c
-    by_cmake "$hosts/host/project_fortran" fortran
+    by_cmake "$hosts/host/project_c" c -DWITH_MPI=ON
+    by_cmake "$hosts/host/project_fortran" fortran -DWITH_MPI=ON
     for folder in cpp c fortran; do
         ctest --test-dir "$work/$folder" --output-on-failure --no-tests=error
     done
@@ -75,8 +75,8 @@ what_they_wrote() {
     mox join wave.moxs wave.mox
     mox verify ./*.mox ./*.moxs shared/*.mox static/*.mox
     mox check meshes.mox
-    mox export meshes.mox meshes.pvd
-    mox translate meshes.pvd again.mox
+    mox export meshes.mox exported.pvd
+    mox translate exported.pvd again.mox
     mox view cantilever.mox cantilever.png
     "$work/reader/list_datasets" meshes.mox | diff - <(./read meshes.mox)
     [[ -s cantilever.png ]]

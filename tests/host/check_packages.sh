@@ -4,7 +4,7 @@
 #
 #   check_packages.sh PACKAGES HOSTS
 #
-# HOSTS has the folders host and project of the tests, and the examples.
+# HOSTS has the folders host and project of the tests, their host with ranks in Python, and the examples.
 set -euo pipefail
 
 packages=$1 hosts=$2
@@ -65,7 +65,7 @@ hosts_by_pkg_config() {
     mpirun --oversubscribe -np 2 ./wave wave.moxs
     mpirun --oversubscribe -np 2 ./wave_in_fortran wave_in_fortran.moxs
     python3 "$hosts/examples/python/01_modal_analysis.py" modal.mox
-    python3 -c 'import moxwriter._mpi'
+    mpirun --oversubscribe -np 2 python3 "$hosts/bar.py" bar.moxs 2
 }
 
 what_they_wrote() {

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -78,6 +80,26 @@ TEST(BlockEncoder, MakesAStreamByItselfWhereItCan)
         EXPECT_FALSE(encoder->encode(source, content.size(), target, buffer.size(), 99))
             << encoder->name;
     }
+}
+
+/// A log that one build wrote is read by others: their libraries have to agree at each length, also
+/// where bytes begin at no even address and follow others.
+TEST(BlockEncoder, HasTheChecksumOfZlib)
+{
+    std::vector<unsigned char> bytes(5000);
+    for (std::size_t at = 0; at < bytes.size(); ++at)
+        bytes[at] = static_cast<unsigned char>((at * 2654435761U) >> 13U);
+    std::vector<std::size_t> lengths{1023, 1024, 4099, 4900};
+    for (std::size_t length = 0; length <= 300; ++length)
+        lengths.push_back(length);
+    for (std::size_t const length : lengths)
+        for (std::size_t const first : {0U, 1U, 12U, 61U})
+            for (std::uint32_t const before : {0U, 1U, 0xFFFFFFFFU, 0x12345678U}) {
+                auto const expected = crc32_z(before, &bytes[first], length);
+                for (BlockEncoder const* const encoder : Encoders())
+                    ASSERT_EQ(encoder->checksum(before, &bytes[first], length), expected)
+                        << encoder->name << ", " << length << " bytes from " << first;
+            }
 }
 
 TEST(BlockZlibCompressor, WhatTheEncoderCantDoIsLeftToZlib)

@@ -18,7 +18,13 @@ std::optional<std::size_t> EncodeByZlib(unsigned char const* source, std::size_t
     return written;
 }
 
-constexpr BlockEncoder Zlib{"zlib", EncodeByZlib};
+std::uint32_t ChecksumByZlib(std::uint32_t before, unsigned char const* bytes,
+                             std::size_t length) noexcept
+{
+    return static_cast<std::uint32_t>(crc32_z(before, bytes, length));
+}
+
+constexpr BlockEncoder Zlib{"zlib", EncodeByZlib, ChecksumByZlib};
 
 /// Null stands for one that is missing.
 std::array<BlockEncoder const*, 3> AllEncoders() noexcept

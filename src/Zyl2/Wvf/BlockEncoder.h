@@ -2,6 +2,7 @@
 #define ZYL2_WVF_BLOCKENCODER_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,11 @@ struct BlockEncoder
     std::optional<std::size_t> (*encode)(unsigned char const* source, std::size_t length,
                                          unsigned char* destination, std::size_t capacity,
                                          int level) noexcept;
+
+    /// CRC-32, the same with all of them.
+    /// \param before checksum of the bytes that these follow; 0 where they are the first
+    std::uint32_t (*checksum)(std::uint32_t before, unsigned char const* bytes,
+                              std::size_t length) noexcept;
 };
 
 /// The one that is always there.

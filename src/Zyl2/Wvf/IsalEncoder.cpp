@@ -1,5 +1,6 @@
 #include "Zyl2/Wvf/BlockEncoder.h"
 
+#include <isa-l/crc.h>
 #include <isa-l/igzip_lib.h>
 
 #include <algorithm>
@@ -76,7 +77,13 @@ std::optional<std::size_t> EncodeByIsal(unsigned char const* source, std::size_t
     return static_cast<std::size_t>(stream->next_out - destination);
 }
 
-constexpr BlockEncoder Isal{"isal", EncodeByIsal};
+std::uint32_t ChecksumByIsal(std::uint32_t before, unsigned char const* bytes,
+                             std::size_t length) noexcept
+{
+    return crc32_gzip_refl(before, bytes, length);
+}
+
+constexpr BlockEncoder Isal{"isal", EncodeByIsal, ChecksumByIsal};
 
 } // namespace
 

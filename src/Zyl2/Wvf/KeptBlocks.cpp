@@ -9,10 +9,10 @@
 
 #include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Wvf/Block.h"
+#include "Zyl2/Wvf/Checksum.h"
 
 #include <fcntl.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -100,8 +100,7 @@ void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position
 
 void KeptBlocks::NoteFilled(std::uint64_t position, unsigned char const* bytes, std::size_t size)
 {
-    auto const checksum = static_cast<std::uint32_t>(crc32_z(0, bytes, size));
-    log_->Append(Type::Filled, Packed(position, std::uint64_t(size), checksum));
+    log_->Append(Type::Filled, Packed(position, std::uint64_t(size), Checksum(0, bytes, size)));
 }
 
 void KeptBlocks::NoteSaved(std::size_t slot, std::uint64_t offset, std::uint32_t size,

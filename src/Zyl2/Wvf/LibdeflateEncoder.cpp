@@ -38,7 +38,13 @@ std::optional<std::size_t> EncodeByLibdeflate(unsigned char const* source, std::
     return written == 0 ? std::nullopt : std::optional<std::size_t>(written);
 }
 
-constexpr BlockEncoder Libdeflate{"libdeflate", EncodeByLibdeflate};
+std::uint32_t ChecksumByLibdeflate(std::uint32_t before, unsigned char const* bytes,
+                                   std::size_t length) noexcept
+{
+    return libdeflate_crc32(before, bytes, length);
+}
+
+constexpr BlockEncoder Libdeflate{"libdeflate", EncodeByLibdeflate, ChecksumByLibdeflate};
 
 } // namespace
 

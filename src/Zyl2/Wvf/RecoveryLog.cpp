@@ -15,8 +15,7 @@
 #include "Zyl2/Wvf/RecoveryLog.h"
 
 #include "Zyl2/Exception/Raise.h"
-
-#include <zlib.h>
+#include "Zyl2/Wvf/Checksum.h"
 
 #include <algorithm>
 #include <atomic>
@@ -73,8 +72,7 @@ void RecoveryLog::Finish() noexcept
 std::uint32_t RecoveryLog::ChecksumOf(unsigned char const* header, unsigned char const* payload,
                                       std::size_t length) noexcept
 {
-    uLong const ofHeader = crc32_z(0, header, ChecksumAt);
-    return static_cast<std::uint32_t>(crc32_z(ofHeader, payload, length));
+    return Checksum(Checksum(0, header, ChecksumAt), payload, length);
 }
 
 /// Sees to it that so many bytes, the end of a call, and the zeros behind the last record fit.

@@ -1,5 +1,7 @@
 #include "Zyl2/Mox2/Recovery/KeptValues.h"
 
+#include "Zyl2/Wvf/Checksum.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -115,8 +117,7 @@ unsigned char const* KeptValues::find(std::uint64_t position, std::uint64_t leng
         return nullptr;
     BlockOfRun const& block = std::prev(next)->second;
     unsigned char const* const bytes = read(block, position - block.position, length);
-    bool const isSound =
-        bytes != nullptr && static_cast<std::uint32_t>(crc32_z(0, bytes, length)) == checksum;
+    bool const isSound = bytes != nullptr && Zyl2Wvf::Checksum(0, bytes, length) == checksum;
     return isSound ? bytes : nullptr;
 }
 

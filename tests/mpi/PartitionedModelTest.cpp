@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <random>
 #include <set>
 #include <sstream>
@@ -99,6 +100,125 @@ void expectPiece(MoxRead::Model& model, MoxRead::Node const& geometry, int rank,
         std::vector<double> const expected = piece.displacement(step);
         EXPECT_EQ(model.read(find("Displacement\x1EStep " + std::to_string(step))).floats(),
                   std::vector<float>(expected.begin(), expected.end()));
+    }
+}
+
+template <typename T>
+std::vector<T> withoutPattern(std::size_t count)
+{
+    std::mt19937 random;
+    std::vector<T> values(count);
+    for (T& value : values)
+        value = static_cast<T>(random() >> 1U);
+    return values;
+}
+
+/// Attributes of each type that a model stores.
+Attributes attributesOfAllTypes()
+{
+    Attributes attributes;
+    attributes.set("float", 0.25F);
+    attributes.set("int", 7);
+    attributes.set("unsigned", 4000000000U);
+    attributes.set("text", "as it is");
+    attributes.set("double", 1e300);
+    attributes.set("long", 12L);
+    return attributes;
+}
+
+/// What a model of either kind takes: each way to a node, all properties, and values of all types
+/// with and without gaps, more of them than a message has room for.
+template <typename ModelT>
+void writeAllKinds(ModelT& model)
+{
+    using Zyl2::Mox2::PropertyType;
+    Attributes const attributes = attributesOfAllTypes();
+    model.addNode(NodeType::RootGroup, "Whole", attributes);
+    auto const ids = model.addAssemblyComponents(std::map<std::string, Attributes>{
+        {"", {}}, {"/Whole/Parts/", {}}, {"/Whole/Parts/Bar", {}}});
+    unsigned int const parts = model.getNodeId({"Whole", "Parts"});
+    EXPECT_EQ(ids[0], 0U);
+    EXPECT_EQ(ids[1], parts);
+    Zyl2::Mox2::NodeProperties place;
+    place.set(PropertyType::Translation, std::vector<float>{1, 2, 3});
+    place.set(PropertyType::Rotation, std::vector<float>{0, 0, 1, 0.5F});
+    place.set(PropertyType::Scale, std::vector<float>{2, 2, 4});
+    model.setNodeData(parts, place, attributes);
+    Zyl2::Mox2::NodeProperties look;
+    look.set(PropertyType::DiffuseColor, std::vector<float>{0.125F, 0.25F, 0.5F});
+    look.set(PropertyType::SpecularColor, std::vector<float>{0.25F, 0.5F, 0.75F});
+    look.set(PropertyType::EmissiveColor, std::vector<float>{0.5F, 0.75F, 1});
+    look.set(PropertyType::Transparency, 0.375F);
+    look.set(PropertyType::AmbientIntensity, 0.5F);
+    look.set(PropertyType::Shininess, 0.625F);
+    model.setNodeData(ids[2], look);
+    // From the geometry over its shape to the group, for another shape there.
+    model.setCurrentNodeId(ids[2]);
+    model.moveToParentNode();
+    EXPECT_EQ(model.moveToParentNode(), parts);
+    unsigned int const beside = model.addNode(NodeType::Shape, "Beside");
+
+    constexpr std::size_t rows = 5000;
+    auto const add = [&](std::string const& name, DatasetType type, auto const* values) {
+        model.addArrayProperty(name, type, ArrayView(values, rows), beside, Step(), attributes);
+        constexpr auto size = static_cast<std::ptrdiff_t>(sizeof *values);
+        model.addArrayProperty(name + ", turned", type,
+                               ArrayView(values + rows - 1, rows, 1, -size, size), beside, Step());
+    };
+    std::vector<float> const floats(withoutPattern<float>(rows));
+    std::vector<double> const doubles(withoutPattern<double>(rows));
+    add("floats", DatasetType::Result10, floats.data());
+    add("doubles", DatasetType::Result10, doubles.data());
+    add("int", DatasetType::NodeIds, withoutPattern<int>(rows).data());
+    add("unsigned", DatasetType::NodeIds, withoutPattern<unsigned int>(rows).data());
+    add("long", DatasetType::NodeIds, withoutPattern<long>(rows).data());
+    add("unsigned long", DatasetType::NodeIds, withoutPattern<unsigned long>(rows).data());
+    Zyl2::Mox2::StepList steps(2);
+    steps.set(0, Step("first", attributes));
+    steps.set(1, Step("second"));
+    model.addArrayProperty("in steps", DatasetType::Result10, floats, beside, steps);
+}
+
+void expectSameGroup(MoxRead::Node const& written, MoxRead::Node const& expected)
+{
+    ASSERT_NE(written.group(), nullptr);
+    EXPECT_EQ(written.name, expected.name);
+    EXPECT_EQ(written.group()->translation, expected.group()->translation);
+    EXPECT_EQ(written.group()->rotation, expected.group()->rotation);
+    EXPECT_EQ(written.group()->scale, expected.group()->scale);
+    EXPECT_EQ(written.group()->attributes, expected.group()->attributes);
+    EXPECT_EQ(written.group()->attributes.size(), 6U);
+}
+
+void expectSameShape(MoxRead::Node const& written, MoxRead::Node const& expected)
+{
+    ASSERT_NE(written.shape(), nullptr);
+    EXPECT_EQ(written.name, expected.name);
+    MoxRead::Material const& material = written.shape()->material;
+    MoxRead::Material const& wanted = expected.shape()->material;
+    EXPECT_EQ(material.diffuse, wanted.diffuse);
+    EXPECT_EQ(material.specular, wanted.specular);
+    EXPECT_EQ(material.emissive, wanted.emissive);
+    EXPECT_EQ(material.ambient, wanted.ambient);
+    EXPECT_EQ(material.transparency, wanted.transparency);
+    EXPECT_EQ(material.shininess, wanted.shininess);
+}
+
+void expectSameArrays(MoxRead::Model& written, std::uint32_t geometry, MoxRead::Model& expected,
+                      std::uint32_t expectedGeometry)
+{
+    auto const& variables = written.node(geometry).geometry()->variables;
+    auto const& wanted = expected.node(expectedGeometry).geometry()->variables;
+    ASSERT_EQ(variables.size(), wanted.size());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        SCOPED_TRACE(wanted[i].name);
+        EXPECT_EQ(variables[i].name, wanted[i].name);
+        EXPECT_EQ(variables[i].linked, wanted[i].linked);
+        EXPECT_EQ(variables[i].typeWord, wanted[i].typeWord);
+        EXPECT_EQ(written.read(variables[i]).words, expected.read(wanted[i]).words);
+        MoxRead::Attributes attributes = written.resolve(variables[i]).attributes;
+        EXPECT_EQ(attributes.erase("Rank") + attributes.erase("Ranks"), 2U);
+        EXPECT_EQ(attributes, expected.resolve(wanted[i]).attributes);
     }
 }
 
@@ -260,6 +380,63 @@ TEST(PartitionedModelTest, ComponentPathsOfARankLeadToItsOwnShapes)
         EXPECT_EQ(written.nodes().size(), 11U);
         std::filesystem::remove_all(folder);
     }
+}
+
+TEST(PartitionedModelTest, WhateverARankSaysIsInItsFileAsInAModelOfItsOwn)
+{
+    FirstRanks const ranks(2);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    PartitionedModel model(ranks.comm(), folder + "/all.moxs", sharing(2));
+    writeAllKinds(model);
+    model.close();
+    if (ranks.rank() != 0)
+        return;
+    Zyl2::Mox2::Model alone;
+    alone.saveTo(folder + "/alone.mox");
+    writeAllKinds(alone);
+    alone.close();
+
+    MoxRead::Model expected(folder + "/alone.mox");
+    MoxRead::Model written(folder + "/all.0.mox");
+    ASSERT_EQ(expected.nodes().size(), 6U);
+    // Each rank has its own two shapes with their geometries.
+    ASSERT_EQ(written.nodes().size(), 10U);
+    for (std::uint32_t const group : {1U, 2U})
+        expectSameGroup(written.node(group), expected.node(group));
+    for (std::uint32_t const shape : {3U, 5U})
+        for (std::uint32_t const ofRank : {shape, shape + 4}) {
+            SCOPED_TRACE("shape " + std::to_string(ofRank));
+            expectSameShape(written.node(ofRank), expected.node(shape));
+            expectSameArrays(written, ofRank + 1, expected, shape + 1);
+        }
+    EXPECT_EQ(expected.node(6).geometry()->variables.size(), 14U);
+    std::filesystem::remove_all(folder);
+}
+
+TEST(PartitionedModelTest, ASharedGroupHasTheAttributesOfAllItsRanks)
+{
+    FirstRanks const ranks(2);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    PartitionedModel model(ranks.comm(), folder + "/wave.moxs", sharing(2));
+    Attributes attributes;
+    attributes.set("of both", "the same");
+    attributes.set("of rank " + std::to_string(ranks.rank()), "alone");
+    model.addNode(NodeType::RootGroup, "Wave", attributes);
+    model.addNode(NodeType::Group, "Parts", attributes);
+    model.close();
+    if (ranks.rank() != 0)
+        return;
+    MoxRead::Model const written(folder + "/wave.0.mox");
+    ASSERT_EQ(written.nodes().size(), 2U);
+    MoxRead::Attributes const all = {
+        {"of both", "the same"}, {"of rank 0", "alone"}, {"of rank 1", "alone"}};
+    EXPECT_EQ(written.node(1).group()->attributes, all);
+    EXPECT_EQ(written.node(2).group()->attributes, all);
+    std::filesystem::remove_all(folder);
 }
 
 TEST(PartitionedModelTest, ACheckpointIsOfAllFiles)

@@ -98,6 +98,8 @@ TEST_F(RankFaultTest, ABadArgumentOfOneRankReachesAllWithTheNextStep)
     }
     std::string const sentence =
         "Rank 3: Invalid arguments: Displacement needs 3 columns, the array has 1";
+    // The rank itself can't go on as if nothing had been.
+    EXPECT_EQ(failureOf([&] { model.setCurrentNodeId(bar); }), ranks_.rank() == 3 ? sentence : "");
     EXPECT_EQ(failureOf([&] { model.step(); }), sentence);
     EXPECT_EQ(failureOf([&] { model.step(); }), sentence);
     EXPECT_EQ(failureOf([&] { model.addNode(NodeType::Group, "More"); }), sentence);
@@ -215,6 +217,50 @@ TEST_F(RankFaultTest, AFileThatExistsEndsAllAndLeavesNothingBehind)
     EXPECT_FALSE(std::filesystem::exists(folder_ + "/wave.0.mox"));
     EXPECT_FALSE(std::filesystem::exists(index()));
     EXPECT_EQ(std::filesystem::file_size(folder_ + "/wave.1.mox"), 8U);
+}
+
+TEST_F(RankFaultTest, AnIndexThatExistsEndsAllAndStaysAsItIs)
+{
+    if (!ranks_.areMine())
+        return;
+    PartitionedOptions options = twoPerFile();
+    options.saver.overwrite = false;
+    if (ranks_.rank() == 0)
+        std::ofstream(index()) << "precious";
+    MPI_Barrier(ranks_.comm());
+    std::string const failure =
+        failureOf([&] { PartitionedModel(ranks_.comm(), index(), options); });
+    EXPECT_NE(failure.find(index() + " exists, and overwriting was not asked for"),
+              std::string::npos)
+        << failure;
+    MPI_Barrier(ranks_.comm());
+    EXPECT_FALSE(std::filesystem::exists(folder_ + "/wave.0.mox"));
+    EXPECT_EQ(std::filesystem::file_size(index()), 8U);
+}
+
+TEST_F(RankFaultTest, OptionsThatNoModelCanHaveAreRefusedOnAllRanks)
+{
+    if (!ranks_.areMine())
+        return;
+    PartitionedOptions negative = twoPerFile();
+    negative.ranksPerFile = -1;
+    EXPECT_EQ(failureOf([&] { PartitionedModel(ranks_.comm(), index(), negative); }),
+              "Rank 0: Invalid arguments: ranksPerFile is negative");
+    PartitionedOptions tooSmall = twoPerFile();
+    tooSmall.messageBytes = 4095;
+    EXPECT_EQ(failureOf([&] { PartitionedModel(ranks_.comm(), index(), tooSmall); }),
+              "Rank 0: Invalid arguments: messageBytes is not between 4096 and 1073741824");
+}
+
+TEST_F(RankFaultTest, AModelThatWasClosedTakesNothing)
+{
+    if (!ranks_.areMine())
+        return;
+    PartitionedModel model(ranks_.comm(), index(), twoPerFile());
+    model.addNode(NodeType::RootGroup, "Wave");
+    model.close();
+    EXPECT_THROW(model.addNode(NodeType::Group, "More"), Zyl2::Exception::InvalidObjectState);
+    EXPECT_THROW(model.step(), Zyl2::Exception::InvalidObjectState);
 }
 
 TEST_F(RankFaultTest, AnIndexNeedsItsEnding)

@@ -539,6 +539,17 @@ TEST_F(RecoveryTest, OtherVersionsAndWhatIsNoLogAreToldOfAndKept)
     EXPECT_TRUE(fs::exists(beside + "/block-1"));
 }
 
+TEST_F(RecoveryTest, AFolderInTheLogsPlaceIsNoLog)
+{
+    leaveRun();
+    fs::remove(logPath());
+    fs::create_directory(logPath());
+    EXPECT_EQ(detailOf([&] { InterruptedRun::progressOf(path); }),
+              "Unable to recover | the recovery log is not a file");
+    EXPECT_EQ(detailOf([&] { InterruptedRun const run(path); }),
+              "Unable to recover | the recovery log can't be read: Is a directory");
+}
+
 TEST_F(RecoveryTest, ATornRecordIsPassedOver)
 {
     leaveRun();

@@ -65,8 +65,10 @@ public:
     {
         struct stat status
         {};
-        if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))
+        if (::fstat(descriptor_, &status) != 0)
             refuse("the recovery log can't be read");
+        if (!S_ISREG(status.st_mode))
+            Exception::raise(Sites::NotRecovered, "the recovery log is not a file");
         std::vector<unsigned char> bytes(static_cast<std::size_t>(status.st_size));
         std::size_t at = 0;
         while (at < bytes.size()) {

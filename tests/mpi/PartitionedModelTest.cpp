@@ -331,6 +331,23 @@ TEST(PartitionedModelTest, IndexSaysOfWhichRanksAFileIsAndHowItIsKnownAgain)
         std::filesystem::remove_all(folder);
 }
 
+TEST(PartitionedModelTest, IndexNamesFilesWhateverTheirNamesHold)
+{
+    FirstRanks const ranks(2);
+    if (!ranks.areMine())
+        return;
+    std::string const folder = ranks.folder();
+    std::string const path = folder + "/a \"wave\" of\n\\two\x01.moxs";
+    PartitionedModel model(ranks.comm(), path, sharing(1));
+    writePiece(model, Piece(ranks.rank(), 2));
+    model.close();
+    if (ranks.rank() != 0)
+        return;
+    MoxRead::verify(path);
+    EXPECT_EQ(geometriesOf(MoxRead::Model(path)).size(), 2U);
+    std::filesystem::remove_all(folder);
+}
+
 TEST(PartitionedModelTest, RanksOfOneMachineShareAFileUnlessToldOtherwise)
 {
     FirstRanks const ranks(2);

@@ -14,13 +14,6 @@ using namespace ExportTest;
 
 using Entries = std::vector<std::pair<double, std::string>>;
 
-Step timed(std::string const& name, float time)
-{
-    Attributes attributes;
-    attributes.set("Time", time);
-    return Step(name, attributes);
-}
-
 void addField(Model& model, unsigned int shape, std::string const& name, float value,
               Step const& step)
 {

@@ -44,6 +44,13 @@ inline unsigned int addTriangle(Model& model, std::string const& name)
     return shape;
 }
 
+inline Step timed(std::string const& name, float time)
+{
+    Attributes attributes;
+    attributes.set("Time", time);
+    return Step(name, attributes);
+}
+
 /// Makes the group current that holds the latest shape.
 inline void leaveShape(Model& model)
 {

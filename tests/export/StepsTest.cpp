@@ -10,13 +10,6 @@ using namespace ExportTest;
 
 using Times = std::vector<double>;
 
-Step timed(std::string const& name, float time)
-{
-    Attributes attributes;
-    attributes.set("Time", time);
-    return Step(name, attributes);
-}
-
 /// A shape that has a field, all of its values being the number of the step.
 ModelFile withSteps(std::vector<Step> const& steps)
 {

@@ -33,7 +33,7 @@ using Mox::verifyFile;
 using namespace Zyl2::Mox2;
 using Microseconds = std::chrono::microseconds;
 
-constexpr std::uint32_t Runs = Support::isSanitized ? 50 : 300;
+constexpr std::uint32_t Runs = Support::isSanitized ? 30 : 300;
 constexpr char const* WasKilled = "signal 9";
 constexpr char const* HasFinished = "status 0";
 

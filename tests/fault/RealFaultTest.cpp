@@ -243,7 +243,7 @@ enum class Disk
     StandIn
 };
 
-std::string nameOf(testing::TestParamInfo<Disk> const& info)
+std::string diskName(testing::TestParamInfo<Disk> const& info)
 {
     return info.param == Disk::StandIn ? "StandIn" : "OwnWhereAllowed";
 }
@@ -276,7 +276,7 @@ private:
 };
 
 INSTANTIATE_TEST_SUITE_P(Disks, FullDiskTest, testing::Values(Disk::OwnWhereAllowed, Disk::StandIn),
-                         nameOf);
+                         diskName);
 
 } // namespace
 

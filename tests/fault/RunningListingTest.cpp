@@ -128,7 +128,7 @@ protected:
 
 TEST_F(RunningListingTest, ARunIsListedCallByCallAndDoesNotNoticeIt)
 {
-    std::uint32_t const enough = wanted("MOXWRITER_LISTED_RUNS", 40, 8);
+    std::uint32_t const enough = wanted("MOXWRITER_LISTED_RUNS", 40, 5);
     std::uint32_t seed = wanted("MOXWRITER_KILLED_SEED", std::random_device()());
     std::cout << "first seed: " << seed << '\n';
     for (; listings < enough && !HasFailure(); ++seed) {

@@ -25,7 +25,7 @@ TEST_P(CallSequenceTest, IsAnsweredRefusedAndWrittenAsItHasToBe)
 {
     Support::DefaultBlockSizeSetting const setting(blockSizes.at(GetParam()));
     Support::TemporaryFolder const folder;
-    std::uint32_t const sequences = Support::wanted("MOXWRITER_SEQUENCES", 2000, 400);
+    std::uint32_t const sequences = Support::wanted("MOXWRITER_SEQUENCES", 2000, 200);
     for (auto seed = static_cast<std::uint32_t>(GetParam() + 1); seed <= sequences;
          seed += static_cast<std::uint32_t>(blockSizes.size())) {
         SCOPED_TRACE("seed " + std::to_string(seed));

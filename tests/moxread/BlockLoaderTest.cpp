@@ -7,6 +7,7 @@
 
 #include "Bytes.h"
 #include "TestFile.h"
+#include "support/Wanted.h"
 
 #include <gtest/gtest.h>
 
@@ -151,7 +152,7 @@ TEST(BlockLoader, EveryInflaterSaysOfAFlippedBitWhatTheReaderDoes)
         Loaders loaders(file, content);
         loaders.expectAgreement(slotOf(block.size()));
         EXPECT_EQ(loaders.soundCount(), 1U);
-        for (std::size_t at = 0; at < block.size(); ++at) {
+        for (std::size_t at = 0; at < block.size(); at += Support::stride(7)) {
             for (unsigned const flip : {1U, 2U, 4U, 8U, 16U, 32U, 64U, 128U, 255U}) {
                 auto const byte = static_cast<unsigned char>(block[at]);
                 temporary.overwrite(at, static_cast<char>(byte ^ flip));

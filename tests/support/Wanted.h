@@ -1,6 +1,7 @@
 #ifndef TESTS_SUPPORT_WANTED_H
 #define TESTS_SUPPORT_WANTED_H
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
@@ -26,6 +27,13 @@ inline std::uint32_t wanted(char const* variable, std::uint32_t usual)
 inline std::uint32_t wanted(char const* variable, std::uint32_t usual, std::uint32_t sanitized)
 {
     return wanted(variable, isSanitized ? sanitized : usual);
+}
+
+/// From one place of a sweep to the next: where sanitized builds go so far at a time, others go to
+/// each place.
+constexpr std::size_t stride(std::size_t sanitized)
+{
+    return isSanitized ? sanitized : 1;
 }
 
 } // namespace Support

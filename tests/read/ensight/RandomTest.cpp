@@ -9,6 +9,7 @@
 #include "support/Folder.h"
 #include "support/RandomPicks.h"
 #include "support/SourceContent.h"
+#include "support/Wanted.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +52,7 @@ protected:
 
 TEST_P(EnSightRandom, CasesAreReadRight)
 {
-    constexpr std::uint32_t caseCount = 300;
+    std::uint32_t const caseCount = Support::wanted("MOXWRITER_ENSIGHT_CASES", 300, 100);
     for (std::uint32_t seed = 0; seed < caseCount; ++seed) {
         Model const model = modelOf(seed);
         SCOPED_TRACE(std::to_string(seed) + ": " + model.summary());
@@ -164,7 +165,7 @@ private:
 TEST(EnSightCut, IsNoticedAtAnyByte)
 {
     using Outcome = EnSightCuts::Outcome;
-    constexpr std::size_t cutCount = 1000;
+    std::size_t const cutCount = Support::wanted("MOXWRITER_ENSIGHT_CUTS", 1000, 300);
     constexpr std::size_t cutsPerCase = 10;
     std::map<Outcome, std::size_t> counts;
     Support::RandomPicks picks(1);

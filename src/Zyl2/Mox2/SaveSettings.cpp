@@ -67,11 +67,11 @@ Zyl2Wvf::BlockEncoder const& chosenEncoder(Encoder encoder)
         return encoderOfEnvironment();
     std::string_view const name = nameOf(encoder);
     Zyl2Wvf::BlockEncoder const* const found = Zyl2Wvf::FindEncoder(name);
+    if (found == nullptr && name.empty())
+        refuseEncoder("the host asks for an encoder that has no name: " +
+                      std::to_string(static_cast<int>(encoder)));
     if (found == nullptr)
-        refuseEncoder("the host asks for " + (name.empty()
-                                                  ? "an encoder that has no name: " +
-                                                        std::to_string(static_cast<int>(encoder))
-                                                  : '"' + std::string(name) + '"'));
+        refuseEncoder("the host asks for \"" + std::string(name) + '"');
     return *found;
 }
 

@@ -37,6 +37,14 @@ bool fits(From value)
         return true;
 }
 
+[[noreturn]] void raiseMisfit(char const* function, std::size_t row, std::size_t column,
+                              std::string const& value, char const* range)
+{
+    raise<Exception::OverflowError>(function, "row " + std::to_string(row) + ", column " +
+                                                  std::to_string(column) + " holds " + value +
+                                                  ", which is beyond the range of " + range);
+}
+
 template <typename From>
 class Conversion
 {
@@ -68,11 +76,8 @@ private:
                         static_cast<std::ptrdiff_t>(column) * values_.columnStride(),
                     sizeof value);
         if (!fits(value))
-            raise<Exception::OverflowError>(
-                BOOST_CURRENT_FUNCTION,
-                "row " + std::to_string(row) + ", column " + std::to_string(column) + " holds " +
-                    std::to_string(value) + ", which is beyond the range of " +
-                    (std::is_floating_point_v<From> ? "a float" : "0 to 4294967295"));
+            raiseMisfit(BOOST_CURRENT_FUNCTION, row, column, std::to_string(value),
+                        std::is_floating_point_v<From> ? "a float" : "0 to 4294967295");
         return static_cast<Stored>(value);
     }
 

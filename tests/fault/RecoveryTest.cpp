@@ -22,6 +22,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -29,6 +30,7 @@
 #include <optional>
 #include <random>
 #include <sstream>
+#include <utility>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -96,12 +98,11 @@ protected:
     static void leaveRun(std::string const& to, Action const& action,
                          SaverOptions const& options = recoverable())
     {
-        ASSERT_EQ(Child([&] {
+        ASSERT_EQ(Child([&]() -> int {
                       Model model;
                       model.saveTo(to, options);
                       action(model);
-                      ::_exit(0);
-                      return 1;
+                      leave(HasFailure() ? 1 : 0);
                   }).wait(),
                   "status 0");
     }
@@ -352,15 +353,14 @@ TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
 TEST_F(RecoveryTest, AForkedProcessThatLivesOnDoesNotPassForTheRun)
 {
     SharedNumber isRecovered;
-    ASSERT_EQ(Child([&] {
+    ASSERT_EQ(Child([&]() -> int {
                   Model model;
                   model.saveTo(path, recoverable());
                   addSteps(model, 5);
                   if (::fork() == 0)
                       while (isRecovered.get() == 0)
                           ::usleep(1000);
-                  ::_exit(0);
-                  return 1;
+                  leave(0);
               }).wait(),
               "status 0");
     Answer const answer = recover();
@@ -425,6 +425,44 @@ TEST_F(RecoveryTest, CallsThatFailedWithTheirValuesHalfThereAreInNobodysWay)
     EXPECT_EQ(model.read(*last).floats(), valuesOfStep(3));
 }
 
+TEST_F(RecoveryTest, ValuesOfAFailedCallAreTakenFromABlockThatIsNotSaved)
+{
+    class OnePiece : public ArrayPieces
+    {
+    public:
+        OnePiece() : ArrayPieces(ArrayView::Element::Float32, 300, 1) {}
+        ArrayView next() override
+        {
+            if (std::exchange(isGiven_, true))
+                throw std::runtime_error("the host gives up");
+            return ArrayView(values_.data(), values_.size());
+        }
+
+    private:
+        std::vector<float> const values_ = valuesOfStep(1);
+        bool isGiven_ = false;
+    };
+    leaveRun(
+        path,
+        [](Model& model) {
+            addSteps(model, 1);
+            OnePiece pieces;
+            EXPECT_THROW(model.addArrayPieces("pieces", DatasetType::Result10, pieces, IdsView(3U),
+                                              StepList(1)),
+                         std::runtime_error);
+            model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(3), 3U, Step("2"));
+        },
+        recoverable(65536));
+    std::string const outline = folder.File("outline.mox");
+    EXPECT_EQ(InterruptedRun::writeOutlineOf(path, outline).datasets, 3U);
+    EXPECT_EQ(recover().status, 0);
+    MoxRead::Model model(path);
+    MoxRead::Variable const* const last = model.variable(3, "more\x1E"
+                                                            "2");
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(model.read(*last).floats(), valuesOfStep(3));
+}
+
 TEST_F(RecoveryTest, AnOutputIsNotTheFileItself)
 {
     leaveRun();
@@ -480,14 +518,13 @@ TEST_F(RecoveryTest, AHostMayChangeItsFolderAndUseASymbolicLink)
     std::string const home = fs::path(path).parent_path();
     SaverOptions options = recoverable();
     options.overwrite = true;
-    ASSERT_EQ(Child([&] {
+    ASSERT_EQ(Child([&]() -> int {
                   Model model;
                   static_cast<void>(::chdir(home.c_str()) == 0);
                   model.saveTo("link", options);
                   static_cast<void>(::chdir("/") == 0);
                   addSteps(model, 5);
-                  ::_exit(0);
-                  return 1;
+                  leave(0);
               }).wait(),
               "status 0");
     EXPECT_EQ(mox("recover " + folder.File("link")).status, 0);
@@ -510,6 +547,102 @@ TEST_F(RecoveryTest, ACheckpointIsOnTheDiskAndChangesNothing)
     EXPECT_TRUE(model.checkpoint());
     model.close();
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, ACheckpointThatFailsIsToldAndLosesNothing)
+{
+    Model model;
+    model.saveTo(path, recoverable());
+    addSteps(model, 5);
+    for (Place const place : {Place::StreamCall, Place::File, Place::Reservation}) {
+        std::size_t failures = 0;
+        for (bool hasStruck = true; hasStruck && !HasFailure(); failures += hasStruck ? 1 : 0) {
+            AtWork const atWork;
+            Injection const injection(place, failures, Repeat::Once);
+            std::string const told = detailOf([&] { model.checkpoint(); });
+            hasStruck = injection.hasStruck();
+            EXPECT_EQ(told.find("Unable to write to file | "), hasStruck ? 0U : std::string::npos)
+                << told;
+        }
+        EXPECT_GT(failures, 0U);
+    }
+    EXPECT_TRUE(model.checkpoint());
+    model.close();
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, ABlockThatCanNotBeOnTheDiskLikeItsCheckpointEndsTheCall)
+{
+    std::string const copy = folder.File("copy.mox");
+    std::size_t failures = 0;
+    for (bool hasStruck = true; hasStruck && !HasFailure(); failures += hasStruck ? 1 : 0) {
+        SaverOptions options = recoverable();
+        options.overwrite = true;
+        Model model;
+        model.saveTo(path, options);
+        addSteps(model, 2);
+        EXPECT_TRUE(model.checkpoint());
+        std::size_t added = 4;
+        {
+            AtWork const atWork;
+            Injection const injection(Place::File, failures, Repeat::Once);
+            try {
+                for (unsigned int step = 3; step <= 6; ++step, ++added)
+                    model.addArrayProperty("later", DatasetType::Result10, valuesOfStep(step), 3U,
+                                           Step(std::to_string(step)));
+            } catch (Zyl2::Exception::FileWriteException const& failure) {
+                EXPECT_NE(std::string(Zyl2::Exception::detail(failure)), "");
+            }
+            hasStruck = injection.hasStruck();
+        }
+        EXPECT_EQ(added == 8, !hasStruck);
+        copyRun(path, copy);
+        RunProgress const recovered = InterruptedRun(copy).writeTo(folder.File("b.mox"));
+        EXPECT_EQ(recovered.damage, "");
+        EXPECT_EQ(recovered.datasets, added);
+        EXPECT_NO_THROW(MoxRead::verify(folder.File("b.mox")));
+        try {
+            model.close();
+        } catch (Zyl2::Exception::FileWriteException const&) {
+            EXPECT_TRUE(hasStruck);
+        }
+    }
+    EXPECT_GT(failures, 1U);
+}
+
+TEST_F(RecoveryTest, AFolderThatIsNotThereIsTold)
+{
+    std::string const nowhere = folder.File("nowhere") + "/a.mox";
+    std::string const told =
+        "Unable to open file \"" + nowhere + ".recovery\" | No such file or directory";
+    EXPECT_EQ(detailOf([&] { Model().saveTo(nowhere, recoverable()); }), told);
+    EXPECT_EQ(detailOf([&] { InterruptedRun const run(nowhere); }), told);
+}
+
+TEST_F(RecoveryTest, AFileThatIsNotTheRunsStaysAndIsTold)
+{
+    leaveRun();
+    WriteFile(beside + "/notes", "not of the run");
+    SaverOptions options = recoverable();
+    options.overwrite = true;
+    EXPECT_EQ(detailOf([&] { Model().saveTo(path, options); }),
+              "Unable to open file \"" + beside + "\" | File exists");
+    EXPECT_EQ(ReadFile(beside + "/notes"), "not of the run");
+}
+
+TEST_F(RecoveryTest, DamageOfARunThatGoesOnIsTold)
+{
+    Model model;
+    model.saveTo(path, recoverable());
+    addSteps(model, 3);
+    std::string log = ReadFile(logPath());
+    std::size_t const inName = log.find("array 1");
+    ASSERT_NE(inName, std::string::npos);
+    WriteFile(logPath(), log.replace(inName, 1, "A"));
+    RunProgress const progress = InterruptedRun::progressOf(path);
+    EXPECT_TRUE(progress.isGoingOn);
+    EXPECT_EQ(progress.damage.find("the recovery log is damaged at byte "), 0U) << progress.damage;
+    EXPECT_EQ(progress.datasets, 1U);
 }
 
 TEST_F(RecoveryTest, AWholeFileOfAnotherRunIsKept)
@@ -974,6 +1107,148 @@ TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
         }
     }
     std::cout << whole << " whole, " << part << " in part, " << refused << " refused\n";
+}
+
+namespace {
+
+struct ForgedRecord
+{
+    std::uint32_t type;
+    std::string payload;
+};
+
+using ForgedRecords = std::vector<ForgedRecord>;
+using LogType = Zyl2Wvf::RecoveryLog::Type;
+
+ForgedRecords recordsOf(std::string const& log)
+{
+    ForgedRecords records;
+    for (std::size_t at = HeaderLength;;) {
+        std::uint64_t length = 0;
+        std::uint32_t type = 0;
+        std::memcpy(&length, log.data() + at, sizeof length);
+        std::memcpy(&type, log.data() + at + sizeof length, sizeof type);
+        if (type == 0)
+            return records;
+        records.push_back({type, log.substr(at + RecordHeaderLength, length)});
+        at += RecordHeaderLength + length;
+    }
+}
+
+/// With checksums that are right.
+std::string logOf(std::string const& header, ForgedRecords const& records)
+{
+    std::string log = header;
+    for (ForgedRecord const& record : records) {
+        std::array<unsigned char, RecordHeaderLength> head{};
+        std::uint64_t const length = record.payload.size();
+        std::memcpy(head.data(), &length, sizeof length);
+        std::memcpy(head.data() + sizeof length, &record.type, sizeof record.type);
+        std::uint32_t const checksum = Zyl2Wvf::RecoveryLog::ChecksumOf(
+            head.data(), reinterpret_cast<unsigned char const*>(record.payload.data()), length);
+        std::memcpy(head.data() + RecordHeaderLength - sizeof checksum, &checksum, sizeof checksum);
+        log.append(reinterpret_cast<char const*>(head.data()), head.size()).append(record.payload);
+    }
+    return log + std::string(1024, '\0');
+}
+
+/// The place of the `number`-th record of a type.
+std::size_t placeOf(ForgedRecords const& records, LogType type, std::size_t number = 0)
+{
+    std::size_t at = 0;
+    for (;; ++at)
+        if (records.at(at).type == static_cast<std::uint32_t>(type) && number-- == 0)
+            return at;
+}
+
+template <typename T>
+void setIn(ForgedRecord& record, std::size_t at, T value)
+{
+    record.payload.replace(at, sizeof value,
+                           std::string(reinterpret_cast<char const*>(&value), sizeof value));
+}
+
+struct Forgery
+{
+    char const* what;
+    std::function<void(ForgedRecords&)> forge;
+    char const* sentence =
+        "Unable to recover | the recovery log is damaged: a record is not what a run writes";
+};
+
+/// Two nodes and then arrays, each of them a call, what it has filled, and its end.
+std::vector<Forgery> forgeries()
+{
+    using Records = ForgedRecords;
+    auto const repeat = [](LogType type, std::size_t number, LogType behind, std::size_t which) {
+        return [=](Records& log) {
+            ForgedRecord const record = log[placeOf(log, type, number)];
+            std::size_t const at = placeOf(log, behind, which) + 1;
+            log.insert(log.begin() + static_cast<std::ptrdiff_t>(at), record);
+        };
+    };
+    auto const remove = [](LogType type, std::size_t number) {
+        return [=](Records& log) {
+            log.erase(log.begin() + static_cast<std::ptrdiff_t>(placeOf(log, type, number)));
+        };
+    };
+    auto const set = [](LogType type, std::size_t number, std::size_t at, auto value) {
+        return [=](Records& log) { setIn(log[placeOf(log, type, number)], at, value); };
+    };
+    constexpr std::size_t name = 5;
+    constexpr std::size_t element = name + sizeof(std::uint32_t) + 7 + sizeof(std::uint32_t);
+    constexpr std::size_t rows = element + 1;
+    constexpr std::size_t array = 2;
+    return {
+        {"a call within a call", remove(LogType::End, 1)},
+        {"a second start", repeat(LogType::Start, 0, LogType::End, 1)},
+        {"values of no call", repeat(LogType::Filled, 0, LogType::End, array)},
+        {"values twice", repeat(LogType::Filled, 0, LogType::Filled, 0)},
+        {"values before any block", remove(LogType::BlockBegun, 0)},
+        {"values before their block", set(LogType::Filled, 4, 0, std::uint64_t(0))},
+        {"values before earlier ones", set(LogType::Filled, 1, 0, std::uint64_t(4))},
+        {"values off their places", set(LogType::Filled, 1, 0, std::uint64_t(401))},
+        {"an end of nothing", repeat(LogType::End, 1, LogType::End, 1)},
+        {"an end that there is not", set(LogType::End, 1, 0, std::uint32_t(3))},
+        {"nodes that there are not", set(LogType::End, 1, 4, std::uint32_t(9))},
+        {"a longer end", [](Records& log) { log[placeOf(log, LogType::End, 1)].payload += '\0'; }},
+        {"a shorter end",
+         [](Records& log) { log[placeOf(log, LogType::End, 1)].payload.pop_back(); }},
+        {"a slot that there is not", set(LogType::BlockSaved, 0, 0, std::uint64_t(77))},
+        {"a block of too much content", set(LogType::BlockSaved, 0, 20, ~std::uint32_t(0))},
+        {"a call of no kind", set(LogType::Call, 1, 0, std::uint8_t(77))},
+        {"a name beyond the record", set(LogType::Call, array, name, ~std::uint32_t(0))},
+        {"elements that are not stored", set(LogType::Call, array, element, std::uint8_t(77))},
+        {"other rows than values", set(LogType::Call, array, rows, std::int64_t(99))},
+        {"rows without values", remove(LogType::Filled, 0)},
+        {"a second root",
+         [](Records& log) {
+             Records const call{log[placeOf(log, LogType::Call)], log[placeOf(log, LogType::End)]};
+             std::size_t const at = placeOf(log, LogType::End) + 1;
+             log.insert(log.begin() + static_cast<std::ptrdiff_t>(at), call.begin(), call.end());
+         }},
+        {"no start", remove(LogType::Start, 0),
+         "Unable to recover | the recovery log does not begin as one"},
+    };
+}
+
+} // namespace
+
+TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
+{
+    leaveRun();
+    std::string const log = ReadFile(logPath());
+    std::string const header = log.substr(0, HeaderLength);
+    std::string const output = folder.File("b.mox");
+    WriteFile(logPath(), logOf(header, recordsOf(log)));
+    EXPECT_EQ(detailOf([&] { InterruptedRun(path).writeTo(output); }), "nothing");
+    for (Forgery const& forgery : forgeries()) {
+        SCOPED_TRACE(forgery.what);
+        ForgedRecords records = recordsOf(log);
+        forgery.forge(records);
+        WriteFile(logPath(), logOf(header, records));
+        EXPECT_EQ(detailOf([&] { InterruptedRun(path).writeTo(output); }), forgery.sentence);
+    }
 }
 
 TEST_F(RecoveryTest, AForgedLogEndsInAFileOrASentence)

@@ -89,6 +89,25 @@ TEST_F(MeshTest, TakesNumbersAsTheHostHasThem)
     fromOne.setNodes(coordinates(), wide);
     fromOne.setElements({Elements(ElementType::Tetrahedron4, ArrayView::table(wide, 4))});
     EXPECT_EQ(fromOne.elements(), 1U);
+    std::vector<std::uint32_t> const unsignedIds = {4, 3, 2, 1};
+    Mesh other = mesh(NodeNumbering::Ids);
+    other.setNodes(coordinates(), unsignedIds);
+    other.setElements({Elements(ElementType::Tetrahedron4, ArrayView::table(unsignedIds, 4))});
+    EXPECT_EQ(other.elements(), 1U);
+}
+
+TEST_F(MeshTest, MoreThanAModelCanNumberIsRefusedBeforeItIsRead)
+{
+    std::size_t const many = std::size_t(1) << 32U;
+    Doubles const place = {0, 0, 0};
+    Mesh m = mesh();
+    expectRefusal([&] { m.setNodes(ArrayView(place.data(), many, 3, 0, 8)); },
+                  "mesh \"M\": there are more than 2147483647 nodes");
+    m.setNodes(coordinates());
+    Ids const nodes = {0, 1, 2, 3};
+    ArrayView const all(nodes.data(), many / 4, 4, 0, 4);
+    expectRefusal([&] { m.setElements({Elements(ElementType::Tetrahedron4, all)}); },
+                  "mesh \"M\": the nodes of all elements are more than 2147483647");
 }
 
 TEST_F(MeshTest, WrongNodesAreRefused)

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <random>
 
@@ -236,6 +237,46 @@ TEST_F(RankFaultTest, AnIndexThatExistsEndsAllAndStaysAsItIs)
     MPI_Barrier(ranks_.comm());
     EXPECT_FALSE(std::filesystem::exists(folder_ + "/wave.0.mox"));
     EXPECT_EQ(std::filesystem::file_size(index()), 8U);
+}
+
+TEST_F(RankFaultTest, AnIndexThatCanNotBeWrittenEndsAllAndLeavesNothingHalf)
+{
+    if (!ranks_.areMine())
+        return;
+    for (auto const& [obstacle, told] : std::map<std::string, std::string>{
+             {".part", "/wave.moxs.part cannot be created: Is a directory"},
+             {"", "/wave.moxs cannot be replaced: Is a directory"}}) {
+        std::string const inTheWay = index() + obstacle;
+        if (ranks_.rank() == 0)
+            std::filesystem::create_directory(inTheWay);
+        MPI_Barrier(ranks_.comm());
+        std::string const failure =
+            failureOf([&] { PartitionedModel(ranks_.comm(), index(), twoPerFile()); });
+        EXPECT_EQ(failure.find("Rank 0: "), 0U) << failure;
+        EXPECT_NE(failure.find(folder_ + told), std::string::npos) << failure;
+        MPI_Barrier(ranks_.comm());
+        if (ranks_.rank() == 0) {
+            EXPECT_FALSE(std::filesystem::exists(folder_ + "/wave.0.mox"));
+            std::filesystem::remove(inTheWay);
+            EXPECT_FALSE(std::filesystem::exists(index() + ".part"));
+        }
+        MPI_Barrier(ranks_.comm());
+    }
+}
+
+TEST_F(RankFaultTest, AFileThatIsGoneWhenItIsClosedIsTold)
+{
+    if (!ranks_.areMine())
+        return;
+    PartitionedModel model(ranks_.comm(), index(), twoPerFile());
+    model.addNode(NodeType::RootGroup, "Wave");
+    model.step();
+    if (ranks_.rank() == 0)
+        std::filesystem::remove(folder_ + "/wave.1.mox");
+    MPI_Barrier(ranks_.comm());
+    EXPECT_EQ(failureOf([&] { model.close(); }),
+              "Rank 2: Unable to write to file: the file was removed or replaced while it "
+              "was being written");
 }
 
 TEST_F(RankFaultTest, OptionsThatNoModelCanHaveAreRefusedOnAllRanks)

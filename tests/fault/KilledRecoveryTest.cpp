@@ -108,7 +108,7 @@ protected:
 
 TEST_F(KilledRecoveryTest, ARunThatIsKilledAtARandomMomentIsRecoveredAsAfterItsLastCall)
 {
-    std::uint32_t const runs = wanted("MOXWRITER_KILLED_RUNS", 80, 25);
+    std::uint32_t const runs = wanted("MOXWRITER_KILLED_RUNS", 80, 15);
     std::uint32_t const first = printedSeed();
     int recovered = 0;
     int finished = 0;

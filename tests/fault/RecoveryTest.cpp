@@ -765,7 +765,7 @@ TEST_F(RecoveryTest, AModelFileThatLostABlockIsToldOf)
 
 TEST_F(RecoveryTest, ARecoveryThatIsKilledAtAnyMomentIsDoneAgain)
 {
-    std::uint32_t const kills = wanted("MOXWRITER_KILLED_RECOVERIES", 12);
+    std::uint32_t const kills = wanted("MOXWRITER_KILLED_RECOVERIES", 12, 6);
     leaveRun();
     std::string const saved = folder.File("saved");
     fs::copy(beside, saved, fs::copy_options::recursive);
@@ -987,7 +987,7 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
                 FaultyRun run(seed, fs::path(path).parent_path());
                 // Most of the hundreds of allocations of a call are alike.
                 std::size_t const stride =
-                    place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 13) : 1;
+                    place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 13, 37) : 1;
                 std::size_t ordinal = seed % stride;
                 for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
                     SCOPED_TRACE("seed " + std::to_string(seed) + ", place " +
@@ -1002,7 +1002,7 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
 
 TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
 {
-    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 10);
+    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 6);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     int full = 0;
@@ -1029,7 +1029,7 @@ TEST_F(RecoveryTest, WhateverFailsInARecoveryALaterOneSucceeds)
          {Place::File, Place::StreamCall, Place::Device, Place::Reservation, Place::Allocation}) {
         // Hundreds of allocations are alike.
         std::size_t const stride =
-            place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 97, 397) : 1;
+            place == Place::Allocation ? wanted("MOXWRITER_ALLOCATION_STRIDE", 97, 797) : 1;
         std::size_t ordinal = 0;
         for (bool hasStruck = true; hasStruck && !HasFailure(); ordinal += stride) {
             SCOPED_TRACE("place " + std::to_string(static_cast<int>(place)) + ", operation " +
@@ -1056,7 +1056,7 @@ TEST_F(RecoveryTest, WhateverFailsInARecoveryALaterOneSucceeds)
 
 TEST_F(RecoveryTest, WhateverIsDamagedNoWrongValueIsRecovered)
 {
-    std::uint32_t const cases = wanted("MOXWRITER_DAMAGED_RUNS", 150, 30);
+    std::uint32_t const cases = wanted("MOXWRITER_DAMAGED_RUNS", 150, 20);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     int whole = 0;
@@ -1253,7 +1253,7 @@ TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
 
 TEST_F(RecoveryTest, AForgedLogEndsInAFileOrASentence)
 {
-    std::uint32_t const cases = wanted("MOXWRITER_FORGED_LOGS", 150, 50);
+    std::uint32_t const cases = wanted("MOXWRITER_FORGED_LOGS", 150, 30);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     RecoverableRun const run(first % 64);

@@ -34,8 +34,8 @@ for bar in "${programs[@]}"; do
         status=0
         timeout 30 "${mpirun[@]}" -np 4 "${program[@]}" bar.moxs 2 "$fault" >said 2>log || status=$?
         [[ $status -ne 124 ]] || fail "$bar hangs after $fault"
-        # Rank 1 may tell what it was refused itself.
-        [[ $(grep -cxF "${sentences[$fault]}" said) -ge 3 ]] || fail "$bar says after $fault: $(cat said log)"
+        # Rank 1 may tell what it was refused itself, and lines of two ranks may run into each other.
+        [[ $(grep -oF "${sentences[$fault]}" said | wc -l) -ge 3 ]] || fail "$bar says after $fault: $(cat said log)"
         ! "$mox" verify bar.moxs >/dev/null 2>&1 || fail "the model of $bar is whole after $fault"
         rm -f bar.moxs
     done

@@ -51,10 +51,10 @@ private:
 inline void failToOpen(MPI_Comm comm) noexcept
 {
     try {
-        // Not what the others ask for, and nothing that a model could be.
+        // An empty path is not what the other ranks ask for, and names no file: all are refused.
         Zyl2::Mpi::PartitionedModel const none(comm, std::string());
     } catch (std::exception const&) {
-        // What was wrong is told where this was called.
+        // The caller tells the host what was wrong; the refusal of the empty path adds nothing.
     }
 }
 

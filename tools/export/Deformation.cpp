@@ -12,7 +12,8 @@ namespace Export {
 
 namespace {
 
-// It is named in the picture, where few digits are enough: so it shall have no others.
+// The picture names the factor with three digits. It is rounded to them, so that the one that is
+// named is the one that is drawn with.
 double rounded(double factor)
 {
     if (factor == 0 || !std::isfinite(factor))

@@ -17,7 +17,7 @@ class ExportCount
 public:
     void addShapes(StepReader const& reader);
     void addStep(Step const& step);
-    /// Of the step that is shown.
+    /// Counts the fields of the step that the reader shows.
     void addFields(StepReader const& reader);
     void addFile(std::filesystem::path const& file);
     void addFiles(OutputFiles const& files);

@@ -99,7 +99,7 @@ private:
         takeWarnings(reader, described);
     }
 
-    /// Those that several files have alike are told of the first.
+    /// A warning that several files give in the same words is told once, of the first of them.
     void takeWarnings(StepReader& reader, PartitionFile const& part)
     {
         for (std::string const& sentence : reader.warnings().sentences())

@@ -284,7 +284,7 @@ void Picture::addAxes()
     axes_->ResetCameraClippingRange();
 }
 
-// As near as shows all of it.
+// Aims the camera so that the model just fits into its part of the picture.
 void Picture::aim(PictureContent const& content)
 {
     constexpr double margin = 1.12;

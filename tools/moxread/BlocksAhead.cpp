@@ -60,7 +60,7 @@ void BlocksAhead::startThreads(std::size_t most)
         while (threads_.size() < most)
             threads_.emplace_back([this] { workOn(); });
     } catch (std::exception const&) {
-        // Those that there are have to do.
+        // The threads that could be started do the work; without any, `take` does it.
     }
 }
 

@@ -32,7 +32,7 @@ void Buffer::reset(std::size_t size)
         // longer would have its memory touched for the first time again. What is not used of it is
         // address space alone.
         std::size_t const capacity = std::max(size, 2 * capacity_);
-        // Never both at a time.
+        // The old memory goes first, so that the two are never held at the same time.
         *this = Buffer();
         bytes_ = allocated(capacity);
         capacity_ = capacity;

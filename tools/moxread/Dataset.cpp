@@ -18,7 +18,7 @@ namespace MoxRead {
 
 namespace {
 
-// So many values stay in the fastest cache, before and after they are put into rows.
+// A tile of so many values fits into the fastest cache twice, by columns and by rows.
 constexpr std::size_t tileSize = 2048;
 
 bool isLittleEndian()
@@ -71,7 +71,7 @@ void makeRoom(std::vector<std::uint32_t>& words, std::size_t count)
     words.clear();
     if (count <= words.capacity())
         return;
-    // Never both at a time.
+    // The old memory goes first, so that the two are never held at the same time.
     words = std::vector<std::uint32_t>();
     words.reserve(count);
     wishForLargePages(words.data(), count * sizeof(std::uint32_t));

@@ -18,18 +18,18 @@ struct Free
 bool inflateByIsal(std::uint8_t const* stream, std::size_t size, std::uint8_t* to,
                    std::size_t length) noexcept
 {
-    // It counts in 32 bits.
+    // ISA-L counts bytes in 32 bits.
     if (size > std::numeric_limits<std::uint32_t>::max() ||
         length > std::numeric_limits<std::uint32_t>::max())
         return false;
-    // Too large for the stacks of some threads.
+    // The state is too large for the stacks of some threads.
     std::unique_ptr<inflate_state, Free> const state(
         static_cast<inflate_state*>(std::malloc(sizeof(inflate_state))));
     if (state == nullptr)
         return false;
     isal_inflate_init(state.get());
     state->crc_flag = ISAL_ZLIB;
-    // It reads through a pointer that its header declares as one to write through.
+    // ISA-L only reads through this pointer, though its header does not declare it as const.
     state->next_in = const_cast<std::uint8_t*>(stream);
     state->avail_in = static_cast<std::uint32_t>(size);
     state->next_out = to;

@@ -23,7 +23,8 @@ bool inflateByLibdeflate(std::uint8_t const* stream, std::size_t size, std::uint
         libdeflate_alloc_decompressor());
     if (decompressor == nullptr)
         return false;
-    // Asked for no actual length, it refuses streams that inflate to less; it never writes more.
+    // Without a place for the actual length, libdeflate refuses streams that inflate to less. It
+    // never writes more than `length`.
     std::size_t taken = 0;
     libdeflate_result const result = libdeflate_zlib_decompress_ex(decompressor.get(), stream, size,
                                                                    to, length, &taken, nullptr);

@@ -276,7 +276,7 @@ void Mesh::setElements(std::vector<Elements> const& elements)
     if (!ids.empty())
         model_->addArrayProperty(DatasetType::ElementIds, ids, id_, Step());
     elements_ = connectivity.lengths.size();
-    // Nothing names nodes any more.
+    // Ids of nodes are needed only to find the rows that elements name.
     Numbers().swap(ids_);
 }
 

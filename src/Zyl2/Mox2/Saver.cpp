@@ -51,7 +51,7 @@ bool Saver::hasFile() const
     return !getFile().path.empty() || !getFile().widePath.empty();
 }
 
-/// As the system knows it.
+/// The path that the system is asked for; a wide one is narrowed.
 std::string Saver::path() const
 {
     return getFile().path.empty() ? Zyl2Util::Narrowed(getFile().widePath) : getFile().path;

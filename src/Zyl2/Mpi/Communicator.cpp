@@ -7,7 +7,7 @@ namespace Mpi {
 
 Communicator::~Communicator()
 {
-    // Where MPI has ended, so has this.
+    // The communicator is gone once MPI is finalised, and must not be freed any more.
     int isFinalized = 0;
     MPI_Finalized(&isFinalized);
     if (comm_ != MPI_COMM_NULL && isFinalized == 0)

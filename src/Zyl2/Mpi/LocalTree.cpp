@@ -71,7 +71,7 @@ std::vector<NodeCall> LocalTree::newNodesOf(std::vector<std::string> const& path
         bool const endsInShape = line.size() > names.size();
         for (std::size_t depth = 0; depth < names.size(); ++depth) {
             bool const isShape = endsInShape && depth + 1 == names.size();
-            // Of a shape it is the geometry that a host knows.
+            // The id that a host gets for a shape is that of its geometry.
             unsigned int const id = line[isShape ? depth + 1 : depth];
             if (id <= known)
                 continue;

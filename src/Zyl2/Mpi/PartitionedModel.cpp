@@ -99,7 +99,7 @@ public:
             taken_ += whole;
             return viewOf(inbox_.takeInPlace(whole * rowBytes), whole);
         }
-        // It begins in one message and ends in the next.
+        // The next row begins in one message and ends in the following one.
         inbox_.take(row_.data(), rowBytes);
         ++taken_;
         return viewOf(row_.data(), 1);
@@ -490,7 +490,7 @@ void PartitionedModel::Impl::end() noexcept
         try {
             return close();
         } catch (...) {
-            // A host that wants to know closes the model itself.
+            // A result must not get lost without a word; who wants to live on calls `close`.
             std::terminate();
         }
     }

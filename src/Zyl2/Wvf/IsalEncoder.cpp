@@ -52,12 +52,12 @@ std::optional<std::size_t> EncodeByIsal(unsigned char const* source, std::size_t
                                         unsigned char* destination, std::size_t capacity,
                                         int level) noexcept
 {
-    // Stored streams and invalid levels are zlib's.
+    // Level 0, which stores, and invalid levels are left to zlib.
     if (level < 1 || level > 9 || length > UINT32_MAX)
         return std::nullopt;
     std::uint32_t const workspaceSize = WorkspaceSizeFor(length);
     auto const workspace = ZeroedMemory<unsigned char>(workspaceSize);
-    // Too large for the stacks of some hosts' threads.
+    // The state is too large for the stacks of some hosts' threads.
     auto const stream = ZeroedMemory<isal_zstream>(sizeof(isal_zstream));
     if (workspace == nullptr || stream == nullptr)
         return std::nullopt;
@@ -67,7 +67,7 @@ std::optional<std::size_t> EncodeByIsal(unsigned char const* source, std::size_t
     stream->level_buf_size = workspaceSize;
     stream->gzip_flag = IGZIP_ZLIB;
     stream->end_of_stream = 1;
-    // It reads through a pointer that its header declares as one to write through.
+    // ISA-L only reads through this pointer, though its header does not declare it as const.
     stream->next_in = const_cast<unsigned char*>(source);
     stream->avail_in = static_cast<std::uint32_t>(length);
     stream->next_out = destination;

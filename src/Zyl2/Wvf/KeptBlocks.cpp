@@ -162,7 +162,7 @@ void KeptBlocks::Synchronise(std::FILE* stream)
 /// Null when there is none.
 KeptBlocks::Region* KeptBlocks::Find(std::optional<std::size_t> slot)
 {
-    // The last one is asked for most often.
+    // Searched from the end, since the newest region is asked for most often.
     auto const found = std::find_if(regions_.rbegin(), regions_.rend(),
                                     [&](auto const& region) { return region->slot == slot; });
     return found == regions_.rend() ? nullptr : found->get();

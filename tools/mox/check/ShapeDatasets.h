@@ -44,7 +44,7 @@ bool isResultOnElements(MoxRead::Variable const& variable);
 /// 1, 2 or 3.
 int dimensionOf(MoxRead::Variable const& connectivity);
 
-/// Of the attribute `ElementType`; empty if there is none.
+/// Value of the attribute `ElementType`; empty if there is none.
 std::string elementTypeOf(MoxRead::Model const& model, MoxRead::Variable const& connectivity);
 
 } // namespace Mox::Check

@@ -19,7 +19,7 @@ struct DiffArguments
     /// Whether the files of two indices are compared one by one.
     bool parts = false;
     bool json = false;
-    /// Of both files: they share the threads.
+    /// How both files are read; its threads are shared out among the two.
     MoxRead::ReadOptions reading;
 };
 

@@ -83,7 +83,7 @@ private:
     std::vector<std::string> columns_;
 };
 
-// No bar between the values on a terminal that shows both.
+// Where values are printed on a terminal, a bar would stand between them.
 int progressStream(DumpArguments const& options)
 {
     constexpr int none = -1;
@@ -100,7 +100,7 @@ void writeFile(Dump const& dump, DumpArguments const& options, Common::Progress&
 
 void dumpTo(std::ostream& out, DumpArguments const& options)
 {
-    // Reading a dataset may take as long as writing it.
+    // The bar begins before the dataset is read, which may take as long as printing it.
     Common::Progress progress("dump " + options.file, progressStream(options));
     MoxRead::Model model(options.file, options.reading);
     Dump const dump(options, model);

@@ -16,7 +16,7 @@ struct Part
     std::string path;
     /// From 0.
     std::size_t number = 0;
-    /// Of all files.
+    /// How many files the index names.
     std::size_t count = 0;
 
     /// Where what is made of the part goes: "u.csv" becomes "u.3.csv", with as many digits as the

@@ -64,7 +64,7 @@ bool JoinedRows::differs(std::uint32_t known, std::uint32_t word)
     bool const areBothNone = std::isnan(one) && std::isnan(other);
     if (known == word || one == other || areBothNone)
         return false;
-    // A number and none are as different as can be.
+    // A number and NaN differ by more than any two numbers.
     double const distance = std::fabs(one - other);
     difference_ = std::max(difference_, std::isnan(distance) ? HUGE_VAL : distance);
     return true;

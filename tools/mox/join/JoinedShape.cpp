@@ -234,7 +234,7 @@ bool JoinedShape::fits(Dataset const& dataset, RowMap const& map) const
     return true;
 }
 
-/// Of values of one row in several pieces, the first is taken.
+/// Where several pieces have values of the same row, those of the first piece are taken.
 std::vector<std::uint32_t> JoinedShape::joined(Dataset const& dataset, RowMap const& map)
 {
     Variable const& form = model_.resolve(dataset.first());
@@ -253,7 +253,7 @@ std::vector<std::uint32_t> JoinedShape::joined(Dataset const& dataset, RowMap co
 
 void JoinedShape::compare(Dataset const& dataset, JoinedRows const& rows)
 {
-    // Of integers, such as numbers of materials, the closest may mean something else.
+    // Integers, such as numbers of materials, get no tolerance: the next may mean something else.
     constexpr double usual = 1e-6;
     bool const isFloat = model_.resolve(dataset.first()).elementType() == ElementType::Float;
     double const unlessGiven = isFloat ? usual * rows.largest() : 0;

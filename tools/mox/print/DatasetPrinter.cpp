@@ -33,7 +33,7 @@ void appendNumber(std::string& to, Number value)
 
 void appendFloat(std::string& to, float value)
 {
-    // Some systems would tell the sign of what is no number.
+    // std::to_chars may print a NaN with its sign, "-nan", which says nothing.
     if (std::isnan(value))
         to += "nan";
     else

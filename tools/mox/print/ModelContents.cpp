@@ -23,7 +23,7 @@ ValueRange const& ModelContents::rangeOf(Variable const& variable) const
     return ranges_.at(&model_.resolve(variable));
 }
 
-// Each once, also when several datasets share it.
+// Each stored variable is listed once, also when several datasets share its values.
 MoxRead::Model::Variables ModelContents::storedVariables() const
 {
     std::unordered_set<Variable const*> known;

@@ -29,7 +29,7 @@ struct UnfinishedFile
     bool isGoingOn = false;
     /// How far the run has come, and what can be done, in words that follow on "incomplete".
     std::string state;
-    /// Those of values.
+    /// The blocks that hold values of datasets.
     std::vector<Block> blocks;
 };
 

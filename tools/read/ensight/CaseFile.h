@@ -49,7 +49,7 @@ public:
     struct Mesh
     {
         Series files;
-        /// Of which step of the series the elements are, where the others need not have any.
+        /// The step of the series that has the elements, where the others need not have any.
         std::optional<std::size_t> stepOfElements;
     };
 
@@ -88,14 +88,14 @@ public:
     std::vector<Variable> const& variables() const { return variables_; }
     std::vector<Constant> const& constants() const { return constants_; }
 
-    /// Of all time sets, ascending; empty where the case knows no time.
+    /// The times of all time sets, ascending; empty where the case knows no time.
     std::vector<double> const& times() const { return times_; }
     /// Which step of a series a step of the case is; none where its time set does not have it.
     std::optional<std::size_t> stepAt(TimeSet const* set, std::size_t step) const;
     /// The latest step of a series that is not after a step of the case.
     std::size_t latestStepAt(TimeSet const* set, std::size_t step) const;
     StepPlace placeOf(Series const& series, std::size_t step) const;
-    /// Of the files with the first values of the variables.
+    /// Bytes of the files that hold the first values of the variables.
     std::uint64_t bytesOfVariables() const;
 
 private:

@@ -57,7 +57,7 @@ public:
 
     DataFile(std::filesystem::path path, Encoding encoding);
 
-    /// As the first line of a mesh says; the order of bytes stays unknown.
+    /// The encoding that the first line of a mesh tells; the order of bytes stays unknown.
     static Encoding encodingOf(std::filesystem::path const& path, bool isGold);
 
     std::filesystem::path const& path() const { return path_; }
@@ -121,7 +121,7 @@ private:
     std::uint64_t size_ = 0;
     Place place_;
     std::string line_;
-    /// What is left of the line.
+    /// The part of `line_` that was not taken yet.
     std::string_view rest_;
     bool isTerminated_ = true;
     bool isSeries_ = false;

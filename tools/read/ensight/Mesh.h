@@ -30,7 +30,7 @@ struct MeshPart
     /// The number that variables name it by; none of a part that is not in the file.
     static constexpr std::int64_t none = -1;
     std::int64_t number = none;
-    /// Of its own, before some are left out.
+    /// Nodes of its own, and elements, before some are left out.
     std::size_t nodeCount = 0;
     std::size_t elementCount = 0;
     /// Which of the nodes that parts share it uses.

@@ -13,7 +13,8 @@ namespace {
 
 using Exchange::ElementType;
 
-/// As many as a case without variables may have of those that its files have no bytes for.
+/// How many nodes that take no bytes in a file, those of uniform and rectilinear blocks, a case may
+/// have without variables.
 constexpr std::uint64_t freeLatticeNodes = std::uint64_t{1} << 22U;
 
 bool isSection(Words const& words, Words const& allowed)
@@ -459,7 +460,7 @@ bool MeshReader::isShown(std::size_t cell, std::vector<std::uint32_t> const& nod
     return !isBlanked;
 }
 
-/// Of a part whose elements name nodes that others may use, too.
+/// Gives a part whose elements name nodes that parts share those nodes that it uses.
 void MeshReader::takeSharedNodes(MeshPart& part) const
 {
     if (part.number != MeshPart::none) {

@@ -286,7 +286,7 @@ private:
     Report& report_;
     CaseFile case_;
     std::deque<Body> bodies_;
-    /// Of each variable.
+    /// The files of each variable, in the order of `case_.variables()`.
     std::vector<StepFiles> files_;
     std::map<std::int64_t, std::set<std::filesystem::path>> filesThatEndEarly_;
 };

@@ -33,7 +33,7 @@ private:
     CaseFile::Series const& series_;
     bool isMesh_;
     std::filesystem::path path_;
-    /// Of the steps of that file.
+    /// Where the steps of the file at `path_` begin, as far as they were read.
     std::vector<DataFile::Place> starts_;
 };
 

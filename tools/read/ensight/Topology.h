@@ -12,7 +12,7 @@ namespace EnSight {
 /// What a keyword of element types stands for.
 struct Topology
 {
-    /// Of each element; 0 where they may have any number.
+    /// Nodes of each element; 0 where elements may have any number.
     std::size_t nodeCount = 0;
     /// Null of polyhedra, which a model can't hold.
     Exchange::ElementType const* type = nullptr;

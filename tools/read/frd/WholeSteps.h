@@ -44,7 +44,7 @@ private:
     struct Step
     {
         std::string name;
-        /// Of the solver's analysis, which steps of the same results have in common.
+        /// Number of the solver's analysis, all steps of which are to have the same results.
         std::int32_t number;
         std::set<std::string> results;
     };

@@ -23,7 +23,7 @@ struct Boundaries
 {
     std::size_t sections = 0;
     std::size_t conditions = 0;
-    /// Of the first zone that has cells which are misread.
+    /// What would be misread in the first zone whose cells are; empty where all are read right.
     std::string misreading;
 };
 
@@ -51,7 +51,7 @@ public:
 private:
     void addBase(Boundaries& boundaries, int base) const
     {
-        // Longer than any name.
+        // CGNS limits names to 32 characters.
         std::array<char, 64> name = {};
         int dimension = 0;
         int spaceDimension = 0;

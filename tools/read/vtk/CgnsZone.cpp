@@ -48,8 +48,8 @@ CgnsZone::Numbers CgnsZone::readNumbers() const
 {
     CGNS_ENUMT(ZoneType_t) type = CGNS_ENUMV(ZoneTypeNull);
     std::array<char, 64> name = {};
-    // As many as a structured zone of three dimensions has. One without structure has nodes, cells
-    // and nodes on boundaries.
+    // A structured zone of three dimensions has nine sizes. One without structure has three: nodes,
+    // cells, and nodes on boundaries.
     std::array<cgsize_t, 9> sizes = {};
     checkCgns(cg_zone_type(file_, base_, zone_, &type));
     checkCgns(cg_zone_read(file_, base_, zone_, name.data(), sizes.data()));

@@ -39,7 +39,7 @@ Story::Story(LogContents const& log)
 {
     for (LogContents::Record const& record : log.records())
         add(record);
-    // What was put into those did not stay.
+    // Blocks without content were begun for values that did not stay.
     auto& blocks = progress.blocks;
     blocks.erase(std::remove_if(blocks.begin(), blocks.end(),
                                 [](RunBlock const& block) { return block.content == 0; }),

@@ -659,6 +659,89 @@ TEST_F(RecoveryTest, AWholeFileOfAnotherRunIsKept)
     EXPECT_TRUE(fs::exists(logPath()));
 }
 
+TEST_F(RecoveryTest, ANewerFileIsNeitherReplacedByAnEarlierRunNorDescribedAsIt)
+{
+    leaveRun(1);
+    std::string const earlier = wholeFile(1);
+    SaverOptions options = recoverable();
+    options.recoverable = 0;
+    options.overwrite = true;
+    Model model;
+    model.saveTo(path, options);
+    // What it has written so far is nothing at first, and then begins with the earlier run's bytes.
+    for (unsigned int const steps : {0U, 1U, 5U}) {
+        SCOPED_TRACE(steps);
+        if (steps == 1)
+            addSteps(model, 1);
+        for (unsigned int step = 2; step <= steps; ++step)
+            model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(step), 3U,
+                                   Step(std::to_string(step)));
+        std::string const before = ReadFile(path);
+        Answer const answer = recover();
+        EXPECT_EQ(answer.status, 1);
+        EXPECT_EQ(answer.err, path + ": The file is of another run than what is in " + beside +
+                                  ": recover that with -o OUT, or remove it.\n");
+        EXPECT_TRUE(ReadFile(path) == before);
+        EXPECT_NE(mox("ls " + path).status, 0);
+        EXPECT_EQ(mox("verify " + path).err.find("can be recovered"), std::string::npos);
+    }
+    std::string const output = folder.File("b.mox");
+    EXPECT_EQ(recover(" -o " + output).status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(output) == earlier);
+    model.close();
+    EXPECT_NO_THROW(MoxRead::verify(path));
+}
+
+TEST_F(RecoveryTest, ARunWhoseFileWasRemovedDoesNotReplaceTheNextOne)
+{
+    leaveRun(1);
+    fs::remove(path);
+    SaverOptions options = recoverable();
+    options.recoverable = 0;
+    leaveRun(2, options);
+    std::string const before = ReadFile(path);
+    EXPECT_EQ(recover().status, 1);
+    EXPECT_TRUE(ReadFile(path) == before);
+    fs::remove(path);
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(1));
+}
+
+TEST_F(RecoveryTest, ARunThatDiedWhileItClosedIsNotTakenForAnother)
+{
+    leaveRun();
+    wholeFile();
+    // The blocks and the root index, but not all bytes behind it.
+    std::string const whole = ReadFile(folder.File("whole.mox"));
+    std::string const cut = whole.substr(0, whole.size() - 1);
+    WriteFile(path, cut);
+    EXPECT_EQ(recover().status, 1);
+    EXPECT_TRUE(ReadFile(path) == cut);
+    InterruptedRun(path).noteWhole();
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, ALogThatKnowsNoNumberOfItsFileIsRecovered)
+{
+    leaveRun();
+    std::string log = ReadFile(logPath());
+    WriteFile(logPath(), log.replace(12, 4, 4, '\0'));
+    std::string bytes = ReadFile(path);
+    WriteFile(path, bytes.replace(20, 4, 4, '\0'));
+    EXPECT_EQ(recover().status, 0);
+    EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
+}
+
+TEST_F(RecoveryTest, AFileThatCanNotBeMarkedAsTheRunsIsToldOf)
+{
+    AtWork const atWork;
+    Injection const fullDisk(Place::File, 0, Repeat::Once);
+    EXPECT_EQ(detailOf([&] { Model().saveTo(path, recoverable()); }),
+              "Unable to write to file | the model file: Input/output error");
+    EXPECT_FALSE(fs::exists(beside));
+}
+
 TEST_F(RecoveryTest, OtherVersionsAndWhatIsNoLogAreToldOfAndKept)
 {
     leaveRun();

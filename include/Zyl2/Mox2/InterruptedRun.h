@@ -30,7 +30,7 @@ struct RunProgress
 {
     RunProgress()
         : calls(0), callsUnderWay(0), datasets(0), lastStep(), datasetsOfLastStep(0), stepBefore(),
-          isClosing(false), isGoingOn(false), damage(), blocks()
+          isClosing(false), isGoingOn(false), isOverwritten(false), damage(), blocks()
     {}
 
     /// Calls that had ended, of those that change a model.
@@ -49,6 +49,9 @@ struct RunProgress
     bool isClosing;
     /// Whether a process is still writing; only `progressOf` and `writeOutlineOf` tell.
     bool isGoingOn;
+    /// Whether the model file that is there is of another run, one that was not recoverable; values
+    /// that this run had saved went with its own. What `writeTo` returns does not tell.
+    bool isOverwritten;
     /// What is wrong with the rest; empty when there is no such rest.
     std::string damage;
     /// In the order in which they lie in the file.

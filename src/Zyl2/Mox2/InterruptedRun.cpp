@@ -138,6 +138,36 @@ Story storyOf(LogContents const& log)
     }
 }
 
+/// Number of its run, and whether its index was begun, as they stand in a model file.
+struct FileMark
+{
+    std::uint32_t number = 0;
+    bool hasIndex = false;
+};
+
+/// \return none where there is no file, or it can't be read
+std::optional<FileMark> markOf(std::string const& modelFile)
+{
+    int const file = ::open(modelFile.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return std::nullopt;
+    // Length and count of the index come before the number.
+    std::array<std::uint32_t, 3> words{};
+    static_cast<void>(::pread(file, words.data(), sizeof words,
+                              RecoveryLog::FileNumberInModelAt - 2 * sizeof words[0]));
+    ::close(file);
+    return FileMark{words[2], words[0] != 0 || words[1] != 0};
+}
+
+/// Whether the model file with that mark was made by a run that was not recoverable, and left the
+/// log alone.
+bool isOfAnother(std::optional<FileMark> const& mark, LogContents const& log, Story const& story)
+{
+    if (!mark || log.fileNumber() == 0)
+        return false;
+    return mark->hasIndex ? !story.progress.isClosing : mark->number != log.fileNumber();
+}
+
 /// What is closed is of no use, and its failure is not what has to be told.
 void closeQuietly(Database& database) noexcept
 {
@@ -172,18 +202,21 @@ RunProgress replay(LogContents const& log, Recovery::KeptValues* values, Story c
 struct Glance
 {
     explicit Glance(std::string const& path)
-        : Glance(LogFile(RecoveryFolder::Open(path), LogFile::Use::Look))
-    {}
-
-    explicit Glance(LogFile const& file) : log(file.read()), story(storyOf(log))
+        : mark(markOf(path)), file(RecoveryFolder::Open(path), LogFile::Use::Look),
+          log(file.read()), story(storyOf(log))
     {
         story.progress.isGoingOn = file.isHeld();
+        // A run that is being opened has its mark by now, and one that closes had it before.
+        story.progress.isOverwritten =
+            isOfAnother(mark, log, story) && isOfAnother(markOf(path), log, story);
         // Where a record was being noted, the next look finds it whole, or others behind it.
         if (file.isHeld() && !story.progress.damage.empty() &&
             LogContents(file.read()).end() != log.end())
             story.progress.damage.clear();
     }
 
+    std::optional<FileMark> mark;
+    LogFile file;
     LogContents log;
     Story story;
 };
@@ -195,7 +228,9 @@ struct InterruptedRun::Content
     explicit Content(std::string const& path)
         : modelFile(path), folder(RecoveryFolder::Open(path)), file(folder, LogFile::Use::Recover),
           log(file.read()), story(storyOf(log))
-    {}
+    {
+        story.progress.isOverwritten = isOfAnother(markOf(path), log, story);
+    }
 
     std::string modelFile;
     RecoveryFolder folder;
@@ -225,6 +260,7 @@ RunProgress InterruptedRun::writeOutlineOf(std::string const& path, std::string 
     Glance const glance(path);
     RunProgress progress = replay(glance.log, nullptr, glance.story, output);
     progress.isGoingOn = glance.story.progress.isGoingOn;
+    progress.isOverwritten = glance.story.progress.isOverwritten;
     return progress;
 }
 

@@ -38,6 +38,7 @@ void Saver::extractFrom(Database& database)
         if (settings.threads != 0)
             index.CompressInThreads(settings.threads, tree.GetFile().GetStream());
         if (kept != nullptr) {
+            kept->Mark(tree.GetFile().GetStream());
             database.recorder = std::make_unique<Recovery::Recorder>(*kept, settings, options);
             tree.GetFile().KeepUnsaved(Zyl2Mox::BlockNames::HeavyData, std::move(kept));
         }

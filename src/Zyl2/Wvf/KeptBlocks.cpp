@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -54,6 +55,16 @@ int OpenForLock(RecoveryFolder const& folder)
     return log;
 }
 
+/// Not 0, and another one for each run.
+std::uint32_t NewFileNumber()
+{
+    struct timespec now
+    {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    auto const bytes = Packed(std::int64_t(now.tv_sec), std::int64_t(now.tv_nsec), getpid());
+    return std::max(Checksum(0, bytes.data(), bytes.size()), std::uint32_t(1));
+}
+
 } // namespace
 
 KeptBlocks::KeptBlocks(std::string const& modelFile, bool overwrite)
@@ -73,6 +84,16 @@ KeptBlocks::~KeptBlocks()
 {
     if (!hasBegun_ && IsOwnProcess())
         folder_.Remove();
+}
+
+void KeptBlocks::Mark(std::FILE* stream)
+{
+    std::uint32_t const number = NewFileNumber();
+    // The stream writes the root index over it.
+    if (pwrite(fileno(stream), &number, sizeof number, RecoveryLog::FileNumberInModelAt) !=
+        static_cast<ssize_t>(sizeof number))
+        RaiseNotWritten("the model file", errno);
+    log_->SetFileNumber(number);
 }
 
 void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position, std::size_t size)

@@ -38,6 +38,12 @@ public:
                    std::uint32_t contentLength, std::FILE* stream) override;
     bool IsOwnProcess() const override;
 
+    /// Marks the model file as the one that the log is of: a later run that leaves the log alone
+    /// makes a file without the mark.
+    /// \param stream of the model file, which is new
+    /// \throws FileWriteException the system refuses
+    void Mark(std::FILE* stream);
+
     /// The model file is open, and the log says how it is written: from here on it stays.
     void NoteBegun() { hasBegun_ = true; }
 

@@ -2,7 +2,7 @@
 //
 //      0   signature, 8: 0x89 "WVL" 0x0D 0x0A 0x1A 0x0A
 //      8   version, 4: 1
-//     12   0, 4
+//     12   number of the model file, 4; 0 while it is not known
 //     16   records, then zeros
 //
 // A record:
@@ -43,6 +43,11 @@ RecoveryLog::RecoveryLog(int descriptor) : file_(descriptor)
     std::memcpy(file_.GetData(), Signature.data(), Signature.size());
     std::memcpy(file_.GetData() + Signature.size(), &Version, sizeof Version);
     position_ = HeaderLength;
+}
+
+void RecoveryLog::SetFileNumber(std::uint32_t number) noexcept
+{
+    std::memcpy(file_.GetData() + FileNumberAt, &number, sizeof number);
 }
 
 unsigned char* RecoveryLog::Begin(Type type, std::size_t length)

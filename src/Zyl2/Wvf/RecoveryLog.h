@@ -18,6 +18,10 @@ public:
                                                             0x0D, 0x0A, 0x1A, 0x0A};
     static constexpr std::uint32_t Version = 1;
     static constexpr std::size_t HeaderLength = 16;
+    /// Where the number of the model file stands, in the log and in that file; there it gives way
+    /// to the root index.
+    static constexpr std::size_t FileNumberAt = 12;
+    static constexpr std::size_t FileNumberInModelAt = 20;
     static constexpr std::size_t RecordHeaderLength = 16;
 
     enum class Type : std::uint32_t
@@ -37,6 +41,10 @@ public:
     /// \param descriptor of an empty file; this object closes it
     /// \throws FileWriteException there is no room for it
     explicit RecoveryLog(int descriptor);
+
+    /// Notes which model file the log is of.
+    /// \param number stands in the file already; not 0
+    void SetFileNumber(std::uint32_t number) noexcept;
 
     /// Begins a record.
     /// \param length bytes of its payload

@@ -163,8 +163,17 @@ void replace(std::string const& file, std::string const& made)
     putOnDisk(target.has_parent_path() ? target.parent_path() : ".");
 }
 
+/// It may be incomplete because its run goes on.
+void refuseTheFileOfAnother(InterruptedRun const& run, std::string const& file)
+{
+    if (run.progress().isOverwritten)
+        throw std::runtime_error("The file is of another run than what is in " + file +
+                                 ".recovery: recover that with -o OUT, or remove it.");
+}
+
 void recoverInPlace(InterruptedRun& run, std::string const& file, std::ostream& out)
 {
+    refuseTheFileOfAnother(run, file);
     std::string const made = run.temporaryPath();
     Recovered const recovered = write(run, file, made);
     if (!recovered.progress.damage.empty()) {
@@ -237,7 +246,9 @@ std::string adviceOnRun(std::string const& file)
     try {
         if (!InterruptedRun::isBeside(file))
             return {};
-        return stateOfRun(InterruptedRun::progressOf(file), file);
+        RunProgress const progress = InterruptedRun::progressOf(file);
+        return progress.isOverwritten ? "what is in " + file + ".recovery is of another run"
+                                      : stateOfRun(progress, file);
     } catch (Zyl2::Exception::Exception const& failure) {
         return "what the run has left beside it can't be read: " + sentenceOf(failure);
     }

@@ -44,10 +44,13 @@ UnfinishedFile::Block blockOf(RunBlock const& block)
     return {block.slot, block.position, block.size, block.content};
 }
 
-UnfinishedFile outlineOf(std::string const& path)
+/// \return none where the file is of another run
+std::optional<UnfinishedFile> outlineOf(std::string const& path)
 {
     auto const outline = std::make_shared<NamelessFile>();
     RunProgress const progress = InterruptedRun::writeOutlineOf(path, outline->path());
+    if (progress.isOverwritten)
+        return std::nullopt;
     UnfinishedFile file;
     file.outline = outline->path();
     file.life = outline;

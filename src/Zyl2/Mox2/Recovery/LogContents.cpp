@@ -48,6 +48,7 @@ LogContents::LogContents(std::vector<unsigned char> bytes) : bytes_(std::move(by
                          Exception::sentence("the recovery log has version ", version,
                                              ", and this library reads version ",
                                              RecoveryLog::Version));
+    fileNumber_ = valueAt<std::uint32_t>(bytes_.data() + RecoveryLog::FileNumberAt);
     end_ = RecoveryLog::HeaderLength;
     while (takeRecord()) {
     }

@@ -44,6 +44,8 @@ public:
     /// \throws MiscelleneousException "Unable to recover": it is no log, or of another version
     explicit LogContents(std::vector<unsigned char> bytes);
 
+    /// Of the model file; 0 where it is not known.
+    std::uint32_t fileNumber() const { return fileNumber_; }
     /// Whether the run got as far as its first record.
     bool hasStart() const { return hasStart_; }
     Start const& start() const { return start_; }
@@ -62,6 +64,7 @@ private:
     std::vector<unsigned char> bytes_;
     std::vector<Record> records_;
     Start start_;
+    std::uint32_t fileNumber_ = 0;
     bool hasStart_ = false;
     std::size_t end_ = 0;
     std::string damage_;

@@ -72,8 +72,10 @@ void __wrap_free(void* buffer)
 void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
                   off_t offset)
 {
-    if (Fault::strikes(Fault::Place::Allocation))
+    if (Fault::strikes(Fault::Place::Allocation)) {
+        errno = ENOMEM;
         return MAP_FAILED;
+    }
     return counted(__real_mmap(address, size, protection, flags, file, offset));
 }
 

@@ -610,6 +610,30 @@ TEST_F(RecoveryTest, ABlockThatCanNotBeOnTheDiskLikeItsCheckpointEndsTheCall)
     EXPECT_GT(failures, 1U);
 }
 
+TEST_F(RecoveryTest, ALogThatCanNotBeMappedIsToldOf)
+{
+    std::string told;
+    bool hasStruck = true;
+    for (std::size_t ordinal = 0; hasStruck; ++ordinal) {
+        Model model;
+        std::optional<Injection> injection;
+        try {
+            AtWork const atWork;
+            injection.emplace(Place::Allocation, ordinal, Repeat::Once);
+            model.saveTo(path, recoverable());
+        } catch (std::exception const& failure) {
+            told += Zyl2::Exception::detail(failure) + std::string("\n");
+        }
+        hasStruck = injection->hasStruck();
+        injection.reset();
+        model.close();
+        fs::remove(path);
+    }
+    EXPECT_NE(told.find("no room for the recovery log: Cannot allocate memory\n"),
+              std::string::npos)
+        << told;
+}
+
 TEST_F(RecoveryTest, AFolderThatIsNotThereIsTold)
 {
     std::string const nowhere = folder.File("nowhere") + "/a.mox";

@@ -123,6 +123,8 @@ TEST_F(KilledRecoveryTest, ARunThatIsKilledAtARandomMomentIsRecoveredAsAfterItsL
         if (!InterruptedRun::isBeside(path)) {
             // It was too early, or too late.
             EXPECT_TRUE(done.get() == 0 || done.get() == run.callCount());
+            if (done.get() == run.callCount())
+                expectWhole(run, path, run.callCount());
             ++finished;
         } else if (InterruptedRun(path).progress().calls == 0 && done.get() == 0) {
             ++finished;

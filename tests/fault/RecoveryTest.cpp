@@ -47,6 +47,7 @@ using Support::WriteFile;
 
 constexpr std::size_t HeaderLength = 16;
 constexpr std::size_t RecordHeaderLength = 16;
+constexpr char const* resultName = "recovered";
 
 SaverOptions recoverable(std::uint64_t blockSize = 1024, int threads = 0)
 {
@@ -156,6 +157,13 @@ void copyRun(std::string const& from, std::string const& to)
     fs::remove_all(to + ".recovery");
     fs::copy(from + ".recovery", to + ".recovery", fs::copy_options::recursive);
     fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+}
+
+/// Or for two seconds.
+void waitUntilThere(std::string const& file)
+{
+    for (int look = 0; look < 20000 && !fs::exists(file); ++look)
+        ::usleep(100);
 }
 
 template <typename Action>
@@ -881,6 +889,7 @@ TEST_F(RecoveryTest, ARecoveryThatIsKilledAtAnyMomentIsDoneAgain)
     std::uint32_t const seed = std::random_device()();
     std::cout << "seed: " << seed << '\n';
     std::mt19937 random(seed);
+    int midway = 0;
     for (std::uint32_t kill = 0; kill < kills && !HasFailure(); ++kill) {
         fs::remove_all(beside);
         fs::copy(saved, beside, fs::copy_options::recursive);
@@ -889,14 +898,21 @@ TEST_F(RecoveryTest, ARecoveryThatIsKilledAtAnyMomentIsDoneAgain)
             ::execl(MOX_COMMAND, MOX_COMMAND, "recover", path.c_str(), nullptr);
             return 1;
         });
-        ::usleep(static_cast<useconds_t>(random() % 12000));
+        // Every other one has begun to write when it is killed.
+        if (kill % 2 == 0)
+            ::usleep(static_cast<useconds_t>(random() % 12000));
+        else
+            waitUntilThere(beside + '/' + resultName);
         child.kill();
-        child.wait();
+        bool const wasKilled = child.wait() == "signal 9";
+        midway += wasKilled && fs::exists(beside + '/' + resultName) ? 1 : 0;
         Answer const answer = recover();
         ASSERT_EQ(answer.status, 0) << answer.err;
         EXPECT_TRUE(Support::withoutWritingRecord(path) == expected);
         EXPECT_FALSE(fs::exists(beside));
     }
+    std::cout << midway << " of " << kills << " were killed while they wrote\n";
+    EXPECT_GT(midway, 0);
 }
 
 TEST_F(RecoveryTest, ARecoveryThatDiedWhenTheFileWasInItsPlaceHasNothingLeftToDo)

@@ -34,7 +34,7 @@ protected:
     fs::path bin() const { return fs::canonical(folder_.path(".")) / "bin"; }
 
     /// Where the program would be if this were an installation.
-    fs::path installed() const { return (bin() / MOX_FORMATS_PROGRAM).lexically_normal(); }
+    fs::path installed() const { return (bin() / MOX_VTK_PROGRAM).lexically_normal(); }
 
     void putBeside(std::string const& content, fs::perms permissions) const
     {
@@ -75,6 +75,19 @@ TEST_F(FormatsProgram, IsToldInOneSentenceWhenItIsMissing)
     }
     EXPECT_EQ(folder_.names(), (Names{"bin", "in.vtk"}));
 }
+
+#ifdef MOX_GMSH_PROGRAM
+
+TEST_F(FormatsProgram, IsAnotherOneForGmshWhoseLibraryTakesLongest)
+{
+    folder_.write("in.msh", "$MeshFormat\n");
+    EXPECT_EQ(run("translate in.msh out.mox"), 1);
+    fs::path const program = (bin() / MOX_GMSH_PROGRAM).lexically_normal();
+    EXPECT_EQ(program.filename(), "mox-gmsh");
+    EXPECT_EQ(said_, "mox translate: " + complaint(program, "No such file or directory"));
+}
+
+#endif
 
 TEST_F(FormatsProgram, IsToldInOneSentenceWhenItCannotBeRun)
 {

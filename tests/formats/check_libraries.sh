@@ -1,22 +1,24 @@
 #!/usr/bin/env bash
-# Checks that the command starts without libraries that take long to load. Each of them is loaded by
-# the program that the command leaves other formats to, so that no name is looked for in vain.
+# Checks that each library that takes long to load is loaded by the one program that the command leaves its
+# formats to, so that no name is looked for in vain, and neither by the command nor by the other programs.
 #
-#   check_libraries.sh MOX MOX_FORMATS LIBRARY...
+#   check_libraries.sh FOLDER PROGRAM=LIBRARY...
 set -euo pipefail
 
-of_mox=$(ldd "$1") of_formats=$(ldd "$2")
-shift 2
+folder=$1
+shift
+programs=$(printf '%s\n' mox "${@%%=*}" | sort -u)
 
 status=0
-for library in "$@"; do
-    if [[ $of_mox == *$library* ]]; then
-        echo "mox loads $library" >&2
+for pair in "$@"; do
+    library=${pair#*=}
+    for program in $programs; do
+        loads=no wanted=no
+        [[ $(ldd "$folder/$program") != *$library* ]] || loads=yes
+        [[ $program != "${pair%%=*}" ]] || wanted=yes
+        [[ $loads != "$wanted" ]] || continue
+        echo "$program loads $library: $loads" >&2
         status=1
-    fi
-    if [[ $of_formats != *$library* ]]; then
-        echo "mox-formats does not load $library" >&2
-        status=1
-    fi
+    done
 done
 exit "$status"

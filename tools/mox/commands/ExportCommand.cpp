@@ -47,8 +47,8 @@ void addExportCommand(CommandLine& commandLine)
         "All shapes in one grid (.vtu), a block for each shape (.vtm), or all steps as a "
         "collection (.pvd).\nExample:\n  mox export cantilever.mox cantilever.pvd");
     command.run([arguments] {
-        return runWithLibraries("mox export",
-                                [&] { return exportFile(*arguments, std::cout, std::cerr); });
+        return runWithLibrary(Library::Vtk, "mox export",
+                              [&] { return exportFile(*arguments, std::cout, std::cerr); });
     });
 }
 

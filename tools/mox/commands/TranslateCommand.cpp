@@ -42,11 +42,6 @@ Format const& formatOfInput(std::string const& input)
     return *format;
 }
 
-bool isReadByLibrary(Format const& format)
-{
-    return !format.package.empty();
-}
-
 Exchange::Summary translateWith(Format const& format, TranslateArguments const& arguments,
                                 Exchange::Report& report)
 {
@@ -131,9 +126,10 @@ int translateWithLibrary(TranslateArguments const& arguments, Format const& form
 int translateWhereItCanBeRead(TranslateArguments const& arguments)
 {
     Format const* const format = formatOf(FileProbe(arguments.input));
-    if (format == nullptr || !isReadByLibrary(*format))
+    if (format == nullptr || format->library == Library::None)
         return translateFile(arguments, std::cout, std::cerr);
-    return runWithLibraries(application, [&] { return translateWithLibrary(arguments, *format); });
+    return runWithLibrary(format->library, application,
+                          [&] { return translateWithLibrary(arguments, *format); });
 }
 
 } // namespace

@@ -114,8 +114,8 @@ void addViewCommand(CommandLine& commandLine)
             readSize(arguments->size, arguments->options);
         if (!arguments->camera.empty())
             arguments->options.camera = cameras().at(arguments->camera);
-        return runWithLibraries("mox view",
-                                [&] { return viewFile(*arguments, std::cout, std::cerr); });
+        return runWithLibrary(Library::Vtk, "mox view",
+                              [&] { return viewFile(*arguments, std::cout, std::cerr); });
     });
 }
 

@@ -82,15 +82,15 @@ bool isGmsh(FileProbe const& probe)
 std::vector<Format> const& formats()
 {
     static std::vector<Format> const all = {
-        {"frd", isFrd, Frd::open, ""},
-        {"VTK series", isCollection, vtkOpener(FileKind::Collection), vtkPackage},
-        {"VTK XML", isVtkXml, vtkOpener(FileKind::Xml), vtkPackage},
-        {"VTK legacy", isLegacyVtk, vtkOpener(FileKind::Legacy), vtkPackage},
-        {"Gmsh", isGmsh, gmshOpener(), "libgmsh-dev"},
-        {"EnSight", isEnSight, EnSight::open, ""},
-        {"CGNS", isCgns, vtkOpener(FileKind::Cgns), vtkPackage},
-        {"Exodus", isExodus, exodusOpener(), "libexodusii-dev"},
-        {"OpenFOAM", isOpenFoam, vtkOpener(FileKind::OpenFoam), vtkPackage},
+        {"frd", isFrd, Frd::open},
+        {"VTK series", isCollection, vtkOpener(FileKind::Collection), Library::Vtk, vtkPackage},
+        {"VTK XML", isVtkXml, vtkOpener(FileKind::Xml), Library::Vtk, vtkPackage},
+        {"VTK legacy", isLegacyVtk, vtkOpener(FileKind::Legacy), Library::Vtk, vtkPackage},
+        {"Gmsh", isGmsh, gmshOpener(), Library::Gmsh, "libgmsh-dev"},
+        {"EnSight", isEnSight, EnSight::open},
+        {"CGNS", isCgns, vtkOpener(FileKind::Cgns), Library::Vtk, vtkPackage},
+        {"Exodus", isExodus, exodusOpener(), Library::Exodus, "libexodusii-dev"},
+        {"OpenFOAM", isOpenFoam, vtkOpener(FileKind::OpenFoam), Library::Vtk, vtkPackage},
     };
     return all;
 }

@@ -2,6 +2,7 @@
 #define MOX_FORMATS_FORMATS_H
 
 #include "FileProbe.h"
+#include "Library.h"
 
 #include <exchange/Translation.h>
 
@@ -19,9 +20,10 @@ struct Format
     std::function<bool(FileProbe const&)> recognises;
     /// Empty when what reads it isn't built in.
     Exchange::SourceOpener open;
+    Library library = Library::None;
     /// The Debian package that has to be there when the format's reader is built; empty for
     /// those that are always there.
-    std::string package;
+    std::string package = {};
 };
 
 /// All formats, in the order in which they are asked.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -18,11 +17,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// In the build tree the two programs are beside each other.
-fs::path pathOfProgram()
+/// In the build tree the programs are beside each other.
+fs::path pathOfProgram(fs::path const& place)
 {
     fs::path const folder = fs::read_symlink("/proc/self/exe").parent_path();
-    fs::path const installed = (folder / MOX_FORMATS_PROGRAM).lexically_normal();
+    fs::path const installed = (folder / place).lexically_normal();
     fs::path const built = folder / installed.filename();
     return !fs::exists(installed) && fs::exists(built) ? built : installed;
 }
@@ -47,9 +46,9 @@ std::vector<char*> pointersTo(std::vector<std::string>& arguments)
 
 } // namespace
 
-void becomeFormatsProgram()
+void becomeFormatsProgram(fs::path const& place)
 {
-    fs::path const program = pathOfProgram();
+    fs::path const program = pathOfProgram(place);
     std::vector<std::string> arguments = ownArguments();
     std::cout.flush();
     std::cerr.flush();

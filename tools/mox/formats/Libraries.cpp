@@ -1,5 +1,7 @@
 #include "Libraries.h"
 
+#include "FormatsProgram.h"
+
 #ifdef MOX_WITH_VTK
 #include <read/vtk/Source.h>
 #else
@@ -11,12 +13,9 @@
 #ifdef MOX_WITH_GMSH
 #include <read/gmsh/Source.h>
 #endif
-#ifdef MOX_FORMATS_PROGRAM
-#include "FormatsProgram.h"
 
 #include <exception>
 #include <iostream>
-#endif
 
 namespace Mox {
 
@@ -90,25 +89,42 @@ Exchange::SourceOpener gmshOpener()
 #endif
 }
 
-#ifdef MOX_FORMATS_PROGRAM
+namespace {
 
-int runWithLibraries(std::string const& command, std::function<int()> const& /*action*/)
+/// Null where it is this program, or there is none.
+char const* programWith(Library library)
 {
+    switch (library) {
+#ifdef MOX_VTK_PROGRAM
+    case Library::Vtk:
+        return MOX_VTK_PROGRAM;
+#endif
+#ifdef MOX_EXODUS_PROGRAM
+    case Library::Exodus:
+        return MOX_EXODUS_PROGRAM;
+#endif
+#ifdef MOX_GMSH_PROGRAM
+    case Library::Gmsh:
+        return MOX_GMSH_PROGRAM;
+#endif
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+int runWithLibrary(Library library, std::string const& command, std::function<int()> const& action)
+{
+    char const* const program = programWith(library);
+    if (program == nullptr)
+        return action();
     try {
-        becomeFormatsProgram();
+        becomeFormatsProgram(program);
     } catch (std::exception const& error) {
         std::cerr << command << ": " << error.what() << '\n';
         return 1;
     }
 }
-
-#else
-
-int runWithLibraries(std::string const& /*command*/, std::function<int()> const& action)
-{
-    return action();
-}
-
-#endif
 
 } // namespace Mox

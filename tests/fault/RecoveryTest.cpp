@@ -32,6 +32,7 @@
 #include <sstream>
 #include <utility>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -157,6 +158,22 @@ void copyRun(std::string const& from, std::string const& to)
     fs::remove_all(to + ".recovery");
     fs::copy(from + ".recovery", to + ".recovery", fs::copy_options::recursive);
     fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+}
+
+/// Bytes that the system has given to a file, or to those in a folder.
+std::uint64_t roomOf(std::string const& path)
+{
+    if (fs::is_directory(path)) {
+        std::uint64_t room = 0;
+        for (auto const& entry : fs::directory_iterator(path))
+            room += roomOf(entry.path());
+        return room;
+    }
+    constexpr std::uint64_t unit = 512;
+    struct stat status
+    {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return static_cast<std::uint64_t>(status.st_blocks) * unit;
 }
 
 /// Or for two seconds.
@@ -356,6 +373,36 @@ TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
               "Unable to recover | the file is still being written");
     model.close();
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));
+}
+
+TEST_F(RecoveryTest, WhatIsBesideTheFileTakesNoMoreRoomThanIsPromised)
+{
+    constexpr std::uint64_t kibibyte = 1024;
+    std::vector<float> const values(300000, 0.5F);
+    // A block has one of these arrays, or small ones before it, and its file an eighth more.
+    std::uint64_t const file =
+        (values.size() * sizeof(float) + 64 * kibibyte) * 9 / 8 + 64 * kibibyte;
+    for (int const threads : {0, 2}) {
+        SCOPED_TRACE(threads);
+        std::uint64_t mostOfBlocks = 0;
+        SaverOptions options = recoverable(1024 * kibibyte, threads);
+        options.overwrite = true;
+        Model model;
+        model.saveTo(path, options);
+        model.addNode(NodeType::RootGroup, "root");
+        unsigned int const shape = model.addNode(NodeType::Shape, "shape");
+        for (unsigned int call = 3; call <= 600; ++call) {
+            // Blocks are full one after the other at first; then the log grows.
+            model.addArrayProperty("array", DatasetType::Result10,
+                                   call < 15 || call % 100 == 0 ? values : valuesOfStep(call),
+                                   shape, Step(std::to_string(call)));
+            EXPECT_LE(roomOf(logPath()), 64 * kibibyte + call * kibibyte);
+            mostOfBlocks = std::max(mostOfBlocks, roomOf(beside) - roomOf(logPath()));
+        }
+        std::cout << mostOfBlocks << " bytes of blocks, " << roomOf(logPath()) << " of the log\n";
+        EXPECT_LE(mostOfBlocks, static_cast<unsigned int>(threads + 2) * file);
+        model.close();
+    }
 }
 
 TEST_F(RecoveryTest, AForkedProcessThatLivesOnDoesNotPassForTheRun)

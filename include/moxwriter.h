@@ -351,10 +351,13 @@ MOX_API char const* mox_model_error(mox_model const* model);
 /// \param path_length bytes of the path, or `MOX_TERMINATED`
 /// \param options     may be null: an existing file is an error, and nobody signs
 /// \return `MOX_INVALID_STATE` "Not Empty": the model was saved and not closed since;
-///         `MOX_FILE_OPEN` "File exists."; `MOX_MISCELLANEOUS` "Unable to open file ...": the
-///         system refuses; after each of the latter two the model must be closed before it can be
-///         saved again. `MOX_INVALID_ARGUMENTS` an encoder that the library does not have, a
-///         number of threads or a size of blocks that is out of its range.
+///         `MOX_FILE_OPEN` "File exists.", for a recoverable run also where an earlier one can be
+///         recovered, or one still writes; `MOX_MISCELLANEOUS` "Unable to open file ...": the
+///         system refuses; `MOX_FILE_WRITE` a recoverable run finds no room for its log, or the
+///         file system maps no files; after each of the latter three the model must be closed
+///         before it can be saved again. `MOX_INVALID_ARGUMENTS` an encoder that the library does
+///         not have, a number of threads or a size of blocks that is out of its range, or
+///         MOXWRITER_RECOVERABLE is neither 1 nor 0.
 MOX_API mox_status mox_model_save_to(mox_model* model, char const* path, size_t path_length,
                                      mox_options const* options);
 

@@ -163,10 +163,15 @@ public:
     /// \pre the model is empty
     /// \throws Exception::InvalidObjectState "Not Empty": the model was saved and not closed since
     /// \throws Exception::InvalidArguments the options or the environment ask for an encoder, for
-    ///         threads or for blocks that there are not; the detail says what there is, and the
-    ///         model stays empty
-    /// \throws Exception::FileOpenException "File exists.": and `options.overwrite` is false
-    /// \throws Exception::MiscelleneousException "Unable to open file ...": the system refuses
+    ///         threads or for blocks that there are not, or the latter is neither 1 nor 0 for
+    ///         `recoverable`; the detail says what there is, and the model stays empty
+    /// \throws Exception::FileOpenException "File exists.": and `options.overwrite` is false; for a
+    ///         recoverable run also where an earlier one can be recovered, and, whatever
+    ///         `options.overwrite` is, where one still writes
+    /// \throws Exception::MiscelleneousException "Unable to open file ...": the system refuses, the
+    ///         folder of a recoverable run, too
+    /// \throws Exception::FileWriteException "Unable to write to file": a recoverable run finds no
+    ///         room for its log, or the file system maps no files
     /// \post after a failure of the file the model must be closed before it can be saved again
     void saveTo(std::string const& path, SaverOptions const& options = SaverOptions());
     /// \copydoc saveTo(std::string const&, SaverOptions const&)

@@ -48,7 +48,9 @@ std::string HostName()
 std::string LoginName(std::string const& previous)
 {
     std::array<char, 256> buffer{};
-    return getlogin_r(buffer.data(), buffer.size()) == 0 ? buffer.data() : previous;
+    if (getlogin_r(buffer.data(), buffer.size()) != 0)
+        return previous;
+    return buffer.data();
 }
 
 std::array<std::string const*, 7> Fields(ModifierInfo const& info)

@@ -209,9 +209,11 @@ struct Glance
         // A run that is being opened has its mark by now, and one that closes had it before.
         story.progress.isOverwritten =
             isOfAnother(mark, log, story) && isOfAnother(markOf(path), log, story);
+        if (!file.isHeld() || story.progress.damage.empty())
+            return;
         // Where a record was being noted, the next look finds it whole, or others behind it.
-        if (file.isHeld() && !story.progress.damage.empty() &&
-            LogContents(file.read()).end() != log.end())
+        LogContents const next(file.read());
+        if (next.end() != log.end())
             story.progress.damage.clear();
     }
 
@@ -246,7 +248,10 @@ bool InterruptedRun::isBeside(std::string const& path)
 
 void InterruptedRun::removeRemains(std::string const& path)
 {
-    if (!isBeside(path) && Zyl2Util::FileExists(RecoveryFolder::PathFor(path).c_str()))
+    if (isBeside(path))
+        return;
+    std::string const folder = RecoveryFolder::PathFor(path);
+    if (Zyl2Util::FileExists(folder.c_str()))
         RecoveryFolder::Open(path).Remove();
 }
 

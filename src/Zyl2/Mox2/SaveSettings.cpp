@@ -57,7 +57,7 @@ Zyl2Wvf::BlockEncoder const& encoderOfEnvironment()
         return Zyl2Wvf::ZlibEncoder();
     Zyl2Wvf::BlockEncoder const* const found = Zyl2Wvf::FindEncoder(name);
     if (found == nullptr)
-        refuseEncoder(std::string(encoderVariable) + " asks for \"" + std::string(name) + '"');
+        refuseEncoder(Exception::sentence(encoderVariable, " asks for \"", name, "\""));
     return *found;
 }
 
@@ -68,10 +68,10 @@ Zyl2Wvf::BlockEncoder const& chosenEncoder(Encoder encoder)
     std::string_view const name = nameOf(encoder);
     Zyl2Wvf::BlockEncoder const* const found = Zyl2Wvf::FindEncoder(name);
     if (found == nullptr && name.empty())
-        refuseEncoder("the host asks for an encoder that has no name: " +
-                      std::to_string(static_cast<int>(encoder)));
+        refuseEncoder(Exception::sentence("the host asks for an encoder that has no name: ",
+                                          static_cast<int>(encoder)));
     if (found == nullptr)
-        refuseEncoder("the host asks for \"" + std::string(name) + '"');
+        refuseEncoder(Exception::sentence("the host asks for \"", name, "\""));
     return *found;
 }
 
@@ -88,8 +88,7 @@ unsigned int threadsOfEnvironment()
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), threads);
     bool const isNumber = error == std::errc() && end == text.data() + text.size();
     if (!text.empty() && (!isNumber || threads > mostThreads))
-        refuseThreads(std::string(threadsVariable) + " asks for \"" + std::string(text) +
-                      "\" threads");
+        refuseThreads(Exception::sentence(threadsVariable, " asks for \"", text, "\" threads"));
     return threads;
 }
 
@@ -98,7 +97,7 @@ unsigned int chosenThreads(int threads)
     if (threads < 0)
         return threadsOfEnvironment();
     if (static_cast<unsigned int>(threads) > mostThreads)
-        refuseThreads("the host asks for " + std::to_string(threads) + " threads");
+        refuseThreads(Exception::sentence("the host asks for ", threads, " threads"));
     return static_cast<unsigned int>(threads);
 }
 
@@ -126,7 +125,7 @@ bool chosenRecoverable(int recoverable)
         return recoverable != 0;
     std::string_view const text = environment(recoverableVariable);
     if (!text.empty() && text != "0" && text != "1")
-        refuseRecoverable(std::string(recoverableVariable) + " is \"" + std::string(text) + '"');
+        refuseRecoverable(Exception::sentence(recoverableVariable, " is \"", text, "\""));
     return text == "1";
 }
 

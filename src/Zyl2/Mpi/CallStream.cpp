@@ -46,6 +46,9 @@ enum class AttributeType : std::uint8_t
     Long = 14
 };
 
+/// The place of `float` in the library's list of types of properties.
+constexpr std::uint8_t NumberProperty = 1;
+
 // The parts of each call in their order, for the one who writes as for the one who reads.
 
 template <typename StreamT, typename CallT>
@@ -241,18 +244,11 @@ private:
 
     void passProperty(Mox2::NodeProperties& properties, Mox2::PropertyType type)
     {
-        switch (take<std::uint8_t>()) {
-        case 0:
-            return properties.set(type, take<int>());
-        case 1:
-            return properties.set(type, take<float>());
-        case 2:
-            return properties.set(type, take<std::string>());
-        case 3:
-            return properties.set(type, take<std::vector<int>>());
-        default:
-            return properties.set(type, take<std::vector<float>>());
-        }
+        // Properties of other types are refused on the rank that says them.
+        if (take<std::uint8_t>() == NumberProperty)
+            properties.set(type, take<float>());
+        else
+            properties.set(type, take<std::vector<float>>());
     }
 
     Inbox& from_;

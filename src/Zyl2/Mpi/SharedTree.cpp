@@ -127,9 +127,11 @@ unsigned int SharedTree::addShape(NodeCall const& call, unsigned int parent)
 void SharedTree::stateAttributes(unsigned int id, NodeCall const& call, bool isNew)
 {
     Mox2::AttributeMap attributes;
-    for (auto const& [name, value] : call.attributes.map())
-        if (isNews(id, subjectOf(name), bytesOf(value), true) && !isNew)
+    for (auto const& [name, value] : call.attributes.map()) {
+        bool const isSaidFirst = isNews(id, subjectOf(name), bytesOf(value), true);
+        if (isSaidFirst && !isNew)
             attributes[name] = value;
+    }
     if (attributes.empty())
         return;
     model_.setNodeData(id, NodeProperties(), Attributes(attributes));

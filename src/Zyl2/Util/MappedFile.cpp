@@ -17,8 +17,6 @@ MappedFile::~MappedFile()
 
 int MappedFile::Grow(std::size_t size) noexcept
 {
-    if (size <= size_)
-        return 0;
     int error = EINTR;
     while (error == EINTR)
         error = posix_fallocate(descriptor_, static_cast<off_t>(size_),

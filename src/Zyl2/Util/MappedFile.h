@@ -16,7 +16,7 @@ public:
     MappedFile(MappedFile const&) = delete;
     MappedFile& operator=(MappedFile const&) = delete;
 
-    /// Gives the file `size` bytes, not fewer than it has, and reserves room for them: touching
+    /// Gives the file `size` bytes, more than it has, and reserves room for them: touching
     /// them never fails for lack of it. What it held stays, and may be elsewhere in memory. \return
     /// 0, or the number of the system's error; nothing changes then
     int Grow(std::size_t size) noexcept;

@@ -19,8 +19,7 @@ ShuffleFunction* FastestShuffle()
 void ShuffleColumns(ShuffleInput const& input, std::size_t rows, std::size_t width,
                     void* destination)
 {
-    static ShuffleFunction* const shuffle = FastestShuffle();
-    shuffle(input, rows, width, destination);
+    FastestShuffle()(input, rows, width, destination);
 }
 
 template <typename T>

@@ -56,11 +56,10 @@ template <typename From>
 Verdict<From> ConvertContiguousRun(unsigned char const* from, std::size_t count, unsigned char* to)
 {
 #if defined(__x86_64__)
-    static auto* const convert = CpuHasAvx2() ? ConvertWithAvx2<From> : ConvertWithBaseline<From>;
-    return convert(from, count, to);
-#else
-    return ConvertWithBaseline<From>(from, count, to);
+    if (CpuHasAvx2())
+        return ConvertWithAvx2<From>(from, count, to);
 #endif
+    return ConvertWithBaseline<From>(from, count, to);
 }
 
 template <typename From>
@@ -149,8 +148,6 @@ bool AreStoredAsFloats(StridedValues const& values)
 
 bool ShuffleStrided(StridedValues const& values, void* destination)
 {
-    if (values.rows == 0 || values.width == 0)
-        return true;
     auto* const planes = static_cast<unsigned char*>(destination);
     return WithElement(values.element, [&](auto type) {
         using From = decltype(type);
@@ -162,8 +159,6 @@ bool ShuffleStrided(StridedValues const& values, void* destination)
 void ShufflePiece(StridedValues const& piece, std::size_t firstRow, std::size_t rows,
                   void* destination)
 {
-    if (piece.rows == 0 || piece.width == 0)
-        return;
     auto* const place = static_cast<unsigned char*>(destination) + firstRow;
     WithElement(piece.element,
                 [&](auto type) { ShuffleIntoTable<decltype(type)>(piece, rows, place); });

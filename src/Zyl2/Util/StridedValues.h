@@ -34,13 +34,14 @@ bool AreStoredAsFloats(StridedValues const& values);
 
 /// Does what `ShuffleColumns` does with the same values as 4-byte ones in row order, without such
 /// an array: doubles become the nearest floats, integers unsigned ones.
+/// \param values      of at least one row and one column
 /// \param destination rows x width x 4 bytes, apart from the values
 /// \return whether all values can be stored; where `FindMisfit` finds one that can't, what is at
 ///         the destination means nothing
 bool ShuffleStrided(StridedValues const& values, void* destination);
 
 /// Puts some rows to their places among those of a larger table.
-/// \param piece       without a misfit
+/// \param piece       of at least one row and one column, without a misfit
 /// \param firstRow    number of the piece's first row in the table
 /// \param rows        rows of the table
 /// \param destination rows x width x 4 bytes: the whole table, shuffled

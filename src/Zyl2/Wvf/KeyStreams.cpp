@@ -120,7 +120,9 @@ std::size_t KeyStreams::GetSlotWithRoom(Key& key, std::uint64_t size)
     // Content that is too large for any block is refused by the block itself.
     bool const fitsIntoEmptyBlock = size <= Block::MaximumLength;
     bool const fitsHere = fitsIntoEmptyBlock && length + size <= Block::MaximumLength;
-    return fitsHere || !fitsIntoEmptyBlock ? slot : AddBlock(std::string(key.name_));
+    if (fitsHere || !fitsIntoEmptyBlock)
+        return slot;
+    return AddBlock(std::string(key.name_));
 }
 
 } // namespace Zyl2Wvf

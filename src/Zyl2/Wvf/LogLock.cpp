@@ -51,7 +51,9 @@ LogLock* firstLock = nullptr;
 
 std::string LogHolder::GetText() const
 {
-    return process == 0 ? std::string() : " by process " + std::to_string(process);
+    if (process == 0)
+        return {};
+    return " by process " + std::to_string(process);
 }
 
 LogLock::LogLock(int log) : descriptor_(log)

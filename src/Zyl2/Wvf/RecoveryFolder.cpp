@@ -33,7 +33,9 @@ std::string Resolved(std::string const& path)
 {
     std::unique_ptr<char, void (*)(void*)> const resolved(realpath(path.c_str(), nullptr),
                                                           std::free);
-    return resolved == nullptr ? path : resolved.get();
+    if (resolved == nullptr)
+        return path;
+    return resolved.get();
 }
 
 [[noreturn]] void RaiseNotOpened(std::string const& path, char const* reason)

@@ -29,7 +29,9 @@ std::int64_t now()
 /// What was asked for, or what the environment says at this moment.
 std::uint32_t blockSizeOf(SaveSettings const& settings)
 {
-    return settings.blockSize ? *settings.blockSize : Zyl2Wvf::BlockSizeLimiter().limit;
+    if (settings.blockSize)
+        return *settings.blockSize;
+    return Zyl2Wvf::BlockSizeLimiter().limit;
 }
 
 } // namespace

@@ -140,10 +140,8 @@ void Replay::repeat(CallOfRun const& call)
 
 void Replay::repeat(CallOfRun const& call, CallKind kind, ByteReader& from)
 {
-    if (kind == CallKind::AddArray)
-        return addArray(call, ArrayCall(from));
     // What a call did before it failed for want of memory is not known, and was not asked for.
-    if (call.outcome == Outcome::Failed)
+    if (call.outcome == Outcome::Failed && kind != CallKind::AddArray)
         return;
     switch (kind) {
     case CallKind::AddNode: {
@@ -169,7 +167,7 @@ void Replay::repeat(CallOfRun const& call, CallKind kind, ByteReader& from)
         return update(command, call);
     }
     case CallKind::AddArray:
-        break;
+        return addArray(call, ArrayCall(from));
     }
     throw DamagedRecord();
 }

@@ -2,10 +2,12 @@
 #include "TemporaryFile.h"
 #include "Zyl2/Log/Statement.h"
 #include "Zyl2/Wvf/WvFile.h"
+#include "support/EnvironmentVariable.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -101,6 +103,19 @@ TEST(Logging, TheBuiltInLogSystemDiscardsBothForms)
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(record.str(), "text");
+}
+
+TEST(Logging, WarningsAreShownWhereTheEnvironmentAsksForThem)
+{
+    // It is asked once, here by a process of its own.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    Support::EnvironmentVariable const asked("MOXWRITER_WARNINGS", "1");
+    auto const warnAndLeave = [] {
+        warn("Zyl2/Some/Source", "f()", 1, "Node ", 7, " is empty");
+        std::exit(0);
+    };
+    EXPECT_EXIT(warnAndLeave(), testing::ExitedWithCode(0),
+                "^moxwriter: warning: Node 7 is empty\n$");
 }
 
 } // namespace

@@ -32,8 +32,8 @@ private:
 };
 
 /// Ends the process as if it had been killed: nothing is destroyed or flushed. In a build that
-/// counts which lines are reached, what it has counted is kept: half a file of counts is worse than
-/// none, so a process that may be killed, or whose files may not grow, must not call it.
+/// counts which lines are reached, what it has counted is kept, unless its files may not grow: half
+/// a file of counts is worse than none, so a process that may be killed must not call it.
 [[noreturn]] void leave(int status);
 
 /// Lets a process of its own do something that would get in the way of other tests.

@@ -56,8 +56,10 @@ Attributes attributesOf(Dice& dice)
     // What can't be stored ends a call half-way.
     if (dice.below(12) == 0)
         attributes.set("curve", std::vector<bool>{true, false});
-    if (dice.below(20) == 0)
-        attributes.set("wide", std::vector<std::wstring>{L"a", L"\u00e4"});
+    if (dice.below(20) == 0) {
+        attributes.set("texts", std::vector<std::string>{"a", ""});
+        attributes.set("wide", std::vector<std::wstring>{L"a", L"", L"\u00e4"});
+    }
     return attributes;
 }
 

@@ -13,6 +13,7 @@
 #include "support/Wanted.h"
 #include "support/WritingRecord.h"
 
+#include "Zyl2/Wvf/LogLock.h"
 #include "Zyl2/Wvf/RecoveryLog.h"
 
 #include <Zyl2/Exception/Exception.h>
@@ -32,6 +33,7 @@
 #include <sstream>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -218,6 +220,33 @@ TEST_F(RecoveryTest, WithoutItNothingIsBesideTheFile)
     addSteps(model, 2);
     EXPECT_FALSE(fs::exists(beside));
     EXPECT_FALSE(model.checkpoint());
+}
+
+TEST_F(RecoveryTest, ARunWhosePathIsWideIsRecoverableAndOneWithoutAFileIsNot)
+{
+    Model wide;
+    wide.saveTo(std::wstring(path.begin(), path.end()), recoverable());
+    EXPECT_TRUE(fs::exists(logPath()));
+    Model none;
+    none.saveTo("", recoverable());
+    addSteps(none, 2);
+    EXPECT_FALSE(none.checkpoint());
+}
+
+TEST_F(RecoveryTest, WhoeverComesSecondToALogIsTurnedAway)
+{
+    using Zyl2Wvf::LogLock;
+    std::array<int, 2> logs{};
+    for (int& log : logs)
+        log = ::open(folder.File("log").c_str(), O_RDWR | O_CREAT, 0666);
+    LogLock const first(logs[0]);
+    LogLock const second(logs[1]);
+    EXPECT_FALSE(first.Take());
+    ASSERT_TRUE(second.Take());
+    // The system does not name a process to itself.
+    EXPECT_EQ(second.Take()->GetText(), "");
+    EXPECT_TRUE(LogLock::HolderOf(logs[1]));
+    EXPECT_FALSE(LogLock::HolderOf(logs[0]));
 }
 
 TEST_F(RecoveryTest, TheEnvironmentDecidesWhereTheHostLeavesItOpen)
@@ -1365,6 +1394,13 @@ std::vector<Forgery> forgeries()
     auto const set = [](LogType type, std::size_t number, std::size_t at, auto value) {
         return [=](Records& log) { setIn(log[placeOf(log, type, number)], at, value); };
     };
+    constexpr char const* lost = "the values of call 3 of 12 are damaged";
+    constexpr std::size_t offset = 8;
+    constexpr std::size_t size = 16;
+    constexpr std::size_t content = 20;
+    auto const lengthen = [](std::size_t at) {
+        return [at](Records& log) { ++log[placeOf(log, LogType::BlockSaved)].payload[at]; };
+    };
     constexpr std::size_t name = 5;
     constexpr std::size_t element = name + sizeof(std::uint32_t) + 7 + sizeof(std::uint32_t);
     constexpr std::size_t rows = element + 1;
@@ -1385,7 +1421,20 @@ std::vector<Forgery> forgeries()
         {"a shorter end",
          [](Records& log) { log[placeOf(log, LogType::End, 1)].payload.pop_back(); }},
         {"a slot that there is not", set(LogType::BlockSaved, 0, 0, std::uint64_t(77))},
-        {"a block of too much content", set(LogType::BlockSaved, 0, 20, ~std::uint32_t(0))},
+        {"a block of too much content", set(LogType::BlockSaved, 0, content, ~std::uint32_t(0))},
+        {"content that ends before the values",
+         set(LogType::BlockSaved, 0, content, std::uint32_t(100)), lost},
+        {"content longer than the stream's", lengthen(content), lost},
+        {"a stream that ends before its file's bytes", lengthen(size), lost},
+        {"a stream shorter than its length", set(LogType::BlockSaved, 0, size, std::uint32_t(3)),
+         lost},
+        {"a stream beyond the file", set(LogType::BlockSaved, 0, offset, std::uint64_t(1) << 40U),
+         lost},
+        {"no values", set(LogType::Filled, 0, 8, std::uint64_t(0)), lost},
+        {"values beyond their file", set(LogType::Filled, 9, 8, std::uint64_t(1) << 30U),
+         "the values of call 12 of 12 are damaged"},
+        {"a file that there is not", set(LogType::BlockBegun, 3, 8, std::uint64_t(77)),
+         "the values of call 12 of 12 are damaged"},
         {"a call of no kind", set(LogType::Call, 1, 0, std::uint8_t(77))},
         {"a name beyond the record", set(LogType::Call, array, name, ~std::uint32_t(0))},
         {"elements that are not stored", set(LogType::Call, array, element, std::uint8_t(77))},
@@ -1410,14 +1459,20 @@ TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
     std::string const log = ReadFile(logPath());
     std::string const header = log.substr(0, HeaderLength);
     std::string const output = folder.File("b.mox");
+    auto const told = [&] {
+        std::string damage;
+        std::string const refusal =
+            detailOf([&] { damage = InterruptedRun(path).writeTo(output).damage; });
+        return damage.empty() ? refusal : damage;
+    };
     WriteFile(logPath(), logOf(header, recordsOf(log)));
-    EXPECT_EQ(detailOf([&] { InterruptedRun(path).writeTo(output); }), "nothing");
+    EXPECT_EQ(told(), "nothing");
     for (Forgery const& forgery : forgeries()) {
         SCOPED_TRACE(forgery.what);
         ForgedRecords records = recordsOf(log);
         forgery.forge(records);
         WriteFile(logPath(), logOf(header, records));
-        EXPECT_EQ(detailOf([&] { InterruptedRun(path).writeTo(output); }), forgery.sentence);
+        EXPECT_EQ(told(), forgery.sentence);
     }
 }
 

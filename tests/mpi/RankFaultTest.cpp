@@ -115,18 +115,28 @@ TEST_F(RankFaultTest, AValueThatDoesNotFitIsRefusedOnItsRank)
 {
     if (!ranks_.areMine())
         return;
-    PartitionedModel model(ranks_.comm(), index(), twoPerFile());
-    model.addNode(NodeType::RootGroup, "Wave");
-    unsigned int const bar = model.addNode(NodeType::Shape, "Bar");
-    std::vector<double> const values = {1, ranks_.rank() == 1 ? 1e300 : 2};
-    std::string sentence;
-    try {
-        model.addArrayProperty("Large", DatasetType::Result10, values, bar, Step());
-    } catch (Zyl2::Exception::OverflowError const& error) {
-        sentence = Zyl2::Exception::detail(error);
-    }
-    EXPECT_EQ(sentence.find("row 1, column 0 holds 1"), ranks_.rank() == 1 ? 0 : std::string::npos);
-    EXPECT_EQ(failureOf([&] { model.close(); }).find("Rank 1: Overflow error"), 0U);
+    auto const expectRefusal = [&](DatasetType type, auto value, std::string const& range) {
+        PartitionedModel model(ranks_.comm(), index(), twoPerFile());
+        model.addNode(NodeType::RootGroup, "Wave");
+        unsigned int const bar = model.addNode(NodeType::Shape, "Bar");
+        std::vector<decltype(value)> const values = {1, ranks_.rank() == 1 ? value : 2};
+        std::string sentence;
+        try {
+            model.addArrayProperty("Large", type, values, bar, Step());
+        } catch (Zyl2::Exception::OverflowError const& error) {
+            sentence = Zyl2::Exception::detail(error);
+        }
+        EXPECT_EQ(sentence, ranks_.rank() == 1 ? "row 1, column 0 holds " + std::to_string(value) +
+                                                     ", which is beyond the range of " + range
+                                               : "");
+        EXPECT_EQ(failureOf([&] { model.close(); }).find("Rank 1: Overflow error"), 0U);
+    };
+    expectRefusal(DatasetType::Result10, 1e300, "a float");
+    std::string const range = "0 to 4294967295";
+    expectRefusal(DatasetType::NodeIds, -1, range);
+    expectRefusal(DatasetType::NodeIds, -1L, range);
+    expectRefusal(DatasetType::NodeIds, 4294967296L, range);
+    expectRefusal(DatasetType::NodeIds, 4294967296UL, range);
 }
 
 TEST_F(RankFaultTest, AnExceptionOfOneHostEndsTheOthersStep)

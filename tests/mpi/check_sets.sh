@@ -32,6 +32,11 @@ expect "wave.1.mox:" "$mox" info --parts wave.moxs
 [[ $("$mox" dump wave.moxs '#10' 'Node Ids' | tail -n 1) == 65 ]] || fail "values of the last rank are not found"
 expect 'several nodes have the path "Wave/Parts/Bar"' "$mox" dump wave.moxs Wave/Parts/Bar 'Node Ids'
 
+# A model that outlives MPI can't ask the other ranks whether it is whole.
+said=$("$@" -np 2 "$host" late late.moxs)
+[[ $(grep -c "^MPI is not initialised$" <<<"$said") == 4 ]] || fail "without MPI a rank says: $said"
+expect '"late.0.mox" of ranks 0 to 1 is incomplete' "$mox" verify late.moxs
+
 # Joined, it is what one rank writes alone, however many ranks there are and share a file.
 "$host" serial serial.mox
 mkdir every

@@ -3,6 +3,9 @@
 //   host INDEX RANKS_PER_FILE          writes the pieces of a bar
 //   host INDEX RANKS_PER_FILE CALL     the same; rank CALL % ranks is killed at call CALL / ranks
 //   host serial OUT                    writes the whole bar without any ranks
+//   host late INDEX                    the same as the first, but MPI ends before the model does;
+//   says
+//                                      why there is none before MPI begins and behind its end
 //   host every FOLDER                  for 1, 2, 4, 8 ranks, as far as there are as many, and 1, 2
 //   and all
 //                                      of them in a file: COUNT.RANKS_PER_FILE.moxs in the folder
@@ -47,6 +50,30 @@ void writePieces(MPI_Comm comm, std::string const& path, int ranksPerFile, int k
     model.close();
 }
 
+void tellOfRefusal(std::string const& path)
+{
+    try {
+        Zyl2::Mpi::PartitionedModel const model(MPI_COMM_WORLD, path);
+        std::printf("there is a model without MPI\n");
+    } catch (Zyl2::Exception::InvalidObjectState const& error) {
+        std::printf("%s\n", Zyl2::Exception::detail(error));
+    }
+}
+
+void writeAcrossTheEnd(std::string const& path)
+{
+    tellOfRefusal(path);
+    MPI_Init(nullptr, nullptr);
+    int rank = 0;
+    int size = 0;
+    MPI_Comm_rank(MPI_COMM_WORLD, &rank);
+    MPI_Comm_size(MPI_COMM_WORLD, &size);
+    Zyl2::Mpi::PartitionedModel model(MPI_COMM_WORLD, path);
+    writePiece(model, Piece(rank, size));
+    MPI_Finalize();
+    tellOfRefusal(path);
+}
+
 void writeEvery(std::string const& folder)
 {
     int size = 0;
@@ -69,6 +96,10 @@ int main(int argc, char** argv)
 {
     if (argc == 3 && std::strcmp(argv[1], "serial") == 0) {
         writeWhole(argv[2]);
+        return 0;
+    }
+    if (argc == 3 && std::strcmp(argv[1], "late") == 0) {
+        writeAcrossTheEnd(argv[2]);
         return 0;
     }
     if (argc != 3 && argc != 4)

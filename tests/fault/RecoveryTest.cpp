@@ -400,6 +400,8 @@ TEST_F(RecoveryTest, ARunThatGoesOnIsLeftAlone)
                      "(complete up to step \"2\", and 2 arrays of step \"3\")\n");
     EXPECT_EQ(detailOf([&] { InterruptedRun const run(path); }),
               "Unable to recover | the file is still being written");
+    InterruptedRun::removeRemains(path);
+    EXPECT_TRUE(fs::exists(logPath()));
     model.close();
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile(3));
 }
@@ -860,6 +862,8 @@ TEST_F(RecoveryTest, OtherVersionsAndWhatIsNoLogAreToldOfAndKept)
                                     "library reads version 1\n");
     WriteFile(logPath(), "something else");
     EXPECT_EQ(recover().err, path + ": Unable to recover: the recovery log is not one\n");
+    WriteFile(logPath(), std::string(100, '\0'));
+    EXPECT_EQ(recover().err, path + ": Unable to recover: the run had not begun to write\n");
     EXPECT_TRUE(fs::exists(beside + "/block-1"));
 }
 

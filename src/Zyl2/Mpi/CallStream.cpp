@@ -35,14 +35,14 @@ namespace Mpi {
 
 namespace {
 
-/// The types that a model stores, in the order of the library's list.
+/// The types that a model stores, in the order of the library's list. A double is narrowed to a
+/// float when it is set.
 enum class AttributeType : std::uint8_t
 {
     Float = 0,
     Int = 2,
     UnsignedInt = 4,
     Text = 6,
-    Double = 10,
     Long = 14
 };
 
@@ -234,8 +234,6 @@ private:
             return attributes.set(name, take<unsigned int>());
         case AttributeType::Text:
             return attributes.set(name, take<std::string>());
-        case AttributeType::Double:
-            return attributes.set(name, take<double>());
         case AttributeType::Long:
             return attributes.set(name, take<long>());
         }

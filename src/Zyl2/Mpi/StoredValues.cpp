@@ -106,8 +106,6 @@ Element storedElement(ArrayView const& values)
 void visitStored(ArrayView const& values,
                  std::function<void(void const* bytes, std::size_t count)> const& visit)
 {
-    if (values.rows() == 0 || values.columns() == 0)
-        return;
     if (areStoredAsTheyAre(values))
         return visit(values.data(), values.rows() * values.columns() * StoredSize);
     switch (values.element()) {

@@ -13,6 +13,7 @@ namespace Mpi {
 Mox2::ArrayView::Element storedElement(Mox2::ArrayView const& values);
 
 /// Hands over the values as they are stored, row after row, in pieces of whole rows.
+/// \param values of at least one row and one column
 /// \throws Exception::OverflowError a value has no place among the stored ones, as for
 ///         `Mox2::Model::addArrayProperty`; pieces before it were handed over
 void visitStored(Mox2::ArrayView const& values,

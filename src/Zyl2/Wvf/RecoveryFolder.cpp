@@ -137,14 +137,9 @@ RecoveryFolder::RecoveryFolder(std::string path, int descriptor)
     : path_(std::move(path)), descriptor_(descriptor)
 {}
 
-RecoveryFolder::RecoveryFolder(RecoveryFolder&& other) noexcept
-    : path_(std::move(other.path_)), descriptor_(std::exchange(other.descriptor_, -1))
-{}
-
 RecoveryFolder::~RecoveryFolder()
 {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
+    ::close(descriptor_);
 }
 
 int RecoveryFolder::MakeFile(std::string const& name) const noexcept

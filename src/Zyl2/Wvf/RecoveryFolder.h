@@ -32,8 +32,6 @@ public:
     ///         refuses
     static RecoveryFolder Open(std::string const& modelFile);
 
-    RecoveryFolder(RecoveryFolder&& other) noexcept;
-    RecoveryFolder& operator=(RecoveryFolder&&) = delete;
     RecoveryFolder(RecoveryFolder const&) = delete;
     RecoveryFolder& operator=(RecoveryFolder const&) = delete;
     ~RecoveryFolder();

@@ -201,6 +201,20 @@ TEST_F(CompressionThreadsTest, CompressWhatIsLeftWhenTheModelIsClosed)
     EXPECT_NO_THROW(MoxRead::verify(path));
 }
 
+TEST_F(CompressionThreadsTest, TakeABlockFromTheCallThatFillsIt)
+{
+    std::ptrdiff_t const before = threadCount();
+    ArrayByArray host(path, withThreads(1, 65536));
+    // Three of them fill a block.
+    for (int array = 0; array < 2; ++array)
+        host.add(5500);
+    EXPECT_EQ(threadCount(), before);
+    host.add(5500);
+    EXPECT_GT(threadCount(), before);
+    host.model.close();
+    EXPECT_NO_THROW(MoxRead::verify(path));
+}
+
 TEST_F(CompressionThreadsTest, AreNotStartedUnlessTheyAreAskedFor)
 {
     std::ptrdiff_t const before = threadCount();

@@ -263,11 +263,17 @@ void BlockSaver::FlushFrozen(BlockSizeLimiter& limiter, std::FILE* stream)
         if (item.IsFrozen() || !Has(item.transformations, BlockTransformationType::Freeze) ||
             slots_.GetContentLength(slot) < limiter.limit)
             continue;
-        // Whatever comes behind a block that a thread has is saved later, too.
-        if (slots_.GetItem(GetFirstUnsavedSlot()).state == State::BeingCompressed)
-            return;
-        if (GetFirstUnsavedSlot() < slot)
+        std::size_t const first = GetFirstUnsavedSlot();
+        bool const isBehindAThread = slots_.GetItem(first).state == State::BeingCompressed;
+        if (first < slot && !isBehindAThread)
             raise(IndexSites::SavedOutOfOrder);
+        // A call that fills a block does not wait until that is compressed.
+        if (item.IsOpen() && Has(item.transformations, BlockTransformationType::Compress) &&
+            CompressElsewhere(slot))
+            continue;
+        // Whatever comes behind a block that a thread has is saved later, too.
+        if (isBehindAThread)
+            return;
         SaveEarly(slot, stream);
     }
 }

@@ -98,7 +98,11 @@ std::FILE* streamOn(int descriptor)
 {
     cookie_io_functions_t const device{nullptr, writeToDevice, seekOnDevice, closeDevice};
     auto* const cookie = reinterpret_cast<void*>(static_cast<std::intptr_t>(descriptor));
-    return ::fopencookie(cookie, "w", device);
+    std::FILE* const stream = ::fopencookie(cookie, "w", device);
+    // For calls that take the descriptor of a stream; the C library gives such a stream none.
+    if (stream != nullptr)
+        stream->_fileno = descriptor;
+    return stream;
 }
 
 bool callFails()

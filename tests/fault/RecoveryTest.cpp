@@ -1205,7 +1205,7 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
 
 TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
 {
-    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 6);
+    std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 15);
     std::uint32_t const first = wanted("MOXWRITER_DAMAGED_SEED", std::random_device()());
     std::cout << "first seed: " << first << '\n';
     int full = 0;

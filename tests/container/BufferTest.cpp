@@ -194,4 +194,20 @@ TEST(Buffer, MovesLeaveNothingBehind)
     }
 }
 
+TEST(Buffer, WhatIsBorrowedNeitherGrowsNorShrinksNorIsGivenBack)
+{
+    for (std::size_t const size : {std::size_t(10), 2 * Buffer::LargeSize}) {
+        std::vector<unsigned char> owner(size);
+        Buffer borrowed = Buffer::Borrow(owner.data(), size);
+        FillFrom(borrowed, 0);
+        EXPECT_TRUE(borrowed.Grow(size));
+        EXPECT_FALSE(borrowed.Grow(size + 1));
+        borrowed.Shrink(1);
+        borrowed.PreferHugePages();
+        EXPECT_EQ(borrowed.GetData(), owner.data());
+        EXPECT_EQ(borrowed.GetSize(), size);
+        EXPECT_TRUE(HasMarks(borrowed, size));
+    }
+}
+
 } // namespace

@@ -126,4 +126,21 @@ TEST(Exception, TheThrownOneCanBeKeptAndThrownAgain)
         {7, "Saving the buffer failed", "f()", "Zyl2/Some/Source", 5});
 }
 
+TEST(Exception, ASentenceHasAsManyDigitsAsTellANumberFromItsNeighbours)
+{
+    EXPECT_EQ(sentence("holds ", 0.1), "holds 0.1");
+    EXPECT_EQ(sentence(0.1F), "0.10000000149011612");
+    EXPECT_EQ(sentence(1e300, " and ", -2), "1e+300 and -2");
+}
+
+TEST(Exception, ADetailIsKeptOnceItIsThere)
+{
+    FileWriteException const failure;
+    attachDetail(failure, "");
+    EXPECT_EQ(std::string(detail(failure)), "");
+    attachDetail(failure, "the first");
+    attachDetail(failure, "the second");
+    EXPECT_EQ(std::string(detail(failure)), "the first");
+}
+
 } // namespace

@@ -19,8 +19,8 @@ enum class Place
     ThreadStart,
     /// Room in a file: `posix_fallocate`, and files that are made (`openat`).
     Reservation,
-    /// What is asked of files by their names and descriptors: `rename`, `ftruncate`, `pwrite`,
-    /// `fsync`, `fdatasync`.
+    /// What is asked of files by their names and descriptors: `rename`, `ftruncate`, `pread`,
+    /// `pwrite`, `fsync`, `fdatasync`.
     File
 };
 

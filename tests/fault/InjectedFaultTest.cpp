@@ -11,6 +11,7 @@
 #include "support/WritingRecord.h"
 
 #include <Zyl2/Log/Logging.h>
+#include <Zyl2/Mox2/Model.h>
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,7 @@
 #include <filesystem>
 #include <string>
 #include <tuple>
+#include <vector>
 
 namespace Fault {
 
@@ -286,6 +288,30 @@ TEST(ManyBlocksTest, AThreadThatCantBeStartedIsTold)
     Zyl2::Log::setActiveLogSystem(previous);
     EXPECT_EQ(log.withoutAny, 1);
     EXPECT_EQ(log.withOne, 1);
+}
+
+TEST(ManyBlocksTest, WhereNoThreadCanBeStartedAtTheEndTheFileIsTheSame)
+{
+    using namespace Zyl2::Mox2;
+    Support::TemporaryFolder const folder;
+    auto const written = [&](std::string const& path, Place place) {
+        SaverOptions options;
+        options.threads = 2;
+        Model model;
+        model.saveTo(path, options);
+        model.addNode(NodeType::RootGroup, "root");
+        unsigned int const shape = model.addNode(NodeType::Shape, "shape");
+        // Far from a block that is full, and yet worth a thread.
+        model.addArrayProperty("array", DatasetType::Result10, std::vector<float>(20000, 0.5F),
+                               shape, Step());
+        Injection const injection(place, 0, Repeat::FromThenOn);
+        AtWork const atWork;
+        model.close();
+        EXPECT_EQ(injection.hasStruck(), place == Place::ThreadStart);
+        return Support::withoutWritingRecord(path);
+    };
+    EXPECT_TRUE(written(folder.File("a.mox"), Place::ThreadStart) ==
+                written(folder.File("b.mox"), Place::None));
 }
 
 TEST(ManyBlocksTest, TheScenariosNeedIndexBlocks)

@@ -34,6 +34,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -183,6 +184,16 @@ void waitUntilThere(std::string const& file)
 {
     for (int look = 0; look < 20000 && !fs::exists(file); ++look)
         ::usleep(100);
+}
+
+bool areAlike(std::string const& left, std::string const& right)
+{
+    Mox::DiffArguments arguments;
+    arguments.left = left;
+    arguments.right = right;
+    std::ostringstream out;
+    std::ostringstream err;
+    return Mox::diffFiles(arguments, out, err) == 0;
 }
 
 template <typename Action>
@@ -470,6 +481,44 @@ TEST_F(RecoveryTest, WhatCanNotBeLookedAtIsNotTakenForRemains)
     EXPECT_TRUE(Support::withoutWritingRecord(path) == wholeFile());
 }
 
+TEST_F(RecoveryTest, AFolderThatCanNotBeOpenedIsNotLeftBehind)
+{
+    EXPECT_EQ(inChild([&] {
+                  int const next = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+                  ::close(next);
+                  rlimit before{};
+                  ::getrlimit(RLIMIT_NOFILE, &before);
+                  rlimit const tooFew{static_cast<rlim_t>(next), before.rlim_max};
+                  ::setrlimit(RLIMIT_NOFILE, &tooFew);
+                  std::string told = detailOf([&] { Model().saveTo(path, recoverable()); });
+                  ::setrlimit(RLIMIT_NOFILE, &before);
+                  return told;
+              }),
+              "Unable to open file \"" + beside + "\" | Too many open files");
+    EXPECT_FALSE(fs::exists(beside));
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(RecoveryTest, WhatSomebodyElseHasLeftIsRecoveredToAnotherPlace)
+{
+    leaveRun();
+    ::chmod(logPath().c_str(), 0444);
+    ::chmod(fs::path(path).parent_path().c_str(), 0777);
+    std::string const output = folder.File("b.mox");
+    EXPECT_EQ(inChild([&] {
+                  // To root, nothing is somebody else's.
+                  constexpr uid_t nobody = 65534;
+                  uid_t const self = ::geteuid();
+                  if (self == 0 && ::seteuid(nobody) != 0)
+                      return std::string("nobody else");
+                  std::string told = detailOf([&] { InterruptedRun(path).writeTo(output); });
+                  static_cast<void>(::seteuid(self) == 0);
+                  return told;
+              }),
+              "nothing");
+    EXPECT_TRUE(Support::withoutWritingRecord(output) == wholeFile());
+}
+
 TEST_F(RecoveryTest, APathWithAZeroByteIsRefusedAndTouchesNothing)
 {
     leaveRun();
@@ -561,23 +610,32 @@ TEST_F(RecoveryTest, AnOutputIsNotTheFileItself)
 
 TEST_F(RecoveryTest, AForkedProcessAddsNothingAndRemovesNothing)
 {
-    Model model;
-    model.saveTo(path, recoverable());
-    addSteps(model, 2);
-    EXPECT_EQ(inChild([&] {
-                  std::string told = detailOf([&] { model.addNode(NodeType::Group, "child's"); });
-                  told += "; " + detailOf([&] { model.close(); });
-                  Model const taken(std::move(model));
-                  return told;
-              }),
-              "Unable to write to file | the file belongs to the process that this one was forked "
-              "from; Unable to write to file | the file belongs to the process that this one was "
-              "forked from");
-    model.setCurrentNodeId(3);
-    model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(9), 3, Step());
-    EXPECT_TRUE(fs::exists(logPath()));
-    model.close();
-    EXPECT_NO_THROW(MoxRead::verify(path));
+    SaverOptions threadsAlone = recoverable(1024, 2);
+    threadsAlone.recoverable = 0;
+    for (SaverOptions const& options : {recoverable(), recoverable(1024, 2), threadsAlone}) {
+        SCOPED_TRACE(std::to_string(options.threads) +
+                     " threads, recoverable: " + std::to_string(options.recoverable));
+        auto const add = [](Model& model) {
+            model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(9), 3, Step());
+        };
+        Model model;
+        model.saveTo(path, options);
+        addSteps(model, 2);
+        EXPECT_EQ(inChild([&] {
+                      std::string told = detailOf([&] { add(model); });
+                      told += "; " + detailOf([&] { model.close(); });
+                      Model const taken(std::move(model));
+                      return told;
+                  }),
+                  "Unable to write to file | the file belongs to the process that this one was "
+                  "forked from; Unable to write to file | the file belongs to the process that "
+                  "this one was forked from");
+        add(model);
+        EXPECT_EQ(fs::exists(logPath()), options.recoverable == 1);
+        model.close();
+        EXPECT_NO_THROW(MoxRead::verify(path));
+        fs::remove(path);
+    }
 }
 
 TEST_F(RecoveryTest, NamesMayHaveAnyBytesAndFoldersMayMove)
@@ -1203,6 +1261,71 @@ TEST_F(RecoveryTest, WhateverFailsWhatCameBeforeAndAfterCanBeRecovered)
     }
 }
 
+TEST_F(RecoveryTest, ACallThatFindsNoMemoryAtAnyMomentIsInNobodysWay)
+{
+    struct Case
+    {
+        char const* what;
+        unsigned int arraysBefore;
+        int threads;
+        std::function<void(Model&)> call;
+    };
+    auto const addArray = [](Model& model) {
+        model.addArrayProperty("more", DatasetType::Result10, valuesOfStep(7), 3U, Step("2"));
+    };
+    std::vector<Case> const cases{{"values in a new block", 0, 0, addArray},
+                                  {"values that fill a block", 2, 0, addArray},
+                                  {"values that fill a block for a thread", 2, 1, addArray},
+                                  {"a row of nodes", 1, 0, [](Model& model) {
+                                       model.addAssemblyComponents({"/root/a/b", "/root/a/b/c"});
+                                   }}};
+    std::string const left = folder.File("left.mox");
+    std::string const output = folder.File("output.mox");
+    std::array<std::string, 2> const expected{folder.File("without.mox"), folder.File("with.mox")};
+    for (Case const& one : cases) {
+        SCOPED_TRACE(one.what);
+        SaverOptions options = recoverable(1024, one.threads);
+        options.overwrite = true;
+        auto const begin = [&](Model& model, std::string const& to) {
+            model.saveTo(to, options);
+            addSteps(model, 1, one.arraysBefore);
+        };
+        for (std::size_t calls = 0; calls < expected.size(); ++calls) {
+            Model model;
+            begin(model, expected[calls]);
+            if (calls != 0)
+                one.call(model);
+            model.close();
+        }
+        bool hasStruck = true;
+        for (std::size_t ordinal = 0; hasStruck && !HasFailure(); ordinal += Support::stride(13)) {
+            SCOPED_TRACE("allocation " + std::to_string(ordinal));
+            Model model;
+            begin(model, path);
+            std::string told;
+            {
+                Injection const injection(Place::Allocation, ordinal, Repeat::Once);
+                told = detailOf([&] {
+                    AtWork const atWork;
+                    one.call(model);
+                });
+                hasStruck = injection.hasStruck();
+            }
+            copyRun(path, left);
+            RunProgress const progress = InterruptedRun(left).writeTo(output);
+            EXPECT_EQ(progress.damage, "");
+            EXPECT_TRUE(areAlike(output, expected[0]) || areAlike(output, expected[1])) << told;
+            EXPECT_EQ(InterruptedRun::writeOutlineOf(left, output).datasets, progress.datasets);
+            std::string const later = detailOf([&] { model.addNode(NodeType::Group, "later"); });
+            EXPECT_TRUE(later == "nothing" ||
+                        later.find("added some of its nodes") != std::string::npos)
+                << later;
+            // Where that call was refused, nothing follows.
+            detailOf([&] { model.close(); });
+        }
+    }
+}
+
 TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
 {
     std::uint32_t const disks = wanted("MOXWRITER_FULL_DISKS", 30, 15);
@@ -1415,12 +1538,20 @@ std::vector<Forgery> forgeries()
         {"values of no call", repeat(LogType::Filled, 0, LogType::End, array)},
         {"values twice", repeat(LogType::Filled, 0, LogType::Filled, 0)},
         {"values before any block", remove(LogType::BlockBegun, 0)},
+        {"values before the first block",
+         [](Records& log) {
+             setIn(log[placeOf(log, LogType::BlockBegun)], 16, std::uint64_t(4));
+             setIn(log[placeOf(log, LogType::Filled)], 0, std::uint64_t(4));
+         },
+         lost},
         {"values before their block", set(LogType::Filled, 4, 0, std::uint64_t(0))},
         {"values before earlier ones", set(LogType::Filled, 1, 0, std::uint64_t(4))},
         {"values off their places", set(LogType::Filled, 1, 0, std::uint64_t(401))},
         {"an end of nothing", repeat(LogType::End, 1, LogType::End, 1)},
         {"an end that there is not", set(LogType::End, 1, 0, std::uint32_t(3))},
         {"nodes that there are not", set(LogType::End, 1, 4, std::uint32_t(9))},
+        {"a node that was not added, and what is added to it",
+         set(LogType::End, 1, 0, std::uint32_t(2))},
         {"a longer end", [](Records& log) { log[placeOf(log, LogType::End, 1)].payload += '\0'; }},
         {"a shorter end",
          [](Records& log) { log[placeOf(log, LogType::End, 1)].payload.pop_back(); }},
@@ -1471,6 +1602,11 @@ TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
     };
     WriteFile(logPath(), logOf(header, recordsOf(log)));
     EXPECT_EQ(told(), "nothing");
+    std::string notEmpty = logOf(header, recordsOf(log));
+    std::size_t const end = notEmpty.size() - 1024;
+    notEmpty.back() = 'x';
+    WriteFile(logPath(), notEmpty);
+    EXPECT_EQ(told(), "the recovery log is damaged at byte " + std::to_string(end));
     for (Forgery const& forgery : forgeries()) {
         SCOPED_TRACE(forgery.what);
         ForgedRecords records = recordsOf(log);

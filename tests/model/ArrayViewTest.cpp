@@ -410,6 +410,8 @@ TEST(ModelMoveTest, TakesTheFileAlongAndLeavesAnEmptyModel)
         Support::expectThrown<Zyl2::Exception::InvalidObjectState>(
             [&] { model.addNode(NodeType::Group, ""); }, // NOLINT(bugprone-use-after-move)
             {17, "File not open.", "", "Zyl2/Mox2/Database", 114});
+        Model& same = other;
+        other = std::move(same);
         add(other);
         Support::Folder const folder;
         std::string const path = folder.path("closed.mox").string();

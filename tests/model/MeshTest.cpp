@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <functional>
@@ -236,7 +237,7 @@ TEST_F(MeshTest, NumbersOfNoNodeAreRefusedAsTheyAreCounted)
         "mesh \"M\": 9 is no order of nodes");
 }
 
-TEST_F(MeshTest, ElementsThatAProgramHasNoOrderForAreRefused)
+TEST_F(MeshTest, ElementsThatAProgramHasNoOrderForAreRefusedAndNoOthers)
 {
     using Types = std::vector<ElementType>;
     struct Program
@@ -245,7 +246,9 @@ TEST_F(MeshTest, ElementsThatAProgramHasNoOrderForAreRefused)
         std::string name;
         Types unknown;
     };
+    constexpr unsigned int typeCount = 22;
     std::vector<Program> const programs = {
+        {NodeOrder::Vtk, "VTK", {}},
         {NodeOrder::Abaqus,
          "Abaqus",
          {ElementType::Line4, ElementType::Triangle7, ElementType::Pyramid13,
@@ -257,18 +260,21 @@ TEST_F(MeshTest, ElementsThatAProgramHasNoOrderForAreRefused)
          "CGNS",
          {ElementType::Triangle7, ElementType::Pyramid19, ElementType::Hexahedron24}}};
     for (auto const& [order, name, unknown] : programs) {
-        Mesh m = mesh(NodeNumbering::FromZero, order);
-        m.setNodes(coordinates());
-        for (ElementType const type : unknown) {
+        for (unsigned int number = 0; number < typeCount; ++number) {
+            auto const type = static_cast<ElementType>(number);
+            Mesh m = mesh(NodeNumbering::FromZero, order);
+            m.setNodes(coordinates());
             Ids const nodes(nodesOf(type));
+            std::string refusal;
             try {
                 m.setElements({Elements(type, ArrayView::table(nodes, nodes.size()))});
-                ADD_FAILURE() << name << " has element " << static_cast<unsigned int>(type);
             } catch (Zyl2::Exception::InvalidArguments const& failure) {
-                EXPECT_EQ(std::string(Zyl2::Exception::detail(failure))
-                              .rfind("mesh \"M\": " + name + " has no ", 0),
-                          0U);
+                refusal = Zyl2::Exception::detail(failure);
             }
+            bool const isUnknown = std::count(unknown.begin(), unknown.end(), type) != 0;
+            EXPECT_EQ(refusal.substr(0, refusal.find(" has no ")),
+                      isUnknown ? "mesh \"M\": " + name : "")
+                << name << ", element " << number;
         }
     }
 }

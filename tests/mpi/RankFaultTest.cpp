@@ -490,3 +490,45 @@ TEST_F(RankFaultTest, AnyFaultAnywhereReachesAllRanksWithTheNextCollectiveCall)
         std::printf("of %d runs, %d lacked memory, %d could not write, %d had a bad argument\n",
                     count, found[0], found[1], found[2]);
 }
+
+TEST_F(RankFaultTest, ARankWithoutMemoryAtAnyMomentOfACollectiveCallTellsAll)
+{
+    if (!ranks_.areMine())
+        return;
+    std::string const path = index();
+    PartitionedOptions const options = twoPerFile();
+    bool const isVictim = ranks_.rank() == 0;
+    Attributes state;
+    state.set("State", "begun");
+    for (bool const isOpening : {true, false}) {
+        int told = 4;
+        for (long others = 0; told != 0 && !HasFailure(); ++others) {
+            SCOPED_TRACE((isOpening ? "opening, allocation " : "step, allocation ") +
+                         std::to_string(others));
+            alarm(30);
+            std::string failure;
+            try {
+                failAllocationAfter(isVictim && isOpening ? others : -1);
+                PartitionedModel model(ranks_.comm(), path, options);
+                failAllocationAfter(-1);
+                unsigned int const root = model.addNode(NodeType::RootGroup, "Wave");
+                model.setNodeData(root, NodeProperties(), state);
+                failAllocationAfter(isVictim && !isOpening ? others : -1);
+                model.step();
+                failAllocationAfter(-1);
+                model.close();
+            } catch (std::exception const& error) {
+                failAllocationAfter(-1);
+                failure = error.what();
+            }
+            int const isTold = failure.empty() ? 0 : 1;
+            MPI_Allreduce(&isTold, &told, 1, MPI_INT, MPI_SUM, ranks_.comm());
+            EXPECT_TRUE(told == 0 || told == 4) << told << " ranks know";
+            if (!isVictim && told != 0) {
+                EXPECT_EQ(failure.find("Rank 0: "), 0U) << failure;
+            }
+            // Otherwise nothing was made to fail.
+            EXPECT_TRUE(told != 0 || others > 3);
+        }
+    }
+}

@@ -73,9 +73,12 @@ public:
     void Convert(TablePart const& part, unsigned char* to) override
     {
         unsigned char const* const first = PlaceOf(values_, part.firstRow, part.firstColumn);
-        if (contiguous_ && part.columns == values_.width) {
-            verdict_ |= ConvertContiguousRun<From>(first, part.rows * part.columns, to);
-            return;
+        // Those that are stored as they are don't come here when they lie one behind the other.
+        if constexpr (!std::is_same_v<From, Stored<From>>) {
+            if (contiguous_ && part.columns == values_.width) {
+                verdict_ |= ConvertContiguousRun<From>(first, part.rows * part.columns, to);
+                return;
+            }
         }
         for (std::size_t column = 0; column < part.columns; ++column)
             verdict_ |= ConvertRun<From>(

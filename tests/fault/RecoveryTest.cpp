@@ -1607,6 +1607,8 @@ TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
     notEmpty.back() = 'x';
     WriteFile(logPath(), notEmpty);
     EXPECT_EQ(told(), "the recovery log is damaged at byte " + std::to_string(end));
+    WriteFile(logPath(), notEmpty.substr(0, end + 5));
+    EXPECT_EQ(told(), "the recovery log is cut off at byte " + std::to_string(end + 5));
     for (Forgery const& forgery : forgeries()) {
         SCOPED_TRACE(forgery.what);
         ForgedRecords records = recordsOf(log);

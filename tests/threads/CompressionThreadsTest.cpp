@@ -212,6 +212,7 @@ TEST_F(CompressionThreadsTest, TakeABlockFromTheCallThatFillsIt)
     host.add(5500);
     EXPECT_GT(threadCount(), before);
     host.model.close();
+    EXPECT_TRUE(comesDownTo(before));
     EXPECT_NO_THROW(MoxRead::verify(path));
 }
 

@@ -421,9 +421,9 @@ TEST_F(RecoveryTest, WhatIsBesideTheFileTakesNoMoreRoomThanIsPromised)
 {
     constexpr std::uint64_t kibibyte = 1024;
     std::vector<float> const values(300000, 0.5F);
-    // A block has one of these arrays, or small ones before it, and its file an eighth more.
-    std::uint64_t const file =
-        (values.size() * sizeof(float) + 64 * kibibyte) * 9 / 8 + 64 * kibibyte;
+    // A block is full when it has one of these arrays, with small ones before it or without.
+    std::uint64_t const fullBlock = values.size() * sizeof(float) + 64 * kibibyte;
+    std::uint64_t const page = 4 * kibibyte;
     for (int const threads : {0, 2}) {
         SCOPED_TRACE(threads);
         std::uint64_t mostOfBlocks = 0;
@@ -438,11 +438,11 @@ TEST_F(RecoveryTest, WhatIsBesideTheFileTakesNoMoreRoomThanIsPromised)
             model.addArrayProperty("array", DatasetType::Result10,
                                    call < 15 || call % 100 == 0 ? values : valuesOfStep(call),
                                    shape, Step(std::to_string(call)));
-            EXPECT_LE(roomOf(logPath()), 64 * kibibyte + call * kibibyte);
+            EXPECT_LE(roomOf(logPath()), page + call * kibibyte);
             mostOfBlocks = std::max(mostOfBlocks, roomOf(beside) - roomOf(logPath()));
         }
         std::cout << mostOfBlocks << " bytes of blocks, " << roomOf(logPath()) << " of the log\n";
-        EXPECT_LE(mostOfBlocks, static_cast<unsigned int>(threads + 2) * file);
+        EXPECT_LE(mostOfBlocks, static_cast<unsigned int>(threads + 2) * (fullBlock + page));
         model.close();
     }
 }
@@ -1336,8 +1336,8 @@ TEST_F(RecoveryTest, WhereverTheDiskIsFullWhatCameBeforeAndAfterCanBeRecovered)
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
         FaultyRun run(seed, fs::path(path).parent_path());
-        // The smallest log takes 64 KiB, and so does the first block.
-        full += run.fillDisk(60000 + random() % (random() % 2 == 0 ? 150000 : 600000)) ? 1 : 0;
+        // The smallest log takes 4 KiB, and so does the first block.
+        full += run.fillDisk(4000 + random() % (random() % 2 == 0 ? 60000 : 600000)) ? 1 : 0;
     }
     std::cout << full << " of " << disks << " disks were full\n";
     EXPECT_GT(full, 0);

@@ -19,9 +19,10 @@ public:
     /// Sees to it that the block has kept room for `size` bytes more.
     /// \param slot     the block's
     /// \param position of the block's first byte in the stream of its key
+    /// \param limit    bytes from which on the block counts as full
     /// \throws FileWriteException there is no room; the block is unchanged
-    virtual void MakeRoom(Block& block, std::size_t slot, std::uint64_t position,
-                          std::size_t size) = 0;
+    virtual void MakeRoom(Block& block, std::size_t slot, std::uint64_t position, std::size_t size,
+                          std::uint32_t limit) = 0;
 
     /// The room that was made is filled from `position` of the key's stream on.
     /// \throws FileWriteException that can't be noted

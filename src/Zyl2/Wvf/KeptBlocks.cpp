@@ -28,8 +28,9 @@ namespace {
 namespace Sites = Zyl2::Exception::Sites::Recovery;
 using Type = RecoveryLog::Type;
 
-constexpr std::size_t SmallestRoom = 65536;
-constexpr std::size_t LargestRoom = 16777216;
+/// What files take of a disk comes in pages.
+constexpr std::size_t SmallestGrowth = 4096;
+constexpr std::size_t LargestGrowth = 16777216;
 
 [[noreturn]] void RaiseNotWritten(char const* what, int error)
 {
@@ -53,6 +54,19 @@ int OpenForLock(RecoveryFolder const& folder)
     if (log < 0)
         RaiseNotWritten("no recovery log", errno);
     return log;
+}
+
+constexpr std::size_t RoundUp(std::size_t size, std::size_t step)
+{
+    return (size + step - 1) / step * step;
+}
+
+/// More than is needed, so that a block grows in few steps; but a full block gets nothing more.
+std::size_t RoomFor(std::size_t needed, std::size_t limit)
+{
+    std::size_t const generous =
+        RoundUp(needed, std::clamp(needed / 8, SmallestGrowth, LargestGrowth));
+    return std::min(generous, RoundUp(std::max(needed, limit + 1), SmallestGrowth));
 }
 
 /// Not 0, and another one for each run.
@@ -96,7 +110,8 @@ void KeptBlocks::Mark(std::FILE* stream)
     log_->SetFileNumber(number);
 }
 
-void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position, std::size_t size)
+void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position, std::size_t size,
+                          std::uint32_t limit)
 {
     std::uint32_t const length = block.GetLength();
     // The block refuses what is too long for it.
@@ -110,8 +125,7 @@ void KeptBlocks::MakeRoom(Block& block, std::size_t slot, std::uint64_t position
     // A block that would be filled to its last byte asks for more.
     std::size_t const needed = std::size_t(length) + size + 1;
     if (needed > file.GetSize()) {
-        std::size_t const step = std::clamp(needed / 8, SmallestRoom, LargestRoom);
-        int const error = file.Grow((needed + step - 1) / step * step);
+        int const error = file.Grow(RoomFor(needed, limit));
         if (error != 0)
             RaiseNotWritten("no room for a block beside the model file", error);
     }

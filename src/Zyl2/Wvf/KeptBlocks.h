@@ -31,8 +31,8 @@ public:
     KeptBlocks(KeptBlocks const&) = delete;
     KeptBlocks& operator=(KeptBlocks const&) = delete;
 
-    void MakeRoom(Block& block, std::size_t slot, std::uint64_t position,
-                  std::size_t size) override;
+    void MakeRoom(Block& block, std::size_t slot, std::uint64_t position, std::size_t size,
+                  std::uint32_t limit) override;
     void NoteFilled(std::uint64_t position, unsigned char const* bytes, std::size_t size) override;
     void NoteSaved(std::size_t slot, std::uint64_t offset, std::uint32_t size,
                    std::uint32_t contentLength, std::FILE* stream) override;

@@ -42,7 +42,7 @@ unsigned char* KeyStreams::PutInPlace(Key& key, std::size_t size)
     Block& block = slots_.GetBlock(slot);
     BlockSizeLimiter const& limiter = *Find(key);
     if (limiter.keeper != nullptr)
-        limiter.keeper->MakeRoom(block, slot, limiter.lengthBeforeLast, size);
+        limiter.keeper->MakeRoom(block, slot, limiter.lengthBeforeLast, size, limiter.limit);
     return block.Extend(size);
 }
 

@@ -32,7 +32,7 @@ constexpr std::size_t ChecksumAt = 12;
 constexpr std::size_t EndRecordLength = RecoveryLog::RecordHeaderLength + RecoveryLog::EndLength;
 /// What a call notes of its values and of the block that they go to.
 constexpr std::size_t RoomForCall = 256;
-constexpr std::size_t SmallestStep = 65536;
+constexpr std::size_t SmallestStep = 4096;
 constexpr std::size_t LargestStep = 1048576;
 
 } // namespace

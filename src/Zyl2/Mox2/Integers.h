@@ -38,19 +38,15 @@ void forEachOf(ArrayView const& view, TakeT const& take)
 template <typename TakeT>
 void forEachInteger(ArrayView const& view, TakeT const& take)
 {
-    switch (view.element()) {
-    case ArrayView::Element::Int32:
-        return forEachOf<std::int32_t>(view, take);
-    case ArrayView::Element::UInt32:
-        return forEachOf<std::uint32_t>(view, take);
-    case ArrayView::Element::Int64:
-        return forEachOf<std::int64_t>(view, take);
-    case ArrayView::Element::UInt64:
-        return forEachOf<std::uint64_t>(view, take);
-    case ArrayView::Element::Float32:
-    case ArrayView::Element::Float64:
-        break;
-    }
+    ArrayView::Element const element = view.element();
+    if (element == ArrayView::Element::Int32)
+        forEachOf<std::int32_t>(view, take);
+    else if (element == ArrayView::Element::UInt32)
+        forEachOf<std::uint32_t>(view, take);
+    else if (element == ArrayView::Element::Int64)
+        forEachOf<std::int64_t>(view, take);
+    else if (element == ArrayView::Element::UInt64)
+        forEachOf<std::uint64_t>(view, take);
 }
 
 } // namespace Mox2

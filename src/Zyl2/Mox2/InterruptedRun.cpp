@@ -65,21 +65,19 @@ public:
     {
         struct stat status
         {};
-        if (::fstat(descriptor_, &status) != 0)
-            refuse("the recovery log can't be read");
+        demandRead(::fstat(descriptor_, &status) == 0);
         if (!S_ISREG(status.st_mode))
             Exception::raise(Sites::NotRecovered, "the recovery log is not a file");
         std::vector<unsigned char> bytes(static_cast<std::size_t>(status.st_size));
         std::size_t at = 0;
-        while (at < bytes.size()) {
-            ssize_t const got =
+        // Nothing comes where the file was cut off meanwhile.
+        for (ssize_t got = 1; got != 0 && at < bytes.size();) {
+            got =
                 ::pread(descriptor_, bytes.data() + at, bytes.size() - at, static_cast<off_t>(at));
-            if (got < 0 && errno != EINTR)
-                refuse("the recovery log can't be read");
-            if (got == 0)
-                bytes.resize(at);
+            demandRead(got >= 0 || errno == EINTR);
             at += got > 0 ? static_cast<std::size_t>(got) : 0;
         }
+        bytes.resize(at);
         return bytes;
     }
 
@@ -106,21 +104,23 @@ private:
         // recovered to another place.
         if (descriptor < 0 && (errno == EACCES || errno == EROFS))
             descriptor = folder.OpenFile(RecoveryFolder::LogName, O_RDONLY);
-        if (descriptor < 0)
-            refuse("the recovery log can't be read");
+        demandRead(descriptor >= 0);
         return descriptor;
     }
 
     std::optional<LogHolder> lock() const
     {
-        std::optional<LogHolder> const holder = LogLock::HolderOf(descriptor_);
-        return holder ? holder : LogLock::Take(descriptor_);
+        std::optional<LogHolder> const holder = LogLock::Take(descriptor_);
+        // Where nothing may be written, nothing can be taken either.
+        return holder ? holder : LogLock::HolderOf(descriptor_);
     }
 
-    [[noreturn]] static void refuse(char const* what)
+    static void demandRead(bool isDone)
     {
-        Exception::raise(Sites::NotRecovered,
-                         Exception::sentence(what, ": ", std::strerror(errno)));
+        if (!isDone)
+            Exception::raise(
+                Sites::NotRecovered,
+                Exception::sentence("the recovery log can't be read: ", std::strerror(errno)));
     }
 
     int descriptor_;

@@ -67,11 +67,11 @@ Zyl2Wvf::BlockEncoder const& chosenEncoder(Encoder encoder)
         return encoderOfEnvironment();
     std::string_view const name = nameOf(encoder);
     Zyl2Wvf::BlockEncoder const* const found = Zyl2Wvf::FindEncoder(name);
-    if (found == nullptr && name.empty())
-        refuseEncoder(Exception::sentence("the host asks for an encoder that has no name: ",
-                                          static_cast<int>(encoder)));
     if (found == nullptr)
-        refuseEncoder(Exception::sentence("the host asks for \"", name, "\""));
+        refuseEncoder(name.empty()
+                          ? Exception::sentence("the host asks for an encoder that has no name: ",
+                                                static_cast<int>(encoder))
+                          : Exception::sentence("the host asks for \"", name, "\""));
     return *found;
 }
 

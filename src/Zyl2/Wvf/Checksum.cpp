@@ -2,6 +2,9 @@
 
 #include "Zyl2/Wvf/BlockEncoder.h"
 
+#include <algorithm>
+#include <array>
+
 namespace Zyl2Wvf {
 
 namespace {
@@ -9,10 +12,10 @@ namespace {
 /// zlib's takes ten times as long as the others', for a few bytes and for many.
 BlockEncoder const& FastestEncoder() noexcept
 {
-    for (BlockEncoder const* const encoder : {LibdeflateEncoder(), IsalEncoder()})
-        if (encoder != nullptr)
-            return *encoder;
-    return ZlibEncoder();
+    std::array<BlockEncoder const*, 3> const encoders{LibdeflateEncoder(), IsalEncoder(),
+                                                      &ZlibEncoder()};
+    return **std::find_if(encoders.begin(), encoders.end(),
+                          [](BlockEncoder const* encoder) { return encoder != nullptr; });
 }
 
 } // namespace

@@ -107,13 +107,13 @@ RecoveryFolder RecoveryFolder::Make(std::string const& modelFile, bool overwrite
     if (HasZeroByte(modelFile))
         RaiseNotOpened(modelFile.substr(0, modelFile.find('\0')), "the path holds a zero byte");
     std::string path = PathFor(modelFile);
-    if (::mkdir(path.c_str(), AllMayRead) != 0) {
-        if (errno != EEXIST)
-            RaiseNotOpened(path, errno);
+    bool isMade = ::mkdir(path.c_str(), AllMayRead) == 0;
+    if (!isMade && errno == EEXIST) {
         RefuseUnless(overwrite, modelFile);
-        if (::mkdir(path.c_str(), AllMayRead) != 0)
-            RaiseNotOpened(path, errno);
+        isMade = ::mkdir(path.c_str(), AllMayRead) == 0;
     }
+    if (!isMade)
+        RaiseNotOpened(path, errno);
     int const descriptor = OpenFolder(path);
     if (descriptor < 0) {
         int const error = errno;

@@ -27,9 +27,10 @@ constexpr std::uint32_t mostOfOneByte = 1032;
 bool readAt(int file, std::uint64_t offset, unsigned char* place, std::size_t count)
 {
     while (count != 0) {
-        ssize_t const got = ::pread(file, place, count, static_cast<off_t>(offset));
-        if (got < 0 && errno == EINTR)
-            continue;
+        ssize_t got = -1;
+        do
+            got = ::pread(file, place, count, static_cast<off_t>(offset));
+        while (got < 0 && errno == EINTR);
         if (got <= 0)
             return false;
         place += got;

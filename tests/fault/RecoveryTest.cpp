@@ -451,8 +451,11 @@ TEST_F(RecoveryTest, AForkedProcessThatLivesOnDoesNotPassForTheRun)
 {
     SharedNumber isRecovered;
     ASSERT_EQ(Child([&]() -> int {
+                  auto endsBefore = std::make_unique<Model>();
+                  endsBefore->saveTo(folder.File("before.mox"), recoverable());
                   Model model;
                   model.saveTo(path, recoverable());
+                  endsBefore.reset();
                   addSteps(model, 5);
                   if (::fork() == 0)
                       while (isRecovered.get() == 0)

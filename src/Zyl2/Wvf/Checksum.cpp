@@ -2,9 +2,6 @@
 
 #include "Zyl2/Wvf/BlockEncoder.h"
 
-#include <algorithm>
-#include <array>
-
 namespace Zyl2Wvf {
 
 namespace {
@@ -12,10 +9,9 @@ namespace {
 /// zlib's takes ten times as long as the others', for a few bytes and for many.
 BlockEncoder const& FastestEncoder() noexcept
 {
-    std::array<BlockEncoder const*, 3> const encoders{LibdeflateEncoder(), IsalEncoder(),
-                                                      &ZlibEncoder()};
-    return **std::find_if(encoders.begin(), encoders.end(),
-                          [](BlockEncoder const* encoder) { return encoder != nullptr; });
+    BlockEncoder const* const other =
+        LibdeflateEncoder() != nullptr ? LibdeflateEncoder() : IsalEncoder();
+    return other != nullptr ? *other : ZlibEncoder();
 }
 
 } // namespace

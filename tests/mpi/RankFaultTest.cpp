@@ -4,6 +4,7 @@
 #include "moxread/FormatError.h"
 #include "moxread/Verify.h"
 #include "support/FileSizeLimit.h"
+#include "support/ThrowSite.h"
 
 #include <gtest/gtest.h>
 
@@ -310,8 +311,12 @@ TEST_F(RankFaultTest, AModelThatWasClosedTakesNothing)
     PartitionedModel model(ranks_.comm(), index(), twoPerFile());
     model.addNode(NodeType::RootGroup, "Wave");
     model.close();
-    EXPECT_THROW(model.addNode(NodeType::Group, "More"), Zyl2::Exception::InvalidObjectState);
-    EXPECT_THROW(model.step(), Zyl2::Exception::InvalidObjectState);
+    Support::Thrown const refusal{17, "Invalid object state",
+                                  "PartitionedModel::Impl::requireUsable", "Zyl2/Mpi", 10};
+    using Zyl2::Exception::InvalidObjectState;
+    Support::expectThrown<InvalidObjectState>([&] { model.addNode(NodeType::Group, "More"); },
+                                              refusal);
+    Support::expectThrown<InvalidObjectState>([&] { model.step(); }, refusal);
 }
 
 TEST_F(RankFaultTest, AnIndexNeedsItsEnding)

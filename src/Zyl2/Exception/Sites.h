@@ -9,6 +9,10 @@
 // function may be one that a failure was known by before its code went elsewhere.
 
 namespace Zyl2 {
+namespace Mpi {
+class RankFailure;
+} // namespace Mpi
+
 namespace Exception {
 
 /// How one failure presents itself.
@@ -331,6 +335,52 @@ inline constexpr Site<OutOfBounds> NoSuchNode{nullptr, Source, 67, Update};
 inline constexpr Site<InvalidArguments> NoSuchProperty{"Invalid properties", Source, 117, Update};
 inline constexpr Site<InvalidArguments> OtherKindOfNode{"empty node", Source, 133, nullptr};
 } // namespace NodeData
+
+namespace Mpi {
+inline constexpr char const* Source = "Zyl2/Mpi";
+inline constexpr char const* Check =
+    "void Zyl2::Mpi::{anonymous}::check(const Zyl2::Mpi::PartitionedOptions&)";
+inline constexpr char const* RaiseForFile =
+    "void Zyl2::Mpi::{anonymous}::raiseForFile(const std::string&, const char*)";
+// 1 was once the line of all that a rank fails at itself.
+inline constexpr Site<Zyl2::Mpi::RankFailure> RankFailed{
+    nullptr, Source, 2,
+    "void Zyl2::Mpi::{anonymous}::raiseFailureOf(int, const Zyl2::Mpi::Communicator&, "
+    "const Zyl2::Mpi::Failure&)"};
+inline constexpr Site<InvalidObjectState> OtherCall{
+    nullptr, Source, 3,
+    "void Zyl2::Mpi::agree(const Communicator&, CollectiveCall, const Failure&)"};
+inline constexpr Site<InvalidObjectState> NotInitialized{
+    nullptr, Source, 4, "void Zyl2::Mpi::{anonymous}::requireMpi()"};
+inline constexpr Site<InvalidArguments> RanksNotCopied{
+    nullptr, Source, 5, "Zyl2::Mpi::Communicator Zyl2::Mpi::copyOf(MPI_Comm)"};
+inline constexpr Site<InvalidArguments> NegativeRanksPerFile{nullptr, Source, 6, Check};
+inline constexpr Site<InvalidArguments> OtherMessageBytes{nullptr, Source, 7, Check};
+inline constexpr Site<InvalidArguments> OtherEnding{
+    nullptr, Source, 8, "Zyl2::Mpi::Index::Index(const std::string&, int)"};
+inline constexpr Site<FileOpenException> IndexExists{
+    nullptr, Source, 9,
+    "Zyl2::Mpi::PartitionedModel::Impl::open(Zyl2::Mpi::Communicator, "
+    "const std::string&)::<lambda()>"};
+inline constexpr Site<InvalidObjectState> Closed{
+    nullptr, Source, 10, "void Zyl2::Mpi::PartitionedModel::Impl::requireUsable() const"};
+inline constexpr Site<InvalidArguments> OwnAttribute{
+    nullptr, Source, 11, "void Zyl2::Mpi::{anonymous}::refuseOwn(const Zyl2::Mox2::AttributeMap&)"};
+// A template, and yet without the type: compilers differ in how they spell it.
+inline constexpr Site<OverflowError> ValueDoesNotFit{
+    nullptr, Source, 12,
+    "Zyl2::Mpi::{anonymous}::Conversion<From>::Stored "
+    "Zyl2::Mpi::{anonymous}::Conversion<From>::stored(std::size_t, std::size_t) const"};
+inline constexpr Site<InvalidArguments> OtherRoot{
+    nullptr, Source, 13, "unsigned int Zyl2::Mpi::SharedTree::addRoot(const Zyl2::Mpi::NodeCall&)"};
+inline constexpr Site<InvalidArguments> RanksDiffer{
+    nullptr, Source, 14,
+    "void Zyl2::Mpi::SharedTree::refuse(unsigned int, const std::string&, int) const"};
+inline constexpr Site<FileWriteException> FileNotReadAgain{nullptr, Source, 15, RaiseForFile};
+inline constexpr Site<FileWriteException> IndexNotCreated{nullptr, Source, 16, RaiseForFile};
+inline constexpr Site<FileWriteException> IndexNotWritten{nullptr, Source, 17, RaiseForFile};
+inline constexpr Site<FileWriteException> IndexNotReplaced{nullptr, Source, 18, RaiseForFile};
+} // namespace Mpi
 
 } // namespace Sites
 } // namespace Exception

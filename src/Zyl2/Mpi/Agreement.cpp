@@ -2,8 +2,12 @@
 
 #include <Zyl2/Mpi/RankFailure.h>
 
+#include "Zyl2/Exception/Raise.h"
+
 namespace Zyl2 {
 namespace Mpi {
+
+namespace Sites = Exception::Sites::Mpi;
 
 namespace {
 
@@ -13,8 +17,8 @@ namespace {
     MPI_Bcast(&failure.code, 1, MPI_INT, rank, all.get());
     MPI_Bcast(failure.sentence.data(), static_cast<int>(failure.sentence.size()), MPI_CHAR, rank,
               all.get());
-    boost::throw_exception(RankFailure(rank, failure.code, failure.sentence.data()),
-                           boost::source_location("Zyl2/Mpi", 2, BOOST_CURRENT_FUNCTION));
+    Exception::raise(RankFailure(rank, failure.code, failure.sentence.data()),
+                     Sites::RankFailed.source, Sites::RankFailed.line, Sites::RankFailed.function);
 }
 
 } // namespace
@@ -31,8 +35,7 @@ void agree(Communicator const& all, CollectiveCall call, Failure const& own)
     if (lowest[0] != size)
         raiseFailureOf(lowest[0], all, own);
     if (lowest[1] != -lowest[2])
-        raise<Exception::InvalidObjectState>(BOOST_CURRENT_FUNCTION,
-                                             "some ranks make another collective call than others");
+        raise(Sites::OtherCall, "some ranks make another collective call than others");
 }
 
 bool areAlike(Communicator const& all, std::uint64_t number)

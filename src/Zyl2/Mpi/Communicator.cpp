@@ -1,9 +1,11 @@
 #include "Zyl2/Mpi/Communicator.h"
 
-#include "Zyl2/Mpi/Failure.h"
+#include "Zyl2/Exception/Raise.h"
 
 namespace Zyl2 {
 namespace Mpi {
+
+namespace Sites = Exception::Sites::Mpi;
 
 Communicator::~Communicator()
 {
@@ -32,7 +34,7 @@ Communicator copyOf(MPI_Comm comm)
 {
     MPI_Comm copy = MPI_COMM_NULL;
     if (MPI_Comm_dup(comm, &copy) != MPI_SUCCESS)
-        raise<Exception::InvalidArguments>(BOOST_CURRENT_FUNCTION, "MPI can't copy the ranks");
+        raise(Sites::RanksNotCopied, "MPI can't copy the ranks");
     // A host may have asked for errors to be returned, as Python does. Half of a message is of no
     // use, and whoever waits for the rest of it would wait for ever.
     MPI_Comm_set_errhandler(copy, MPI_ERRORS_ARE_FATAL);

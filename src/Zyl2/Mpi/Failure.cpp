@@ -1,5 +1,7 @@
 #include "Zyl2/Mpi/Failure.h"
 
+#include <Zyl2/Exception/Exception.h>
+
 #include <cstdio>
 #include <exception>
 #include <new>

@@ -1,14 +1,7 @@
 #ifndef ZYL2_MPI_FAILURE_H
 #define ZYL2_MPI_FAILURE_H
 
-#include <Zyl2/Exception/Exception.h>
-
 #include <array>
-#include <string>
-
-#include <boost/current_function.hpp>
-#include <boost/exception/info.hpp>
-#include <boost/throw_exception.hpp>
 
 namespace Zyl2 {
 namespace Mpi {
@@ -25,15 +18,6 @@ struct Failure
     /// Keeps a sentence, unless there is an earlier one.
     void remember(int errorCode, char const* text) noexcept;
 };
-
-/// Throws with the place that a host can ask for, and with what exactly was wrong.
-template <typename ExceptionT>
-[[noreturn]] void raise(char const* function, std::string const& detail)
-{
-    ExceptionT failure;
-    failure << Exception::Detail(detail);
-    boost::throw_exception(failure, boost::source_location("Zyl2/Mpi", 1, function));
-}
 
 } // namespace Mpi
 } // namespace Zyl2

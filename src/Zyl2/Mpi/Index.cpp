@@ -16,7 +16,7 @@
 
 #include "Zyl2/Mpi/Index.h"
 
-#include "Zyl2/Mpi/Failure.h"
+#include "Zyl2/Exception/Raise.h"
 
 #include <array>
 #include <cerrno>
@@ -28,6 +28,8 @@
 namespace Zyl2 {
 namespace Mpi {
 
+namespace Sites = Exception::Sites::Mpi;
+
 namespace {
 
 constexpr char const* Ending = ".moxs";
@@ -36,10 +38,10 @@ constexpr std::size_t RootIndexLength = 2788;
 
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-[[noreturn]] void raiseForFile(std::string const& path, char const* what)
+[[noreturn]] void raiseForFile(Exception::Site<Exception::FileWriteException> const& site,
+                               std::string const& path, char const* what)
 {
-    raise<Exception::FileWriteException>(
-        BOOST_CURRENT_FUNCTION, path + " " + what + ": " + std::generic_category().message(errno));
+    raise(site, path + " " + what + ": " + std::generic_category().message(errno));
 }
 
 std::uint32_t crc32(unsigned char const* bytes, std::size_t count)
@@ -105,7 +107,7 @@ FileState stateOf(std::string const& path)
     if (stream == nullptr || std::fseek(stream.get(), RootIndexStart, SEEK_SET) != 0 ||
         std::fread(rootIndex.data(), 1, rootIndex.size(), stream.get()) != rootIndex.size() ||
         std::fseek(stream.get(), 0, SEEK_END) != 0)
-        raiseForFile(path, "cannot be read again");
+        raiseForFile(Sites::FileNotReadAgain, path, "cannot be read again");
     return {static_cast<std::uint64_t>(std::ftell(stream.get())),
             crc32(rootIndex.data(), rootIndex.size())};
 }
@@ -114,8 +116,7 @@ Index::Index(std::string const& path, int fileCount) : path_(path), fileCount_(f
 {
     std::size_t const length = std::strlen(Ending);
     if (path.size() <= length || path.compare(path.size() - length, length, Ending) != 0)
-        raise<Exception::InvalidArguments>(BOOST_CURRENT_FUNCTION,
-                                           "the path \"" + path + "\" does not end with .moxs");
+        raise(Sites::OtherEnding, "the path \"" + path + "\" does not end with .moxs");
 }
 
 std::string Index::pathOf(int file) const
@@ -141,17 +142,17 @@ void Index::write(std::vector<int> const& fileOfRank, std::vector<FileState> con
     {
         Stream stream(std::fopen(temporary.c_str(), "wb"), std::fclose);
         if (stream == nullptr)
-            raiseForFile(temporary, "cannot be created");
+            raiseForFile(Sites::IndexNotCreated, temporary, "cannot be created");
         bool const isWritten =
             std::fwrite(content.data(), 1, content.size(), stream.get()) == content.size();
         if (std::fclose(stream.release()) != 0 || !isWritten) {
             (void)std::remove(temporary.c_str());
-            raiseForFile(temporary, "cannot be written");
+            raiseForFile(Sites::IndexNotWritten, temporary, "cannot be written");
         }
     }
     if (std::rename(temporary.c_str(), path_.c_str()) != 0) {
         (void)std::remove(temporary.c_str());
-        raiseForFile(path_, "cannot be replaced");
+        raiseForFile(Sites::IndexNotReplaced, path_, "cannot be replaced");
     }
 }
 

@@ -1,6 +1,6 @@
 #include "Zyl2/Mpi/StoredValues.h"
 
-#include "Zyl2/Mpi/Failure.h"
+#include "Zyl2/Exception/Raise.h"
 
 #include <algorithm>
 #include <array>
@@ -13,6 +13,8 @@
 
 namespace Zyl2 {
 namespace Mpi {
+
+namespace Sites = Exception::Sites::Mpi;
 
 using Mox2::ArrayView;
 using Element = ArrayView::Element;
@@ -37,12 +39,12 @@ bool fits(From value)
         return true;
 }
 
-[[noreturn]] void raiseMisfit(char const* function, std::size_t row, std::size_t column,
-                              std::string const& value, char const* range)
+[[noreturn]] void raiseMisfit(std::size_t row, std::size_t column, std::string const& value,
+                              char const* range)
 {
-    raise<Exception::OverflowError>(function, "row " + std::to_string(row) + ", column " +
-                                                  std::to_string(column) + " holds " + value +
-                                                  ", which is beyond the range of " + range);
+    raise(Sites::ValueDoesNotFit, "row " + std::to_string(row) + ", column " +
+                                      std::to_string(column) + " holds " + value +
+                                      ", which is beyond the range of " + range);
 }
 
 template <typename From>
@@ -76,7 +78,7 @@ private:
                         static_cast<std::ptrdiff_t>(column) * values_.columnStride(),
                     sizeof value);
         if (!fits(value))
-            raiseMisfit(BOOST_CURRENT_FUNCTION, row, column, std::to_string(value),
+            raiseMisfit(row, column, std::to_string(value),
                         std::is_floating_point_v<From> ? "a float" : "0 to 4294967295");
         return static_cast<Stored>(value);
     }

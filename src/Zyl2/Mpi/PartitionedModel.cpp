@@ -8,9 +8,9 @@
 #include "Zyl2/Mpi/Communicator.h"
 #include "Zyl2/Mpi/Failure.h"
 #include "Zyl2/Mpi/Inbox.h"
-#include "Zyl2/Mpi/Index.h"
 #include "Zyl2/Mpi/LocalTree.h"
 #include "Zyl2/Mpi/Outbox.h"
+#include "Zyl2/Mpi/PartitionIndex.h"
 #include "Zyl2/Mpi/RankAttributes.h"
 #include "Zyl2/Mpi/SharedTree.h"
 #include "Zyl2/Mpi/StoredValues.h"
@@ -199,7 +199,7 @@ private:
     std::string createdFile_;
     FileState state_;
     // On the first rank:
-    std::optional<Index> index_;
+    std::optional<PartitionIndex> index_;
     std::vector<int> fileOfRank_;
 };
 

@@ -1,5 +1,5 @@
-#ifndef ZYL2_MPI_INDEX_H
-#define ZYL2_MPI_INDEX_H
+#ifndef ZYL2_MPI_PARTITIONINDEX_H
+#define ZYL2_MPI_PARTITIONINDEX_H
 
 #include <cstdint>
 #include <string>
@@ -21,13 +21,13 @@ struct FileState
 FileState stateOf(std::string const& path);
 
 /// The index of the files that a model is divided among.
-class Index
+class PartitionIndex
 {
 public:
     /// \param path      of the index
     /// \param fileCount how many files there are
     /// \throws Exception::InvalidArguments the path does not end with ".moxs"
-    Index(std::string const& path, int fileCount);
+    PartitionIndex(std::string const& path, int fileCount);
 
     std::string const& path() const { return path_; }
     std::string pathOf(int file) const;

@@ -14,7 +14,7 @@
 // Ranks are pairs of a first and a last one. While the files are written, "complete" is false and
 // no file has "size" and "rootIndex".
 
-#include "Zyl2/Mpi/Index.h"
+#include "Zyl2/Mpi/PartitionIndex.h"
 
 #include "Zyl2/Exception/Raise.h"
 
@@ -112,20 +112,21 @@ FileState stateOf(std::string const& path)
             crc32(rootIndex.data(), rootIndex.size())};
 }
 
-Index::Index(std::string const& path, int fileCount) : path_(path), fileCount_(fileCount)
+PartitionIndex::PartitionIndex(std::string const& path, int fileCount)
+    : path_(path), fileCount_(fileCount)
 {
     std::size_t const length = std::strlen(Ending);
     if (path.size() <= length || path.compare(path.size() - length, length, Ending) != 0)
         raise(Sites::OtherEnding, "the path \"" + path + "\" does not end with .moxs");
 }
 
-std::string Index::pathOf(int file) const
+std::string PartitionIndex::pathOf(int file) const
 {
     return path_.substr(0, path_.rfind('/') + 1) + nameOf(file);
 }
 
 /// With as many digits as the last file needs, so that the names are sorted as the files are.
-std::string Index::nameOf(int file) const
+std::string PartitionIndex::nameOf(int file) const
 {
     std::size_t const start = path_.rfind('/') + 1;
     std::string const stem = path_.substr(start, path_.size() - start - std::strlen(Ending));
@@ -135,7 +136,8 @@ std::string Index::nameOf(int file) const
     return stem + "." + number + ".mox";
 }
 
-void Index::write(std::vector<int> const& fileOfRank, std::vector<FileState> const& states) const
+void PartitionIndex::write(std::vector<int> const& fileOfRank,
+                           std::vector<FileState> const& states) const
 {
     std::string const content = text(fileOfRank, states);
     std::string const temporary = path_ + ".part";
@@ -156,8 +158,8 @@ void Index::write(std::vector<int> const& fileOfRank, std::vector<FileState> con
     }
 }
 
-std::string Index::text(std::vector<int> const& fileOfRank,
-                        std::vector<FileState> const& states) const
+std::string PartitionIndex::text(std::vector<int> const& fileOfRank,
+                                 std::vector<FileState> const& states) const
 {
     std::string text = "{\n  \"format\": \"moxwriter partitioned model\",\n  \"version\": 1,\n"
                        "  \"complete\": ";

@@ -24,7 +24,7 @@ using Support::DefaultBlockSizeSetting;
 using Support::Hex;
 
 std::string Compressed(std::string const& content, int level = 6,
-                       BlockEncoder const& encoder = ZlibEncoder())
+                       BlockEncoder const& encoder = ZlibEncoder)
 {
     Block block;
     block.Append(content.data(), content.size());
@@ -42,16 +42,6 @@ std::string Inflated(std::string const& stream, std::size_t length)
                    stream.size()) != Z_OK)
         return "not a zlib stream";
     return content.substr(0, inflated);
-}
-
-/// Those that are there.
-std::vector<BlockEncoder const*> Encoders()
-{
-    std::vector<BlockEncoder const*> encoders{&ZlibEncoder()};
-    for (BlockEncoder const* const encoder : {LibdeflateEncoder(), IsalEncoder()})
-        if (encoder != nullptr)
-            encoders.push_back(encoder);
-    return encoders;
 }
 
 TEST(BlockEncoder, IsFoundByTheNameThatIsListed)
@@ -197,7 +187,7 @@ TEST(BlockZlibCompressor, LeavesALargeContentsBufferAndTakesTheOneForStreams)
     Block block;
     block.Append(content.data(), content.size());
     unsigned char const* const held = block.GetData();
-    BlockZlibCompressor compress(6, ZlibEncoder(), spares);
+    BlockZlibCompressor compress(6, ZlibEncoder, spares);
     compress(block);
     EXPECT_EQ(block.GetData(), room);
     EXPECT_EQ(spares.content.Take().GetData(), held);
@@ -211,7 +201,7 @@ TEST(BlockZlibCompressor, KeepsNoSmallContentsBuffer)
     SpareBuffers spares;
     Block block;
     block.Append("aaaaaaaa", 8);
-    BlockZlibCompressor compress(6, ZlibEncoder(), spares);
+    BlockZlibCompressor compress(6, ZlibEncoder, spares);
     compress(block);
     EXPECT_EQ(spares.content.Take().GetData(), nullptr);
     EXPECT_EQ(Inflated(Content(block).substr(4), 8), "aaaaaaaa");

@@ -2,8 +2,8 @@
 
 #include "moxread/WholeInflater.h"
 
-#include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace MoxRead {
 
@@ -17,17 +17,27 @@ std::string namesOf(std::vector<Inflater> const& inflaters)
     return names;
 }
 
+// In the order of their speed on blocks of results, with long matches and without.
+std::vector<std::pair<Inflater, WholeInflater>> wholeInflaters()
+{
+    return {
+#ifdef MOXWRITER_HAS_LIBDEFLATE
+        {Inflater::Libdeflate, libdeflateInflater()},
+#endif
+#ifdef MOXWRITER_HAS_ISAL
+        {Inflater::Isal, isalInflater()},
+#endif
+        {Inflater::Zlib, zlibInflater()},
+    };
+}
+
 } // namespace
 
-// In the order of their speed on blocks of results, with long matches and without.
 std::vector<Inflater> builtInflaters()
 {
     std::vector<Inflater> inflaters;
-    if (libdeflateInflater() != nullptr)
-        inflaters.push_back(Inflater::Libdeflate);
-    if (isalInflater() != nullptr)
-        inflaters.push_back(Inflater::Isal);
-    inflaters.push_back(Inflater::Zlib);
+    for (auto const& [inflater, inflate] : wholeInflaters())
+        inflaters.push_back(inflater);
     return inflaters;
 }
 
@@ -48,16 +58,11 @@ std::string nameOf(Inflater inflater)
 
 WholeInflater wholeInflaterOf(Inflater inflater)
 {
-    std::vector<Inflater> const built = builtInflaters();
-    if (inflater == Inflater::Fastest)
-        inflater = built.front();
-    if (std::find(built.begin(), built.end(), inflater) == built.end()) {
-        throw std::invalid_argument("the reader was built without " + nameOf(inflater) +
-                                    "; it has " + namesOf(built));
-    }
-    if (inflater == Inflater::Libdeflate)
-        return libdeflateInflater();
-    return inflater == Inflater::Isal ? isalInflater() : zlibInflater();
+    for (auto const& [built, inflate] : wholeInflaters())
+        if (inflater == built || inflater == Inflater::Fastest)
+            return inflate;
+    throw std::invalid_argument("the reader was built without " + nameOf(inflater) + "; it has " +
+                                namesOf(builtInflaters()));
 }
 
 } // namespace MoxRead

@@ -17,7 +17,7 @@ using WholeInflater = bool (*)(std::uint8_t const* stream, std::size_t size, std
                                std::size_t length) noexcept;
 
 WholeInflater zlibInflater() noexcept;
-/// Null where the library behind it was not found when the reader was built.
+/// Has no definition where the library behind it was not found when the reader was built.
 WholeInflater libdeflateInflater() noexcept;
 /// \copydoc libdeflateInflater
 WholeInflater isalInflater() noexcept;

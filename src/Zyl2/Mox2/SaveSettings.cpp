@@ -54,7 +54,7 @@ Zyl2Wvf::BlockEncoder const& encoderOfEnvironment()
 {
     std::string_view const name = environment(encoderVariable);
     if (name.empty())
-        return Zyl2Wvf::ZlibEncoder();
+        return Zyl2Wvf::ZlibEncoder;
     Zyl2Wvf::BlockEncoder const* const found = Zyl2Wvf::FindEncoder(name);
     if (found == nullptr)
         refuseEncoder(Exception::sentence(encoderVariable, " asks for \"", name, "\""));

@@ -2,8 +2,6 @@
 
 #include <zlib.h>
 
-#include <array>
-
 namespace Zyl2Wvf {
 
 namespace {
@@ -24,25 +22,28 @@ std::uint32_t ChecksumByZlib(std::uint32_t before, unsigned char const* bytes,
     return static_cast<std::uint32_t>(crc32_z(before, bytes, length));
 }
 
-constexpr BlockEncoder Zlib{"zlib", EncodeByZlib, ChecksumByZlib};
-
-/// Null stands for one that is missing.
-std::array<BlockEncoder const*, 3> AllEncoders() noexcept
-{
-    return {&Zlib, LibdeflateEncoder(), IsalEncoder()};
-}
-
 } // namespace
 
-BlockEncoder const& ZlibEncoder() noexcept
+BlockEncoder const ZlibEncoder{"zlib", EncodeByZlib, ChecksumByZlib};
+
+std::initializer_list<BlockEncoder const*> Encoders() noexcept
 {
-    return Zlib;
+    static constexpr std::initializer_list<BlockEncoder const*> encoders{
+        &ZlibEncoder,
+#ifdef MOXWRITER_HAS_LIBDEFLATE
+        &LibdeflateEncoder,
+#endif
+#ifdef MOXWRITER_HAS_ISAL
+        &IsalEncoder,
+#endif
+    };
+    return encoders;
 }
 
 BlockEncoder const* FindEncoder(std::string_view name) noexcept
 {
-    for (BlockEncoder const* const encoder : AllEncoders())
-        if (encoder != nullptr && name == encoder->name)
+    for (BlockEncoder const* const encoder : Encoders())
+        if (name == encoder->name)
             return encoder;
     return nullptr;
 }
@@ -50,9 +51,8 @@ BlockEncoder const* FindEncoder(std::string_view name) noexcept
 std::string NamesOfEncoders()
 {
     std::string names;
-    for (BlockEncoder const* const encoder : AllEncoders())
-        if (encoder != nullptr)
-            names += (names.empty() ? "" : ", ") + std::string(encoder->name);
+    for (BlockEncoder const* const encoder : Encoders())
+        names += (names.empty() ? "" : ", ") + std::string(encoder->name);
     return names;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,18 +31,19 @@ struct BlockEncoder
                               std::size_t length) noexcept;
 };
 
-/// The one that is always there.
-BlockEncoder const& ZlibEncoder() noexcept;
-
-/// Null when the library was built without it.
-BlockEncoder const* LibdeflateEncoder() noexcept;
+extern BlockEncoder const ZlibEncoder;
+/// Has no definition where the library behind it was not found.
+extern BlockEncoder const LibdeflateEncoder;
 /// \copydoc LibdeflateEncoder
-BlockEncoder const* IsalEncoder() noexcept;
+extern BlockEncoder const IsalEncoder;
+
+/// Those that are there, zlib first.
+std::initializer_list<BlockEncoder const*> Encoders() noexcept;
 
 /// Null when no encoder that is there has the name.
 BlockEncoder const* FindEncoder(std::string_view name) noexcept;
 
-/// Those that are there, such as "zlib, libdeflate".
+/// Of those that are there, such as "zlib, libdeflate".
 std::string NamesOfEncoders();
 
 } // namespace Zyl2Wvf

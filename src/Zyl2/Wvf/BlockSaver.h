@@ -117,7 +117,7 @@ private:
 
     SlotTable& slots_;
     LimiterMap& limiters_;
-    BlockEncoder const* encoder_ = &ZlibEncoder();
+    BlockEncoder const* encoder_ = &ZlibEncoder;
     KnownStreams* known_ = nullptr;
     BlockKeeper* keeper_ = nullptr;
     SpareBuffers spares_;

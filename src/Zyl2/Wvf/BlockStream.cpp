@@ -39,8 +39,8 @@ std::optional<std::size_t> MakeBlockStream(unsigned char const* content, std::ui
     std::size_t const capacity = CompressionBound(length);
     std::memcpy(stream, &length, PrefixLength);
     auto written = encoder.encode(source, length, target, capacity, level);
-    if (!written && &encoder != &ZlibEncoder())
-        written = ZlibEncoder().encode(source, length, target, capacity, level);
+    if (!written && &encoder != &ZlibEncoder)
+        written = ZlibEncoder.encode(source, length, target, capacity, level);
     if (!written)
         return std::nullopt;
     return PrefixLength + *written;

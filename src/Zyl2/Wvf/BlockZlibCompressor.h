@@ -16,7 +16,7 @@ class BlockZlibCompressor final : public BlockTransformation
 {
 public:
     /// \param level zlib's compression level; blocks are saved with 6
-    explicit BlockZlibCompressor(int level, BlockEncoder const& encoder = ZlibEncoder())
+    explicit BlockZlibCompressor(int level, BlockEncoder const& encoder = ZlibEncoder)
         : level_(level), encoder_(encoder)
     {}
 

@@ -83,13 +83,8 @@ std::uint32_t ChecksumByIsal(std::uint32_t before, unsigned char const* bytes,
     return crc32_gzip_refl(before, bytes, length);
 }
 
-constexpr BlockEncoder Isal{"isal", EncodeByIsal, ChecksumByIsal};
-
 } // namespace
 
-BlockEncoder const* IsalEncoder() noexcept
-{
-    return &Isal;
-}
+BlockEncoder const IsalEncoder{"isal", EncodeByIsal, ChecksumByIsal};
 
 } // namespace Zyl2Wvf

@@ -44,13 +44,8 @@ std::uint32_t ChecksumByLibdeflate(std::uint32_t before, unsigned char const* by
     return libdeflate_crc32(before, bytes, length);
 }
 
-constexpr BlockEncoder Libdeflate{"libdeflate", EncodeByLibdeflate, ChecksumByLibdeflate};
-
 } // namespace
 
-BlockEncoder const* LibdeflateEncoder() noexcept
-{
-    return &Libdeflate;
-}
+BlockEncoder const LibdeflateEncoder{"libdeflate", EncodeByLibdeflate, ChecksumByLibdeflate};
 
 } // namespace Zyl2Wvf

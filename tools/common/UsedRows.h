@@ -16,7 +16,7 @@ public:
     std::vector<std::uint32_t> const& rows() const { return rows_; }
     std::vector<std::uint32_t> takeRows() && { return std::move(rows_); }
 
-    /// For a row that is among them.
+    /// Where `row` stands among the used rows, of which it has to be one.
     std::uint32_t placeOf(std::uint32_t row) const;
 
 private:

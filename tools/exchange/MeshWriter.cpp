@@ -58,7 +58,7 @@ void fillIds(std::vector<std::int64_t> const* ids, RowSelection const& rows, uns
                                                          : (*ids)[rows[i]]);
 }
 
-/// For each node of the part, its row in the shape.
+/// For each node of the part that the shape has, its row among the nodes of the shape.
 std::vector<std::uint32_t> rowsInShape(Part const& part, RowSelection const& nodes)
 {
     std::vector<std::uint32_t> rows(part.nodeCount());

@@ -18,7 +18,7 @@ public:
     /// Whether elements that a model can't hold are left out; else they end the translation.
     bool skipUnknown = false;
 
-    /// One sentence. The same sentence is told once.
+    /// Adds a warning, which is one sentence; a sentence that was added before is not repeated.
     void warn(std::string const& sentence);
 
     /// Elements of a type that a model can't hold: raises `Error`, or counts them for a warning.

@@ -56,7 +56,7 @@ private:
     int pieces_;
     vtkNew<vtkPoints> points_;
     vtkNew<vtkCellArray> cells_;
-    /// By the ends: neighbours share their edges.
+    /// Edges that were added, by their end points: an edge that elements share is drawn once.
     std::set<std::pair<vtkIdType, vtkIdType>> known_;
 };
 

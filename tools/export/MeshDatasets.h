@@ -21,7 +21,7 @@ struct MeshDatasets
     std::uint32_t elementCount = 0;
     /// Nodes of all elements.
     std::uint32_t entryCount = 0;
-    /// Where dimension and number of nodes don't tell it; else empty.
+    /// The elements' type, where their dimension and number of nodes don't tell it; else empty.
     std::string elementType;
 
     bool hasElements() const { return connectivity != nullptr; }

@@ -2,7 +2,7 @@
 
 #include "Error.h"
 
-// Before all that includes OpenGL's own headers.
+// This header has to be included before any other that includes OpenGL's own headers.
 #include <vtk_glew.h>
 
 #include <EGL/egl.h>

@@ -110,7 +110,7 @@ Vector cross(Vector const& left, Vector const& right)
     return result;
 }
 
-/// What a direction sees of some points: from where to where along it.
+/// The least and greatest coordinate of some points along a direction.
 struct Extent
 {
     double least = 0;

@@ -38,7 +38,7 @@ private:
     struct Entry
     {
         std::string name;
-        /// By the attribute; the first dataset that has one is believed.
+        /// One for each attribute that orders steps, from the first dataset that has the attribute.
         std::array<std::optional<double>, 4> times;
     };
 

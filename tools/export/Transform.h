@@ -22,7 +22,7 @@ public:
     /// Values are not even rounded by a transform that changes nothing.
     bool isIdentity() const;
 
-    /// These change three values each.
+    /// Each of these functions changes the three values that it is given.
     void applyToPoint(float* values) const;
     void applyToVector(float* values) const;
     /// For angles about the axes, which are turned, but neither scaled nor shifted.

@@ -19,11 +19,13 @@ enum class Camera
 
 struct ViewOptions
 {
-    /// Without it, the last step.
+    /// Name of the step that is shown; by default the last one.
     std::optional<std::string> step;
-    /// Without it, Displacement, else the first field, else the shapes' own colours.
+    /// The field that is shown in colours; by default Displacement, else the first field, else
+    /// none: the shapes have their own colours.
     std::optional<std::string> field;
-    /// Without it, the length of a vector, von Mises' value of a tensor.
+    /// The component of the field; by default the length of a vector, or von Mises' value of a
+    /// tensor.
     std::optional<std::string> component;
     /// Factor of the displacements; without it, the largest one becomes a tenth of the model's
     /// size.

@@ -64,7 +64,7 @@ private:
     std::vector<Slot> slots_;
     Work work_;
     Container const& container_;
-    /// For what the threads leave to the taker.
+    /// Loads the blocks that `take` has to work on itself, because no thread has.
     BlockLoader loader_;
 
     std::mutex mutex_;

@@ -30,7 +30,7 @@ bool liesBefore(Variable const* left, Variable const* right)
     return pieceOf(left) < pieceOf(right);
 }
 
-// Whatever ends the reading, threads end with it.
+// Ends the threads that read ahead when a reading function returns or throws.
 class ReadingAhead
 {
 public:

@@ -70,7 +70,7 @@ public:
     /// file, so that every block is loaded only once. Variables of the same values are visited
     /// together, and their values read once.
     void read(Variables variables, DatasetVisitor const& visit);
-    /// The same for all of them.
+    /// Reads all variables of the model, as `read` does.
     void readAll(DatasetVisitor const& visit);
 
     /// Tells which variables `read` will be called with, in this order, one by one: threads inflate
@@ -104,7 +104,7 @@ private:
     std::vector<Node> nodes_;
     GlobalInformation globalInformation_;
     HeavyData heavy_;
-    /// Where the links of each linked variable end.
+    /// For each linked variable, the one at the end of its links, which has the values.
     std::unordered_map<Variable const*, Variable const*> targets_;
 };
 

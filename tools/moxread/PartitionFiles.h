@@ -65,7 +65,7 @@ private:
     ReadOptions options_;
     std::vector<Node> nodes_;
     std::vector<std::string> remarks_;
-    /// Where the values of each file begin.
+    /// For each file, the position of its first value among the values of all files.
     std::vector<std::uint64_t> starts_;
     /// By the position of a dataset.
     std::unordered_map<std::uint64_t, std::size_t> heavyBlocks_;

@@ -13,9 +13,9 @@ namespace MoxRead {
 /// A file that an index names.
 struct MOXREAD_EXPORT PartitionFile
 {
-    /// As the index has it.
+    /// Name as it stands in the index: relative to the folder of the index.
     std::string name;
-    /// Where it is.
+    /// Path by which the file can be opened.
     std::string path;
     /// First and last rank of those whose pieces it holds.
     std::vector<std::pair<std::uint32_t, std::uint32_t>> ranks;

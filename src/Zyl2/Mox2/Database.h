@@ -71,7 +71,7 @@ private:
     void noteClosing();
 
     bool writtenInVain_ = false;
-    /// Of the tree that was dropped last.
+    /// Seconds that calls have waited in the tree that was dropped last.
     double waitedSeconds_ = 0;
 };
 

@@ -25,15 +25,15 @@ struct DatasetLayout
 /// \return null for a value that is no dataset type
 DatasetLayout const* findDatasetLayout(DatasetType type);
 
-// What failures say of datasets; empty without memory.
+// Texts in which failures speak of datasets; empty when there is no memory for them.
 
 /// The type, and the dataset's name where that is another one: Result12 "Stress".
 std::string titleOf(DatasetType type, std::string const& name) noexcept;
 
-/// That the type is none, or that it has no name.
+/// Says that a number is no dataset type, or that the type has no default name.
 std::string lackOfName(DatasetType type) noexcept;
 
-/// That the type is none.
+/// Says that a number is no dataset type.
 std::string lackOfType(DatasetType type) noexcept;
 
 } // namespace Mox2

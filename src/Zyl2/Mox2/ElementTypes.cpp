@@ -12,7 +12,7 @@ namespace Mox2 {
 
 namespace {
 
-// By type.
+// The elements of the file, in the order of `ElementType`.
 constexpr std::array<ElementDescription, 22> descriptions{
     {{"Point1", 1, 1, "1"},
      {"Line2", 1, 2, "1 2"},
@@ -48,7 +48,7 @@ struct OtherOrder
     char const* words;
 };
 
-/// What is not as in the file.
+/// The elements whose nodes another order has in other places than the file.
 constexpr std::array<OtherOrder, 26> otherOrders{
     {{NodeOrder::Vtk, ElementType::Wedge6, "1 3 2 4 6 5"},
      {NodeOrder::Vtk, ElementType::Wedge15, "1 3 2 4 6 5 13 32 21 46 65 54 14 36 25"},

@@ -81,7 +81,7 @@ public:
         return bytes;
     }
 
-    /// Makes a record the last one.
+    /// Notes at `end` that the run is closed: what stands behind it does not count.
     void close(std::size_t end) const
     {
         std::array<unsigned char, RecoveryLog::RecordHeaderLength> record{};
@@ -168,7 +168,7 @@ bool isOfAnother(std::optional<FileMark> const& mark, LogContents const& log, St
     return mark->hasIndex ? !story.progress.isClosing : mark->number != log.fileNumber();
 }
 
-/// What is closed is of no use, and its failure is not what has to be told.
+/// Closes after another failure, which is the one to be told: a failure here is passed over.
 void closeQuietly(Database& database) noexcept
 {
     for (int attempt = 0; attempt < 2; ++attempt) {

@@ -25,7 +25,7 @@ template <typename... Parts>
     Exception::raise(site, Exception::sentence("mesh \"", mesh, "\": ", parts...));
 }
 
-/// What there are a number of.
+/// A number and what it counts, such as "1 node" or "3 nodes".
 std::string counted(std::size_t count, char const* what)
 {
     return Exception::sentence(count, " ", what, count == 1 ? "" : "s");

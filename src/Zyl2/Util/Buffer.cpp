@@ -34,7 +34,7 @@ unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size)
 #endif
 }
 
-/// From a small buffer to a mapped one.
+/// Moves the content of a small buffer, which comes from `malloc`, to mapped pages.
 unsigned char* MoveToPages(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
 {
     unsigned char* const pages = Map(size);

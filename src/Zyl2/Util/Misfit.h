@@ -14,9 +14,9 @@ struct Misfit
 {
     std::size_t row;
     std::size_t column;
-    /// As it is, in digits.
+    /// The value itself, in digits.
     std::string value;
-    /// What it is beyond, in words.
+    /// The range that the value is beyond, in words.
     char const* range;
 };
 

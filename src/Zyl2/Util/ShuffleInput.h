@@ -22,7 +22,7 @@ public:
     ValueConverter(ValueConverter const&) = delete;
     ValueConverter& operator=(ValueConverter const&) = delete;
 
-    /// Parts may overlap.
+    /// Converts a part of the table. The parts of several calls may overlap.
     /// \param to the part's rows x columns x 4 bytes, which get its values in row order
     virtual void Convert(TablePart const& part, unsigned char* to) = 0;
 

@@ -35,7 +35,7 @@ auto WithElement(StridedValues::Element element, Function const& function)
     return function(std::uint64_t());
 }
 
-/// A host's strides may put values anywhere.
+/// Reads a value that need not be aligned: a host's strides may put values anywhere.
 template <typename T>
 T LoadFrom(unsigned char const* place)
 {

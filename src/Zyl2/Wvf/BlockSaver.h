@@ -122,7 +122,7 @@ private:
     BlockKeeper* keeper_ = nullptr;
     SpareBuffers spares_;
     std::unique_ptr<CompressionThreads> threads_;
-    /// Of the file that threads compress for.
+    /// Where blocks that threads have compressed are saved; null without threads.
     std::FILE* earlyStream_ = nullptr;
     double waitedSeconds_ = 0;
     /// Slots before this one are frozen or index blocks.

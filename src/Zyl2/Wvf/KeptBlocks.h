@@ -47,11 +47,11 @@ public:
     /// The model file is open, and the log says how it is written: from here on it stays.
     void NoteBegun() { hasBegun_ = true; }
 
-    /// From here on no content is given up before the file is closed.
+    /// Notes that the file is being closed: until it is, no content is given up any more.
     /// \throws FileWriteException there is no room to note it
     void NoteClosing();
 
-    /// The file is whole and closed.
+    /// Removes the folder: the file is whole and closed.
     void Remove() noexcept;
 
     /// Waits until all is on the disk that a recovery needs.
@@ -68,9 +68,9 @@ private:
 
         Zyl2Util::MappedFile file;
         std::uint64_t number;
-        /// None while it waits for another one.
+        /// Slot of the block that the file keeps; none while the file waits for another block.
         std::optional<std::size_t> slot;
-        /// Of the block's first byte in the stream of its key.
+        /// Position of the block's first byte in the stream of its key.
         std::uint64_t position = 0;
         /// Whether what it holds was part of a checkpoint.
         bool isOnDisk = false;

@@ -16,19 +16,19 @@ struct Model
 {
     using Format = Encoder::Format;
     using Nodes = std::vector<int>;
-    /// Of all components of a row, then of the next.
+    /// Values row after row, each row with all of its components.
     using Reals = std::vector<float>;
 
     enum class Layout
     {
         OneStep,
         FilePerStep,
-        /// All of them, or the first in a file and the others in another one.
+        /// All steps in one file, or the first step in one file and the others in another.
         StepsInOneFile,
         StepsInTwoFiles
     };
 
-    /// How the files of the steps are counted.
+    /// How the numbers in the names of the files of steps are given in the case.
     enum class Numbering
     {
         Running,
@@ -36,7 +36,7 @@ struct Model
         Listed
     };
 
-    /// How the values are written that are not a number.
+    /// How undefined values (NaN in a model) are written to the files.
     enum class Gaps
     {
         None,
@@ -44,11 +44,11 @@ struct Model
         LeftOut
     };
 
-    /// Of one type. Nodes are counted from 1.
+    /// Elements of one type. Their nodes are numbered from 1.
     struct Elements
     {
         std::string type;
-        /// Of each element; of polyhedra, of each face.
+        /// The nodes of each element or, where these are polyhedra, of each face.
         std::vector<Nodes> nodes;
         /// How many faces each polyhedron has.
         Nodes faces{};
@@ -63,51 +63,51 @@ struct Model
         int number = 0;
         std::string name;
         bool isStructured = false;
-        /// Whether it is points in a file of their own.
+        /// Whether the part is the measured points, which have a file of their own.
         bool isMeasured = false;
-        /// Of a structured part.
+        /// Which kind of structured part it is, and its size in nodes along each axis; only there.
         std::string kind;
         std::array<int, 3> size{};
-        /// Of a structured part, one for each node, if there are any.
+        /// A mark for each node of a structured part with blanked nodes; else empty.
         Nodes blankingMarks;
-        /// Of a structured part, one for each cell, if there are any.
+        /// A flag for each cell of a structured part with ghost cells; else empty.
         Nodes ghostFlags;
         /// Whether a structured part is a piece of a larger one.
         bool hasRange = false;
-        /// Of a structured part.
+        /// Whether a structured part has ids where the case gives them.
         bool hasIds = false;
         std::vector<Elements> elements;
         std::size_t nodeCount = 0;
-        /// Of each step.
+        /// Coordinates of all nodes, for each step.
         std::vector<Reals> coordinates;
 
         std::size_t elementCount() const;
-        /// Of a structured part.
+        /// The nodes of each cell of a structured part.
         std::vector<Nodes> cells() const;
-        /// Whether a model gets the element.
+        /// Whether the translated model has the element.
         bool isKept(std::size_t element) const;
     };
 
     struct Variable
     {
         std::string name;
-        /// Of the real and of the imaginary part each.
+        /// How many the real part has; the imaginary part of a complex variable has as many.
         std::size_t components = 1;
         bool isComplex = false;
         bool isPerElement = false;
         bool isMeasured = false;
         Gaps gaps = Gaps::None;
         std::size_t timeSet = 0;
-        /// Of each part of each step; none where a part has none.
+        /// By step and part; empty where the variable has no values on the part.
         std::vector<std::vector<Reals>> values;
 
-        /// Of a row of values, which has the imaginary part behind the real one.
+        /// Length of a row of values; a complex one has the imaginary parts behind the real ones.
         std::size_t columns() const { return isComplex ? 2 * components : components; }
-        /// The real and the imaginary part of a complex one, with that added to its name.
+        /// A complex variable as two: `real` and `imaginary` are added to its name.
         std::vector<Variable> halves(std::string const& real, std::string const& imaginary) const;
     };
 
-    /// Of each step of a time set.
+    /// A constant of the case: one value for each step of a time set.
     struct Constant
     {
         std::string name;
@@ -120,12 +120,12 @@ struct Model
     bool isGold = true;
     Layout layout = Layout::OneStep;
     std::size_t stepCount = 1;
-    /// In which steps there is something new. The first one is of what never changes.
+    /// The steps in which each time set has new values. The first set is for what never changes.
     std::vector<std::vector<std::size_t>> timeSets = {{0}};
     Numbering numbering = Numbering::Running;
     std::size_t meshTimeSet = 0;
     bool isMeshMoving = false;
-    /// The only step whose mesh has elements, if it is only one.
+    /// Set where only this step's mesh has elements; else every step's mesh has them.
     std::optional<std::size_t> stepOfElements;
     std::string nodeIds = "off";
     std::string elementIds = "off";
@@ -137,7 +137,7 @@ struct Model
     {
         return layout == Layout::StepsInOneFile || layout == Layout::StepsInTwoFiles;
     }
-    /// Of nodes and elements of all that have ids.
+    /// The ids that are given in cases with ids of nodes, and of elements.
     static int nodeId(std::size_t row, std::size_t count);
     static int elementId(std::size_t row);
     bool hasNodeIds() const { return areIds(nodeIds); }
@@ -148,7 +148,7 @@ struct Model
         return !isGold && !part.isStructured && !part.isMeasured;
     }
 
-    /// What a message needs to tell the case.
+    /// Describes the case in a message, so that it can be told from the others.
     std::string summary() const;
 
 private:

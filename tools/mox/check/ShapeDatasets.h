@@ -24,14 +24,14 @@ struct ShapeDatasets
 
     /// 0 where there are no coordinates.
     std::uint32_t nodeCount = 0;
-    /// Not known where there is a connectivity without polylength.
+    /// Nothing where it can't be told: where a connectivity has no polylength.
     std::optional<std::uint32_t> elementCount;
 
     bool hasElements() const { return connectivity != nullptr && polylength != nullptr; }
 };
 
 bool isCoordinates(MoxRead::Variable const& variable);
-/// Not of the datasets that are laid out alike, but name elements.
+/// False for datasets that have the layout of a connectivity but name elements.
 bool isConnectivity(MoxRead::Variable const& variable);
 bool isPolylength(MoxRead::Variable const& variable);
 bool isNodeIds(MoxRead::Variable const& variable);

@@ -14,7 +14,7 @@ namespace Mox {
 struct Part
 {
     std::string path;
-    /// From 0.
+    /// Place of the file in the index, counted from 0.
     std::size_t number = 0;
     /// How many files the index names.
     std::size_t count = 0;

@@ -163,7 +163,7 @@ void replace(std::string const& file, std::string const& made)
     putOnDisk(target.has_parent_path() ? target.parent_path() : ".");
 }
 
-/// It may be incomplete because its run goes on.
+/// A file of another run is not replaced, not even an incomplete one: its run may still go on.
 void refuseTheFileOfAnother(InterruptedRun const& run, std::string const& file)
 {
     if (run.progress().isOverwritten)

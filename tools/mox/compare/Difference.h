@@ -24,7 +24,7 @@ struct Difference
     /// The text that each of the models has there; nothing where it has none.
     std::optional<std::string> left;
     std::optional<std::string> right;
-    /// For the kind "values".
+    /// How far values differ; set for differences of the kind "values" only.
     std::optional<ValueDifference> values;
     /// Names of the values' columns.
     std::vector<std::string> columns;

@@ -12,9 +12,9 @@ namespace Mox {
 struct ChildResult
 {
     pid_t id = 0;
-    /// Nothing when it was ended by a signal.
+    /// Exit status of the process; nothing when it was ended by a signal.
     std::optional<int> status;
-    /// 0 when it ended by itself.
+    /// The signal that ended the process; 0 when it ended by itself.
     int signal = 0;
 };
 

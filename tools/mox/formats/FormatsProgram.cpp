@@ -26,7 +26,7 @@ fs::path pathOfProgram(fs::path const& place)
     return !fs::exists(installed) && fs::exists(built) ? built : installed;
 }
 
-/// As they were given, the name of the program included.
+/// The arguments of this process as they were given, the name of the program included.
 std::vector<std::string> ownArguments()
 {
     std::ifstream file("/proc/self/cmdline", std::ios::binary);

@@ -18,7 +18,7 @@ using Zyl2::Mox2::PropertyType;
 
 namespace {
 
-/// What a shape has that nobody has said anything of.
+/// The material of a shape that was given none.
 MoxRead::Material usualMaterial()
 {
     MoxRead::Material material;
@@ -173,7 +173,7 @@ void ModelJoin::addShape(std::vector<Node const*> const& pieces, unsigned int pa
     }
     done_ = done;
     tell_(done_, all_);
-    // Whatever a host has hung below a piece.
+    // Nodes that a host has added below a piece are not joined.
     for (Node const* const piece : pieces)
         if (Node const* const geometry = MoxRead::geometryOf(from_, *piece))
             if (geometry->firstChild != 0)

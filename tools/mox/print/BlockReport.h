@@ -17,7 +17,7 @@ public:
     struct Block
     {
         MoxRead::Slot slot;
-        /// Without the bytes that make a reserved name out of it.
+        /// The block's key; of a reserved name, without the control byte and the blank around it.
         std::string key;
         /// Length of the content, as the block states it.
         std::uint64_t content = 0;

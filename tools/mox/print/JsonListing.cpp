@@ -17,7 +17,7 @@ using MoxRead::WritingRecord;
 
 namespace {
 
-// By the index of the alternative.
+// What listings call the type of an attribute, by the index of its value's alternative.
 constexpr std::array<char const*, 4> attributeTypes = {"uint32", "float", "string", "double"};
 
 void writeAttributes(JsonWriter& json, Attributes const& attributes)

@@ -18,7 +18,7 @@ public:
     /// \param state of a file that is not whole, in words; null for one that is
     explicit Listing(ModelContents const& contents, std::string const* state = nullptr);
 
-    /// Of the whole model, also what is known about the file.
+    /// Lists the whole model, and what is known about its file.
     void print(std::ostream& out) const;
 
 private:

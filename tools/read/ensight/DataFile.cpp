@@ -59,7 +59,7 @@ DataFile::DataFile(std::filesystem::path path, Encoding encoding)
     : path_(std::move(path)), encoding_(encoding),
       widestInteger_(encoding.isGold ? goldIntegerWidth : oldIntegerWidth), widestReal_(realWidth)
 {
-    // Whatever else can be opened may have no end.
+    // A pipe or a device can be opened, too, but reading it may never end.
     if (std::filesystem::is_regular_file(path_))
         stream_.open(path_, std::ios::binary);
     if (!stream_.is_open())

@@ -20,7 +20,7 @@ constexpr std::size_t axes = 3;
 struct ElementBlock
 {
     std::string type;
-    /// Which of the part's elements its first one is.
+    /// Number of the block's first element among the elements of the part, from 0.
     std::size_t first = 0;
     std::size_t count = 0;
 };

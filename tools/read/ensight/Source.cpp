@@ -186,7 +186,7 @@ private:
     DataFile::Encoding encoding_;
     std::size_t firstPart_ = 0;
     std::size_t step_ = 0;
-    /// Without the arrays that a model has.
+    /// What is needed to read values on the mesh; its arrays were handed over with the parts.
     Mesh mesh_;
     std::vector<std::vector<std::size_t>> fingerprints_;
     std::vector<std::size_t> coordinates_;

@@ -86,7 +86,7 @@ private:
     bool isSinglePrecision_ = false;
     std::size_t nameLength_ = MAX_STR_LENGTH;
     ex_init_params parameters_ = {};
-    /// Where the library does not find them.
+    /// Set for files whose variables of nodes the library does not find.
     std::optional<NodeVariables> nodeVariables_;
 };
 

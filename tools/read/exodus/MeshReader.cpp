@@ -13,7 +13,7 @@ namespace Exodus {
 
 namespace {
 
-/// For a node that is among them.
+/// Row of a node among the sorted ones, of which it has to be one.
 std::uint32_t rowAmong(std::vector<std::uint32_t> const& sorted, std::uint32_t node)
 {
     return static_cast<std::uint32_t>(std::lower_bound(sorted.begin(), sorted.end(), node) -

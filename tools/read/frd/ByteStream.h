@@ -47,7 +47,7 @@ public:
     /// number, or, once binary records went by and lines can't be counted, the offset in bytes.
     [[noreturn]] void fail(std::string const& message) const;
 
-    /// The same about a file that ends too early: throws `Truncated`.
+    /// As `fail`, for a file that ends too early: throws `Truncated`.
     [[noreturn]] void failAtEnd(std::string const& message) const;
 
     /// Notes what is wrong but does no harm. The same message is noted once.
@@ -56,7 +56,7 @@ public:
     /// A message with the place of the line or record taken last in front of it.
     std::string withPlace(std::string const& message) const;
 
-    /// What was noted, in the order in which it came up.
+    /// The messages that `warn` has noted, in the order in which they came up.
     std::vector<std::string> const& warnings() const { return warnings_; }
 
 private:

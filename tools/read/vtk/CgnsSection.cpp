@@ -82,7 +82,7 @@ int CgnsSection::dimension() const
 
 int CgnsSection::dimensionOfMixed() const
 {
-    // In front of its nodes, each element says what it is.
+    // In a section of mixed elements, each has the number of its type in front of its nodes.
     auto const [values, offsets] = connectivity();
     int highest = 0;
     for (std::size_t i = 0; i + 1 < offsets.size() && highest < dimensionOfVolumes; ++i) {

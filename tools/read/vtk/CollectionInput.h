@@ -32,7 +32,7 @@ private:
     void addEntries(std::filesystem::path const& path);
     std::vector<Entry> const& entriesOf(std::size_t step) const;
 
-    /// In the order of the file, for each time.
+    /// By time; entries of one time are in the order of the file.
     std::map<double, std::vector<Entry>> entries_;
     bool hasTimes_ = false;
     std::vector<double> times_;

@@ -79,7 +79,7 @@ std::int64_t columnsOf(Data::StoredArray<ArrayT> const& array)
     return array.cols();
 }
 
-/// A count that no memory holds is still a large one.
+/// A count that the signed type can't hold becomes its largest value, and is refused as large.
 std::int64_t counted(std::size_t count)
 {
     constexpr std::size_t Largest = std::numeric_limits<std::int64_t>::max();

@@ -42,7 +42,7 @@ public:
         }
 
     private:
-        /// Without data at the end.
+        /// The current name; a view without data when there are no more names.
         std::string_view name_;
         std::string_view rest_;
         std::string_view separators_;

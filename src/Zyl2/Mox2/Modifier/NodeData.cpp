@@ -26,7 +26,7 @@ struct PropertyUse
     char const* use;
 };
 
-// By property type.
+// Name of each property and what its value is, in the order of `PropertyType`.
 constexpr std::array<PropertyUse, 11> propertyUses{{{"Translation", "3 floats of a group"},
                                                     {"Rotation", "4 floats of a group"},
                                                     {"Scale", "3 floats of a group"},

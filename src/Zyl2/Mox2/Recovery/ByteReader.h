@@ -13,7 +13,7 @@ namespace Zyl2 {
 namespace Mox2 {
 namespace Recovery {
 
-/// What stands in a record can't be what a run put there.
+/// A record holds what no run can have put there.
 class DamagedRecord : public std::runtime_error
 {
 public:

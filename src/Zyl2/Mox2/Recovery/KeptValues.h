@@ -42,7 +42,7 @@ public:
     /// \return null where they can't be had, or don't have the checksum
     unsigned char const* find(std::uint64_t position, std::uint64_t length, std::uint32_t checksum);
 
-    /// Streams of blocks that were saved.
+    /// Copies the compressed stream of a block that was saved to the model file.
     std::size_t Copy(std::size_t slot, std::uint32_t length, Zyl2Util::Buffer& stream) override;
 
 private:
@@ -65,9 +65,9 @@ private:
 
     Zyl2Wvf::RecoveryFolder const& folder_;
     int modelFile_;
-    /// By their positions.
+    /// The blocks of the run, by the positions of their first bytes.
     std::map<std::uint64_t, BlockOfRun> blocks_;
-    /// Positions of the blocks of slots.
+    /// The position of the block that a slot has.
     std::map<std::uint64_t, std::uint64_t> slots_;
     Zyl2Util::Buffer content_;
     Zyl2Util::Buffer stream_;

@@ -44,12 +44,12 @@ public:
     /// \throws MiscelleneousException "Unable to recover": it is no log, or of another version
     explicit LogContents(std::vector<unsigned char> bytes);
 
-    /// Of the model file; 0 where it is not known.
+    /// Number of the model file that the log belongs to; 0 where it is not known.
     std::uint32_t fileNumber() const { return fileNumber_; }
     /// Whether the run got as far as its first record.
     bool hasStart() const { return hasStart_; }
     Start const& start() const { return start_; }
-    /// Those behind the first.
+    /// The records behind the first one, which is the start.
     std::vector<Record> const& records() const { return records_; }
     /// Where the next record would go.
     std::size_t end() const { return end_; }

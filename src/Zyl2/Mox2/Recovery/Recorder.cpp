@@ -109,7 +109,7 @@ void Recorder::noteState(Zyl2Mox::Tree const& tree)
     hasRoot_ = hasRoot(tree);
 }
 
-/// There is always room for it.
+/// Can't fail: room for this record was reserved when the call began.
 // NOLINTNEXTLINE(bugprone-exception-escape): the log has room, and every tree a root
 void Recorder::end(Outcome outcome, Zyl2Mox::Tree const& tree) noexcept
 {

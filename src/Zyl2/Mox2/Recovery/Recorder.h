@@ -19,9 +19,9 @@ namespace Recovery {
 enum class Outcome : std::uint32_t
 {
     Returned = 0,
-    /// By an exception that the same call throws again.
+    /// It threw an exception that the same call would throw again.
     Threw = 1,
-    /// By an exception that comes from elsewhere, such as a full disk.
+    /// It threw for a reason beyond the call, such as a full disk.
     Failed = 2
 };
 
@@ -50,11 +50,11 @@ public:
         end(Outcome::Returned, *database.tree);
     }
 
-    /// From here on nothing can be added.
+    /// Notes that the model is being closed: from here on nothing can be added.
     /// \throws FileWriteException there is no room to note it, or the run is another process's
     void close();
 
-    /// Nothing is needed any more.
+    /// Removes log and blocks: the file is whole, and needs no recovery.
     void forget() noexcept { kept_.Remove(); }
 
     /// Waits until what was added is on the disk.
@@ -93,11 +93,11 @@ private:
 
     Zyl2Wvf::KeptBlocks& kept_;
     Zyl2Wvf::RecoveryLog& log_;
-    /// Nodes, and whether the root is one, when the call began.
+    /// How many nodes there were, and whether the root was filled, when the call began.
     std::size_t nodes_ = 0;
     bool hasRoot_ = false;
     bool isClosing_ = false;
-    /// Null while calls can be noted.
+    /// Why no more calls can be noted; null while they can.
     char const* obstacle_ = nullptr;
 };
 

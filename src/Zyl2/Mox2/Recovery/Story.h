@@ -40,7 +40,7 @@ struct BlockBegun
     explicit BlockBegun(LogContents::Record const& record);
     std::uint64_t slot;
     std::uint64_t number;
-    /// Of its first byte in the stream of all values.
+    /// Position of the block's first byte in the stream of all values.
     std::uint64_t position;
 };
 
@@ -61,7 +61,7 @@ struct Story
     /// \throws DamagedRecord a record can't be what a run writes
     explicit Story(LogContents const& log);
 
-    /// Those that had ended.
+    /// The calls of the log that had ended.
     std::vector<CallOfRun> calls;
     RunProgress progress;
 

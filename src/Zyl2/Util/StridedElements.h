@@ -17,8 +17,8 @@ template <typename Function>
 auto WithElement(StridedValues::Element element, Function const& function)
 {
     using Element = StridedValues::Element;
-    // NOLINTNEXTLINE(bugprone-branch-clone): the branches differ in the type that they hand over
     switch (element) {
+    // NOLINTNEXTLINE(bugprone-branch-clone): the branches differ in the type that they hand over
     case Element::Float:
         return function(float());
     case Element::Double:

@@ -62,7 +62,9 @@ Verdict<From> ConvertContiguousRun(unsigned char const* from, std::size_t count,
     return ConvertWithBaseline<From>(from, count, to);
 }
 
+// Nobody destroys it by way of its base, whose destructor is protected, or derives from it.
 template <typename From>
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class StridedConverter final : public ValueConverter
 {
 public:

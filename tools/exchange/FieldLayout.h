@@ -13,7 +13,7 @@ namespace Exchange {
 struct FieldLayout
 {
     std::string name;
-    /// One, three or six components.
+    /// The source's components that become its columns: one, three or six.
     std::vector<std::size_t> components;
 };
 

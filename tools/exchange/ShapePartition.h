@@ -18,7 +18,7 @@ struct Shape
     int dimension = 0;
     /// Type of all its elements when dimension and number of nodes don't tell it; else null.
     ElementType const* type = nullptr;
-    /// Rows of the part.
+    /// The shape's nodes and elements, as rows of the part.
     RowSelection nodes;
     RowSelection elements;
 };

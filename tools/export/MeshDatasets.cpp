@@ -16,7 +16,7 @@ constexpr std::uint32_t polylengthType = 9;
 bool isConnectivity(MoxRead::Variable const& variable)
 {
     std::uint32_t const type = variable.variableType();
-    // Laid out alike, but it names elements.
+    // This dataset has the layout of a connectivity, but names elements instead of nodes.
     bool const isOther = variable.datasetName() == "Part Elements";
     return type >= lineConnectivityType && type <= solidConnectivityType && !isOther;
 }

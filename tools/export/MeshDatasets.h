@@ -17,9 +17,9 @@ struct MeshDatasets
     MoxRead::Variable const* connectivity = nullptr;
     MoxRead::Variable const* polylength = nullptr;
     std::uint32_t nodeCount = 0;
-    /// Points that stand in for elements count.
+    /// How many elements, points that stand in for elements included.
     std::uint32_t elementCount = 0;
-    /// Nodes of all elements.
+    /// How many nodes all elements name together.
     std::uint32_t entryCount = 0;
     /// The elements' type, where their dimension and number of nodes don't tell it; else empty.
     std::string elementType;

@@ -122,7 +122,7 @@ void OutputFiles::moveAll()
         moveAway(folder);
         moveToTarget(folder);
         moveAway(file);
-        // Last, since it refers to what is in the folder.
+        // The file gets its name last, since it refers to what is in the folder.
         moveToTarget(file);
     } catch (...) {
         moveBack(file);

@@ -17,7 +17,7 @@ struct Placement
     MeshDatasets mesh;
     std::int64_t firstNode = 0;
     std::int64_t firstElement = 0;
-    /// Its first place in the connectivity.
+    /// Where the shape's nodes of elements begin in the grid's connectivity.
     std::int64_t firstEntry = 0;
 };
 

@@ -14,7 +14,7 @@ namespace Export {
 
 struct Step
 {
-    /// Empty for what stands in for a model without steps.
+    /// Empty for the one step that stands in where a model has none.
     std::string name;
     /// What orders it among the others: time, frequency, value or running number.
     double time = 0;

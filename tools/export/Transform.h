@@ -11,12 +11,12 @@ namespace Export {
 class Transform
 {
 public:
-    /// Leaves everything where it is.
+    /// A transform that leaves everything where it is.
     Transform();
     /// Scales along the axes, then turns by the angle (in radians), then shifts.
     explicit Transform(MoxRead::Group const& group);
 
-    /// First the inner one, then this.
+    /// The transform that does first what `inner` does, then what this one does.
     Transform of(Transform const& inner) const;
 
     /// Values are not even rounded by a transform that changes nothing.

@@ -44,7 +44,7 @@ struct ViewSummary
 {
     int width = 0;
     int height = 0;
-    /// Empty where there is none.
+    /// Name of the step that is shown; empty where the model has none.
     std::string step;
     std::string field;
     std::string component;

@@ -24,10 +24,10 @@ public:
     std::uint8_t const* data() const noexcept { return bytes_.get(); }
     std::size_t size() const noexcept { return size_; }
 
-    /// Room for so many bytes, whatever they were before.
+    /// Makes room for `size` bytes; what the buffer held is lost.
     void reset(std::size_t size);
 
-    /// More room, or less, behind the bytes that there are.
+    /// Changes the size; the bytes that the buffer holds stay, as far as they have room.
     void resize(std::size_t size);
 
     void swap(Buffer& other) noexcept;

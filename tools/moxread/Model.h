@@ -91,14 +91,14 @@ public:
 
 private:
     Variables storedVariables() const;
-    /// Into the memory of what was there before.
+    /// Reads a variable into a dataset whose memory is used again.
     void readInto(Dataset& dataset, Variable const& variable);
     void checkViewPoints() const;
     void findTargets();
     void findTarget(Variable const& variable);
 
     bool hasValues_;
-    /// Null for a model in one file.
+    /// The files of a partitioned model; null for a model in one file.
     std::unique_ptr<PartitionFiles> files_;
     std::unique_ptr<Container> container_;
     std::vector<Node> nodes_;

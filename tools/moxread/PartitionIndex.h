@@ -19,7 +19,7 @@ struct MOXREAD_EXPORT PartitionFile
     std::string path;
     /// First and last rank of those whose pieces it holds.
     std::vector<std::pair<std::uint32_t, std::uint32_t>> ranks;
-    /// Known when the index is complete.
+    /// Bytes of the file, and the checksum of its root index; known when the index is complete.
     std::uint64_t size = 0;
     std::uint32_t rootIndex = 0;
 

@@ -11,7 +11,7 @@ namespace Zyl2Mox {
 /// What a variable's header says of its array. Holds no values: they are in the file already.
 struct ArrayDescription
 {
-    /// Stands in the high byte of the header's type word.
+    /// The type of the values, which stands in the high byte of the header's type word.
     ElementCode kind = ElementCode::None;
     /// Number of values: rows times width.
     std::int32_t valueCount = 0;

@@ -24,7 +24,8 @@ public:
     /// Writes `GetSize()` bytes.
     void CopyTo(unsigned char* place) const;
 
-    /// The same bytes, each field wherever it has room.
+    /// Puts the bytes that `CopyTo` writes under the key, field by field: a record may begin in
+    /// one block and end in the next.
     void PutInto(Zyl2Wvf::Index& index, Zyl2Wvf::Index::Key& key) const;
 
 private:

@@ -48,7 +48,7 @@ constexpr unsigned long GlobalInformationSaved = 2652;
 
 } // namespace
 
-/// What saving a record uses, for each of millions.
+/// The keys that records are saved under, looked up once for millions of records.
 struct Tree::RecordKeys
 {
     Zyl2Wvf::Index::Key tree{BlockNames::MoxTree};

@@ -18,7 +18,7 @@ unsigned char* Map(std::size_t size) noexcept
     return pages == MAP_FAILED ? nullptr : static_cast<unsigned char*>(pages);
 }
 
-/// Null when there is no memory; the old pages are as they were then.
+/// Changes the size of mapped pages. Null when there is no memory; the old pages stay then.
 unsigned char* Remap(unsigned char* data, std::size_t oldSize, std::size_t size) noexcept
 {
 #ifdef MREMAP_MAYMOVE

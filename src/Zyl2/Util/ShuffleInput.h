@@ -38,7 +38,7 @@ struct ShuffleInput
     ShuffleInput(ValueConverter& source) : converter(&source) {}
 
     unsigned char const* values = nullptr;
-    /// Null where the values are there.
+    /// Makes the values where they have to be converted; null where `values` are there.
     ValueConverter* converter = nullptr;
 };
 

@@ -19,13 +19,13 @@ ShuffleFunction ShufflePortable;
 /// Runs on every x86-64 processor.
 ShuffleFunction ShuffleSse2;
 
-/// As ShuffleSse2 does with large arrays.
+/// What ShuffleSse2 does with large arrays, which it writes past the caches.
 ShuffleFunction ShuffleSse2Streamed;
 
 /// Runs where CpuHasAvx2().
 ShuffleFunction ShuffleAvx2;
 
-/// As ShuffleAvx2 does with large arrays.
+/// What ShuffleAvx2 does with large arrays, which it writes past the caches.
 ShuffleFunction ShuffleAvx2Streamed;
 
 bool CpuHasAvx2();

@@ -50,7 +50,7 @@ struct ShufflePlanes
     std::size_t distance; ///< bytes from one plane to the next
 };
 
-/// What takes an instruction set of its own.
+/// The steps of shuffling that each instruction set has its own functions for.
 struct ShuffleKernel
 {
     std::size_t rowsPerBlock;
@@ -59,7 +59,7 @@ struct ShuffleKernel
     /// Finishes one column of spread blocks; the buffer's first vector is that of the column.
     void (*finish)(unsigned char const* buffer, std::size_t columns, std::size_t blocks,
                    ShufflePlanes planes);
-    /// Both at once, for a single column.
+    /// Spreads and finishes at once, for tables of a single column.
     void (*single)(unsigned char const* values, std::size_t blocks, ShufflePlanes planes);
 };
 

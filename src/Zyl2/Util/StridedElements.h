@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
-// What those need who look at strided values one by one.
+// Helpers for code that looks at strided values one by one.
 
 namespace Zyl2Util {
 

@@ -30,13 +30,13 @@ public:
     ///         block is unchanged
     void operator()(Block& block) override;
 
-    /// What `operator()` takes first, for those who let others do the rest.
+    /// Takes the buffer into which a block is compressed, for callers that compress it elsewhere.
     /// \param spares taken from, unless null
     /// \return room for the stream of a block of that length
     /// \throws MemoryAllocationException there is none
     static Zyl2Util::Buffer BufferFor(std::uint32_t length, SpareBuffers* spares);
 
-    /// What `operator()` asks of the stream.
+    /// Checks, as `operator()` does, that a compressed block is short enough for the file.
     /// \throws MemoryAllocationException a stream of so many bytes is too long for a block
     static void CheckLength(std::size_t written);
 

@@ -18,7 +18,7 @@
 //     index entries      | count, 4 | entries of 139 bytes |   see the source
 //
 // Each CopyToBlock appends at the block's cursor; EncodedSize gives the bytes it will append.
-// Whatever has both can be put under a key of the index.
+// Values of a type for which both functions exist can be put under a key of the index.
 
 namespace Zyl2Wvf {
 

@@ -28,7 +28,7 @@ namespace {
 namespace Sites = Zyl2::Exception::Sites::Recovery;
 using Type = RecoveryLog::Type;
 
-/// What files take of a disk comes in pages.
+/// Room on the disk comes in pages, so that growing by less than one saves nothing.
 constexpr std::size_t SmallestGrowth = 4096;
 constexpr std::size_t LargestGrowth = 16777216;
 
@@ -69,7 +69,7 @@ std::size_t RoomFor(std::size_t needed, std::size_t limit)
     return std::min(generous, RoundUp(std::max(needed, limit + 1), SmallestGrowth));
 }
 
-/// Not 0, and another one for each run.
+/// A number for the model file of a run: never 0, and another one for each run.
 std::uint32_t NewFileNumber()
 {
     struct timespec now
@@ -194,7 +194,7 @@ void KeptBlocks::Synchronise(std::FILE* stream)
         RaiseNotWritten("the recovery log", error);
 }
 
-/// Null when there is none.
+/// The region that keeps the slot's block; null when none does.
 KeptBlocks::Region* KeptBlocks::Find(std::optional<std::size_t> slot)
 {
     // Searched from the end, since the newest region is asked for most often.

@@ -68,7 +68,7 @@ public:
     /// Takes the `size` bytes back that were put last. \param blocks the key had before
     void TakeBack(Key& key, std::size_t size, std::size_t blocks);
 
-    /// The same without parting the bytes; null where they would be.
+    /// As `PutInPlace`, where that can be without parting the bytes; null where it can't.
     unsigned char* PutTogether(Key& key, std::size_t size);
 
     /// Logical offset at which the next `Put` starts; 0 for an unknown key.

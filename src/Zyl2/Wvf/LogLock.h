@@ -45,7 +45,7 @@ private:
     static void AfterForkInChild() noexcept;
 
     int descriptor_;
-    /// All that there are in the process.
+    /// The next in the list of all locks of the process.
     LogLock* next_ = nullptr;
 };
 

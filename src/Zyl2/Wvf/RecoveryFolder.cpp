@@ -28,7 +28,7 @@ constexpr char const* BlockPrefix = "block-";
 constexpr mode_t AllMayRead = 0777;
 constexpr mode_t AllMayWrite = 0666;
 
-/// Without symbolic links and relative to no folder, as far as it exists.
+/// The absolute path without symbolic links, as far as the path exists.
 std::string Resolved(std::string const& path)
 {
     std::unique_ptr<char, void (*)(void*)> const resolved(realpath(path.c_str(), nullptr),

@@ -11,7 +11,7 @@ class RecoveryFolder
 {
 public:
     static constexpr char const* LogName = "log";
-    /// What a recovery makes.
+    /// Name of the file that a recovery writes, until it takes the place of the model file.
     static constexpr char const* ResultName = "recovered";
 
     /// Where the folder of a model file is, whether it exists or not.

@@ -51,9 +51,9 @@ struct SpareBuffers
             content.Leave(std::move(buffer));
     }
 
-    /// Large enough for the content of a full block.
+    /// Buffers that are large enough for the content of a full block.
     BufferStock content;
-    /// For what compression makes of a block.
+    /// Buffers for what compression makes of a block.
     BufferStock stream;
 };
 

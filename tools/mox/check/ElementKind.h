@@ -14,9 +14,9 @@ struct ElementKind
     /// Nodes of an element, by their places in it, in the order in which they follow each other.
     using Path = std::vector<std::uint32_t>;
 
-    /// Such as "hexahedron".
+    /// The kind's name in messages, such as "hexahedron".
     std::string name;
-    /// 0 for what has no size: points.
+    /// 1 to 3; 0 for points, which have no size.
     int dimension = 0;
     /// Of a line the nodes from end to end; of a surface the nodes around it, of each piece; of a
     /// solid the nodes around each face, counter-clockwise seen from outside. Mid-side nodes stand

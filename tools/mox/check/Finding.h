@@ -26,11 +26,11 @@ struct Kind
 struct Finding
 {
     Kind const* kind = nullptr;
-    /// Null when it is of the whole model.
+    /// The node that the finding is about; null when it is about the whole model.
     MoxRead::Node const* node = nullptr;
-    /// Null when it is of the node.
+    /// The dataset that the finding is about; null when it is about the node.
     MoxRead::Variable const* variable = nullptr;
-    /// Parts of a sentence: "expected ..., found ...".
+    /// What was expected and what was found, for the sentence "expected ..., found ...".
     std::string expected;
     std::string found;
 };

@@ -124,7 +124,7 @@ void LayoutCheck::checkLink(ShapeDatasets const& shape, Variable const& variable
     }
     Variable const& target = model_.variable(variable.link);
     if (target.linked) {
-        // Paths are long where a tree is deep.
+        // Made only where it is shown: where a tree is deep, paths are long.
         std::string const path =
             findings_.isListing(Kinds::linkToLink)
                 ? MoxRead::NodePath::of(model_,

@@ -103,7 +103,7 @@ void StepCheck::collect(MoxRead::Node const& node, Variable const& variable)
 void StepCheck::tellDifference(Step const& step, MoxRead::Node const& node,
                                Variable const& variable, double time)
 {
-    // Paths are long where a tree is deep.
+    // Made only where it is shown: where a tree is deep, paths are long.
     std::string const path =
         findings_.isListing(Kinds::timesDiffer)
             ? MoxRead::NodePath::of(model_, MoxRead::ownerOf(model_, *step.node))

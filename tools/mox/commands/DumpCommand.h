@@ -19,7 +19,7 @@ struct DumpArguments
     std::optional<std::string> step;
     /// "text", "csv" or "npy"; empty for the one that the output's name tells, else text.
     std::string format;
-    /// Empty for the standard output.
+    /// Path to write to; empty for the standard output.
     std::string output;
     bool overwrite = false;
     /// Whether the dataset of each file of an index is written apart.

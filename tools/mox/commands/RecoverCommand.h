@@ -13,7 +13,7 @@ class CommandLine;
 struct RecoverArguments
 {
     std::string file;
-    /// Empty for the file itself.
+    /// Where the recovered model is written; empty to put it in the place of `file`.
     std::string output;
     /// Whether an existing output is replaced.
     bool overwrite = false;

@@ -94,7 +94,7 @@ bool isOurs(int status)
     return status == success || status == failure;
 }
 
-/// Somebody ended it, who meant the command as a whole.
+/// Whether the child was ended by a signal that was meant for the command as a whole.
 bool wasAskedToEnd(ChildResult const& child)
 {
     sigset_t const endings = Common::endingSignals();

@@ -14,7 +14,7 @@ struct NameMatching
 {
     NameMatching(std::vector<std::string> const& left, std::vector<std::string> const& right);
 
-    /// Places in both lists, in the order of the left one.
+    /// Matching names, by their places in the left and the right list; in the order of the left.
     std::vector<std::pair<std::size_t, std::size_t>> pairs;
     std::vector<std::size_t> onlyLeft;
     std::vector<std::size_t> onlyRight;

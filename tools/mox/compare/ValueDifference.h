@@ -13,7 +13,7 @@ namespace Mox {
 /// How the values of two datasets of the same shape and element type differ.
 struct ValueDifference
 {
-    /// Two numbers, and where they are.
+    /// Two numbers that differ, and where they are.
     struct Place
     {
         double difference = 0;

@@ -91,7 +91,7 @@ Exchange::SourceOpener gmshOpener()
 
 namespace {
 
-/// Null where it is this program, or there is none.
+/// The program that has the library; null where this program has it, or none has.
 char const* programWith(Library library)
 {
     switch (library) {

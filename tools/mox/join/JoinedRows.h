@@ -23,9 +23,9 @@ public:
     /// \param own values of a piece, as many rows as the map has of it
     void take(std::size_t piece, std::vector<std::uint32_t> const& own);
 
-    /// Rows that no piece had: they are NaN, or 0 for integers.
+    /// How many rows no piece had: they are NaN, or 0 for integers.
     std::size_t missing() const;
-    /// Rows that came with several values.
+    /// How many rows came with several values.
     std::size_t different() const { return different_; }
     /// The largest difference of two values of one place; infinity where one of them is NaN.
     double difference() const { return difference_; }

@@ -190,7 +190,7 @@ unsigned int ModelJoin::addShapeNode(Node const& node, unsigned int parent)
     return id;
 }
 
-/// Only what is not as usual: a colour that is set has no fourth value.
+/// Sets only what differs from the usual material, as a colour that is set loses its fourth value.
 void ModelJoin::setMaterial(Node const& node, unsigned int id)
 {
     static MoxRead::Material const usual = usualMaterial();

@@ -18,9 +18,9 @@ public:
     /// \param counts by piece
     static RowMap inOrder(std::vector<std::size_t> const& counts);
 
-    /// Rows of the joined shape.
+    /// How many rows the joined shape has.
     std::size_t count() const { return count_; }
-    /// Rows of a piece.
+    /// How many rows a piece has.
     std::size_t countOf(std::size_t piece) const { return rows_[piece].size(); }
     std::uint32_t rowOf(std::size_t piece, std::size_t row) const { return rows_[piece][row]; }
 

@@ -1,5 +1,8 @@
 #include "Zyl2/Exception/Sentence.h"
 
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
+
 #include <array>
 #include <charconv>
 
@@ -47,6 +50,17 @@ std::string joined(std::initializer_list<SentencePart> parts) noexcept
         return sentence;
     } catch (...) {
         return {};
+    }
+}
+
+void attachDetail(Exception const& failure, std::string_view detail) noexcept
+{
+    if (detail.empty() || *Zyl2::Exception::detail(failure) != '\0')
+        return;
+    try {
+        failure << Detail(std::string(detail));
+    } catch (...) {
+        // Without memory the failure still says what it said before there were details.
     }
 }
 

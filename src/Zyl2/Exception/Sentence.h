@@ -10,8 +10,6 @@
 #include <type_traits>
 #include <variant>
 
-#include <boost/exception/info.hpp>
-
 namespace Zyl2 {
 namespace Exception {
 
@@ -55,18 +53,8 @@ std::string sentence(Parts const&... parts) noexcept
 }
 
 /// Gives a failure its detail; one that has a detail keeps it. Without memory, or when the detail
-/// is empty, the failure stays as it is. Inline for the library of many ranks, which sees no hidden
-/// symbols of this one.
-inline void attachDetail(Exception const& failure, std::string_view detail) noexcept
-{
-    if (detail.empty() || *Zyl2::Exception::detail(failure) != '\0')
-        return;
-    try {
-        failure << Detail(std::string(detail));
-    } catch (...) {
-        // Without memory the failure still says what it said before there were details.
-    }
-}
+/// is empty, the failure stays as it is.
+void attachDetail(Exception const& failure, std::string_view detail) noexcept;
 
 } // namespace Exception
 } // namespace Zyl2

@@ -35,7 +35,7 @@ void agree(Communicator const& all, CollectiveCall call, Failure const& own)
     if (lowest[0] != size)
         raiseFailureOf(lowest[0], all, own);
     if (lowest[1] != -lowest[2])
-        raise(Sites::OtherCall, "some ranks make another collective call than others");
+        raiseWith(Sites::OtherCall, "some ranks make another collective call than others");
 }
 
 bool areAlike(Communicator const& all, std::uint64_t number)

@@ -1,6 +1,6 @@
 #include "Zyl2/Mpi/Communicator.h"
 
-#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mpi/Failure.h"
 
 namespace Zyl2 {
 namespace Mpi {
@@ -34,7 +34,7 @@ Communicator copyOf(MPI_Comm comm)
 {
     MPI_Comm copy = MPI_COMM_NULL;
     if (MPI_Comm_dup(comm, &copy) != MPI_SUCCESS)
-        raise(Sites::RanksNotCopied, "MPI can't copy the ranks");
+        raiseWith(Sites::RanksNotCopied, "MPI can't copy the ranks");
     // A host may have asked for errors to be returned, as Python does. Half of a message is of no
     // use, and whoever waits for the rest of it would wait for ever.
     MPI_Comm_set_errhandler(copy, MPI_ERRORS_ARE_FATAL);

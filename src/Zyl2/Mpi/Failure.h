@@ -1,7 +1,14 @@
 #ifndef ZYL2_MPI_FAILURE_H
 #define ZYL2_MPI_FAILURE_H
 
+#include "Zyl2/Exception/Sites.h"
+
 #include <array>
+#include <string>
+
+#include <boost/assert/source_location.hpp>
+#include <boost/exception/info.hpp>
+#include <boost/throw_exception.hpp>
 
 namespace Zyl2 {
 namespace Mpi {
@@ -18,6 +25,16 @@ struct Failure
     /// Keeps a sentence, unless there is an earlier one.
     void remember(int errorCode, char const* text) noexcept;
 };
+
+/// Throws the failure of a site, with what exactly was wrong. Of the other library's helper this
+/// one sees but a hidden symbol.
+template <typename KindT>
+[[noreturn]] void raiseWith(Exception::Site<KindT> const& site, std::string const& detail)
+{
+    KindT failure;
+    failure << Exception::Detail(detail);
+    boost::throw_exception(failure, boost::source_location(site.source, site.line, site.function));
+}
 
 } // namespace Mpi
 } // namespace Zyl2

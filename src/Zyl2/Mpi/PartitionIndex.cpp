@@ -16,7 +16,7 @@
 
 #include "Zyl2/Mpi/PartitionIndex.h"
 
-#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mpi/Failure.h"
 
 #include <array>
 #include <cerrno>
@@ -41,7 +41,7 @@ using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 [[noreturn]] void raiseForFile(Exception::Site<Exception::FileWriteException> const& site,
                                std::string const& path, char const* what)
 {
-    raise(site, path + " " + what + ": " + std::generic_category().message(errno));
+    raiseWith(site, path + " " + what + ": " + std::generic_category().message(errno));
 }
 
 std::uint32_t crc32(unsigned char const* bytes, std::size_t count)
@@ -117,7 +117,7 @@ PartitionIndex::PartitionIndex(std::string const& path, int fileCount)
 {
     std::size_t const length = std::strlen(Ending);
     if (path.size() <= length || path.compare(path.size() - length, length, Ending) != 0)
-        raise(Sites::OtherEnding, "the path \"" + path + "\" does not end with .moxs");
+        raiseWith(Sites::OtherEnding, "the path \"" + path + "\" does not end with .moxs");
 }
 
 std::string PartitionIndex::pathOf(int file) const

@@ -1,6 +1,5 @@
 #include <Zyl2/Mpi/PartitionedModel.h>
 
-#include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Mox2/AttributeMap.h"
 #include "Zyl2/Mox2/StepData.h"
 #include "Zyl2/Mpi/Agreement.h"
@@ -43,7 +42,7 @@ void requireMpi()
     MPI_Initialized(&isInitialized);
     MPI_Finalized(&isFinalized);
     if (isInitialized == 0 || isFinalized != 0)
-        raise(Sites::NotInitialized, "MPI is not initialised");
+        raiseWith(Sites::NotInitialized, "MPI is not initialised");
 }
 
 /// Another number for another path or other options, as far as ranks would wait for each other, or
@@ -70,17 +69,17 @@ int ranksPerFileOf(PartitionedOptions const& options)
 void check(PartitionedOptions const& options)
 {
     if (options.ranksPerFile < 0)
-        raise(Sites::NegativeRanksPerFile, "ranksPerFile is negative");
+        raiseWith(Sites::NegativeRanksPerFile, "ranksPerFile is negative");
     if (options.messageBytes < LeastMessageBytes || options.messageBytes > MostMessageBytes)
-        raise(Sites::OtherMessageBytes, "messageBytes is not between 4096 and 1073741824");
+        raiseWith(Sites::OtherMessageBytes, "messageBytes is not between 4096 and 1073741824");
 }
 
 void refuseOwn(Mox2::AttributeMap const& attributes)
 {
     for (char const* own : {RankAttributes::Rank, RankAttributes::Ranks})
         if (attributes.count(own) != 0)
-            raise(Sites::OwnAttribute, std::string("the attribute ") + own +
-                                           " is given by the partitioned model itself");
+            raiseWith(Sites::OwnAttribute, std::string("the attribute ") + own +
+                                               " is given by the partitioned model itself");
 }
 
 /// The values of an array as they come in.
@@ -265,7 +264,7 @@ void PartitionedModel::Impl::open(Communicator all, std::string const& path)
     try {
         tell(CollectiveCall::Open, [&] {
             if (rank == 0 && !options_.saver.overwrite && ::access(path.c_str(), F_OK) == 0)
-                raise(Sites::IndexExists, path + " exists, and overwriting was not asked for");
+                raiseWith(Sites::IndexExists, path + " exists, and overwriting was not asked for");
             if (writes())
                 openFile(index_->pathOf(fileNumber_));
         });
@@ -299,7 +298,7 @@ void PartitionedModel::Impl::requireUsable() const
     if (failure_.isThere)
         boost::throw_exception(RankFailure(all_.rank(), failure_.code, failure_.sentence.data()));
     if (isOver_)
-        raise(Sites::Closed, "the model was closed");
+        raiseWith(Sites::Closed, "the model was closed");
 }
 
 /// To the file, or to the rank that writes it.

@@ -1,8 +1,8 @@
 #include "Zyl2/Mpi/SharedTree.h"
 
-#include "Zyl2/Exception/Raise.h"
 #include "Zyl2/Mox2/AttributeMap.h"
 #include "Zyl2/Mox2/PropertyMap.h"
+#include "Zyl2/Mpi/Failure.h"
 #include "Zyl2/Mpi/RankAttributes.h"
 
 #include <boost/variant/apply_visitor.hpp>
@@ -92,9 +92,10 @@ unsigned int SharedTree::addRoot(NodeCall const& call)
         rootsRank_ = rank_;
         shared_[1] = call.name;
     } else if (root_.type != call.type || root_.name != call.name) {
-        raise(Sites::OtherRoot, "the root of rank " + std::to_string(rank_) + " is \"" + call.name +
-                                    "\", that of rank " + std::to_string(rootsRank_) + " \"" +
-                                    root_.name + "\", or of another type");
+        raiseWith(Sites::OtherRoot, "the root of rank " + std::to_string(rank_) + " is \"" +
+                                        call.name + "\", that of rank " +
+                                        std::to_string(rootsRank_) + " \"" + root_.name +
+                                        "\", or of another type");
     }
     stateAttributes(1, call, rootsRank_ == rank_);
     return 1;
@@ -181,9 +182,9 @@ bool SharedTree::isNews(unsigned int id, std::string const& what, std::string co
 
 void SharedTree::refuse(unsigned int id, std::string const& what, int other) const
 {
-    raise(Sites::RanksDiffer, "the " + what + " of \"" + shared_.at(id) +
-                                  "\" is not the same on ranks " + std::to_string(other) + " and " +
-                                  std::to_string(rank_));
+    raiseWith(Sites::RanksDiffer, "the " + what + " of \"" + shared_.at(id) +
+                                      "\" is not the same on ranks " + std::to_string(other) +
+                                      " and " + std::to_string(rank_));
 }
 
 void SharedTree::add(ArrayCall const& call, Mox2::ArrayView const& values)

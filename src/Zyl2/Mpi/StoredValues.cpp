@@ -1,6 +1,6 @@
 #include "Zyl2/Mpi/StoredValues.h"
 
-#include "Zyl2/Exception/Raise.h"
+#include "Zyl2/Mpi/Failure.h"
 
 #include <algorithm>
 #include <array>
@@ -42,9 +42,9 @@ bool fits(From value)
 [[noreturn]] void raiseMisfit(std::size_t row, std::size_t column, std::string const& value,
                               char const* range)
 {
-    raise(Sites::ValueDoesNotFit, "row " + std::to_string(row) + ", column " +
-                                      std::to_string(column) + " holds " + value +
-                                      ", which is beyond the range of " + range);
+    raiseWith(Sites::ValueDoesNotFit, "row " + std::to_string(row) + ", column " +
+                                          std::to_string(column) + " holds " + value +
+                                          ", which is beyond the range of " + range);
 }
 
 template <typename From>

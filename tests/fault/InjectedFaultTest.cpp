@@ -51,8 +51,7 @@ public:
     /// \return how many operations there were
     std::size_t failAtEach(Place place, Repeat repeat)
     {
-        // Builds without sanitizers go to each.
-        std::size_t const step = place == Place::Allocation ? Support::stride(5) : 1;
+        std::size_t const step = strideOf(place);
         std::size_t ordinal = 0;
         while (failAt(place, ordinal, repeat) && !testing::Test::HasFailure())
             ordinal += step;
@@ -60,6 +59,14 @@ public:
     }
 
 private:
+    /// Builds without sanitizers go to each operation.
+    static std::size_t strideOf(Place place)
+    {
+        if (place == Place::ThreadStart)
+            return 1;
+        return Support::stride(place == Place::Allocation ? 11 : 3);
+    }
+
     Outcome run()
     {
         for (std::string const& path : paths_)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the sequences that all languages play.
 #
-#   generate.sh GENERATOR SEQUENCES
+#   generate.sh GENERATOR COUNT SEQUENCES
 set -euo pipefail
 
-"$1" 1 500 >"$2"
+"$1" 1 "$2" >"$3"

@@ -1575,6 +1575,13 @@ std::vector<Forgery> forgeries()
          "the values of call 12 of 12 are damaged"},
         {"a call of no kind", set(LogType::Call, 1, 0, std::uint8_t(77))},
         {"a name beyond the record", set(LogType::Call, array, name, ~std::uint32_t(0))},
+        {"an attribute of no type",
+         [](Records& log) {
+             ForgedRecord& node = log[placeOf(log, LogType::Call)];
+             // The number of attributes, which comes last.
+             setIn(node, node.payload.size() - sizeof(std::uint32_t), std::uint32_t(1));
+             node.payload += std::string("\1\0\0\0a\115", 6);
+         }},
         {"elements that are not stored", set(LogType::Call, array, element, std::uint8_t(77))},
         {"other rows than values", set(LogType::Call, array, rows, std::int64_t(99))},
         {"rows without values", remove(LogType::Filled, 0)},
@@ -1605,6 +1612,8 @@ TEST_F(RecoveryTest, AWholeRecordThatNoRunWritesIsTold)
     };
     WriteFile(logPath(), logOf(header, recordsOf(log)));
     EXPECT_EQ(told(), "nothing");
+    WriteFile(logPath(), logOf(header, {}));
+    EXPECT_EQ(told(), "Unable to recover | the run had not begun to write");
     std::string notEmpty = logOf(header, recordsOf(log));
     std::size_t const end = notEmpty.size() - 1024;
     notEmpty.back() = 'x';

@@ -14,7 +14,7 @@ using Names = std::vector<std::string>;
 
 constexpr char const* withoutDisplay = "unset DISPLAY;";
 
-ModelFile triangle()
+ModelFile triangleWithResult()
 {
     return ModelFile([](Model& model) {
         model.addNode(NodeType::RootGroup, "root");
@@ -32,7 +32,7 @@ Outcome viewed(ModelFile const& file, std::string const& output, std::string con
 
 TEST(ViewCommand, SaysWhatThePictureShows)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     Outcome const outcome = viewed(file, "out.png", "--size 320x240");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
@@ -43,7 +43,7 @@ TEST(ViewCommand, SaysWhatThePictureShows)
 
 TEST(ViewCommand, SaysItAsJson)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     Outcome const outcome = viewed(file, "out.png", "--size 320x240 --camera z --edges --json");
     EXPECT_EQ(outcome.status, 0);
     auto const json = nlohmann::json::parse(outcome.out);
@@ -59,7 +59,7 @@ TEST(ViewCommand, SaysItAsJson)
 
 TEST(ViewCommand, WrongUsageIsTold)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     EXPECT_EQ(viewed(file, "out.jpg").status, 2);
     EXPECT_EQ(viewed(file, "out.jpg").err,
               "mox: OUT: " + file.path("out.jpg") + " does not end with .png; see mox --help\n");
@@ -73,7 +73,7 @@ TEST(ViewCommand, WrongUsageIsTold)
 
 TEST(ViewCommand, BadInputIsTold)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     EXPECT_EQ(viewed(file, "out.png", "--step Two").err,
               "mox view: " + file.path() + ": There is no step \"Two\".\n");
     EXPECT_EQ(viewed(file, "out.png", "--field P").err,
@@ -90,7 +90,7 @@ TEST(ViewCommand, BadInputIsTold)
 
 TEST(ViewCommand, AnExistingPictureIsReplacedOnlyWhenTold)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     file.folder().write("out.png", "old");
     Outcome const outcome = viewed(file, "out.png");
     EXPECT_EQ(outcome.status, 1);
@@ -102,7 +102,7 @@ TEST(ViewCommand, AnExistingPictureIsReplacedOnlyWhenTold)
 
 TEST(ViewCommand, AFullDiskIsToldAndLeavesNothing)
 {
-    ModelFile const file = triangle();
+    ModelFile const file = triangleWithResult();
     Outcome const outcome = viewed(file, "out.png", "", "trap '' XFSZ; ulimit -f 4;");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "mox view: " + file.path("out.png") +

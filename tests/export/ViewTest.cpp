@@ -17,7 +17,7 @@ using namespace ExportTest;
 using Export::ViewOptions;
 using Export::ViewSummary;
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+constexpr float noValue = std::numeric_limits<float>::quiet_NaN();
 constexpr Color white = {255, 255, 255};
 constexpr Color leastColor = {68, 1, 84};
 constexpr Color greatestColor = {253, 231, 37};
@@ -244,7 +244,8 @@ TEST_F(View, CamerasSeeDifferentSides)
 TEST_F(View, WhatHasNoValueIsGrey)
 {
     ModelFile const file = plate([](Model& model, unsigned int shape) {
-        model.addArrayProperty("E", DatasetType::Result14, Array1d<float>{1, nan}, shape, Step());
+        model.addArrayProperty("E", DatasetType::Result14, Array1d<float>{1, noValue}, shape,
+                               Step());
     });
     ViewSummary const summary = view(file, fromAbove());
     EXPECT_EQ(summary.least, 1);
@@ -260,7 +261,8 @@ TEST_F(View, WhatHasNoValueIsGrey)
 TEST_F(View, AFieldWithoutAnyValueIsAllGrey)
 {
     ModelFile const file = plate([](Model& model, unsigned int shape) {
-        model.addArrayProperty("T", DatasetType::Result10, Array1d<float>(4, nan), shape, Step());
+        model.addArrayProperty("T", DatasetType::Result10, Array1d<float>(4, noValue), shape,
+                               Step());
     });
     ViewSummary const summary = view(file, fromAbove());
     EXPECT_TRUE(std::isnan(summary.least));

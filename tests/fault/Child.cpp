@@ -1,9 +1,13 @@
 #include "fault/Child.h"
 
+#include "support/Wanted.h"
+
 #include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <iostream>
+#include <random>
 #include <stdexcept>
 
 #include <sys/resource.h>
@@ -16,6 +20,13 @@ extern "C" void __gcov_dump(); // NOLINT(bugprone-reserved-identifier)
 #endif
 
 namespace Fault {
+
+std::uint32_t printedSeed()
+{
+    std::uint32_t const seed = Support::wanted("MOXWRITER_KILLED_SEED", std::random_device()());
+    std::cout << "first seed: " << seed << '\n';
+    return seed;
+}
 
 Child::Child(std::function<int()> const& action) : id_(::fork())
 {

@@ -1,12 +1,21 @@
 #ifndef TESTS_FAULT_CHILD_H
 #define TESTS_FAULT_CHILD_H
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
 #include <sys/types.h>
 
 namespace Fault {
+
+/// How a child ended that was killed, and one whose action returned 0.
+constexpr char const* WasKilled = "signal 9";
+constexpr char const* HasFinished = "status 0";
+
+/// Where the random numbers of tests begin that kill their children: as MOXWRITER_KILLED_SEED says,
+/// or anywhere. It is printed, so that what fails can be had again.
+std::uint32_t printedSeed();
 
 /// A process that runs one action, so that the process of the tests survives when it is killed.
 class Child

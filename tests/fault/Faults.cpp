@@ -22,7 +22,7 @@ std::mutex mutex;
 Plan plan;
 std::atomic<int> workers{0};
 /// Bytes that the disk takes yet, unless it is endless.
-std::optional<std::size_t> room;
+std::optional<std::size_t> roomLeft;
 bool hasRunOut = false;
 bool isKilling = false;
 std::size_t leftUntilKilled = 0;
@@ -61,14 +61,14 @@ bool Injection::hasStruck() const // NOLINT: asks about the one that lives
 FullDisk::FullDisk(std::size_t bytes)
 {
     std::lock_guard<std::mutex> const lock(mutex);
-    room = bytes;
+    roomLeft = bytes;
     hasRunOut = false;
 }
 
 FullDisk::~FullDisk()
 {
     std::lock_guard<std::mutex> const lock(mutex);
-    room.reset();
+    roomLeft.reset();
 }
 
 bool FullDisk::wasFull() const // NOLINT: asks about the one that lives
@@ -111,18 +111,18 @@ bool strikes(Place place)
 std::size_t takeRoom(std::size_t bytes)
 {
     std::lock_guard<std::mutex> const lock(mutex);
-    if (!room)
+    if (!roomLeft)
         return bytes;
-    hasRunOut = hasRunOut || bytes > *room;
-    std::size_t const taken = std::min(bytes, *room);
-    *room -= taken;
+    hasRunOut = hasRunOut || bytes > *roomLeft;
+    std::size_t const taken = std::min(bytes, *roomLeft);
+    *roomLeft -= taken;
     return taken;
 }
 
 bool isPlanned()
 {
     std::lock_guard<std::mutex> const lock(mutex);
-    return isKilling || room || plan.place != Place::None;
+    return isKilling || roomLeft || plan.place != Place::None;
 }
 
 bool kills()

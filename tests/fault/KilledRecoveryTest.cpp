@@ -26,16 +26,7 @@ using namespace Zyl2::Mox2;
 using Support::wanted;
 using Microseconds = std::chrono::microseconds;
 
-constexpr char const* WasKilled = "signal 9";
 constexpr char const* WasAborted = "signal 6";
-constexpr char const* HasFinished = "status 0";
-
-std::uint32_t printedSeed()
-{
-    std::uint32_t const seed = wanted("MOXWRITER_KILLED_SEED", std::random_device()());
-    std::cout << "first seed: " << seed << '\n';
-    return seed;
-}
 
 class KilledRecoveryTest : public testing::Test
 {

@@ -34,8 +34,6 @@ using namespace Zyl2::Mox2;
 using Microseconds = std::chrono::microseconds;
 
 constexpr std::uint32_t Runs = Support::isSanitized ? 30 : 300;
-constexpr char const* WasKilled = "signal 9";
-constexpr char const* HasFinished = "status 0";
 
 /// A small model whose size and blocks depend on the seed: none, one or two index blocks.
 class SeededModel
@@ -172,13 +170,6 @@ private:
             expectIncomplete(verdictOfCommandOn(path), path);
     }
 };
-
-std::uint32_t printedSeed()
-{
-    std::uint32_t const seed = std::random_device()();
-    std::cout << "first seed: " << seed << '\n';
-    return seed;
-}
 
 /// Calls `run` in a process of its own, and kills that process the given time after it has begun.
 std::string endingAfter(Microseconds delay, std::function<void()> const& run)

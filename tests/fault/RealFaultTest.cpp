@@ -75,7 +75,7 @@ void fill(Model& model, unsigned int datasets, std::size_t valuesEach)
                                shape, Step());
 }
 
-std::string verdictOn(std::string const& path)
+std::string stateOf(std::string const& path)
 {
     try {
         MoxRead::verify(path);
@@ -102,7 +102,7 @@ struct Writing
             model.saveTo(path, optionsOf(overwrite, threads));
             fill(model, datasets, valuesEach);
             model.close();
-            return verdictOn(path);
+            return stateOf(path);
         } catch (Zyl2::Exception::Exception const& failure) {
             closeQuietly(model);
             return std::to_string(failure.errorCode()) + ": " + failure.what();
@@ -182,7 +182,7 @@ std::string writeUntilItFits(std::string const& path, MakeRoom makeRoom)
             return std::to_string(attempt) + " failed";
         if (outcome != NotWritten && outcome != BlockNotSaved)
             return outcome;
-        if (std::filesystem::exists(path) && verdictOn(path) == Sound)
+        if (std::filesystem::exists(path) && stateOf(path) == Sound)
             return "reported as failed, and yet sound";
         // The time of writing may make the difference between a failure and a file that just fits.
         std::string const withThreads = outcomeWithThreads(path);
@@ -301,7 +301,7 @@ TEST_P(FullDiskTest, IsReportedWhenItFillsUpWhileDatasetsAreAdded)
             std::string const file = disk.folder() + "/model.mox";
             Writing const large{false, 50, 25000, threads};
             std::string const result = large.to(file);
-            return result + ", " + verdictOn(file);
+            return result + ", " + stateOf(file);
         });
         EXPECT_EQ(outcome, std::string(NotWritten) +
                                ", incomplete: the root index at byte 12 was never written");

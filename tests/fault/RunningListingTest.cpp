@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <iostream>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -129,9 +128,7 @@ protected:
 TEST_F(RunningListingTest, ARunIsListedCallByCallAndDoesNotNoticeIt)
 {
     std::uint32_t const enough = wanted("MOXWRITER_LISTED_RUNS", 40, 5);
-    std::uint32_t seed = wanted("MOXWRITER_KILLED_SEED", std::random_device()());
-    std::cout << "first seed: " << seed << '\n';
-    for (; listings < enough && !HasFailure(); ++seed) {
+    for (std::uint32_t seed = printedSeed(); listings < enough && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RecoverableRun const run(seed);
         listBeside(run);

@@ -1,16 +1,17 @@
 #include "Inputs.h"
 
+#include "support/Folder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 namespace {
 
+using Support::contentOf;
 using Entry = void (*)(std::uint8_t const*, std::size_t);
 
 std::vector<std::filesystem::path> corpusOf(std::string const& target)
@@ -20,12 +21,6 @@ std::vector<std::filesystem::path> corpusOf(std::string const& target)
         files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     return files;
-}
-
-std::string contentOf(std::filesystem::path const& path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
 void replay(std::string const& target, Entry entry)

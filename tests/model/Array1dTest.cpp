@@ -24,8 +24,8 @@ template <typename T>
 class Array1dTest : public testing::Test
 {};
 
-using Elements = testing::Types<float, unsigned int>;
-TYPED_TEST_SUITE(Array1dTest, Elements, );
+using ValueTypes = testing::Types<float, unsigned int>;
+TYPED_TEST_SUITE(Array1dTest, ValueTypes, );
 
 TYPED_TEST(Array1dTest, OfASizeAndAValueHoldsTheValueThatOften)
 {
@@ -116,7 +116,7 @@ TYPED_TEST(Array1dTest, OfTwoToThePowerOf31OrMoreCanNotBeHad)
 template <typename T>
 class Array1dDeathTest : public testing::Test
 {};
-TYPED_TEST_SUITE(Array1dDeathTest, Elements, );
+TYPED_TEST_SUITE(Array1dDeathTest, ValueTypes, );
 
 constexpr char const* IndexContract = "index >= 0 && index < size\\(\\)";
 

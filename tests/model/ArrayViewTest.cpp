@@ -39,7 +39,7 @@ void begin(Model& model, std::string const& path, SaverOptions const& options = 
 }
 
 /// Id of the geometry that `begin` adds.
-constexpr unsigned int Shape = 3;
+constexpr unsigned int ShapeId = 3;
 
 DatasetType typeOf(std::size_t width)
 {
@@ -84,10 +84,10 @@ void expectSameAsTable(std::vector<To> const& table, std::size_t width, Values c
     Array2d<To> const array(table.size() / width, width, table);
     expectSameFile(
         [&](Model& model) {
-            model.addArrayProperty("Data", typeOf(width), array, Shape, Step("1"));
+            model.addArrayProperty("Data", typeOf(width), array, ShapeId, Step("1"));
         },
         [&](Model& model) {
-            model.addArrayProperty("Data", typeOf(width), values, Shape, Step("1"));
+            model.addArrayProperty("Data", typeOf(width), values, ShapeId, Step("1"));
         });
 }
 
@@ -206,7 +206,7 @@ TEST(ArrayViewTest, IsMadeOfMatricesOfEitherOrderAndPartsOfThem)
 TEST(ArrayViewTest, TakesIdsAsTheyCome)
 {
     std::vector<double> const values{1, 2};
-    std::vector<unsigned int> const ids{Shape, 5};
+    std::vector<unsigned int> const ids{ShapeId, 5};
     Array1d<float> const array{1, 2};
     StepList steps(2);
     steps.set(0, Step("1"));
@@ -222,21 +222,21 @@ TEST(ArrayViewTest, TakesIdsAsTheyCome)
     expectSameFile(add(array, Array1d<unsigned int>(ids)), add(array, ids));
     IdsView const pointed(ids.data(), ids.size());
     expectSameFile(add(array, Array1d<unsigned int>(ids)), add(values, pointed));
-    unsigned int const inBraces[] = {Shape, 5};
+    unsigned int const inBraces[] = {ShapeId, 5};
     expectSameFile(add(array, Array1d<unsigned int>(ids)), add(values, inBraces));
-    expectSameFile(add(array, Shape), add(values, 3));
-    expectSameFile(add(array, Shape), add(values, std::size_t(3)));
+    expectSameFile(add(array, ShapeId), add(values, 3));
+    expectSameFile(add(array, ShapeId), add(values, std::size_t(3)));
     expectSameFile(add(array, IdsView(ids.data(), 0)), add(values, std::vector<unsigned int>()));
 }
 
 TEST(ArrayViewTest, WithoutRowsAddsNothingAndNeedsNoPointer)
 {
-    expectSameFile([](Model& /*model*/) {},
-                   [](Model& model) {
-                       model.addArrayProperty(DatasetType::Coordinates, ArrayView(), Shape, Step());
-                       model.addArrayProperty(DatasetType::NodeIds, std::vector<long>(), Shape,
-                                              Step());
-                   });
+    expectSameFile(
+        [](Model& /*model*/) {},
+        [](Model& model) {
+            model.addArrayProperty(DatasetType::Coordinates, ArrayView(), ShapeId, Step());
+            model.addArrayProperty(DatasetType::NodeIds, std::vector<long>(), ShapeId, Step());
+        });
 }
 
 /// What a refused view leaves is the file without it.
@@ -247,7 +247,7 @@ std::string detailOfRefused(Values const& values, std::size_t width, std::string
     expectSameFile([](Model& /*model*/) {},
                    [&](Model& model) {
                        try {
-                           model.addArrayProperty("Data", typeOf(width), values, Shape, Step());
+                           model.addArrayProperty("Data", typeOf(width), values, ShapeId, Step());
                            ADD_FAILURE() << "not refused";
                        } catch (Kind const& failure) {
                            EXPECT_STREQ(failure.what(), text.c_str());
@@ -290,7 +290,7 @@ void addSome(Model& model, std::size_t datasets)
 {
     std::vector<double> const values(300, 1.5);
     for (std::size_t number = 0; number < datasets; ++number)
-        model.addArrayProperty("Data", DatasetType::Result11, ArrayView::table(values, 3), Shape,
+        model.addArrayProperty("Data", DatasetType::Result11, ArrayView::table(values, 3), ShapeId,
                                Step(std::to_string(number)));
 }
 
@@ -299,7 +299,7 @@ void addRefused(Model& model)
     std::vector<double> beyond(300, 1.5);
     beyond.back() = 1e300;
     EXPECT_THROW(model.addArrayProperty("Other", DatasetType::Result11, ArrayView::table(beyond, 3),
-                                        Shape, Step()),
+                                        ShapeId, Step()),
                  OverflowError);
 }
 
@@ -387,7 +387,7 @@ std::size_t failures(Add const& add)
 TEST(ArrayViewTest, SurvivesEveryAllocationThatFails)
 {
     std::vector<double> const values(3000, 1.5);
-    std::vector<unsigned int> const ids{Shape};
+    std::vector<unsigned int> const ids{ShapeId};
     EXPECT_GT(failures([&](Model& model) {
                   model.addArrayProperty("Data", DatasetType::Result11, ArrayView::table(values, 3),
                                          ids, Step("1"));
@@ -403,7 +403,7 @@ TEST(ModelMoveTest, TakesTheFileAlongAndLeavesAnEmptyModel)
 {
     std::vector<float> const values{1, 2};
     auto const add = [&](Model& model) {
-        model.addArrayProperty(DatasetType::NodeIds, values, Shape, Step());
+        model.addArrayProperty(DatasetType::NodeIds, values, ShapeId, Step());
     };
     expectSameFile(add, [&](Model& model) {
         Model other(std::move(model));

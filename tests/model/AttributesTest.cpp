@@ -39,10 +39,10 @@ void expectStoredText(Given&& given, std::string const& text)
 }
 
 template <typename T, typename = void>
-struct CanBeSet : std::false_type
+struct IsAttribute : std::false_type
 {};
 template <typename T>
-struct CanBeSet<T, decltype(std::declval<Attributes&>().set("key", std::declval<T const&>()))>
+struct IsAttribute<T, decltype(std::declval<Attributes&>().set("key", std::declval<T const&>()))>
     : std::true_type
 {};
 
@@ -129,18 +129,18 @@ TEST(Attributes, LiteralsAndCharacterBuffersAreStoredAsStrings)
 
 TEST(Attributes, TypesThatNoAlternativeHoldsDoNotCompile)
 {
-    EXPECT_TRUE(CanBeSet<int>::value);
-    EXPECT_TRUE(CanBeSet<double>::value);
-    EXPECT_TRUE((CanBeSet<std::vector<std::wstring>>::value));
-    EXPECT_TRUE(CanBeSet<char[4]>::value);
-    EXPECT_FALSE(CanBeSet<long long>::value);
-    EXPECT_FALSE(CanBeSet<unsigned long long>::value);
-    EXPECT_FALSE(CanBeSet<long double>::value);
-    EXPECT_FALSE(CanBeSet<char>::value);
-    EXPECT_FALSE((CanBeSet<std::vector<char>>::value));
-    EXPECT_FALSE((CanBeSet<std::vector<std::vector<int>>>::value));
-    EXPECT_FALSE(CanBeSet<wchar_t const*>::value);
-    EXPECT_FALSE(CanBeSet<void*>::value);
+    EXPECT_TRUE(IsAttribute<int>::value);
+    EXPECT_TRUE(IsAttribute<double>::value);
+    EXPECT_TRUE((IsAttribute<std::vector<std::wstring>>::value));
+    EXPECT_TRUE(IsAttribute<char[4]>::value);
+    EXPECT_FALSE(IsAttribute<long long>::value);
+    EXPECT_FALSE(IsAttribute<unsigned long long>::value);
+    EXPECT_FALSE(IsAttribute<long double>::value);
+    EXPECT_FALSE(IsAttribute<char>::value);
+    EXPECT_FALSE((IsAttribute<std::vector<char>>::value));
+    EXPECT_FALSE((IsAttribute<std::vector<std::vector<int>>>::value));
+    EXPECT_FALSE(IsAttribute<wchar_t const*>::value);
+    EXPECT_FALSE(IsAttribute<void*>::value);
 }
 
 TEST(Attributes, ACopyIsIndependentOfItsSource)

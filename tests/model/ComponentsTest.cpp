@@ -15,7 +15,7 @@ using namespace ModelTests;
 using namespace Zyl2::Mox2;
 using Paths = std::vector<std::string>;
 using PathMap = std::map<std::string, Attributes>;
-using Ids = std::vector<unsigned int>;
+using NodeIds = std::vector<unsigned int>;
 
 Support::Thrown const relativePath{3, "Relative paths not supported", "visit",
                                    "Zyl2/Mox2/Adder/Components", 188};
@@ -23,7 +23,7 @@ Support::Thrown const otherRoot{20, "Not yet implemented", "::Visitor::addMergeN
                                 "Zyl2/Mox2/Adder/Components", 108};
 
 template <typename ContainerT>
-Ids idsOf(Adder::Components<ContainerT, ComponentArray> const& adder)
+NodeIds idsOf(Adder::Components<ContainerT, ComponentArray> const& adder)
 {
     return {adder.ids.data(), adder.ids.data() + adder.ids.size()};
 }
@@ -32,14 +32,14 @@ class ComponentsTest : public testing::Test
 {
 protected:
     template <typename ContainerT>
-    Ids add(ContainerT const& paths, std::string const& separator = "/")
+    NodeIds add(ContainerT const& paths, std::string const& separator = "/")
     {
         Adder::Components<ContainerT, ComponentArray> adder(paths, separator);
         adder.update(model_.database);
         return idsOf(adder);
     }
 
-    Ids add(Paths const& paths, std::string const& separator = "/")
+    NodeIds add(Paths const& paths, std::string const& separator = "/")
     {
         return add<Paths>(paths, separator);
     }
@@ -47,7 +47,7 @@ protected:
     /// Adds paths that have to be refused.
     /// \return the ids that were found before
     template <typename Kind, typename ContainerT>
-    Ids addInVain(ContainerT const& paths, Support::Thrown const& expected)
+    NodeIds addInVain(ContainerT const& paths, Support::Thrown const& expected)
     {
         Adder::Components<ContainerT, ComponentArray> adder(paths, "/");
         Support::expectThrown<Kind>([&] { adder.update(model_.database); }, expected);
@@ -78,27 +78,28 @@ TEST_F(ComponentsTest, ANewRootHasNoAttributesAndNoFlag)
 
 TEST_F(ComponentsTest, APathOfSeparatorsOnlyHasTheIdZero)
 {
-    EXPECT_EQ(add({"/", "///"}), (Ids{0, 0}));
+    EXPECT_EQ(add({"/", "///"}), (NodeIds{0, 0}));
     EXPECT_EQ(model_.tree().GetReqNode(1).value, nullptr);
 }
 
 TEST_F(ComponentsTest, OnlyTheWholeSeparatorOfSeveralCharactersAtTheEndNamesAGroup)
 {
-    EXPECT_EQ(add({"/.a/.b/.", "/.a/.c/", "/.a/.d."}, "/."), (Ids{2, 4, 6}));
+    EXPECT_EQ(add({"/.a/.b/.", "/.a/.c/", "/.a/.d."}, "/."), (NodeIds{2, 4, 6}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b", "3 1 Shape c", "4 3 Geometry c",
                                 "5 1 Shape d", "6 5 Geometry d"}));
 }
 
 TEST_F(ComponentsTest, WithoutASeparatorAPathIsTheNameOfTheRoot)
 {
-    EXPECT_EQ(add({"/a/b"}, ""), Ids{1});
+    EXPECT_EQ(add({"/a/b"}, ""), NodeIds{1});
     EXPECT_EQ(records(), Paths{"1 0 Group /a/b"});
 }
 
 TEST_F(ComponentsTest, ARelativePathIsRefusedAndEarlierPathsStay)
 {
     Paths const paths{"/a/c/", "a/b", "/a/d/"};
-    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, relativePath)), (Ids{2, 0, 0}));
+    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, relativePath)),
+              (NodeIds{2, 0, 0}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group c"}));
 }
 
@@ -106,7 +107,7 @@ TEST_F(ComponentsTest, AnotherRootIsNotYetImplemented)
 {
     add({"/a/b/"});
     EXPECT_EQ((addInVain<Zyl2::Exception::NotYetImplemented>(Paths{"/a/c/", "/x/y"}, otherRoot)),
-              (Ids{3, 0}));
+              (NodeIds{3, 0}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b", "3 1 Group c"}));
 }
 
@@ -116,7 +117,7 @@ TEST_F(ComponentsTest, OfAMapAreRefusedWhenAGroupHasAnAttributeThatCannotBeStore
     paths["/a/b/"].set("Flag", true);
     paths["/a/c/"];
     EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, unsupportedScalar)),
-              (Ids{2, 0}));
+              (NodeIds{2, 0}));
     EXPECT_EQ(records(), (Paths{"1 0 Group a", "2 1 Group b"}));
 }
 
@@ -124,7 +125,7 @@ TEST_F(ComponentsTest, OfAMapAreRefusedWhenTheRootHasAnAttributeThatCannotBeStor
 {
     PathMap paths;
     paths["/a/"].set("Flag", true);
-    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, unsupportedScalar)), Ids{1});
+    EXPECT_EQ((addInVain<Zyl2::Exception::InvalidArguments>(paths, unsupportedScalar)), NodeIds{1});
 }
 
 TEST_F(ComponentsTest, NonePassOnAClosedDatabaseToo)

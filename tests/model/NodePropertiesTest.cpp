@@ -34,10 +34,10 @@ void expectStored(Given&& given, int alternative, Held const& held)
 }
 
 template <typename T, typename = void>
-struct CanBeSet : std::false_type
+struct IsProperty : std::false_type
 {};
 template <typename T>
-struct CanBeSet<T, decltype(std::declval<NodeProperties&>().set(Type, std::declval<T const&>()))>
+struct IsProperty<T, decltype(std::declval<NodeProperties&>().set(Type, std::declval<T const&>()))>
     : std::true_type
 {};
 
@@ -79,12 +79,12 @@ TEST(NodeProperties, LiteralsAndCharacterBuffersAreStoredAsStrings)
 
 TEST(NodeProperties, TypesThatNoAlternativeHoldsDoNotCompile)
 {
-    EXPECT_TRUE(CanBeSet<bool>::value);
-    EXPECT_TRUE(CanBeSet<std::vector<float>>::value);
-    EXPECT_FALSE(CanBeSet<unsigned int>::value);
-    EXPECT_FALSE(CanBeSet<long>::value);
-    EXPECT_FALSE((CanBeSet<std::vector<double>>::value));
-    EXPECT_FALSE(CanBeSet<std::wstring>::value);
+    EXPECT_TRUE(IsProperty<bool>::value);
+    EXPECT_TRUE(IsProperty<std::vector<float>>::value);
+    EXPECT_FALSE(IsProperty<unsigned int>::value);
+    EXPECT_FALSE(IsProperty<long>::value);
+    EXPECT_FALSE((IsProperty<std::vector<double>>::value));
+    EXPECT_FALSE(IsProperty<std::wstring>::value);
 }
 
 TEST(NodeProperties, SettingAPropertyTwiceKeepsOnlyTheLastValueAndType)

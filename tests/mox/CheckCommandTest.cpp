@@ -65,7 +65,7 @@ Mesh element(int dimension, Floats const& coordinates)
     return mesh;
 }
 
-Floats const cube = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1};
+Floats const cubeCorners = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1};
 
 /// Turns an element over: what was its bottom becomes its top.
 Floats mirrored(Floats coordinates)
@@ -310,12 +310,14 @@ WrongModel const wrongModels[] = {
      "error: \"root/part\" dataset \"Connectivity\": element type: expected as many nodes as an "
      "element of dimension 3 has, found 0 nodes in element row 2 (id 3)\n"},
     {"an element of seven nodes",
-     [](Host& host) { host.shape(element(3, Floats(cube.begin(), cube.begin() + 21))); },
+     [](Host& host) {
+         host.shape(element(3, Floats(cubeCorners.begin(), cubeCorners.begin() + 21)));
+     },
      "error: \"root/part\" dataset \"Connectivity\": element type: expected as many nodes as an "
      "element of dimension 3 has, found 7 nodes in element row 0\n"},
     {"a dimension that is not the elements'",
      [](Host& host) {
-         Mesh mesh = element(2, cube);
+         Mesh mesh = element(2, cubeCorners);
          mesh.connectivity.resize(5);
          mesh.polylength = {5};
          mesh.coordinates.resize(15);
@@ -333,7 +335,7 @@ WrongModel const wrongModels[] = {
      "ElementType that names a type of elements of dimension 3, found \"C3D4\"\n"},
     {"a type of elements with another number of nodes",
      [](Host& host) {
-         Mesh mesh = element(3, cube);
+         Mesh mesh = element(3, cubeCorners);
          mesh.attributes.set("ElementType", "Pentagonal prism");
          host.shape(mesh);
      },
@@ -455,7 +457,7 @@ WrongModel const wrongModels[] = {
      },
      "error: \"root/part\" dataset \"Connectivity\": negative volume: expected elements of "
      "positive volume, found volume -0.5 of the wedge in element row 0\n"},
-    {"an inverted hexahedron", [](Host& host) { host.shape(element(3, mirrored(cube))); },
+    {"an inverted hexahedron", [](Host& host) { host.shape(element(3, mirrored(cubeCorners))); },
      "error: \"root/part\" dataset \"Connectivity\": negative volume: expected elements of "
      "positive volume, found volume -1 of the hexahedron in element row 0\n"},
     {"an inverted tetrahedron of 10 nodes",
@@ -468,7 +470,7 @@ WrongModel const wrongModels[] = {
      "positive volume, found volume -0.1667 of the tetrahedron in element row 0\n"},
     {"a hexahedron whose nodes are numbered row by row",
      [](Host& host) {
-         Mesh mesh = element(3, cube);
+         Mesh mesh = element(3, cubeCorners);
          mesh.connectivity = {0, 1, 3, 2, 4, 5, 7, 6};
          host.shape(mesh);
      },
@@ -484,7 +486,7 @@ WrongModel const wrongModels[] = {
      "in element row 0\n"},
     {"a hexahedron without height",
      [](Host& host) {
-         Floats flat = cube;
+         Floats flat = cubeCorners;
          for (std::size_t i = 2; i < flat.size(); i += 3)
              flat[i] = 0;
          host.shape(element(3, flat));
@@ -694,18 +696,18 @@ WrongModel const wrongModels[] = {
      "note: \"root/part\": no datasets: expected a mesh, found nothing\n"},
     {"an inverted hexahedron of 20 nodes",
      [](Host& host) {
-         host.shape(element(3, mirrored(withMidSideNodes(cube, {{0, 1},
-                                                                {1, 2},
-                                                                {2, 3},
-                                                                {3, 0},
-                                                                {4, 5},
-                                                                {5, 6},
-                                                                {6, 7},
-                                                                {7, 4},
-                                                                {0, 4},
-                                                                {1, 5},
-                                                                {2, 6},
-                                                                {3, 7}}))));
+         host.shape(element(3, mirrored(withMidSideNodes(cubeCorners, {{0, 1},
+                                                                       {1, 2},
+                                                                       {2, 3},
+                                                                       {3, 0},
+                                                                       {4, 5},
+                                                                       {5, 6},
+                                                                       {6, 7},
+                                                                       {7, 4},
+                                                                       {0, 4},
+                                                                       {1, 5},
+                                                                       {2, 6},
+                                                                       {3, 7}}))));
      },
      "error: \"root/part\" dataset \"Connectivity\": negative volume: expected elements of "
      "positive volume, found volume -1 of the hexahedron in element row 0\n"},
@@ -746,8 +748,8 @@ TEST(CheckCommand, ASoundModelIsOk)
             host.result("Energy", DatasetType::Result14, Floats(2), id, step);
         }
         host.column(DatasetType::PartElements3, {7}, id);
-        host.shape(element(3, cube), "hexahedron");
-        host.shape(element(2, Floats(cube.begin(), cube.begin() + 12)), "quadrangle");
+        host.shape(element(3, cubeCorners), "hexahedron");
+        host.shape(element(2, Floats(cubeCorners.begin(), cubeCorners.begin() + 12)), "quadrangle");
         Mesh points;
         points.coordinates = {0, 0, 0};
         host.shape(points, "nodes without elements");

@@ -22,9 +22,10 @@ using MoxTest::run;
 using MoxTest::runInto;
 using MoxTest::runIntoClosedPipe;
 using Support::Folder;
-using Names = std::vector<std::string>;
 
 namespace {
+
+using Names = std::vector<std::string>;
 
 /// Every command that reads a model file, as it is called for one.
 std::vector<std::string> callsFor(std::string const& path)

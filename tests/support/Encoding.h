@@ -20,7 +20,7 @@ inline std::string LittleEndian(std::uint64_t value, std::size_t size)
     return bytes;
 }
 
-inline std::string Byte(unsigned int value)
+inline std::string OneByte(unsigned int value)
 {
     return LittleEndian(value, 1);
 }

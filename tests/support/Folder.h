@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -65,7 +65,9 @@ inline std::string contentOf(std::filesystem::path const& path)
     std::ifstream file(path, std::ios::binary);
     if (!file)
         throw std::runtime_error("no file " + path.string());
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
 }
 
 } // namespace Support

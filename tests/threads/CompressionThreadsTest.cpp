@@ -146,7 +146,7 @@ protected:
 TEST_F(CompressionThreadsTest, LeaveNoTraceInTheFile)
 {
     // More of them are a matter of time.
-    std::uint32_t const hosts = Support::wanted("MOXWRITER_RANDOM_HOSTS", 12, 5);
+    std::uint32_t const hosts = Support::wanted("MOXWRITER_RANDOM_HOSTS", 12, 3);
     std::string const other = folder.File("b.mox");
     for (std::uint32_t seed = 1; seed <= hosts; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

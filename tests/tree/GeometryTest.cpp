@@ -17,11 +17,11 @@
 
 namespace {
 
-using Support::Byte;
 using Support::Count;
 using Support::Hex;
 using Support::KeyContent;
 using Support::NoAttributes;
+using Support::OneByte;
 using Support::Text;
 using Zyl2Mox::ArrayDescription;
 using Zyl2Mox::ElementCode;
@@ -276,7 +276,7 @@ TEST(Geometry, ALinkedVariableNeedsNoPosition)
     Geometry geometry("g");
     Add(geometry, "u", 12).linked = true;
     EXPECT_EQ(WrittenLight(geometry),
-              Count(1) + Text("u") + Count(12) + Byte(1) + Count(0) + Count(0) + Byte(0));
+              Count(1) + Text("u") + Count(12) + OneByte(1) + Count(0) + Count(0) + OneByte(0));
 }
 
 TEST(Geometry, Version06HasPositionsOf32Bits)
@@ -303,7 +303,7 @@ TEST(Geometry, OlderAndUnknownVersionsAreWrittenInTheOlderLayout)
                   Hex("01 00 00 00 01 00 00 00 75 0C 00 00 00 06 00 00 00 03 08 07 06 05 "))
             << version;
         EXPECT_EQ(KeyContent(file.GetIndex(), "Attributes"), Count(1) + Text("a") + Count(1) +
-                                                                 Byte(0) + Count(1) + Count(1) +
+                                                                 OneByte(0) + Count(1) + Count(1) +
                                                                  Support::Zeros(12))
             << version;
     }

@@ -7,7 +7,7 @@
 
 namespace {
 
-Support::HostIdentity const* active = nullptr;
+Support::HostIdentity const* activeIdentity = nullptr;
 
 /// Copies the name and its terminator, as far as there is room.
 void CopyBounded(std::string const& name, char* buffer, std::size_t size)
@@ -27,21 +27,21 @@ int __wrap_getlogin_r(char* buffer, std::size_t size);
 
 int __wrap_gethostname(char* buffer, std::size_t size)
 {
-    if (active == nullptr)
+    if (activeIdentity == nullptr)
         return __real_gethostname(buffer, size);
-    if (!active->hostName)
+    if (!activeIdentity->hostName)
         return -1;
-    CopyBounded(*active->hostName, buffer, size);
+    CopyBounded(*activeIdentity->hostName, buffer, size);
     return 0;
 }
 
 int __wrap_getlogin_r(char* buffer, std::size_t size)
 {
-    if (active == nullptr)
+    if (activeIdentity == nullptr)
         return __real_getlogin_r(buffer, size);
-    if (!active->loginName)
+    if (!activeIdentity->loginName)
         return ENXIO;
-    CopyBounded(*active->loginName, buffer, size);
+    CopyBounded(*activeIdentity->loginName, buffer, size);
     return 0;
 }
 }
@@ -52,12 +52,12 @@ namespace Support {
 HostIdentity::HostIdentity(std::optional<std::string> host, std::optional<std::string> login)
     : hostName(std::move(host)), loginName(std::move(login))
 {
-    active = this;
+    activeIdentity = this;
 }
 
 HostIdentity::~HostIdentity()
 {
-    active = nullptr;
+    activeIdentity = nullptr;
 }
 
 } // namespace Support

@@ -11,11 +11,11 @@
 
 namespace {
 
-using Support::Byte;
 using Support::Content;
 using Support::Count;
 using Support::Float;
 using Support::Hex;
+using Support::OneByte;
 using Support::Text;
 using Zyl2Mox::Material;
 
@@ -77,7 +77,7 @@ TEST(Material, TheRecordHoldsEveryFieldInOrder)
         expected += Float(value);
     Zyl2Wvf::Block block;
     Zyl2Mox::CopyToBlock(block, material);
-    EXPECT_EQ(Content(block), expected + Byte(1));
+    EXPECT_EQ(Content(block), expected + OneByte(1));
 }
 
 TEST(Material, OlderLayoutsHaveNeitherFlagNorBefore02Shininess)

@@ -19,10 +19,10 @@
 
 namespace {
 
-using Support::Byte;
 using Support::Count;
 using Support::Hex;
 using Support::KeyContent;
+using Support::OneByte;
 using Support::Text;
 using Zyl2Mox::Geometry;
 using Zyl2Mox::Group;
@@ -72,8 +72,8 @@ TEST_F(NodePayload, AGroupWritesTranslationRotationScaleFlagAndAttributes)
                                          "00 00 80 40 00 00 A0 40 00 00 C0 40 00 00 E0 40 "
                                          "00 00 00 41 00 00 10 41 00 00 20 41 "
                                          "01 "));
-    EXPECT_EQ(Content("Attributes"),
-              Count(1) + Text("a") + Count(1) + Byte(0) + Count(1) + Count(7) + Support::Zeros(12));
+    EXPECT_EQ(Content("Attributes"), Count(1) + Text("a") + Count(1) + OneByte(0) + Count(1) +
+                                         Count(7) + Support::Zeros(12));
 }
 
 TEST_F(NodePayload, EachFieldOfAGroupIsAWriteOfItsOwn)

@@ -2,7 +2,7 @@
 
 namespace {
 
-Support::SystemClock const* active = nullptr;
+Support::SystemClock const* activeClock = nullptr;
 
 } // namespace
 
@@ -14,11 +14,11 @@ std::time_t __wrap_time(std::time_t* result);
 
 std::time_t __wrap_time(std::time_t* result)
 {
-    if (active == nullptr)
+    if (activeClock == nullptr)
         return __real_time(result);
     if (result != nullptr)
-        *result = active->now;
-    return active->now;
+        *result = activeClock->now;
+    return activeClock->now;
 }
 }
 // NOLINTEND(bugprone-reserved-identifier)
@@ -27,12 +27,12 @@ namespace Support {
 
 SystemClock::SystemClock(std::time_t time) : now(time)
 {
-    active = this;
+    activeClock = this;
 }
 
 SystemClock::~SystemClock()
 {
-    active = nullptr;
+    activeClock = nullptr;
 }
 
 } // namespace Support

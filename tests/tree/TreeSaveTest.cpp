@@ -21,13 +21,13 @@
 
 namespace {
 
-using Support::Byte;
 using Support::Count;
 using Support::Hex;
 using Support::HostIdentity;
 using Support::LogCapture;
 using Support::LongWord;
 using Support::NoAttributes;
+using Support::OneByte;
 using Support::Text;
 using Support::Zeros;
 using Zyl2::Exception::FileWriteException;
@@ -53,8 +53,8 @@ public:
 };
 
 /// Six ids of a record.
-std::string Ids(std::uint32_t id, std::uint32_t parent, std::uint32_t previous, std::uint32_t next,
-                std::uint32_t first, std::uint32_t last)
+std::string SixIds(std::uint32_t id, std::uint32_t parent, std::uint32_t previous,
+                   std::uint32_t next, std::uint32_t first, std::uint32_t last)
 {
     return Count(id) + Count(parent) + Count(previous) + Count(next) + Count(first) + Count(last);
 }
@@ -62,7 +62,7 @@ std::string Ids(std::uint32_t id, std::uint32_t parent, std::uint32_t previous, 
 std::string DefaultGroupPayload()
 {
     return Zeros(12) + Hex("00 00 00 00 00 00 00 00 00 00 80 3F 00 00 00 00 ") +
-           Hex("00 00 80 3F 00 00 80 3F 00 00 80 3F ") + Byte(0);
+           Hex("00 00 80 3F 00 00 80 3F 00 00 80 3F ") + OneByte(0);
 }
 
 /// Size, version, and the texts of one writing.
@@ -128,7 +128,7 @@ TEST_F(TreeSave, ARootGroupAloneIsOneRecordAndATransform)
 TEST_F(TreeSave, ARecordWithoutNodeIsThreeEmptyTextsAndItsPosition)
 {
     Save();
-    EXPECT_EQ(Content("Mox Tree"), Count(1) + Ids(1, 0, 0, 0, 0, 0) + Zeros(12) + LongWord(0));
+    EXPECT_EQ(Content("Mox Tree"), Count(1) + SixIds(1, 0, 0, 0, 0, 0) + Zeros(12) + LongWord(0));
     for (char const* key : {"Light Data", "Attributes", "Heavy Data", "Resources"})
         EXPECT_TRUE(IsUntouched(key)) << key;
 }
@@ -137,7 +137,7 @@ TEST_F(TreeSave, ARootShapeAloneIsOneRecordWithoutGeometry)
 {
     tree.SetRootShape("s");
     Save();
-    EXPECT_EQ(Content("Mox Tree"), Count(1) + Ids(1, 0, 0, 0, 0, 0) + Text("s") + Text("Shape") +
+    EXPECT_EQ(Content("Mox Tree"), Count(1) + SixIds(1, 0, 0, 0, 0, 0) + Text("s") + Text("Shape") +
                                        Text("0.2") + LongWord(0));
     EXPECT_EQ(Content("Resources").size(), 84U);
     for (char const* key : {"Light Data", "Attributes", "Heavy Data"})
@@ -149,8 +149,8 @@ TEST_F(TreeSave, ARootShapeThatWasGivenAGeometryYieldsTwoRecordsAndOneMaterial)
     tree.SetRootShape("s");
     tree.AddNode(std::make_unique<Geometry>("s"));
     Save();
-    EXPECT_EQ(Content("Mox Tree"), Count(2) + Ids(1, 0, 0, 0, 2, 2) + Text("s") + Text("Shape") +
-                                       Text("0.2") + LongWord(0) + Ids(2, 1, 0, 0, 0, 0) +
+    EXPECT_EQ(Content("Mox Tree"), Count(2) + SixIds(1, 0, 0, 0, 2, 2) + Text("s") + Text("Shape") +
+                                       Text("0.2") + LongWord(0) + SixIds(2, 1, 0, 0, 0, 0) +
                                        Text("s") + Text("Geometry") + Text("0.7") + LongWord(0));
     EXPECT_EQ(Content("Light Data"), Zeros(4));
     EXPECT_EQ(Content("Resources"), Hex("54 00 00 00 03 00 00 00 30 2E 33 "
@@ -206,13 +206,13 @@ TEST_F(TreeOfEveryKind, EveryRecordTellsItsRelativesAndWhereItsPayloadBegins)
 {
     Save();
     EXPECT_EQ(Content("Mox Tree"),
-              Count(6) + Ids(1, 0, 0, 0, 2, 6) + Text("r") + Text("Group") + Text("0.4") +
-                  LongWord(0) + Ids(2, 1, 0, 3, 0, 0) + Text("g") + Text("Group") + Text("0.4") +
-                  LongWord(41) + Ids(3, 1, 2, 5, 4, 4) + Text("s") + Text("Shape") + Text("0.2") +
-                  LongWord(82) + Ids(4, 3, 0, 0, 0, 0) + Text("s") + Text("Geometry") +
-                  Text("0.7") + LongWord(82) + Ids(5, 1, 3, 6, 0, 0) + Text("n") +
-                  Text("NodeSets") + Text("0.1") + LongWord(140) + Ids(6, 1, 5, 0, 0, 0) +
-                  Zeros(12) + LongWord(160));
+              Count(6) + SixIds(1, 0, 0, 0, 2, 6) + Text("r") + Text("Group") + Text("0.4") +
+                  LongWord(0) + SixIds(2, 1, 0, 3, 0, 0) + Text("g") + Text("Group") + Text("0.4") +
+                  LongWord(41) + SixIds(3, 1, 2, 5, 4, 4) + Text("s") + Text("Shape") +
+                  Text("0.2") + LongWord(82) + SixIds(4, 3, 0, 0, 0, 0) + Text("s") +
+                  Text("Geometry") + Text("0.7") + LongWord(82) + SixIds(5, 1, 3, 6, 0, 0) +
+                  Text("n") + Text("NodeSets") + Text("0.1") + LongWord(140) +
+                  SixIds(6, 1, 5, 0, 0, 0) + Zeros(12) + LongWord(160));
 }
 
 TEST_F(TreeOfEveryKind, LightDataHoldsTransformsHeadersAndNodeSets)
@@ -238,9 +238,9 @@ TEST_F(TreeOfEveryKind, AttributesHoldTheListsOfGroupsAndVariables)
 {
     Save();
     std::string const ofRoot =
-        Count(1) + Text("a") + Count(1) + Byte(0) + Count(1) + Count(7) + Zeros(12);
-    std::string const ofVariable =
-        Count(1) + Text("Category") + Count(1) + Byte(2) + Zeros(12) + Count(1) + Text("Vibration");
+        Count(1) + Text("a") + Count(1) + OneByte(0) + Count(1) + Count(7) + Zeros(12);
+    std::string const ofVariable = Count(1) + Text("Category") + Count(1) + OneByte(2) + Zeros(12) +
+                                   Count(1) + Text("Vibration");
     EXPECT_EQ(Content("Attributes"), ofRoot + NoAttributes() + ofVariable + NoAttributes());
 }
 
@@ -356,9 +356,9 @@ TEST_F(TreeFlushAndClose, WritesTheBlocksOfTheModelCompressed)
     }
     EXPECT_TRUE(saved.Slots("View Points").empty());
     EXPECT_EQ(saved.Content("Mox Tree"),
-              Count(3) + Ids(1, 0, 0, 0, 2, 2) + Text("r") + Text("Group") + Text("0.4") +
-                  LongWord(0) + Ids(2, 1, 0, 0, 3, 3) + Text("s") + Text("Shape") + Text("0.2") +
-                  LongWord(41) + Ids(3, 2, 0, 0, 0, 0) + Text("s") + Text("Geometry") +
+              Count(3) + SixIds(1, 0, 0, 0, 2, 2) + Text("r") + Text("Group") + Text("0.4") +
+                  LongWord(0) + SixIds(2, 1, 0, 0, 3, 3) + Text("s") + Text("Shape") + Text("0.2") +
+                  LongWord(41) + SixIds(3, 2, 0, 0, 0, 0) + Text("s") + Text("Geometry") +
                   Text("0.7") + LongWord(41));
     EXPECT_EQ(saved.Content("Light Data"), DefaultGroupPayload() + Count(0));
     EXPECT_EQ(saved.Content("Attributes"), NoAttributes());

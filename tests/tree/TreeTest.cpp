@@ -70,9 +70,9 @@ using TreeLinkDeathTest = TreeWithShape;
 using TreeVariable = TreeWithShape;
 
 /// Tells how often it was asked.
-struct CountingFunctor : Zyl2Mox::VirtualNodesWithSameName
+struct CountingNames : Zyl2Mox::VirtualNodesWithSameName
 {
-    explicit CountingFunctor(int* count) : calls(count) {}
+    explicit CountingNames(int* count) : calls(count) {}
 
     bool operator()(Node const* left, Node const* right) const
     {
@@ -230,7 +230,7 @@ TEST(Tree, ALookUpAmongManyChildrenAsksAboutOne)
     tree.SetCurrentId(1);
     Node probe("group987");
     int calls = 0;
-    tree.MoveToChild(&probe, CountingFunctor{&calls});
+    tree.MoveToChild(&probe, CountingNames{&calls});
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(tree.GetCurrentNode().value->GetName(), "group987");
 }

@@ -28,25 +28,25 @@ constexpr int numberCount = 7;
 constexpr Color missingColor = {0.6, 0.6, 0.6};
 
 // From dark blue over green to yellow: equal steps look alike, without colour vision, too.
-constexpr std::array<Color, 10> colors = {{{68, 1, 84},
-                                           {72, 40, 120},
-                                           {62, 74, 137},
-                                           {49, 104, 142},
-                                           {38, 130, 142},
-                                           {31, 158, 137},
-                                           {53, 183, 121},
-                                           {110, 206, 88},
-                                           {181, 222, 43},
-                                           {253, 231, 37}}};
+constexpr std::array<Color, 10> scaleColors = {{{68, 1, 84},
+                                                {72, 40, 120},
+                                                {62, 74, 137},
+                                                {49, 104, 142},
+                                                {38, 130, 142},
+                                                {31, 158, 137},
+                                                {53, 183, 121},
+                                                {110, 206, 88},
+                                                {181, 222, 43},
+                                                {253, 231, 37}}};
 
 Color colorAt(double place)
 {
-    double const position = place * (colors.size() - 1);
-    auto const left = std::min(static_cast<std::size_t>(position), colors.size() - 2);
+    double const position = place * (scaleColors.size() - 1);
+    auto const left = std::min(static_cast<std::size_t>(position), scaleColors.size() - 2);
     double const part = position - static_cast<double>(left);
     Color color = {};
     for (std::size_t i = 0; i < color.size(); ++i)
-        color[i] = ((1 - part) * colors[left][i] + part * colors[left + 1][i]) / 255;
+        color[i] = ((1 - part) * scaleColors[left][i] + part * scaleColors[left + 1][i]) / 255;
     return color;
 }
 

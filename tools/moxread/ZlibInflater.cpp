@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t headSize = 2;
 constexpr std::size_t tailSize = 4;
-constexpr std::size_t pieceSize = std::size_t{1} << 17U;
+constexpr std::size_t summedSize = std::size_t{1} << 17U;
 
 bool isSoundHead(std::uint8_t const* stream)
 {
@@ -47,7 +47,7 @@ bool inflateRaw(std::uint8_t const* stream, std::size_t size, std::uint8_t* to, 
     std::size_t done = 0;
     int result = Z_OK;
     while (result == Z_OK) {
-        std::size_t const piece = std::min(length - done, pieceSize);
+        std::size_t const piece = std::min(length - done, summedSize);
         state.next_out = to + done;
         state.avail_out = static_cast<uInt>(piece);
         result = ::inflate(&state, Z_NO_FLUSH);

@@ -28,9 +28,9 @@ using MoxRead::quoted;
 
 namespace {
 
-struct Verdict
+struct CheckedModel
 {
-    explicit Verdict(CheckArguments const& options) : file(options.file), model(options.file)
+    explicit CheckedModel(CheckArguments const& options) : file(options.file), model(options.file)
     {
         Common::Progress progress("check " + file);
         findings = Check::checkModel(
@@ -65,11 +65,11 @@ char const* nameOf(Severity severity)
                                            : "note";
 }
 
-std::string placeText(Verdict const& verdict, Finding const& finding)
+std::string placeText(CheckedModel const& checked, Finding const& finding)
 {
     if (finding.node == nullptr)
         return {};
-    std::string text = " " + quoted(verdict.pathOf(finding));
+    std::string text = " " + quoted(checked.pathOf(finding));
     if (finding.variable != nullptr)
         text += " dataset " + quoted(finding.variable->datasetName());
     if (finding.variable != nullptr && finding.variable->hasStep())
@@ -77,40 +77,40 @@ std::string placeText(Verdict const& verdict, Finding const& finding)
     return text + ":";
 }
 
-void printFinding(std::ostream& out, Verdict const& verdict, Finding const& finding)
+void printFinding(std::ostream& out, CheckedModel const& checked, Finding const& finding)
 {
-    out << nameOf(finding.kind->severity) << ':' << placeText(verdict, finding) << ' '
+    out << nameOf(finding.kind->severity) << ':' << placeText(checked, finding) << ' '
         << finding.kind->name << ": expected " << finding.expected << ", found " << finding.found
         << '\n';
 }
 
-void printFindings(std::ostream& out, Verdict const& verdict)
+void printFindings(std::ostream& out, CheckedModel const& checked)
 {
-    std::vector<Finding> const listed = verdict.findings.listed();
+    std::vector<Finding> const listed = checked.findings.listed();
     for (auto finding = listed.begin(); finding != listed.end(); ++finding) {
-        printFinding(out, verdict, *finding);
+        printFinding(out, checked, *finding);
         bool const isLastOfKind =
             finding + 1 == listed.end() || (finding + 1)->kind != finding->kind;
-        std::size_t const unlisted = verdict.findings.unlistedCount(*finding->kind);
+        std::size_t const unlisted = checked.findings.unlistedCount(*finding->kind);
         if (isLastOfKind && unlisted > 0)
             out << nameOf(finding->kind->severity) << ": " << finding->kind->name << ": and "
                 << countText(unlisted) << " more\n";
     }
 }
 
-void printText(std::ostream& out, Verdict const& verdict)
+void printText(std::ostream& out, CheckedModel const& checked)
 {
-    printFindings(out, verdict);
-    std::size_t const errors = verdict.findings.count(Severity::Error);
-    std::size_t const warnings = verdict.findings.count(Severity::Warning);
-    out << verdict.file << ": ";
+    printFindings(out, checked);
+    std::size_t const errors = checked.findings.count(Severity::Error);
+    std::size_t const warnings = checked.findings.count(Severity::Warning);
+    out << checked.file << ": ";
     if (errors + warnings == 0)
         out << "ok";
     else
         out << countText(errors, "error") << ", " << countText(warnings, "warning");
-    out << " (" << countText(verdict.shapes, "shape") << ", "
-        << countText(verdict.model.variableCount(), "dataset") << ", "
-        << countText(verdict.steps, "step") << ")\n";
+    out << " (" << countText(checked.shapes, "shape") << ", "
+        << countText(checked.model.variableCount(), "dataset") << ", "
+        << countText(checked.steps, "step") << ")\n";
 }
 
 void writeOptional(JsonWriter& json, char const* name, bool isThere, std::string const& value)
@@ -122,13 +122,13 @@ void writeOptional(JsonWriter& json, char const* name, bool isThere, std::string
         json.null();
 }
 
-void writeFinding(JsonWriter& json, Verdict const& verdict, Finding const& finding)
+void writeFinding(JsonWriter& json, CheckedModel const& checked, Finding const& finding)
 {
     MoxRead::Variable const* const variable = finding.variable;
     json.beginObject(JsonWriter::OneLine).member("severity", nameOf(finding.kind->severity));
     json.member("kind", finding.kind->name);
     bool const hasNode = finding.node != nullptr;
-    writeOptional(json, "path", hasNode, hasNode ? verdict.pathOf(finding) : "");
+    writeOptional(json, "path", hasNode, hasNode ? checked.pathOf(finding) : "");
     writeOptional(json, "dataset", variable != nullptr,
                   variable == nullptr ? "" : variable->datasetName());
     writeOptional(json, "step", variable != nullptr && variable->hasStep(),
@@ -149,21 +149,21 @@ void writeCounts(JsonWriter& json, Findings const& findings)
     json.endArray();
 }
 
-void printJson(std::ostream& out, Verdict const& verdict)
+void printJson(std::ostream& out, CheckedModel const& checked)
 {
     JsonWriter json(out);
-    json.beginObject().member("file", verdict.file).member("ok", verdict.isGood());
-    json.member("shapeCount", verdict.shapes);
-    json.member("datasetCount", verdict.model.variableCount());
-    json.member("stepCount", verdict.steps);
-    json.member("errorCount", verdict.findings.count(Severity::Error));
-    json.member("warningCount", verdict.findings.count(Severity::Warning));
-    json.member("noteCount", verdict.findings.count(Severity::Note));
+    json.beginObject().member("file", checked.file).member("ok", checked.isGood());
+    json.member("shapeCount", checked.shapes);
+    json.member("datasetCount", checked.model.variableCount());
+    json.member("stepCount", checked.steps);
+    json.member("errorCount", checked.findings.count(Severity::Error));
+    json.member("warningCount", checked.findings.count(Severity::Warning));
+    json.member("noteCount", checked.findings.count(Severity::Note));
     json.key("findings").beginArray();
-    for (Finding const& finding : verdict.findings.listed())
-        writeFinding(json, verdict, finding);
+    for (Finding const& finding : checked.findings.listed())
+        writeFinding(json, checked, finding);
     json.endArray();
-    writeCounts(json, verdict.findings);
+    writeCounts(json, checked.findings);
     json.endObject();
 }
 
@@ -193,12 +193,12 @@ int checkFile(CheckArguments const& options, std::ostream& out, std::ostream& er
         });
     bool isGood = false;
     int const status = runOnFile(options.file, err, [&] {
-        Verdict const verdict(options);
-        isGood = verdict.isGood();
+        CheckedModel const checked(options);
+        isGood = checked.isGood();
         if (options.json)
-            printJson(out, verdict);
+            printJson(out, checked);
         else
-            printText(out, verdict);
+            printText(out, checked);
     });
     return isGood ? status : 1;
 }

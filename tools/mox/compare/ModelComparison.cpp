@@ -111,7 +111,7 @@ std::string shapeText(Model const& model, Variable const& variable)
            std::to_string(stored.rows()) + " rows";
 }
 
-std::string countText(std::size_t count, std::string const& what)
+std::string counted(std::size_t count, std::string const& what)
 {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
@@ -140,7 +140,7 @@ void ModelComparison::compareFiles()
         return;
     Difference difference;
     difference.kind = "result attributes";
-    add(difference, countText(left.size(), "record"), countText(right.size(), "record"));
+    add(difference, counted(left.size(), "record"), counted(right.size(), "record"));
 }
 
 void ModelComparison::compareSteps()
@@ -152,7 +152,7 @@ void ModelComparison::compareSteps()
         Difference difference;
         difference.kind = "step";
         difference.step = step.name;
-        addOnly(isLeft, difference, countText(step.datasets, "dataset"));
+        addOnly(isLeft, difference, counted(step.datasets, "dataset"));
     };
     for (std::size_t const place : matching.onlyLeft)
         addStep(true, left[place]);

@@ -1,6 +1,6 @@
 """Reads a model and plots how a node moves over time.
 
-    02_read_and_plot.py MODEL PICTURE
+    02_read_and_plot.py MODEL PICTURE.svg
 
 The model that the example 03_transient writes, a string that swings, is one that fits.
 """
@@ -10,11 +10,9 @@ from __future__ import annotations
 import sys
 from typing import List, Tuple
 
-import matplotlib  # type: ignore[import]
-
-matplotlib.use("Agg")
-import matplotlib.pyplot as plt  # type: ignore[import]
 import numpy as np
+import pygal  # type: ignore[import]
+from pygal.style import CleanStyle  # type: ignore[import]
 
 import moxwriter
 
@@ -49,16 +47,16 @@ def main() -> None:
         place = node["Coordinates"][watched]
 
     times = [time for time, _ in steps]
-    figure, axes = plt.subplots(figsize=(7, 4), layout="constrained")
+    # The picture stands alone: it loads no script when it is opened.
+    chart = pygal.XY(
+        js=(), style=CleanStyle, width=700, height=400, dots_size=2, legend_at_bottom=True,
+        title="%s: node at (%g, %g, %g)" % (node.name, *place), x_title="Time", y_title="Displacement"
+    )
     # Dashed lines leave those below them to be seen.
-    for component, (name, style) in enumerate([("x", "-"), ("y", "--"), ("z", "-")]):
-        axes.plot(times, curve[:, component], style, marker=".", label=name)
-    axes.set_xlabel("Time")
-    axes.set_ylabel("Displacement")
-    axes.set_title("%s: node at (%g, %g, %g)" % (node.name, *place))
-    axes.grid(alpha=0.3)
-    axes.legend()
-    figure.savefig(picture, dpi=100)
+    for component, (name, dashes) in enumerate([("x", "none"), ("y", "8, 6"), ("z", "none")]):
+        values = curve[:, component].tolist()
+        chart.add(name, list(zip(times, values)), stroke_style={"dasharray": dashes})
+    chart.render_to_file(picture)
     print("%s: %d steps, largest displacement %g" % (picture, len(steps), np.abs(curve).max()))
 
 
